@@ -1,0 +1,5 @@
+# Compiles through ccache when it is installed and we are the top project.
+find_program(JOBX_CCACHE ccache)
+if(PROJECT_IS_TOP_LEVEL AND JOBX_CCACHE AND NOT DEFINED CMAKE_CXX_COMPILER_LAUNCHER)
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${JOBX_CCACHE})
+endif()

@@ -1,0 +1,29 @@
+# Installs what the scripts need on a Debian system. Meant to be sourced.
+# shellcheck shell=bash disable=SC2034
+
+JOBX_BUILD_PACKAGES=(g++ cmake ninja-build libcli11-dev libfmt-dev rapidjson-dev)
+JOBX_TEST_PACKAGES=(libgtest-dev libgmock-dev libbenchmark-dev ncompress locales python3 python3-jsonschema)
+JOBX_CHECK_PACKAGES=(clang-14 clang-format-14 clang-tidy-14 libclang-rt-14-dev libomp-14-dev llvm-14 shellcheck)
+
+# need_packages NAME...: returns at once when all are there, installs the others, or says what is missing and fails.
+need_packages() {
+    command -v dpkg-query >/dev/null || return 0 # another system: the build itself names what it does not find
+    local missing=() package as_root=()
+    for package in "$@"; do
+        dpkg-query -W -f '${Status}' "$package" 2>/dev/null | grep -q '^install ok installed$' || missing+=("$package")
+    done
+    ((${#missing[@]})) || return 0
+
+    if ((EUID != 0)); then
+        if ! sudo -n true 2>/dev/null; then
+            echo "error: these Debian packages are missing: ${missing[*]}" >&2
+            echo "       install them with: sudo apt-get install ${missing[*]}" >&2
+            return 1
+        fi
+        as_root=(sudo -n)
+    fi
+    echo "installing: ${missing[*]}"
+    "${as_root[@]}" apt-get -qq update </dev/null || return 1
+    "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
+        apt-get -qq -y --no-install-recommends install "${missing[@]}" </dev/null >/dev/null || return 1
+}

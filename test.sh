@@ -1,0 +1,22 @@
+#!/usr/bin/env bash
+# Builds and runs all tests: ./test.sh [PRESET]   (without PRESET: debug; see CMakePresets.json)
+set -euo pipefail
+cd "$(dirname "${BASH_SOURCE[0]}")"
+# shellcheck source=scripts/packages.sh
+source scripts/packages.sh
+
+preset=${1:-debug}
+need_packages "${JOBX_BUILD_PACKAGES[@]}" "${JOBX_TEST_PACKAGES[@]}"
+case $preset in
+asan | clang | tsan) need_packages "${JOBX_CHECK_PACKAGES[@]}" ;;
+esac
+
+run=()
+# The race detector needs memory at addresses that some kernels' randomisation gives away.
+if [[ $preset == tsan ]] && setarch -R true 2>/dev/null; then
+    run=(setarch -R)
+fi
+
+cmake --preset "$preset"
+cmake --build --preset "$preset"
+"${run[@]}" ctest --preset "$preset" --parallel "$(nproc)"
