@@ -1,0 +1,89 @@
+#pragma once
+
+#include "foundation/JobxExport.h"
+#include "foundation/framework/CString.h"
+#include "foundation/framework/FrameworkTypes.h"
+
+#include <vector>
+
+class CFile;
+
+// A binary archive over a file: values one after the other, little-endian, without names or padding.
+// Ownership: borrows the file, which must outlive it; the destructor closes the archive (not the file).
+// Results:   end of data, a length that cannot be read, loading from a storing archive (and the reverse) raise
+//            CArchiveException; the file's own errors raise CFileException.
+// Threads:   one thread at a time.
+class JOBX_API CArchive
+{
+public:
+    enum Mode
+    {
+        store = 0,
+        load = 1
+    };
+    // `bufferSize` in bytes; less than 128 is taken as 128.
+    CArchive(CFile* file, UINT mode, int bufferSize = 4096);
+    CArchive(const CArchive&) = delete;
+    CArchive& operator=(const CArchive&) = delete;
+    // Closes the archive; a failure to write the rest is dropped here (call Close to see it).
+    ~CArchive();
+
+    BOOL IsLoading() const;
+    BOOL IsStoring() const;
+    CFile* GetFile() const;
+
+    // Reads up to `size` bytes and returns how many there were.
+    UINT Read(void* buffer, UINT size);
+    // Reads exactly `size` bytes; fewer raise the end-of-file archive exception.
+    void ReadExactly(void* buffer, std::size_t size);
+    void Write(const void* buffer, UINT size);
+    // Hands everything stored so far to the file; when loading, puts the file's position behind what was read.
+    void Flush();
+    // Flushes and lets go of the file.
+    void Close();
+
+    // A count: 16 bits below 0xFFFF, else 0xFFFF and 32 bits below 0xFFFFFFFF, else that and 64 bits.
+    void WriteCount(ULONGLONG count);
+    ULONGLONG ReadCount();
+
+    CArchive& operator<<(BYTE value);
+    CArchive& operator<<(WORD value);
+    CArchive& operator<<(short value);
+    CArchive& operator<<(int value);
+    CArchive& operator<<(UINT value);
+    CArchive& operator<<(__int64 value);
+    CArchive& operator<<(ULONGLONG value);
+    CArchive& operator<<(float value);
+    CArchive& operator<<(double value);
+    CArchive& operator<<(char value);
+    CArchive& operator<<(bool value);
+    // The length (one byte below 0xFF; 0xFF and 16 bits below 0xFFFE; 0xFF, 0xFFFF and 32 bits below 0xFFFFFFFF; then
+    // 64 bits), then the characters without terminator.
+    CArchive& operator<<(const CString& value);
+    CArchive& operator>>(BYTE& value);
+    CArchive& operator>>(WORD& value);
+    CArchive& operator>>(short& value);
+    CArchive& operator>>(int& value);
+    CArchive& operator>>(UINT& value);
+    CArchive& operator>>(__int64& value);
+    CArchive& operator>>(ULONGLONG& value);
+    CArchive& operator>>(float& value);
+    CArchive& operator>>(double& value);
+    CArchive& operator>>(char& value);
+    CArchive& operator>>(bool& value);
+    // Also takes the wide form (0xFF, 0xFFFE, the length again, UTF-16 units), which becomes UTF-8.
+    CArchive& operator>>(CString& value);
+
+private:
+    template <class T>
+    void StoreValue(T value);
+    template <class T>
+    void LoadValue(T& value);
+    void FlushStored();
+
+    CFile* m_pFile;
+    UINT m_nMode;
+    std::size_t m_nBufferSize;
+    std::vector<BYTE> m_buffer;
+    std::size_t m_nAt = 0; // next byte of the buffer to read, when loading
+};

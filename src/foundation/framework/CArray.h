@@ -1,0 +1,254 @@
+#pragma once
+
+#include "foundation/JobxExport.h"
+#include "foundation/framework/CArchive.h"
+#include "foundation/framework/CException.h"
+#include "foundation/framework/CObject.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <limits>
+#include <memory>
+#include <type_traits>
+#include <utility>
+
+// The framework's growable array: elements of TYPE in one contiguous block, passed as ARG_TYPE.
+// Ownership: elements that are pointers are never deleted here; the buffer is.
+// Growth:    appending to a full array adds size/8 elements, at least 4 and at most 1024, or the step of SetSize.
+// Results:   a bad index or range raises CInvalidArgException, exhausted memory CMemoryException.
+// Threads:   different arrays may be used at once; sharing one needs the caller's lock.
+template <class TYPE, class ARG_TYPE = const TYPE&>
+class CArray : public CObject
+{
+public:
+    CArray() = default;
+    CArray(const CArray&) = delete;
+    CArray& operator=(const CArray&) = delete;
+    ~CArray() override { RemoveAll(); }
+
+    static const CRuntimeClass* GetThisClass()
+    {
+        static const CRuntimeClass kClass{"CArray", static_cast<int>(sizeof(CArray)), 0, nullptr,
+                                          CObject::GetThisClass()};
+        return &kClass;
+    }
+    const CRuntimeClass* GetRuntimeClass() const override { return GetThisClass(); }
+
+    INT_PTR GetSize() const { return m_nSize; }
+    INT_PTR GetCount() const { return m_nSize; }
+    BOOL IsEmpty() const { return m_nSize == 0 ? TRUE : FALSE; }
+    INT_PTR GetUpperBound() const { return m_nSize - 1; }
+
+    // Makes the array exactly `size` long; new elements are value-initialised. A growth step below 0 keeps the step.
+    void SetSize(INT_PTR size, INT_PTR growBy = -1)
+    {
+        if (size < 0)
+            AfxThrowInvalidArgException();
+        if (growBy >= 0)
+            m_nGrowBy = growBy;
+        if (size == 0)
+        {
+            RemoveAll();
+            return;
+        }
+        if (size > m_nMaxSize)
+            Reallocate(GrownCapacity(size));
+        if (size > m_nSize)
+            std::uninitialized_value_construct(m_pData + m_nSize, m_pData + size);
+        else
+            std::destroy(m_pData + size, m_pData + m_nSize);
+        m_nSize = size;
+    }
+
+    // Gives back the part of the buffer that holds no element.
+    void FreeExtra()
+    {
+        if (m_nSize != m_nMaxSize)
+            m_nSize == 0 ? RemoveAll() : Reallocate(m_nSize);
+    }
+
+    // Removes every element and releases the buffer.
+    void RemoveAll()
+    {
+        std::destroy(m_pData, m_pData + m_nSize);
+        std::free(m_pData);
+        m_pData = nullptr;
+        m_nSize = 0;
+        m_nMaxSize = 0;
+    }
+
+    const TYPE& GetAt(INT_PTR index) const { return m_pData[Checked(index)]; }
+    TYPE& GetAt(INT_PTR index) { return m_pData[Checked(index)]; }
+    void SetAt(INT_PTR index, ARG_TYPE element) { m_pData[Checked(index)] = element; }
+    const TYPE& ElementAt(INT_PTR index) const { return m_pData[Checked(index)]; }
+    TYPE& ElementAt(INT_PTR index) { return m_pData[Checked(index)]; }
+    const TYPE& operator[](INT_PTR index) const { return m_pData[Checked(index)]; }
+    TYPE& operator[](INT_PTR index) { return m_pData[Checked(index)]; }
+    const TYPE* GetData() const { return m_pData; }
+    TYPE* GetData() { return m_pData; }
+
+    // Stores `element` at `index`, growing the array when needed.
+    void SetAtGrow(INT_PTR index, ARG_TYPE element)
+    {
+        if (index < 0)
+            AfxThrowInvalidArgException();
+        TYPE copy(element); // `element` may lie in the block that growing moves
+        if (index >= m_nSize)
+            SetSize(index + 1);
+        m_pData[index] = std::move(copy);
+    }
+
+    // Appends `element` and returns its index.
+    INT_PTR Add(ARG_TYPE element)
+    {
+        if (m_nSize == m_nMaxSize)
+        {
+            TYPE copy(element);
+            Reallocate(GrownCapacity(m_nSize + 1));
+            std::construct_at(m_pData + m_nSize, std::move(copy));
+        }
+        else
+        {
+            std::construct_at(m_pData + m_nSize, element);
+        }
+        return m_nSize++;
+    }
+
+    // Appends the elements of `source`, pointers as they are; returns the index of the first.
+    INT_PTR Append(const CArray& source)
+    {
+        const INT_PTR oldSize = m_nSize;
+        const INT_PTR count = source.m_nSize; // `source` may be this array
+        SetSize(oldSize + count);
+        std::copy_n(source.m_pData, count, m_pData + oldSize);
+        return oldSize;
+    }
+
+    // Makes the elements those of `source`, pointers as they are.
+    void Copy(const CArray& source)
+    {
+        if (this == &source)
+            return;
+        SetSize(source.m_nSize);
+        std::copy_n(source.m_pData, source.m_nSize, m_pData);
+    }
+
+    // Inserts `count` times `element` before `index`, which may equal the size or lie past it.
+    void InsertAt(INT_PTR index, ARG_TYPE element, INT_PTR count = 1)
+    {
+        if (index < 0 || count <= 0)
+            AfxThrowInvalidArgException();
+        const TYPE copy(element);
+        OpenGap(index, count);
+        std::fill_n(m_pData + index, count, copy);
+    }
+
+    // Inserts the elements of `source` before `index`.
+    void InsertAt(INT_PTR index, const CArray* source)
+    {
+        if (index < 0 || source == nullptr || source == this)
+            AfxThrowInvalidArgException();
+        if (source->m_nSize == 0)
+            return;
+        OpenGap(index, source->m_nSize);
+        std::copy_n(source->m_pData, source->m_nSize, m_pData + index);
+    }
+
+    // Takes `count` elements out from `index` on; later ones move down.
+    void RemoveAt(INT_PTR index, INT_PTR count = 1)
+    {
+        if (index < 0 || count < 0 || index > m_nSize || count > m_nSize - index)
+            AfxThrowInvalidArgException();
+        std::move(m_pData + index + count, m_pData + m_nSize, m_pData + index);
+        std::destroy(m_pData + m_nSize - count, m_pData + m_nSize);
+        m_nSize -= count;
+    }
+
+    // The count and then the elements as they lie in memory. Pointers have no archived form: an array of pointers stores
+    // a count of zero, and a stored count above zero raises the archive exception on loading.
+    void Serialize(CArchive& archive) override
+    {
+        CObject::Serialize(archive);
+        constexpr bool kBytes = std::is_arithmetic_v<TYPE> || std::is_enum_v<TYPE>;
+        if (archive.IsStoring())
+        {
+            archive.WriteCount(kBytes ? static_cast<ULONGLONG>(m_nSize) : 0);
+            if constexpr (kBytes)
+                for (INT_PTR i = 0; i < m_nSize; ++i)
+                    archive.Write(m_pData + i, static_cast<UINT>(sizeof(TYPE)));
+            return;
+        }
+        RemoveAll();
+        const ULONGLONG count = archive.ReadCount();
+        if constexpr (kBytes)
+            for (ULONGLONG i = 0; i < count; ++i) // the count is not believed: a short archive ends this by its exception
+            {
+                TYPE element{};
+                archive.ReadExactly(&element, sizeof(TYPE));
+                Add(element);
+            }
+        else if (count != 0)
+            AfxThrowArchiveException(CArchiveException::endOfFile);
+    }
+
+protected:
+    INT_PTR Checked(INT_PTR index) const
+    {
+        if (index < 0 || index >= m_nSize)
+            AfxThrowInvalidArgException();
+        return index;
+    }
+
+    TYPE* m_pData = nullptr;
+    INT_PTR m_nSize = 0;
+    INT_PTR m_nMaxSize = 0;
+    INT_PTR m_nGrowBy = 0;
+
+private:
+    static constexpr INT_PTR kMinGrow = 4;
+    static constexpr INT_PTR kMaxGrow = 1024;
+
+    INT_PTR GrownCapacity(INT_PTR needed) const
+    {
+        if (m_pData == nullptr)
+            return std::max(needed, m_nGrowBy);
+        const INT_PTR step = m_nGrowBy != 0 ? m_nGrowBy : std::clamp<INT_PTR>(m_nSize / 8, kMinGrow, kMaxGrow);
+        return std::max(needed, m_nMaxSize + step);
+    }
+
+    void Reallocate(INT_PTR capacity)
+    {
+        if (static_cast<ULONGLONG>(capacity) > std::numeric_limits<std::ptrdiff_t>::max() / sizeof(TYPE))
+            AfxThrowMemoryException();
+        const auto bytes = static_cast<std::size_t>(capacity) * sizeof(TYPE);
+        if constexpr (std::is_trivially_copyable_v<TYPE>)
+        {
+            // Large blocks are moved by the system page by page, so that small growth steps stay cheap.
+            auto* const block = static_cast<TYPE*>(std::realloc(static_cast<void*>(m_pData), bytes));
+            if (block == nullptr)
+                AfxThrowMemoryException();
+            m_pData = block;
+        }
+        else
+        {
+            auto* const block = static_cast<TYPE*>(std::malloc(bytes));
+            if (block == nullptr)
+                AfxThrowMemoryException();
+            std::uninitialized_move(m_pData, m_pData + m_nSize, block);
+            std::destroy(m_pData, m_pData + m_nSize);
+            std::free(m_pData);
+            m_pData = block;
+        }
+        m_nMaxSize = capacity;
+    }
+
+    void OpenGap(INT_PTR index, INT_PTR count)
+    {
+        const INT_PTR oldSize = m_nSize;
+        if (index > std::numeric_limits<INT_PTR>::max() - count)
+            AfxThrowMemoryException();
+        SetSize(std::max(index, oldSize) + count);
+        if (index < oldSize)
+            std::move_backward(m_pData + index, m_pData + oldSize, m_pData + oldSize + count);
+    }
+};

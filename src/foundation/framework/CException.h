@@ -1,0 +1,97 @@
+#pragma once
+
+#include "foundation/framework/CObject.h"
+#include "foundation/framework/CString.h"
+#include "foundation/framework/FrameworkThrow.h"
+
+// The framework's exceptions. They are thrown and caught as pointers; who catches one calls Delete() on it, which
+// frees it when it was made for that throw and does nothing for the ones that always exist.
+// Threads: an exception object is used by the thread that caught it.
+class JOBX_API CException : public CObject
+{
+public:
+    explicit CException(BOOL autoDelete);
+    ~CException() override;
+    CException(const CException&) = delete;
+    CException& operator=(const CException&) = delete;
+
+    // Ends the life of a caught exception; the pointer must not be used afterwards.
+    void Delete();
+    // The reason in one line, without a line end.
+    virtual CString GetMessageText() const = 0;
+    // Writes the reason into `buffer`, cut at `size` bytes with its terminator. FALSE when there is no room at all.
+    BOOL GetErrorMessage(LPSTR buffer, UINT size) const;
+
+private:
+    BOOL m_bAutoDelete;
+};
+
+// Memory is exhausted. Always the one existing object.
+class JOBX_API CMemoryException : public CException
+{
+public:
+    CMemoryException();
+    CString GetMessageText() const override;
+};
+
+// An operation was given an argument that it cannot take, such as a bad index. Always the one existing object.
+class JOBX_API CInvalidArgException : public CException
+{
+public:
+    CInvalidArgException();
+    CString GetMessageText() const override;
+};
+
+// A file operation failed.
+class JOBX_API CFileException : public CException
+{
+public:
+    enum Cause
+    {
+        none,
+        genericException,
+        fileNotFound,
+        badPath,
+        tooManyOpenFiles,
+        accessDenied,
+        invalidFile,
+        removeCurrentDir,
+        directoryFull,
+        badSeek,
+        hardIO,
+        sharingViolation,
+        lockViolation,
+        diskFull,
+        endOfFile
+    };
+    explicit CFileException(int cause = none, LONG osError = -1, CString fileName = CString());
+    CString GetMessageText() const override;
+    // The cause that fits a system error number.
+    static int ErrnoToException(int error);
+
+    int m_cause;           // one of Cause
+    LONG m_lOsError;       // the system's error number, -1 when unknown
+    CString m_strFileName; // as given to the operation
+};
+
+// An archive could not be stored or loaded.
+class JOBX_API CArchiveException : public CException
+{
+public:
+    enum Cause
+    {
+        none,
+        genericException,
+        readOnly,
+        endOfFile,
+        writeOnly,
+        badIndex,
+        badClass,
+        badSchema
+    };
+    explicit CArchiveException(int cause = none, CString fileName = CString());
+    CString GetMessageText() const override;
+
+    int m_cause;           // one of Cause
+    CString m_strFileName; // the archive's file, "" when it has none
+};

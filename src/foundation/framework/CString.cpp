@@ -1,0 +1,523 @@
+#include "foundation/framework/CString.h"
+
+#include "foundation/framework/AsciiText.h"
+#include "foundation/framework/FormatText.h"
+#include "foundation/framework/FrameworkThrow.h"
+#include "foundation/framework/Utf8Text.h"
+
+#include <algorithm>
+#include <atomic>
+#include <cstdlib>
+#include <limits>
+#include <new>
+
+// The shared form: the characters follow the header.
+struct CString::Block
+{
+    std::atomic<int> references;
+    int length;
+    int capacity;
+
+    char* Text() noexcept { return reinterpret_cast<char*>(this + 1); }
+};
+
+namespace
+{
+constexpr std::size_t kMaxLength = std::numeric_limits<int>::max() - 64;
+
+std::string_view OrEmpty(LPCSTR text) noexcept { return text != nullptr ? std::string_view(text) : std::string_view(); }
+
+int Position(std::size_t found) noexcept { return found == std::string_view::npos ? -1 : static_cast<int>(found); }
+
+std::size_t Clamped(int count, std::size_t limit) noexcept
+{
+    return count <= 0 ? 0 : std::min(static_cast<std::size_t>(count), limit);
+}
+} // namespace
+
+CString::Block* CString::Shared() const noexcept
+{
+    return reinterpret_cast<Block*>(static_cast<std::uintptr_t>(m_rep.word)); // NOLINT(performance-no-int-to-ptr)
+}
+
+void CString::AddReference() const noexcept { Shared()->references.fetch_add(1, std::memory_order_relaxed); }
+
+void CString::Release() noexcept
+{
+    Block* const block = Shared();
+    if (block->references.load(std::memory_order_acquire) == 1 ||
+        block->references.fetch_sub(1, std::memory_order_acq_rel) == 1)
+        std::free(block);
+}
+
+int CString::SharedLength() const noexcept { return Shared()->length; }
+
+LPCSTR CString::SharedText() const noexcept { return Shared()->Text(); }
+
+void CString::SetLengthInPlace(std::size_t length) noexcept
+{
+    if (IsInside())
+    {
+        m_rep.bytes[kTag] = static_cast<char>((length << 1U) | 1U);
+        // Bytes behind the text are zero, so that equal texts are equal words.
+        std::fill(m_rep.bytes + kText + length, m_rep.bytes + kText + kInsideCapacity + 1, '\0');
+        return;
+    }
+    Shared()->length = static_cast<int>(length);
+    Shared()->Text()[length] = '\0';
+}
+
+void CString::Assign(const char* text, std::size_t length)
+{
+    if (length > kMaxLength)
+        AfxThrowMemoryException();
+    Rep made;
+    if (length <= kInsideCapacity)
+    {
+        made.word = 0;
+        made.bytes[kTag] = static_cast<char>((length << 1U) | 1U);
+        std::copy_n(text, length, made.bytes + kText);
+    }
+    else
+    {
+        void* const memory = std::malloc(sizeof(Block) + length + 1);
+        if (memory == nullptr)
+            AfxThrowMemoryException();
+        auto* const block = new (memory) Block{{1}, static_cast<int>(length), static_cast<int>(length)};
+        std::memcpy(block->Text(), text, length);
+        block->Text()[length] = '\0';
+        made.word = reinterpret_cast<std::uintptr_t>(block);
+    }
+    if (!IsInside())
+        Release();
+    m_rep = made;
+}
+
+char* CString::Unshare(std::size_t capacity)
+{
+    if (capacity > kMaxLength)
+        AfxThrowMemoryException();
+    const auto length = static_cast<std::size_t>(GetLength());
+    if (IsInside() && capacity <= kInsideCapacity)
+        return m_rep.bytes + kText;
+    if (!IsInside() && static_cast<std::size_t>(Shared()->capacity) >= capacity &&
+        Shared()->references.load(std::memory_order_acquire) == 1)
+        return Shared()->Text();
+    const std::size_t room = std::max(capacity, length);
+    void* const memory = std::malloc(sizeof(Block) + room + 1);
+    if (memory == nullptr)
+        AfxThrowMemoryException();
+    auto* const block = new (memory) Block{{1}, static_cast<int>(length), static_cast<int>(room)};
+    std::memcpy(block->Text(), GetString(), length);
+    block->Text()[length] = '\0';
+    if (!IsInside())
+        Release();
+    m_rep.word = reinterpret_cast<std::uintptr_t>(block);
+    return block->Text();
+}
+
+CString::CString(LPCSTR text) : CString(OrEmpty(text)) {}
+
+CString::CString(LPCSTR text, int length) : CString(std::string_view(text, Clamped(length, kMaxLength))) {}
+
+CString::CString(std::string_view text) { Assign(text.data(), text.size()); }
+
+CString::CString(char character, int repeat)
+{
+    const std::size_t count = Clamped(repeat, kMaxLength);
+    std::fill_n(Unshare(count), count, character);
+    SetLengthInPlace(count);
+}
+
+CString::CString(const wchar_t* text)
+{
+    if (text != nullptr)
+        for (; *text != L'\0'; ++text)
+        {
+            auto unit = static_cast<char32_t>(*text);
+            if constexpr (sizeof(wchar_t) == 2)
+                if (IsHighSurrogate(unit) && IsLowSurrogate(static_cast<char32_t>(text[1])))
+                    unit = FromSurrogates(unit, static_cast<char32_t>(*++text));
+            *this += EncodeUtf8(unit).View();
+        }
+}
+
+CString& CString::operator=(LPCSTR text)
+{
+    const std::string_view view = OrEmpty(text); // may lie in this object: Assign copies before it releases
+    Assign(view.data(), view.size());
+    return *this;
+}
+
+CString& CString::operator=(std::string_view text)
+{
+    Assign(text.data(), text.size());
+    return *this;
+}
+
+CString& CString::operator=(char character)
+{
+    Assign(&character, 1);
+    return *this;
+}
+
+char CString::GetAt(int index) const
+{
+    if (index < 0 || index > GetLength())
+        AfxThrowInvalidArgException();
+    return GetString()[index];
+}
+
+char CString::operator[](int index) const { return GetAt(index); }
+
+void CString::SetAt(int index, char character)
+{
+    if (index < 0 || index >= GetLength())
+        AfxThrowInvalidArgException();
+    Unshare(static_cast<std::size_t>(GetLength()))[index] = character;
+}
+
+void CString::SetString(LPCSTR text) { *this = text; }
+
+void CString::SetString(LPCSTR text, int length) { Assign(text, Clamped(length, kMaxLength)); }
+
+LPSTR CString::GetBuffer(int minLength)
+{
+    return Unshare(std::max(Clamped(minLength, kMaxLength), static_cast<std::size_t>(GetLength())));
+}
+
+LPSTR CString::GetBufferSetLength(int length)
+{
+    if (length < 0)
+        AfxThrowInvalidArgException();
+    char* const buffer = GetBuffer(length);
+    SetLengthInPlace(static_cast<std::size_t>(length));
+    return buffer;
+}
+
+void CString::ReleaseBuffer(int length)
+{
+    ReleaseBufferSetLength(length >= 0 ? length : static_cast<int>(strnlen(GetString(), static_cast<std::size_t>(
+                                                                                           GetAllocLength()))));
+}
+
+void CString::ReleaseBufferSetLength(int length)
+{
+    if (length < 0 || length > GetAllocLength())
+        AfxThrowInvalidArgException();
+    Unshare(static_cast<std::size_t>(GetAllocLength()));
+    SetLengthInPlace(static_cast<std::size_t>(length));
+}
+
+int CString::GetAllocLength() const noexcept
+{
+    return IsInside() ? static_cast<int>(kInsideCapacity) : Shared()->capacity;
+}
+
+void CString::Preallocate(int length) { GetBuffer(length); }
+
+void CString::FreeExtra()
+{
+    if (!IsInside() && Shared()->capacity > Shared()->length)
+        *this = CString(View());
+}
+
+void CString::Truncate(int length)
+{
+    if (length < 0 || length > GetLength())
+        AfxThrowInvalidArgException();
+    Unshare(static_cast<std::size_t>(GetLength()));
+    SetLengthInPlace(static_cast<std::size_t>(length));
+}
+
+void CString::AppendBytes(const char* text, std::size_t length)
+{
+    if (length == 0)
+        return;
+    const auto oldLength = static_cast<std::size_t>(GetLength());
+    if (length > kMaxLength - oldLength)
+        AfxThrowMemoryException();
+    const char* const own = GetString();
+    if (!std::less<>{}(text, own) && !std::less<>{}(own + oldLength, text)) // growing would move what `text` points at
+    {
+        *this = Joined(View(), {text, length});
+        return;
+    }
+    const std::size_t newLength = oldLength + length;
+    std::size_t room = newLength;
+    if (newLength > static_cast<std::size_t>(GetAllocLength()))
+        room = std::min(kMaxLength, std::max(newLength, oldLength + oldLength / 2));
+    std::memcpy(Unshare(room) + oldLength, text, length);
+    SetLengthInPlace(newLength);
+}
+
+CString& CString::operator+=(const CString& text)
+{
+    AppendBytes(text.GetString(), static_cast<std::size_t>(text.GetLength()));
+    return *this;
+}
+
+CString& CString::operator+=(LPCSTR text) { return *this += OrEmpty(text); }
+
+CString& CString::operator+=(char character)
+{
+    AppendBytes(&character, 1);
+    return *this;
+}
+
+CString& CString::operator+=(std::string_view text)
+{
+    AppendBytes(text.data(), text.size());
+    return *this;
+}
+
+void CString::Append(LPCSTR text) { *this += text; }
+
+void CString::Append(LPCSTR text, int length) { AppendBytes(text, Clamped(length, kMaxLength)); }
+
+void CString::Append(const CString& text) { *this += text; }
+
+void CString::AppendChar(char character) { *this += character; }
+
+CString CString::Left(int count) const { return CString(View().substr(0, Clamped(count, View().size()))); }
+
+CString CString::Mid(int first) const { return CString(View().substr(Clamped(first, View().size()))); }
+
+CString CString::Mid(int first, int count) const
+{
+    const std::string_view rest = View().substr(Clamped(first, View().size()));
+    return CString(rest.substr(0, Clamped(count, rest.size())));
+}
+
+CString CString::Right(int count) const { return CString(View().substr(View().size() - Clamped(count, View().size()))); }
+
+CString CString::SpanIncluding(LPCSTR characters) const
+{
+    return CString(View().substr(0, View().find_first_not_of(OrEmpty(characters))));
+}
+
+CString CString::SpanExcluding(LPCSTR characters) const
+{
+    return CString(View().substr(0, View().find_first_of(OrEmpty(characters))));
+}
+
+int CString::Find(char character, int start) const noexcept
+{
+    return start < 0 ? -1 : Position(View().find(character, static_cast<std::size_t>(start)));
+}
+
+int CString::Find(LPCSTR text, int start) const noexcept
+{
+    return start < 0 || text == nullptr ? -1 : Position(View().find(text, static_cast<std::size_t>(start)));
+}
+
+int CString::FindOneOf(LPCSTR characters) const noexcept { return Position(View().find_first_of(OrEmpty(characters))); }
+
+int CString::ReverseFind(char character) const noexcept { return Position(View().rfind(character)); }
+
+CString& CString::Trim() { return Trim(kAsciiSpace); }
+
+CString& CString::Trim(char target) { return TrimRight(target).TrimLeft(target); }
+
+CString& CString::Trim(LPCSTR targets) { return TrimRight(targets).TrimLeft(targets); }
+
+CString& CString::TrimLeft() { return TrimLeft(kAsciiSpace); }
+
+CString& CString::TrimLeft(char target)
+{
+    const char targets[] = {target, '\0'};
+    return TrimLeft(targets);
+}
+
+CString& CString::TrimLeft(LPCSTR targets)
+{
+    const std::size_t first = View().find_first_not_of(OrEmpty(targets));
+    if (first != 0)
+        *this = Mid(first == std::string_view::npos ? GetLength() : static_cast<int>(first));
+    return *this;
+}
+
+CString& CString::TrimRight() { return TrimRight(kAsciiSpace); }
+
+CString& CString::TrimRight(char target)
+{
+    const char targets[] = {target, '\0'};
+    return TrimRight(targets);
+}
+
+CString& CString::TrimRight(LPCSTR targets)
+{
+    const std::size_t last = View().find_last_not_of(OrEmpty(targets));
+    const std::size_t keep = last == std::string_view::npos ? 0 : last + 1;
+    if (keep != View().size())
+        *this = Left(static_cast<int>(keep));
+    return *this;
+}
+
+CString& CString::MakeUpper()
+{
+    const auto length = static_cast<std::size_t>(GetLength());
+    char* const text = Unshare(length);
+    std::transform(text, text + length, text, AsciiUpper);
+    return *this;
+}
+
+CString& CString::MakeLower()
+{
+    const auto length = static_cast<std::size_t>(GetLength());
+    char* const text = Unshare(length);
+    std::transform(text, text + length, text, AsciiLower);
+    return *this;
+}
+
+CString& CString::MakeReverse()
+{
+    const auto length = static_cast<std::size_t>(GetLength());
+    char* const text = Unshare(length);
+    std::reverse(text, text + length);
+    return *this;
+}
+
+int CString::Compare(LPCSTR text) const noexcept { return View().compare(OrEmpty(text)); }
+
+int CString::CompareNoCase(LPCSTR text) const noexcept { return AsciiCompareNoCase(View(), OrEmpty(text)); }
+
+int CString::Collate(LPCSTR text) const noexcept { return Compare(text); }
+
+int CString::CollateNoCase(LPCSTR text) const noexcept { return CompareNoCase(text); }
+
+int CString::Replace(char from, char to)
+{
+    const auto length = static_cast<std::size_t>(GetLength());
+    const auto count = static_cast<int>(std::count(GetString(), GetString() + length, from));
+    if (count > 0 && from != to)
+    {
+        char* const text = Unshare(length);
+        std::replace(text, text + length, from, to);
+        return count;
+    }
+    return from == to ? 0 : count;
+}
+
+int CString::Replace(LPCSTR from, LPCSTR to)
+{
+    const std::string_view search = OrEmpty(from);
+    const std::string_view with = OrEmpty(to);
+    if (search.empty())
+        return 0;
+    const std::string_view text = View();
+    CString made;
+    int count = 0;
+    std::size_t at = 0;
+    for (std::size_t found = text.find(search); found != std::string_view::npos; found = text.find(search, at))
+    {
+        made += text.substr(at, found - at);
+        made += with;
+        at = found + search.size();
+        ++count;
+    }
+    if (count > 0)
+    {
+        made += text.substr(at);
+        *this = std::move(made);
+    }
+    return count;
+}
+
+int CString::Remove(char character)
+{
+    const auto length = static_cast<std::size_t>(GetLength());
+    if (std::find(GetString(), GetString() + length, character) == GetString() + length)
+        return 0;
+    char* const text = Unshare(length);
+    const auto kept = static_cast<std::size_t>(std::remove(text, text + length, character) - text);
+    SetLengthInPlace(kept);
+    return static_cast<int>(length - kept);
+}
+
+int CString::Delete(int index, int count)
+{
+    const std::size_t first = Clamped(index, View().size());
+    const std::size_t last = first + Clamped(count, View().size() - first);
+    if (first != last)
+        *this = Joined(View().substr(0, first), View().substr(last));
+    return GetLength();
+}
+
+int CString::Insert(int index, char character)
+{
+    const char text[] = {character, '\0'};
+    const std::size_t at = Clamped(index, View().size());
+    *this = Joined(Joined(View().substr(0, at), {text, 1}).View(), View().substr(at));
+    return GetLength();
+}
+
+int CString::Insert(int index, LPCSTR text)
+{
+    const std::size_t at = Clamped(index, View().size());
+    *this = Joined(Joined(View().substr(0, at), OrEmpty(text)).View(), View().substr(at));
+    return GetLength();
+}
+
+CString CString::Tokenize(LPCSTR tokens, int& start) const
+{
+    if (start >= 0)
+    {
+        const std::string_view separators = OrEmpty(tokens);
+        const std::size_t first = View().find_first_not_of(separators, static_cast<std::size_t>(start));
+        if (first != std::string_view::npos)
+        {
+            const std::size_t last = std::min(View().find_first_of(separators, first), View().size());
+            start = static_cast<int>(std::min(last + 1, View().size()));
+            return CString(View().substr(first, last - first));
+        }
+    }
+    start = -1;
+    return {};
+}
+
+void CString::FormatPlain(LPCSTR format, ...)
+{
+    va_list args;
+    va_start(args, format);
+    struct End
+    {
+        va_list& list;
+        ~End() { va_end(list); }
+    } const end{args};
+    AppendFormatV(format, args);
+}
+
+void CString::FormatV(LPCSTR format, va_list args)
+{
+    CString made;
+    made.AppendFormatV(format, args);
+    *this = std::move(made);
+}
+
+void CString::AppendFormatV(LPCSTR format, va_list args)
+{
+    va_list again;
+    va_copy(again, args);
+    const int length = FormatText(nullptr, 0, format, again);
+    va_end(again);
+    if (length < 0)
+        AfxThrowInvalidArgException();
+    CString made;
+    char* const buffer = made.Unshare(static_cast<std::size_t>(length));
+    FormatText(buffer, static_cast<std::size_t>(length) + 1, format, args);
+    made.SetLengthInPlace(static_cast<std::size_t>(length));
+    *this += made;
+}
+
+CString CString::Joined(std::string_view a, std::string_view b)
+{
+    if (b.size() > kMaxLength || a.size() > kMaxLength - b.size())
+        AfxThrowMemoryException();
+    CString made;
+    char* const buffer = made.Unshare(a.size() + b.size());
+    std::copy_n(a.data(), a.size(), buffer);
+    std::copy_n(b.data(), b.size(), buffer + a.size());
+    made.SetLengthInPlace(a.size() + b.size());
+    return made;
+}

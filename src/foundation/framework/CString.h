@@ -1,0 +1,216 @@
+#pragma once
+
+#include "foundation/JobxExport.h"
+#include "foundation/framework/FrameworkTypes.h"
+
+#include <bit>
+#include <compare>
+#include <cstdarg>
+#include <cstring>
+#include <functional>
+#include <string_view>
+
+// The framework's narrow text: a value of any bytes, a NUL among them included, always followed by a terminator.
+// Letters:   upper and lower case concern ASCII only; white space is blank, tab, LF, VT, FF, CR. No locale takes part.
+// Copies:    a copy is cheap (short texts lie in the object itself, longer ones are shared until one copy changes).
+// Results:   positions count from 0; a search answers -1 when nothing is found; an index outside the text raises
+//            CInvalidArgException, exhausted memory or a text above 2 GB raises CMemoryException.
+// Threads:   different objects may be used at once, also when one was copied from the other.
+class JOBX_API CString
+{
+public:
+    constexpr CString() noexcept = default;
+    CString(const CString& other) noexcept : m_rep(other.m_rep)
+    {
+        if (!IsInside())
+            AddReference();
+    }
+    CString(CString&& other) noexcept : m_rep(other.m_rep) { other.m_rep = Rep{}; }
+    CString(LPCSTR text); // null gives the empty text
+    CString(LPCSTR text, int length);
+    explicit CString(std::string_view text);
+    explicit CString(char character, int repeat = 1);
+    explicit CString(const wchar_t* text); // becomes UTF-8
+    CString& operator=(const CString& other) noexcept
+    {
+        CString copy(other);
+        std::swap(m_rep, copy.m_rep);
+        return *this;
+    }
+    CString& operator=(CString&& other) noexcept
+    {
+        std::swap(m_rep, other.m_rep);
+        return *this;
+    }
+    CString& operator=(LPCSTR text);
+    CString& operator=(std::string_view text);
+    CString& operator=(char character);
+    ~CString()
+    {
+        if (!IsInside())
+            Release();
+    }
+
+    int GetLength() const noexcept
+    {
+        return IsInside() ? static_cast<int>(static_cast<unsigned char>(m_rep.bytes[kTag]) >> 1U) : SharedLength();
+    }
+    bool IsEmpty() const noexcept { return GetLength() == 0; }
+    void Empty() noexcept { *this = CString(); }
+    LPCSTR GetString() const noexcept { return IsInside() ? m_rep.bytes + kText : SharedText(); }
+    operator LPCSTR() const noexcept { return GetString(); }
+    // The bytes as a view, valid until the text changes or ends.
+    std::string_view View() const noexcept { return {GetString(), static_cast<std::size_t>(GetLength())}; }
+
+    char GetAt(int index) const;      // the terminator's position gives NUL
+    char operator[](int index) const; // as GetAt
+    void SetAt(int index, char character);
+    void SetString(LPCSTR text);
+    void SetString(LPCSTR text, int length);
+
+    // A writable buffer of at least `minLength` characters; end with ReleaseBuffer (-1: up to the first NUL).
+    LPSTR GetBuffer(int minLength = 0);
+    LPSTR GetBufferSetLength(int length);
+    void ReleaseBuffer(int length = -1);
+    void ReleaseBufferSetLength(int length);
+    int GetAllocLength() const noexcept;
+    void Preallocate(int length);
+    void FreeExtra();
+    void Truncate(int length);
+
+    CString& operator+=(const CString& text);
+    CString& operator+=(LPCSTR text);
+    CString& operator+=(char character);
+    CString& operator+=(std::string_view text);
+    void Append(LPCSTR text);
+    void Append(LPCSTR text, int length);
+    void Append(const CString& text);
+    void AppendChar(char character);
+
+    // Parts; a count below 0 counts as 0, one too large is cut.
+    CString Left(int count) const;
+    CString Mid(int first) const;
+    CString Mid(int first, int count) const;
+    CString Right(int count) const;
+    CString SpanIncluding(LPCSTR characters) const;
+    CString SpanExcluding(LPCSTR characters) const;
+
+    int Find(char character, int start = 0) const noexcept;
+    int Find(LPCSTR text, int start = 0) const noexcept;
+    int FindOneOf(LPCSTR characters) const noexcept;
+    int ReverseFind(char character) const noexcept;
+
+    CString& Trim();
+    CString& Trim(char target);
+    CString& Trim(LPCSTR targets);
+    CString& TrimLeft();
+    CString& TrimLeft(char target);
+    CString& TrimLeft(LPCSTR targets);
+    CString& TrimRight();
+    CString& TrimRight(char target);
+    CString& TrimRight(LPCSTR targets);
+
+    CString& MakeUpper();
+    CString& MakeLower();
+    CString& MakeReverse();
+
+    // Below, at or above 0 as the text sorts before, with or after the other, byte by byte.
+    int Compare(LPCSTR text) const noexcept;
+    int CompareNoCase(LPCSTR text) const noexcept;
+    int Collate(LPCSTR text) const noexcept;       // as Compare: no locale takes part
+    int CollateNoCase(LPCSTR text) const noexcept; // as CompareNoCase
+
+    // Each returns how many places were changed.
+    int Replace(char from, char to);
+    int Replace(LPCSTR from, LPCSTR to);
+    int Remove(char character);
+    // Each returns the new length. A position past the end inserts at the end; below 0 at the front.
+    int Delete(int index, int count = 1);
+    int Insert(int index, char character);
+    int Insert(int index, LPCSTR text);
+
+    // The next piece between characters of `tokens` from `start` on; `start` moves behind it and becomes -1 when there is
+    // none left. Runs of such characters separate once.
+    CString Tokenize(LPCSTR tokens, int& start) const;
+
+    // Formats as the C library's printf does in the C locale. A text object passed for %s is passed as its characters.
+    template <class... Args>
+    void Format(LPCSTR format, const Args&... args)
+    {
+        Empty();
+        FormatPlain(format, Plain(args)...);
+    }
+    template <class... Args>
+    void AppendFormat(LPCSTR format, const Args&... args)
+    {
+        FormatPlain(format, Plain(args)...);
+    }
+    void FormatV(LPCSTR format, va_list args);
+    void AppendFormatV(LPCSTR format, va_list args);
+
+    // The same for every run and platform of one build; equal texts have equal hashes.
+    std::size_t Hash() const noexcept { return std::hash<std::string_view>{}(View()); }
+
+    friend bool operator==(const CString& a, const CString& b) noexcept
+    {
+        // Equal inside forms are equal bytes, and so are two copies of one shared text.
+        return a.m_rep.word == b.m_rep.word || (!(a.IsInside() && b.IsInside()) && a.View() == b.View());
+    }
+    friend bool operator==(const CString& a, LPCSTR b) noexcept { return a.View() == ViewOf(b); }
+    friend std::strong_ordering operator<=>(const CString& a, const CString& b) noexcept { return a.View() <=> b.View(); }
+    friend std::strong_ordering operator<=>(const CString& a, LPCSTR b) noexcept { return a.View() <=> ViewOf(b); }
+    friend CString operator+(const CString& a, const CString& b) { return Joined(a.View(), b.View()); }
+    friend CString operator+(const CString& a, LPCSTR b) { return Joined(a.View(), ViewOf(b)); }
+    friend CString operator+(LPCSTR a, const CString& b) { return Joined(ViewOf(a), b.View()); }
+    friend CString operator+(const CString& a, char b) { return Joined(a.View(), {&b, 1}); }
+    friend CString operator+(char a, const CString& b) { return Joined({&a, 1}, b.View()); }
+
+private:
+    // Eight bytes: the lowest bit of the word tells the two forms apart. Set: the text itself lies here, its length in the
+    // other bits of that byte and up to six characters and the terminator in the remaining ones. Clear: the address of a
+    // shared block.
+    union Rep
+    {
+        unsigned long long word = kEmpty;
+        char bytes[8];
+    };
+    static constexpr bool kLittle = std::endian::native == std::endian::little;
+    static constexpr unsigned long long kEmpty = 1;
+    static constexpr int kTag = kLittle ? 0 : 7;
+    static constexpr int kText = kLittle ? 1 : 0;
+    static constexpr std::size_t kInsideCapacity = 6;
+    struct Block;
+
+    bool IsInside() const noexcept { return (m_rep.word & 1U) != 0; }
+    Block* Shared() const noexcept;
+    void AddReference() const noexcept;
+    void Release() noexcept;
+    int SharedLength() const noexcept;
+    LPCSTR SharedText() const noexcept;
+    void Assign(const char* text, std::size_t length);
+    // A buffer that only this object uses, of at least `capacity` characters, keeping the text.
+    char* Unshare(std::size_t capacity);
+    void SetLengthInPlace(std::size_t length) noexcept;
+    void AppendBytes(const char* text, std::size_t length);
+    void FormatPlain(LPCSTR format, ...);
+    static std::string_view ViewOf(LPCSTR text) noexcept { return text != nullptr ? std::string_view(text) : ""; }
+    static CString Joined(std::string_view a, std::string_view b);
+    template <class T>
+    static decltype(auto) Plain(const T& value) noexcept
+    {
+        if constexpr (std::is_same_v<T, CString>)
+            return value.GetString();
+        else if constexpr (std::is_array_v<T>)
+            return static_cast<const std::remove_extent_t<T>*>(value);
+        else
+            return T(value);
+    }
+
+    Rep m_rep;
+};
+
+template <>
+struct std::hash<CString>
+{
+    std::size_t operator()(const CString& text) const noexcept { return text.Hash(); }
+};

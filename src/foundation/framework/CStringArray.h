@@ -1,0 +1,24 @@
+#pragma once
+
+#include "foundation/framework/CArray.h"
+#include "foundation/framework/CString.h"
+
+extern template class JOBX_API CArray<CString, const CString&>;
+
+// The framework's list of texts; copies are deep.
+class JOBX_API CStringArray : public CArray<CString, const CString&>
+{
+public:
+    CStringArray();
+    CStringArray(const CStringArray& other);
+    CStringArray& operator=(const CStringArray& other);
+    ~CStringArray() override;
+
+    static const CRuntimeClass* GetThisClass();
+    const CRuntimeClass* GetRuntimeClass() const override;
+    // The count, then every text in the archive's string form.
+    void Serialize(CArchive& archive) override;
+
+    // Same size and texts equal one by one, case-sensitive.
+    bool operator==(const CStringArray& other) const;
+};
