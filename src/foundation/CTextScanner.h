@@ -1,0 +1,196 @@
+// How every reader of the library walks a text file: lines as views of one buffer, blank-separated fields, numbers.
+#pragma once
+
+#include "foundation/NumberText.h"
+#include "foundation/corekit/CFileBytes.h"
+#include "foundation/framework/AsciiText.h"
+#include "foundation/framework/CString.h"
+
+#include <cstring>
+#include <string_view>
+
+// The text without white space (blank, tab, VT, FF, CR, LF) at its start, its end, or both.
+inline std::string_view TrimmedLeft(std::string_view text) noexcept
+{
+    while (!text.empty() && IsAsciiSpace(text.front()))
+        text.remove_prefix(1);
+    return text;
+}
+
+inline std::string_view TrimmedRight(std::string_view text) noexcept
+{
+    while (!text.empty() && IsAsciiSpace(text.back()))
+        text.remove_suffix(1);
+    return text;
+}
+
+inline std::string_view Trimmed(std::string_view text) noexcept
+{
+    return TrimmedRight(TrimmedLeft(text));
+}
+
+// The text without the leading characters that equal `character`.
+inline std::string_view WithoutLeading(std::string_view text, char character) noexcept
+{
+    while (!text.empty() && text.front() == character)
+        text.remove_prefix(1);
+    return text;
+}
+
+// Whether the text begins with the keyword, letters of the text taken in upper case; the keyword is written in upper
+// case.
+inline bool BeginsWith(std::string_view text, std::string_view upperKeyword) noexcept
+{
+    if (text.size() < upperKeyword.size())
+        return false;
+    for (std::size_t i = 0; i < upperKeyword.size(); ++i)
+        if (AsciiUpper(text[i]) != upperKeyword[i])
+            return false;
+    return true;
+}
+
+// The value of a key line: what follows the first "=", trimmed; a line without "=" is its own value.
+inline std::string_view KeyValue(std::string_view line) noexcept
+{
+    const std::size_t equals = line.find('=');
+    return equals == std::string_view::npos ? line : Trimmed(line.substr(equals + 1));
+}
+
+// Takes blank-separated fields from the front of a trimmed text. Only the blank separates; a run of blanks counts as
+// one. After each field the rest is trimmed at both ends. The last field has no blank behind it and takes all that is
+// left; once nothing is left every further call answers false and leaves its argument as it was.
+class CFieldScanner
+{
+public:
+    explicit CFieldScanner(std::string_view text) noexcept : m_at(text.data()), m_end(text.data() + text.size()) {}
+
+    bool IsAtEnd() const noexcept { return m_at == m_end; }
+    // What has not been taken yet.
+    std::string_view Rest() const noexcept { return {m_at, static_cast<std::size_t>(m_end - m_at)}; }
+    bool HasBlank() const noexcept { return Rest().find(' ') != std::string_view::npos; }
+
+    // The next field as text.
+    bool Text(std::string_view& field) noexcept
+    {
+        if (m_at == m_end)
+            return false;
+        const char* const begin = m_at;
+        SkipFieldFrom(begin);
+        const char* const blank = m_fieldEnd;
+        field = {begin, static_cast<std::size_t>(blank - begin)};
+        return true;
+    }
+    bool Text(CString& value)
+    {
+        std::string_view field;
+        if (!Text(field))
+            return false;
+        value = field;
+        return true;
+    }
+    bool Skip() noexcept
+    {
+        std::string_view field;
+        return Text(field);
+    }
+    // The next field as the number it begins with; a field that is no number gives 0.
+    bool Real(double& value) noexcept
+    {
+        if (m_at == m_end)
+            return false;
+        const auto read = ReadReal(m_at, m_end);
+        value = read.value;
+        SkipFieldFrom(read.end);
+        return true;
+    }
+    bool Integer(int& value) noexcept
+    {
+        if (m_at == m_end)
+            return false;
+        const auto read = ReadInteger(m_at, m_end);
+        value = read.value;
+        SkipFieldFrom(read.end);
+        return true;
+    }
+
+private:
+    // Moves behind the field that reaches from `at` to the next blank, and behind the white space that follows.
+    void SkipFieldFrom(const char* at) noexcept
+    {
+        while (at != m_end && *at != ' ')
+            ++at;
+        m_fieldEnd = at;
+        while (at != m_end && IsAsciiSpace(*at))
+            ++at;
+        m_at = at;
+    }
+
+    const char* m_at;
+    const char* m_end;
+    const char* m_fieldEnd = nullptr;
+};
+
+// A text file, read whole, line by line. LF or CRLF ends a line, the last line needs no end; a NUL byte ends the text
+// of its line. Lines are trimmed at both ends and are views into the scanner's buffer: valid as long as the scanner
+// lives.
+class CTextScanner
+{
+public:
+    // Reads the file at `path`; only regular files are read. `sourceFile` and `line` tell the diagnostics who asked.
+    CTextScanner(const CString& path, const char* sourceFile, int line)
+        : m_wasRead(m_bytes.Load(path, sourceFile, line))
+    {
+        Start(m_bytes.View());
+    }
+    // Scans a text that the caller keeps.
+    explicit CTextScanner(std::string_view text) : m_wasRead(true) { Start(text); }
+
+    // False when the file could not be opened or read; there are no lines then.
+    bool WasRead() const noexcept { return m_wasRead; }
+
+    // Moves to the next line that is not empty; false at the end.
+    bool NextLine() noexcept
+    {
+        while (NextAnyLine())
+            if (!m_line.empty())
+                return true;
+        return false;
+    }
+
+    // Moves to the next line, also when it is empty; false at the end.
+    bool NextAnyLine() noexcept
+    {
+        if (m_at == m_end)
+            return false;
+        const auto* newline = static_cast<const char*>(std::memchr(m_at, '\n', static_cast<std::size_t>(m_end - m_at)));
+        const char* const lineEnd = newline != nullptr ? newline : m_end;
+        m_line = Trimmed(TextOf({m_at, static_cast<std::size_t>(lineEnd - m_at)}));
+        m_at = newline != nullptr ? newline + 1 : m_end;
+        ++m_lineNumber;
+        return true;
+    }
+
+    std::string_view Line() const noexcept { return m_line; }
+    // Of the current line; the first line of the file is 1.
+    int LineNumber() const noexcept { return m_lineNumber; }
+
+private:
+    void Start(std::string_view text) noexcept
+    {
+        m_at = text.data();
+        m_end = m_at + text.size();
+        m_hasNul = std::memchr(m_at, '\0', text.size()) != nullptr;
+    }
+    std::string_view TextOf(std::string_view line) const noexcept
+    {
+        return m_hasNul ? line.substr(0, line.find('\0')) : line;
+    }
+
+    CFileBytes m_bytes;
+    bool m_wasRead;
+    bool m_hasNul = false;
+    int m_lineNumber = 0;
+    const char* m_at = nullptr;
+    const char* m_end = nullptr;
+    std::string_view m_line;
+};

@@ -1,0 +1,99 @@
+// The one home of reading numbers. Nothing here depends on a locale.
+#pragma once
+
+#include <cmath>
+#include <cstdint>
+#include <limits>
+#include <string_view>
+
+// A number and where its text ended; `end` is the start of the text when it holds no number (the value is then 0).
+template <class T>
+struct NumberRead
+{
+    T value;
+    const char* end;
+};
+
+// As atof in the C locale: leading white space, a sign, then digits with a point and an exponent, a hexadecimal number,
+// "inf", "infinity" or "nan", letters in any case; what follows is ignored and text without a number reads as 0. The
+// result is the nearest double; beyond its range it is infinity or 0 with the sign.
+NumberRead<double> ReadRealSlowly(const char* begin, const char* end) noexcept;
+
+namespace number_text
+{
+// The powers of ten that a double holds exactly.
+inline constexpr double kPowersOfTen[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,  1e10, 1e11,
+                                          1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+inline constexpr int kMaxFastDigits = 18; // always fit into 64 bits
+
+constexpr bool IsDigit(char c) noexcept
+{
+    return static_cast<unsigned char>(c - '0') < 10;
+}
+} // namespace number_text
+
+// As ReadRealSlowly, with a short way for plain decimal numbers: an integer below 2^53 divided by an exact power of ten
+// is correctly rounded (Clinger, "How to Read Floating Point Numbers Accurately", 1990).
+inline NumberRead<double> ReadReal(const char* begin, const char* end) noexcept
+{
+    using namespace number_text;
+    const char* at = begin;
+    const bool negative = at != end && *at == '-';
+    at += negative ? 1 : 0;
+    const char* const digits = at;
+    std::uint64_t mantissa = 0;
+    while (at != end && IsDigit(*at))
+        mantissa = mantissa * 10 + static_cast<std::uint64_t>(*at++ - '0');
+    auto count = at - digits;
+    std::ptrdiff_t fraction = 0;
+    if (at != end && *at == '.')
+    {
+        const char* const point = ++at;
+        while (at != end && IsDigit(*at))
+            mantissa = mantissa * 10 + static_cast<std::uint64_t>(*at++ - '0');
+        fraction = at - point;
+        count += fraction;
+    }
+    constexpr std::uint64_t kExact = 1ULL << 53U;
+    const bool plain = at == end || (*at | 0x20) < 'a'; // no letter of an exponent, a hexadecimal or another number
+    if (count == 0 || count > kMaxFastDigits || mantissa > kExact || !plain)
+        return ReadRealSlowly(begin, end);
+    const double value = static_cast<double>(mantissa) / kPowersOfTen[fraction];
+    return {negative ? -value : value, at};
+}
+
+// As atoi: leading white space, a sign, digits; what follows is ignored and text without a number reads as 0. A number
+// outside 32 bits becomes the nearest one inside.
+inline NumberRead<std::int32_t> ReadInteger(const char* begin, const char* end) noexcept
+{
+    using namespace number_text;
+    const char* at = begin;
+    while (at != end && (*at == ' ' || (*at >= '\t' && *at <= '\r')))
+        ++at;
+    const bool negative = at != end && *at == '-';
+    if (at != end && (*at == '-' || *at == '+'))
+        ++at;
+    const char* const digits = at;
+    constexpr std::int64_t kEnough = std::int64_t{1} << 33U;
+    std::int64_t value = 0;
+    for (; at != end && IsDigit(*at); ++at)
+        if (value < kEnough)
+            value = value * 10 + (*at - '0');
+    if (at == digits)
+        return {0, begin};
+    value = negative ? -value : value;
+    constexpr std::int64_t kLow = std::numeric_limits<std::int32_t>::min();
+    constexpr std::int64_t kHigh = std::numeric_limits<std::int32_t>::max();
+    return {static_cast<std::int32_t>(value < kLow ? kLow : value > kHigh ? kHigh : value), at};
+}
+
+// The number at the start of a text.
+inline double ParseReal(std::string_view text) noexcept
+{
+    return ReadReal(text.data(), text.data() + text.size()).value;
+}
+
+inline std::int32_t ParseInteger(std::string_view text) noexcept
+{
+    return ReadInteger(text.data(), text.data() + text.size()).value;
+}
