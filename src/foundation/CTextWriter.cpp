@@ -1,0 +1,82 @@
+#include "foundation/CTextWriter.h"
+
+#include "foundation/corekit/CKUtility.h"
+
+#include <cerrno>
+#include <charconv>
+
+CTextWriter::CTextWriter(const CString& path, const char* sourceFile, int line)
+    : m_owned(true), m_path(path), m_sourceFile(sourceFile), m_line(line)
+{
+    m_stream = std::fopen(path, "w");
+    if (m_stream == nullptr)
+        CKUtility::GetInstance()->Report(m_sourceFile, m_line, "write", m_path, errno);
+    else
+        std::setvbuf(m_stream, nullptr, _IONBF, 0); // one buffer is enough
+}
+
+CTextWriter::CTextWriter(std::FILE* stream) : m_stream(stream) {}
+
+CTextWriter::~CTextWriter()
+{
+    Flush();
+    if (m_owned && m_stream != nullptr && std::fclose(m_stream) != 0 && !m_failed)
+        CKUtility::GetInstance()->Report(m_sourceFile, m_line, "write", m_path, errno);
+}
+
+void CTextWriter::Emit(const char* data, std::size_t size) noexcept
+{
+    if (m_stream == nullptr || m_failed || size == 0)
+        return;
+    if (std::fwrite(data, 1, size, m_stream) == size)
+        return;
+    m_failed = true;
+    CKUtility::GetInstance()->Report(m_sourceFile, m_line, "write", m_path, errno);
+}
+
+void CTextWriter::Flush() noexcept
+{
+    Emit(m_buffer.data(), m_used);
+    m_used = 0;
+}
+
+CTextWriter& CTextWriter::WriteLong(std::string_view text)
+{
+    Flush();
+    if (text.size() > m_buffer.size())
+    {
+        Emit(text.data(), text.size());
+        return *this;
+    }
+    return *this << text;
+}
+
+char* CTextWriter::Room(std::size_t size)
+{
+    if (size > m_buffer.size() - m_used)
+        Flush();
+    return m_buffer.data() + m_used;
+}
+
+CTextWriter& CTextWriter::operator<<(int number)
+{
+    char* const at = Room(kLongestNumber);
+    m_used = static_cast<std::size_t>(std::to_chars(at, at + kLongestNumber, number).ptr - m_buffer.data());
+    return *this;
+}
+
+CTextWriter& CTextWriter::operator<<(Fixed number)
+{
+    char* const at = Room(kLongestNumber);
+    const auto end = std::to_chars(at, at + kLongestNumber, number.value, std::chars_format::fixed, 6);
+    m_used = static_cast<std::size_t>(end.ptr - m_buffer.data());
+    return *this;
+}
+
+CTextWriter& CTextWriter::operator<<(General number)
+{
+    char* const at = Room(kLongestNumber);
+    const auto end = std::to_chars(at, at + kLongestNumber, number.value, std::chars_format::general, 6);
+    m_used = static_cast<std::size_t>(end.ptr - m_buffer.data());
+    return *this;
+}
