@@ -10,6 +10,7 @@ class CFile;
 
 // A binary archive over a file: values one after the other, little-endian, without names or padding.
 // Ownership: borrows the file, which must outlive it; the destructor closes the archive (not the file).
+// Units:     counts and sizes in bytes, unless said otherwise.
 // Results:   end of data, a length that cannot be read, loading from a storing archive (and the reverse) raise
 //            CArchiveException; the file's own errors raise CFileException.
 // Threads:   one thread at a time.
@@ -19,10 +20,11 @@ public:
     enum Mode
     {
         store = 0,
-        load = 1
+        load = 1,
+        bNoFlushOnDelete = 2 // the destructor neither flushes nor closes
     };
-    // `bufferSize` in bytes; less than 128 is taken as 128.
-    CArchive(CFile* file, UINT mode, int bufferSize = 4096);
+    // `bufferSize` in bytes; less than 128 is taken as 128. A buffer of the caller's is accepted and stays unused.
+    CArchive(CFile* file, UINT mode, int bufferSize = 4096, void* buffer = nullptr);
     CArchive(const CArchive&) = delete;
     CArchive& operator=(const CArchive&) = delete;
     // Closes the archive; a failure to write the rest is dropped here (call Close to see it).
@@ -30,7 +32,7 @@ public:
 
     BOOL IsLoading() const;
     BOOL IsStoring() const;
-    CFile* GetFile() const;
+    CFile* GetFile() const; // null after Close and Abort
 
     // Reads up to `size` bytes and returns how many there were.
     UINT Read(void* buffer, UINT size);
@@ -41,6 +43,8 @@ public:
     void Flush();
     // Flushes and lets go of the file.
     void Close();
+    // Lets go of the file and drops what was not handed to it yet.
+    void Abort();
 
     // A count: 16 bits below 0xFFFF, else 0xFFFF and 32 bits below 0xFFFFFFFF, else that and 64 bits.
     void WriteCount(ULONGLONG count);
@@ -56,10 +60,15 @@ public:
     CArchive& operator<<(float value);
     CArchive& operator<<(double value);
     CArchive& operator<<(char value);
+#if defined(_WIN32)
+    CArchive& operator<<(LONG value);
+    CArchive& operator<<(DWORD value);
+#endif
     CArchive& operator<<(bool value);
     // The length (one byte below 0xFF; 0xFF and 16 bits below 0xFFFE; 0xFF, 0xFFFF and 32 bits below 0xFFFFFFFF; then
     // 64 bits), then the characters without terminator.
     CArchive& operator<<(const CString& value);
+    CArchive& operator<<(const void*) = delete; // would be stored as a bool
     CArchive& operator>>(BYTE& value);
     CArchive& operator>>(WORD& value);
     CArchive& operator>>(short& value);
@@ -70,6 +79,10 @@ public:
     CArchive& operator>>(float& value);
     CArchive& operator>>(double& value);
     CArchive& operator>>(char& value);
+#if defined(_WIN32)
+    CArchive& operator>>(LONG& value);
+    CArchive& operator>>(DWORD& value);
+#endif
     CArchive& operator>>(bool& value);
     // Also takes the wide form (0xFF, 0xFFFE, the length again, UTF-16 units), which becomes UTF-8.
     CArchive& operator>>(CString& value);
@@ -79,11 +92,16 @@ private:
     void StoreValue(T value);
     template <class T>
     void LoadValue(T& value);
+    void RequireStoring() const;
+    void RequireLoading() const;
     void FlushStored();
+    bool Refill();
+    ULONGLONG LoadLength(bool& wide);
+    [[noreturn]] void Throw(int cause) const;
 
     CFile* m_pFile;
     UINT m_nMode;
     std::size_t m_nBufferSize;
-    std::vector<BYTE> m_buffer;
-    std::size_t m_nAt = 0; // next byte of the buffer to read, when loading
+    std::vector<BYTE> m_buffer; // storing: not handed to the file yet; loading: read from it ahead
+    std::size_t m_nAt = 0;      // next byte of the buffer to read, when loading
 };

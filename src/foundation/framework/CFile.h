@@ -7,8 +7,10 @@
 #include <cstdio>
 
 // The framework's binary file.
+// Units:     positions, counts and lengths in bytes.
 // Ownership: closes its file in the destructor; not copyable.
-// Results:   Open answers FALSE; every other failure raises CFileException (deleted by who catches it).
+// Results:   Open answers FALSE; every other failure raises CFileException (deleted by who catches it), a null buffer
+//            for a count above 0 raises CInvalidArgException. An operation on a closed file raises CFileException.
 // Threads:   one thread at a time.
 class JOBX_API CFile : public CObject
 {
@@ -46,97 +48,62 @@ public:
     static const CRuntimeClass* GetThisClass();
     const CRuntimeClass* GetRuntimeClass() const override;
 
-    // Opens `fileName`; TRUE when done, else FALSE with the reason in `error` when that is given. An open file is closed
-    // first. The share flags are accepted and have no effect where the system has no such locks.
+    // Opens `fileName`; TRUE when done, else FALSE with the reason in `error` when that is given. An open file is
+    // closed first. Only modeCreate makes or empties a file. A directory is refused. The share flags are accepted and
+    // have no effect where the system has no such locks.
     virtual BOOL Open(LPCSTR fileName, UINT openFlags, CFileException* error = nullptr);
     virtual BOOL IsOpen() const;
     // Reads up to `count` bytes and returns how many there were; fewer mean the end of the file.
     virtual UINT Read(void* buffer, UINT count);
     virtual void Write(const void* buffer, UINT count);
-    // Moves to `offset` bytes from the begin, the current position or the end; returns the new position.
+    // Moves to `offset` bytes from the begin, the current position or the end; returns the new position. A position
+    // past the end is kept, one before the begin raises CFileException.
     virtual ULONGLONG Seek(__int64 offset, UINT from);
     virtual ULONGLONG GetPosition() const;
     virtual ULONGLONG GetLength() const;
+    // Cuts the file, or makes it longer with zero bytes, and moves to the new end.
     virtual void SetLength(ULONGLONG newLength);
     // Hands everything written to the system.
     virtual void Flush();
-    // Closes; a failure to write the rest raises CFileException, the file is closed all the same.
+    // Closes; a failure to write the rest raises CFileException, the file is closed all the same. Nothing happens when
+    // no file is open.
     virtual void Close();
     // Closes and drops every failure.
     virtual void Abort();
 
     void SeekToBegin();
     ULONGLONG SeekToEnd();
-    CString GetFilePath() const; // as given to Open, "" when none is open
-    CString GetFileName() const; // its last component
-    void SetFilePath(LPCSTR path);
+    virtual CString GetFilePath() const;  // as given to Open, "" when none is open
+    virtual CString GetFileName() const;  // its last component
+    virtual CString GetFileTitle() const; // its last component without the extension
+    virtual void SetFilePath(LPCSTR path);
 
+    // Deletes a file; a directory is refused.
     static void Remove(LPCSTR fileName);
+    // Renames a file or directory; an existing one is never replaced.
     static void Rename(LPCSTR oldName, LPCSTR newName);
 
 protected:
+    enum class LastUse
+    {
+        none,
+        reading,
+        writing
+    };
+    // Opens with the C library's buffer or without one; results as Open.
+    BOOL OpenStream(LPCSTR fileName, UINT openFlags, CFileException* error, bool buffered);
+    // To be called before each direct use of the stream: it is open for that use and was switched over to it.
+    void BeginReading();
+    void BeginWriting();
     [[noreturn]] void ThrowErrno(int error) const;
+
     std::FILE* m_pStream = nullptr;
     CString m_strFilePath;
-};
-
-// A file in memory that grows by `growBytes`; offsets and sizes in bytes.
-// Ownership: owns its block, unless one was attached; Detach hands the block to the caller, who frees it with std::free.
-class JOBX_API CMemFile : public CFile
-{
-public:
-    explicit CMemFile(UINT growBytes = 1024);
-    CMemFile(const BYTE* buffer, UINT size); // attached for reading; not owned
-    ~CMemFile() override;
-
-    static const CRuntimeClass* GetThisClass();
-    const CRuntimeClass* GetRuntimeClass() const override;
-
-    // Uses the caller's block: with a growth of 0 it is never reallocated, and writing past it raises CFileException.
-    void Attach(BYTE* buffer, UINT size, UINT growBytes = 0);
-    // Gives up the block and empties the file; the caller owns what it gets (null when there was none).
-    BYTE* Detach();
-    // The file's bytes, valid until the next operation that changes the file.
-    const BYTE* GetBufferPtr() const;
-
-    BOOL Open(LPCSTR fileName, UINT openFlags, CFileException* error = nullptr) override; // FALSE: has no name
-    BOOL IsOpen() const override;
-    UINT Read(void* buffer, UINT count) override;
-    void Write(const void* buffer, UINT count) override;
-    ULONGLONG Seek(__int64 offset, UINT from) override;
-    ULONGLONG GetPosition() const override;
-    ULONGLONG GetLength() const override;
-    void SetLength(ULONGLONG newLength) override;
-    void Flush() override;
-    void Close() override;
-    void Abort() override;
 
 private:
-    void Reserve(std::size_t size);
+    void RequireOpen() const;
 
-    BYTE* m_pBuffer = nullptr;
-    std::size_t m_nSize = 0;
-    std::size_t m_nCapacity = 0;
-    std::size_t m_nPosition = 0;
-    std::size_t m_nGrowBytes;
-    bool m_bOwned = true;
-};
-
-// The framework's text file. LF and CRLF both end a line when reading; "\n" is written as it is.
-class JOBX_API CStdioFile : public CFile
-{
-public:
-    CStdioFile();
-    CStdioFile(LPCSTR fileName, UINT openFlags);
-    explicit CStdioFile(std::FILE* stream); // takes the stream and closes it
-    ~CStdioFile() override;
-
-    static const CRuntimeClass* GetThisClass();
-    const CRuntimeClass* GetRuntimeClass() const override;
-
-    // The next line without its line end; FALSE at the end of the file.
-    BOOL ReadString(CString& line);
-    // The next line with its line end, at most `size` - 1 characters and a terminator; null at the end of the file.
-    LPSTR ReadString(LPSTR buffer, UINT size);
-    void WriteString(LPCSTR text);
+    CString m_strOpenedPath; // absolute: stays true when the current directory changes
+    UINT m_nAccess = modeReadWrite;
+    LastUse m_lastUse = LastUse::none;
 };
