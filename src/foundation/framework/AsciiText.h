@@ -6,11 +6,20 @@
 
 inline constexpr const char* kAsciiSpace = " \t\n\v\f\r";
 
-constexpr char AsciiUpper(char c) noexcept { return c >= 'a' && c <= 'z' ? static_cast<char>(c - ('a' - 'A')) : c; }
+constexpr char AsciiUpper(char c) noexcept
+{
+    return c >= 'a' && c <= 'z' ? static_cast<char>(c - ('a' - 'A')) : c;
+}
 
-constexpr char AsciiLower(char c) noexcept { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c; }
+constexpr char AsciiLower(char c) noexcept
+{
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c;
+}
 
-constexpr bool IsAsciiSpace(char c) noexcept { return c == ' ' || (c >= '\t' && c <= '\r'); }
+constexpr bool IsAsciiSpace(char c) noexcept
+{
+    return c == ' ' || (c >= '\t' && c <= '\r');
+}
 
 // Below, at or above 0 as `a` sorts before, with or after `b`, letters taken in lower case.
 inline int AsciiCompareNoCase(std::string_view a, std::string_view b) noexcept

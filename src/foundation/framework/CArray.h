@@ -164,8 +164,8 @@ public:
         m_nSize -= count;
     }
 
-    // The count and then the elements as they lie in memory. Pointers have no archived form: an array of pointers stores
-    // a count of zero, and a stored count above zero raises the archive exception on loading.
+    // The count and then the elements as they lie in memory. Pointers have no archived form: an array of pointers
+    // stores a count of zero, and a stored count above zero raises the archive exception on loading.
     void Serialize(CArchive& archive) override
     {
         CObject::Serialize(archive);
@@ -181,7 +181,8 @@ public:
         RemoveAll();
         const ULONGLONG count = archive.ReadCount();
         if constexpr (kBytes)
-            for (ULONGLONG i = 0; i < count; ++i) // the count is not believed: a short archive ends this by its exception
+            for (ULONGLONG i = 0; i < count;
+                 ++i) // the count is not believed: a short archive ends this by its exception
             {
                 TYPE element{};
                 archive.ReadExactly(&element, sizeof(TYPE));

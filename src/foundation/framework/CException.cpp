@@ -27,11 +27,17 @@ BOOL CException::GetErrorMessage(LPSTR buffer, UINT size) const
 
 CMemoryException::CMemoryException() : CException(FALSE) {}
 
-CString CMemoryException::GetMessageText() const { return "Out of memory."; }
+CString CMemoryException::GetMessageText() const
+{
+    return "Out of memory.";
+}
 
 CInvalidArgException::CInvalidArgException() : CException(FALSE) {}
 
-CString CInvalidArgException::GetMessageText() const { return "An argument is not valid."; }
+CString CInvalidArgException::GetMessageText() const
+{
+    return "An argument is not valid.";
+}
 
 CFileException::CFileException(int cause, LONG osError, CString fileName)
     : CException(TRUE), m_cause(cause), m_lOsError(osError), m_strFileName(std::move(fileName))
@@ -133,4 +139,7 @@ void AfxThrowFileException(int cause, LONG osError, LPCSTR fileName)
     throw new CFileException(cause, osError, fileName);
 }
 
-void AfxThrowArchiveException(int cause, LPCSTR fileName) { throw new CArchiveException(cause, fileName); }
+void AfxThrowArchiveException(int cause, LPCSTR fileName)
+{
+    throw new CArchiveException(cause, fileName);
+}

@@ -1,6 +1,9 @@
 #include "foundation/framework/CObject.h"
 
-CObject* CRuntimeClass::CreateObject() const { return m_pfnCreateObject != nullptr ? m_pfnCreateObject() : nullptr; }
+CObject* CRuntimeClass::CreateObject() const
+{
+    return m_pfnCreateObject != nullptr ? m_pfnCreateObject() : nullptr;
+}
 
 BOOL CRuntimeClass::IsDerivedFrom(const CRuntimeClass* base) const
 {
@@ -18,7 +21,10 @@ const CRuntimeClass* CObject::GetThisClass()
     return &kClass;
 }
 
-const CRuntimeClass* CObject::GetRuntimeClass() const { return GetThisClass(); }
+const CRuntimeClass* CObject::GetRuntimeClass() const
+{
+    return GetThisClass();
+}
 
 void CObject::Serialize(CArchive& /*archive*/) {}
 
@@ -26,6 +32,12 @@ void CObject::AssertValid() const {}
 
 void CObject::Dump(CDumpContext& /*context*/) const {}
 
-BOOL CObject::IsSerializable() const { return GetRuntimeClass()->m_wSchema != 0xFFFF ? TRUE : FALSE; }
+BOOL CObject::IsSerializable() const
+{
+    return GetRuntimeClass()->m_wSchema != 0xFFFF ? TRUE : FALSE;
+}
 
-BOOL CObject::IsKindOf(const CRuntimeClass* other) const { return GetRuntimeClass()->IsDerivedFrom(other); }
+BOOL CObject::IsKindOf(const CRuntimeClass* other) const
+{
+    return GetRuntimeClass()->IsDerivedFrom(other);
+}

@@ -11,11 +11,11 @@ class CObject;
 // Ownership: instances are static and live as long as the program; nobody deletes them.
 struct JOBX_API CRuntimeClass
 {
-    LPCSTR m_lpszClassName = nullptr;             // the class's own name
-    int m_nObjectSize = 0;                        // sizeof of the class, in bytes
-    UINT m_wSchema = 0xFFFF;                      // 0xFFFF: not serialisable
-    CObject* (*m_pfnCreateObject)() = nullptr;    // null for a class that cannot be created by name
-    const CRuntimeClass* m_pBaseClass = nullptr;  // null for CObject
+    LPCSTR m_lpszClassName = nullptr;            // the class's own name
+    int m_nObjectSize = 0;                       // sizeof of the class, in bytes
+    UINT m_wSchema = 0xFFFF;                     // 0xFFFF: not serialisable
+    CObject* (*m_pfnCreateObject)() = nullptr;   // null for a class that cannot be created by name
+    const CRuntimeClass* m_pBaseClass = nullptr; // null for CObject
 
     // A new object of the class, owned by the caller; null when the class cannot be created.
     CObject* CreateObject() const;

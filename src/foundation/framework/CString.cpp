@@ -25,9 +25,15 @@ namespace
 {
 constexpr std::size_t kMaxLength = std::numeric_limits<int>::max() - 64;
 
-std::string_view OrEmpty(LPCSTR text) noexcept { return text != nullptr ? std::string_view(text) : std::string_view(); }
+std::string_view OrEmpty(LPCSTR text) noexcept
+{
+    return text != nullptr ? std::string_view(text) : std::string_view();
+}
 
-int Position(std::size_t found) noexcept { return found == std::string_view::npos ? -1 : static_cast<int>(found); }
+int Position(std::size_t found) noexcept
+{
+    return found == std::string_view::npos ? -1 : static_cast<int>(found);
+}
 
 std::size_t Clamped(int count, std::size_t limit) noexcept
 {
@@ -40,7 +46,10 @@ CString::Block* CString::Shared() const noexcept
     return reinterpret_cast<Block*>(static_cast<std::uintptr_t>(m_rep.word)); // NOLINT(performance-no-int-to-ptr)
 }
 
-void CString::AddReference() const noexcept { Shared()->references.fetch_add(1, std::memory_order_relaxed); }
+void CString::AddReference() const noexcept
+{
+    Shared()->references.fetch_add(1, std::memory_order_relaxed);
+}
 
 void CString::Release() noexcept
 {
@@ -50,9 +59,15 @@ void CString::Release() noexcept
         std::free(block);
 }
 
-int CString::SharedLength() const noexcept { return Shared()->length; }
+int CString::SharedLength() const noexcept
+{
+    return Shared()->length;
+}
 
-LPCSTR CString::SharedText() const noexcept { return Shared()->Text(); }
+LPCSTR CString::SharedText() const noexcept
+{
+    return Shared()->Text();
+}
 
 void CString::SetLengthInPlace(std::size_t length) noexcept
 {
@@ -120,7 +135,10 @@ CString::CString(LPCSTR text) : CString(OrEmpty(text)) {}
 
 CString::CString(LPCSTR text, int length) : CString(std::string_view(text, Clamped(length, kMaxLength))) {}
 
-CString::CString(std::string_view text) { Assign(text.data(), text.size()); }
+CString::CString(std::string_view text)
+{
+    Assign(text.data(), text.size());
+}
 
 CString::CString(char character, int repeat)
 {
@@ -168,7 +186,10 @@ char CString::GetAt(int index) const
     return GetString()[index];
 }
 
-char CString::operator[](int index) const { return GetAt(index); }
+char CString::operator[](int index) const
+{
+    return GetAt(index);
+}
 
 void CString::SetAt(int index, char character)
 {
@@ -177,9 +198,15 @@ void CString::SetAt(int index, char character)
     Unshare(static_cast<std::size_t>(GetLength()))[index] = character;
 }
 
-void CString::SetString(LPCSTR text) { *this = text; }
+void CString::SetString(LPCSTR text)
+{
+    *this = text;
+}
 
-void CString::SetString(LPCSTR text, int length) { Assign(text, Clamped(length, kMaxLength)); }
+void CString::SetString(LPCSTR text, int length)
+{
+    Assign(text, Clamped(length, kMaxLength));
+}
 
 LPSTR CString::GetBuffer(int minLength)
 {
@@ -197,8 +224,8 @@ LPSTR CString::GetBufferSetLength(int length)
 
 void CString::ReleaseBuffer(int length)
 {
-    ReleaseBufferSetLength(length >= 0 ? length : static_cast<int>(strnlen(GetString(), static_cast<std::size_t>(
-                                                                                           GetAllocLength()))));
+    ReleaseBufferSetLength(
+        length >= 0 ? length : static_cast<int>(strnlen(GetString(), static_cast<std::size_t>(GetAllocLength()))));
 }
 
 void CString::ReleaseBufferSetLength(int length)
@@ -214,7 +241,10 @@ int CString::GetAllocLength() const noexcept
     return IsInside() ? static_cast<int>(kInsideCapacity) : Shared()->capacity;
 }
 
-void CString::Preallocate(int length) { GetBuffer(length); }
+void CString::Preallocate(int length)
+{
+    GetBuffer(length);
+}
 
 void CString::FreeExtra()
 {
@@ -257,7 +287,10 @@ CString& CString::operator+=(const CString& text)
     return *this;
 }
 
-CString& CString::operator+=(LPCSTR text) { return *this += OrEmpty(text); }
+CString& CString::operator+=(LPCSTR text)
+{
+    return *this += OrEmpty(text);
+}
 
 CString& CString::operator+=(char character)
 {
@@ -271,17 +304,35 @@ CString& CString::operator+=(std::string_view text)
     return *this;
 }
 
-void CString::Append(LPCSTR text) { *this += text; }
+void CString::Append(LPCSTR text)
+{
+    *this += text;
+}
 
-void CString::Append(LPCSTR text, int length) { AppendBytes(text, Clamped(length, kMaxLength)); }
+void CString::Append(LPCSTR text, int length)
+{
+    AppendBytes(text, Clamped(length, kMaxLength));
+}
 
-void CString::Append(const CString& text) { *this += text; }
+void CString::Append(const CString& text)
+{
+    *this += text;
+}
 
-void CString::AppendChar(char character) { *this += character; }
+void CString::AppendChar(char character)
+{
+    *this += character;
+}
 
-CString CString::Left(int count) const { return CString(View().substr(0, Clamped(count, View().size()))); }
+CString CString::Left(int count) const
+{
+    return CString(View().substr(0, Clamped(count, View().size())));
+}
 
-CString CString::Mid(int first) const { return CString(View().substr(Clamped(first, View().size()))); }
+CString CString::Mid(int first) const
+{
+    return CString(View().substr(Clamped(first, View().size())));
+}
 
 CString CString::Mid(int first, int count) const
 {
@@ -289,7 +340,10 @@ CString CString::Mid(int first, int count) const
     return CString(rest.substr(0, Clamped(count, rest.size())));
 }
 
-CString CString::Right(int count) const { return CString(View().substr(View().size() - Clamped(count, View().size()))); }
+CString CString::Right(int count) const
+{
+    return CString(View().substr(View().size() - Clamped(count, View().size())));
+}
 
 CString CString::SpanIncluding(LPCSTR characters) const
 {
@@ -311,17 +365,35 @@ int CString::Find(LPCSTR text, int start) const noexcept
     return start < 0 || text == nullptr ? -1 : Position(View().find(text, static_cast<std::size_t>(start)));
 }
 
-int CString::FindOneOf(LPCSTR characters) const noexcept { return Position(View().find_first_of(OrEmpty(characters))); }
+int CString::FindOneOf(LPCSTR characters) const noexcept
+{
+    return Position(View().find_first_of(OrEmpty(characters)));
+}
 
-int CString::ReverseFind(char character) const noexcept { return Position(View().rfind(character)); }
+int CString::ReverseFind(char character) const noexcept
+{
+    return Position(View().rfind(character));
+}
 
-CString& CString::Trim() { return Trim(kAsciiSpace); }
+CString& CString::Trim()
+{
+    return Trim(kAsciiSpace);
+}
 
-CString& CString::Trim(char target) { return TrimRight(target).TrimLeft(target); }
+CString& CString::Trim(char target)
+{
+    return TrimRight(target).TrimLeft(target);
+}
 
-CString& CString::Trim(LPCSTR targets) { return TrimRight(targets).TrimLeft(targets); }
+CString& CString::Trim(LPCSTR targets)
+{
+    return TrimRight(targets).TrimLeft(targets);
+}
 
-CString& CString::TrimLeft() { return TrimLeft(kAsciiSpace); }
+CString& CString::TrimLeft()
+{
+    return TrimLeft(kAsciiSpace);
+}
 
 CString& CString::TrimLeft(char target)
 {
@@ -337,7 +409,10 @@ CString& CString::TrimLeft(LPCSTR targets)
     return *this;
 }
 
-CString& CString::TrimRight() { return TrimRight(kAsciiSpace); }
+CString& CString::TrimRight()
+{
+    return TrimRight(kAsciiSpace);
+}
 
 CString& CString::TrimRight(char target)
 {
@@ -378,13 +453,25 @@ CString& CString::MakeReverse()
     return *this;
 }
 
-int CString::Compare(LPCSTR text) const noexcept { return View().compare(OrEmpty(text)); }
+int CString::Compare(LPCSTR text) const noexcept
+{
+    return View().compare(OrEmpty(text));
+}
 
-int CString::CompareNoCase(LPCSTR text) const noexcept { return AsciiCompareNoCase(View(), OrEmpty(text)); }
+int CString::CompareNoCase(LPCSTR text) const noexcept
+{
+    return AsciiCompareNoCase(View(), OrEmpty(text));
+}
 
-int CString::Collate(LPCSTR text) const noexcept { return Compare(text); }
+int CString::Collate(LPCSTR text) const noexcept
+{
+    return Compare(text);
+}
 
-int CString::CollateNoCase(LPCSTR text) const noexcept { return CompareNoCase(text); }
+int CString::CollateNoCase(LPCSTR text) const noexcept
+{
+    return CompareNoCase(text);
+}
 
 int CString::Replace(char from, char to)
 {

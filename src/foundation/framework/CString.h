@@ -129,8 +129,8 @@ public:
     int Insert(int index, char character);
     int Insert(int index, LPCSTR text);
 
-    // The next piece between characters of `tokens` from `start` on; `start` moves behind it and becomes -1 when there is
-    // none left. Runs of such characters separate once.
+    // The next piece between characters of `tokens` from `start` on; `start` moves behind it and becomes -1 when there
+    // is none left. Runs of such characters separate once.
     CString Tokenize(LPCSTR tokens, int& start) const;
 
     // Formats as the C library's printf does in the C locale. A text object passed for %s is passed as its characters.
@@ -157,7 +157,10 @@ public:
         return a.m_rep.word == b.m_rep.word || (!(a.IsInside() && b.IsInside()) && a.View() == b.View());
     }
     friend bool operator==(const CString& a, LPCSTR b) noexcept { return a.View() == ViewOf(b); }
-    friend std::strong_ordering operator<=>(const CString& a, const CString& b) noexcept { return a.View() <=> b.View(); }
+    friend std::strong_ordering operator<=>(const CString& a, const CString& b) noexcept
+    {
+        return a.View() <=> b.View();
+    }
     friend std::strong_ordering operator<=>(const CString& a, LPCSTR b) noexcept { return a.View() <=> ViewOf(b); }
     friend CString operator+(const CString& a, const CString& b) { return Joined(a.View(), b.View()); }
     friend CString operator+(const CString& a, LPCSTR b) { return Joined(a.View(), ViewOf(b)); }
@@ -166,9 +169,9 @@ public:
     friend CString operator+(char a, const CString& b) { return Joined({&a, 1}, b.View()); }
 
 private:
-    // Eight bytes: the lowest bit of the word tells the two forms apart. Set: the text itself lies here, its length in the
-    // other bits of that byte and up to six characters and the terminator in the remaining ones. Clear: the address of a
-    // shared block.
+    // Eight bytes: the lowest bit of the word tells the two forms apart. Set: the text itself lies here, its length in
+    // the other bits of that byte and up to six characters and the terminator in the remaining ones. Clear: the address
+    // of a shared block.
     union Rep
     {
         unsigned long long word = kEmpty;

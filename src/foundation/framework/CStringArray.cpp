@@ -6,7 +6,10 @@ template class CArray<CString, const CString&>;
 
 CStringArray::CStringArray() = default;
 
-CStringArray::CStringArray(const CStringArray& other) : CArray() { Copy(other); }
+CStringArray::CStringArray(const CStringArray& other) : CArray()
+{
+    Copy(other);
+}
 
 CStringArray& CStringArray::operator=(const CStringArray& other)
 {
@@ -23,7 +26,10 @@ const CRuntimeClass* CStringArray::GetThisClass()
     return &kClass;
 }
 
-const CRuntimeClass* CStringArray::GetRuntimeClass() const { return GetThisClass(); }
+const CRuntimeClass* CStringArray::GetRuntimeClass() const
+{
+    return GetThisClass();
+}
 
 void CStringArray::Serialize(CArchive& archive)
 {

@@ -11,9 +11,15 @@ struct Utf8Character
     std::string_view View() const noexcept { return {bytes, length}; }
 };
 
-constexpr bool IsHighSurrogate(char32_t unit) noexcept { return unit >= 0xD800 && unit <= 0xDBFF; }
+constexpr bool IsHighSurrogate(char32_t unit) noexcept
+{
+    return unit >= 0xD800 && unit <= 0xDBFF;
+}
 
-constexpr bool IsLowSurrogate(char32_t unit) noexcept { return unit >= 0xDC00 && unit <= 0xDFFF; }
+constexpr bool IsLowSurrogate(char32_t unit) noexcept
+{
+    return unit >= 0xDC00 && unit <= 0xDFFF;
+}
 
 constexpr char32_t FromSurrogates(char32_t high, char32_t low) noexcept
 {
