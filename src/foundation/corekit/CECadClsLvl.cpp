@@ -1,0 +1,3 @@
+#include "foundation/corekit/CECadClsLvl.h"
+
+CECadClsLvl::~CECadClsLvl() = default;

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "foundation/JobxExport.h"
+#include "foundation/framework/CString.h"
+#include "foundation/framework/CStringArray.h"
+
+// A labelled list of texts: what a record says about itself to a design tool.
+// Ownership: holds its texts by value; copies are deep.
+// Threads:   different objects may be used at once; sharing one needs the caller's lock.
+class JOBX_API CECadClsLvl
+{
+public:
+    CECadClsLvl() = default;
+    explicit CECadClsLvl(const CString& label) : m_sLabel(label) {}
+    CECadClsLvl(const CECadClsLvl&) = default;
+    CECadClsLvl& operator=(const CECadClsLvl&) = default;
+    virtual ~CECadClsLvl();
+
+    const CString& GetLabel() const { return m_sLabel; }
+    void SetLabel(const CString& label) { m_sLabel = label; }
+    const CStringArray& GetItemList() const { return m_arrItems; }
+    void AddItem(const CString& item) { m_arrItems.Add(item); } // at the end
+
+    CString m_sLabel;
+    CStringArray m_arrItems;
+};

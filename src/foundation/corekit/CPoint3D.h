@@ -1,0 +1,62 @@
+#pragma once
+
+#include "foundation/CExPtrArray.h"
+#include "foundation/JobxExport.h"
+#include "foundation/corekit/CValueArray.h"
+
+// A point in space, in double precision.
+// Units:     the unit of the file it came from, inch or millimetre.
+// Ownership: a plain value.
+// Threads:   different objects may be used at once; sharing one needs the caller's lock.
+class JOBX_API CPoint3D
+{
+public:
+    CPoint3D() = default;
+    CPoint3D(double newX, double newY, double newZ) : x(newX), y(newY), z(newZ) {}
+    CPoint3D(const CPoint3D&) = default;
+    CPoint3D& operator=(const CPoint3D&) = default;
+    virtual ~CPoint3D();
+    virtual CPoint3D* clone() const; // the caller owns the copy
+
+    // Exact, without any tolerance; a point always equals itself.
+    bool operator==(const CPoint3D& other) const
+    {
+        return this == &other || (x == other.x && y == other.y && z == other.z);
+    }
+
+    void GetData(double& valueX, double& valueY, double& valueZ) const
+    {
+        valueX = x;
+        valueY = y;
+        valueZ = z;
+    }
+    void SetData(double newX, double newY, double newZ)
+    {
+        x = newX;
+        y = newY;
+        z = newZ;
+    }
+    double GetZ() const { return z; }
+    void SetZ(double newZ) { z = newZ; }
+
+    double x = 0.0;
+    double y = 0.0;
+    double z = 0.0;
+};
+
+extern template class JOBX_API CExPtrArray<CPoint3D*, CPoint3D*>;
+extern template class JOBX_API CArray<CPoint3D, const CPoint3D&>;
+extern template class JOBX_API CValueArray<CPoint3D>;
+
+// A list of points in space, held by value.
+class JOBX_API CArrayPoint3D : public CValueArray<CPoint3D>
+{
+public:
+    CArrayPoint3D() = default;
+    CArrayPoint3D(const CArrayPoint3D&) = default;
+    CArrayPoint3D(CArrayPoint3D&&) noexcept = default;
+    CArrayPoint3D& operator=(const CArrayPoint3D&) = default;
+    CArrayPoint3D& operator=(CArrayPoint3D&&) noexcept = default;
+    ~CArrayPoint3D() override;
+    virtual CArrayPoint3D* clone() const; // the caller owns the copy
+};

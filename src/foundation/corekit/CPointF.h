@@ -1,0 +1,28 @@
+#pragma once
+
+#include "foundation/JobxExport.h"
+
+class CArchive;
+
+// A point in single precision.
+// Units:     the unit of the file it came from, inch or millimetre.
+// Ownership: a plain value.
+// Threads:   different objects may be used at once; sharing one needs the caller's lock.
+class JOBX_API CPointF
+{
+public:
+    CPointF() = default;
+    CPointF(float newX, float newY) : x(newX), y(newY) {}
+    CPointF(const CPointF&) = default;
+    CPointF& operator=(const CPointF&) = default;
+    virtual ~CPointF();
+
+    // Exact, without any tolerance; a point always equals itself.
+    bool operator==(const CPointF& other) const { return this == &other || (x == other.x && y == other.y); }
+
+    // Stores or loads x and then y, 32 bits each. Too short an archive raises CArchiveException.
+    virtual void Serialize(CArchive& archive);
+
+    float x = 0.0F;
+    float y = 0.0F;
+};

@@ -1,0 +1,69 @@
+#pragma once
+
+#include "foundation/CExPtrArray.h"
+#include "foundation/JobxExport.h"
+#include "foundation/corekit/CValueArray.h"
+
+// A pair of 32-bit integers: a grid point, or a count in x and in y.
+// Ownership: a plain value.
+// Threads:   different objects may be used at once; sharing one needs the caller's lock.
+class JOBX_API CPointN
+{
+public:
+    CPointN() = default;
+    CPointN(int newX, int newY) : x(newX), y(newY) {}
+    CPointN(const CPointN&) = default;
+    CPointN& operator=(const CPointN&) = default;
+    virtual ~CPointN();
+
+    bool operator==(const CPointN& other) const { return x == other.x && y == other.y; }
+
+    void Init() { SetData(0, 0); } // back to (0, 0)
+    void SetData(int newX, int newY)
+    {
+        x = newX;
+        y = newY;
+    }
+    void SetX(int newX) { x = newX; }
+    void SetY(int newY) { y = newY; }
+    int GetX() const { return x; }
+    int GetY() const { return y; }
+    void GetX(int& value) const { value = x; }
+    void GetY(int& value) const { value = y; }
+
+    int x = 0;
+    int y = 0;
+};
+
+extern template class JOBX_API CArray<CPointN, const CPointN&>;
+extern template class JOBX_API CValueArray<CPointN>;
+
+// A list of integer points, held by value.
+class JOBX_API CArrayPointN : public CValueArray<CPointN>
+{
+public:
+    CArrayPointN() = default;
+    CArrayPointN(const CArrayPointN&) = default;
+    CArrayPointN(CArrayPointN&&) noexcept = default;
+    CArrayPointN& operator=(const CArrayPointN&) = default;
+    CArrayPointN& operator=(CArrayPointN&&) noexcept = default;
+    ~CArrayPointN() override;
+    virtual CArrayPointN* clone() const; // the caller owns the copy
+};
+
+extern template class JOBX_API CExPtrArray<CArrayPointN*, CArrayPointN*>;
+extern template class JOBX_API CArray<CArrayPointN, const CArrayPointN&>;
+extern template class JOBX_API CValueArray<CArrayPointN>;
+
+// A list of integer point lists, held by value.
+class JOBX_API CArrayPointN_Array : public CValueArray<CArrayPointN>
+{
+public:
+    CArrayPointN_Array() = default;
+    CArrayPointN_Array(const CArrayPointN_Array&) = default;
+    CArrayPointN_Array(CArrayPointN_Array&&) noexcept = default;
+    CArrayPointN_Array& operator=(const CArrayPointN_Array&) = default;
+    CArrayPointN_Array& operator=(CArrayPointN_Array&&) noexcept = default;
+    ~CArrayPointN_Array() override;
+    virtual CArrayPointN_Array* clone() const; // the caller owns the copy
+};

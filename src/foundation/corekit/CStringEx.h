@@ -1,0 +1,55 @@
+#pragma once
+
+#include "foundation/JobxExport.h"
+#include "foundation/corekit/CValueArray.h"
+#include "foundation/framework/CString.h"
+
+// A text that can be read as a number.
+// Results:   text that does not begin with a number reads as 0; white space before the number and anything behind it
+//            is ignored; no locale takes part.
+// Ownership: a plain value.
+// Threads:   different objects may be used at once; sharing one needs the caller's lock.
+class JOBX_API CStringEx
+{
+public:
+    CStringEx() = default;
+    CStringEx(const CString& text) : m_sText(text) {}
+    CStringEx(const char* text) : m_sText(text) {}
+    CStringEx(const CStringEx&) = default;
+    CStringEx(CStringEx&&) noexcept = default;
+    CStringEx& operator=(const CStringEx&) = default;
+    CStringEx& operator=(CStringEx&&) noexcept = default;
+    virtual ~CStringEx();
+
+    // Case-sensitive.
+    bool operator==(const CStringEx& other) const { return m_sText == other.m_sText; }
+
+    const CString& GetText() const { return m_sText; }
+    // The decimal number that the text begins with; a real also in hexadecimal, as infinity or as nan.
+    double ToDouble() const;
+    // The same as an integer; outside 32 bits it is the nearest one inside.
+    int ToInteger() const;
+    operator int() const { return ToInteger(); }
+    operator float() const { return static_cast<float>(ToDouble()); }
+    operator double() const { return ToDouble(); }
+
+    CString m_sText;
+};
+
+extern template class JOBX_API CArray<CStringEx, const CStringEx&>;
+extern template class JOBX_API CValueArray<CStringEx>;
+
+// A list of such texts, held by value.
+class JOBX_API CStringExArray : public CValueArray<CStringEx>
+{
+public:
+    CStringExArray() = default;
+    CStringExArray(const CStringExArray&) = default;
+    CStringExArray(CStringExArray&&) noexcept = default;
+    CStringExArray& operator=(const CStringExArray&) = default;
+    CStringExArray& operator=(CStringExArray&&) noexcept = default;
+    ~CStringExArray() override;
+
+    // Whether an element equals `text`, case-sensitive.
+    bool bStringInArray(const CString& text) const;
+};

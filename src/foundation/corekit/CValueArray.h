@@ -1,0 +1,46 @@
+#pragma once
+
+#include "foundation/framework/CArray.h"
+
+#include <algorithm>
+#include <utility>
+
+// A growable array of values that can be copied, moved and compared; the base of the core kit's arrays.
+// Ownership: holds its elements by value; copies are deep, self-assignment keeps them.
+// Results:   as CArray: a bad index raises CInvalidArgException, exhausted memory CMemoryException.
+// Threads:   different arrays may be used at once; sharing one needs the caller's lock.
+template <class TYPE, class ARG_TYPE = const TYPE&>
+class CValueArray : public CArray<TYPE, ARG_TYPE>
+{
+public:
+    CValueArray() = default;
+    CValueArray(const CValueArray& other) : CArray<TYPE, ARG_TYPE>() { this->Copy(other); }
+    CValueArray(CValueArray&& other) noexcept { Swap(other); }
+    CValueArray& operator=(const CValueArray& other)
+    {
+        this->Copy(other);
+        return *this;
+    }
+    CValueArray& operator=(CValueArray&& other) noexcept
+    {
+        Swap(other);
+        return *this;
+    }
+    ~CValueArray() override = default;
+
+    // Exchanges the elements of the two arrays without copying them.
+    void Swap(CValueArray& other) noexcept
+    {
+        std::swap(this->m_pData, other.m_pData);
+        std::swap(this->m_nSize, other.m_nSize);
+        std::swap(this->m_nMaxSize, other.m_nMaxSize);
+        std::swap(this->m_nGrowBy, other.m_nGrowBy);
+    }
+
+    // Same size and elements equal one by one; an array always equals itself.
+    bool operator==(const CValueArray& other) const
+    {
+        return this == &other ||
+               std::equal(this->m_pData, this->m_pData + this->m_nSize, other.m_pData, other.m_pData + other.m_nSize);
+    }
+};
