@@ -1,0 +1,123 @@
+#pragma once
+
+#include "foundation/CExPtrArray.h"
+#include "foundation/corekit/CPointD.h"
+#include "foundation/framework/CStringArray.h"
+
+#include <cstdio>
+
+// One outline record of a package or pin. The reader makes plain ones, which keep keyword and parameters as text; the
+// subclasses carry geometry, and a unit change turns into them what it can (see CJOBXdataPkgObjArray::vMakeGeometry).
+// Units:     lengths of the subclasses in the unit of the file; texts are never rewritten.
+// Ownership: owned by its array; copies are deep. Copy with clone: an assignment would cut a subclass down.
+// Threads:   different objects may be used at once; sharing one needs the caller's lock.
+class JOBX_API CJOBXdataPkgObj
+{
+public:
+    CJOBXdataPkgObj() = default;
+    CJOBXdataPkgObj(const CJOBXdataPkgObj&) = default;
+    CJOBXdataPkgObj& operator=(const CJOBXdataPkgObj&) = default;
+    virtual ~CJOBXdataPkgObj();
+    virtual CJOBXdataPkgObj* clone() const; // a copy of the same class; the caller owns it
+
+    // Same line number, keyword and parameters, letter case included. The line number takes part on purpose: the same
+    // outline on two lines is two outlines. Geometry takes no part.
+    bool operator==(const CJOBXdataPkgObj& other) const;
+
+    // Multiplies the geometry that the keyword names by `factor`; a plain record and one whose keyword does not fit its
+    // class have none and stay as they are.
+    void UnitConvert(const double& factor);
+    // The subclass's form, or keyword and parameters of a plain record; nothing for a subclass whose keyword does not
+    // fit it. A null file writes nothing.
+    void WriteODBData(std::FILE* file) const;
+
+    int m_nLineNumber = 0;        // in the file it came from, counted from 1
+    CStringArray m_arrParameters; // as they stood in the file
+    CString m_sKeyword;           // "CR", "SQ", "RC", "CT", "OB", "OS", "OC", "OE", "CE", or whatever stood there
+};
+
+extern template class JOBX_API CExPtrArray<CJOBXdataPkgObj*, CJOBXdataPkgObj*>;
+
+// The outline records of a package or pin in file order; owns them.
+class JOBX_API CJOBXdataPkgObjArray : public COwningPtrArray<CJOBXdataPkgObj>
+{
+public:
+    CJOBXdataPkgObjArray() = default;
+    CJOBXdataPkgObjArray(const CJOBXdataPkgObjArray& other); // new records of the same classes; nulls are left out
+    CJOBXdataPkgObjArray& operator=(const CJOBXdataPkgObjArray& other);
+    ~CJOBXdataPkgObjArray() override;
+    virtual CJOBXdataPkgObjArray* clone() const; // the caller owns the copy
+
+    // Compares at the positions of `other`; an empty `other` equals anything, which is intended.
+    bool operator==(const CJOBXdataPkgObjArray& other) const;
+
+    // Turns plain records into the subclass with their geometry: "CR", "SQ" and "RC" whose parameters are exactly the
+    // numbers of that shape, and a run from "CT" to "CE" of well-formed contour records into one contour. Line number
+    // and parameters are kept. What does not parse stays plain.
+    void vMakeGeometry();
+    // vMakeGeometry, then every record's UnitConvert.
+    void UnitConvert(const double& factor);
+    // Every record. A null file writes nothing.
+    void WriteODBData(std::FILE* file) const;
+};
+
+// A round outline, keyword "CR".
+class JOBX_API CJOBXdataPkgObjCircle : public CJOBXdataPkgObj
+{
+public:
+    CJOBXdataPkgObjCircle();
+    CJOBXdataPkgObjCircle(const CJOBXdataPkgObjCircle&) = default;
+    CJOBXdataPkgObjCircle& operator=(const CJOBXdataPkgObjCircle&) = default;
+    ~CJOBXdataPkgObjCircle() override;
+    CJOBXdataPkgObjCircle* clone() const override;
+
+    void UnitConvert(const double& factor);
+    void SetCenterPoint(double x, double y) { m_ptCenter.SetData(x, y); }
+    void SetCenterPt(CPointD center) { m_ptCenter = center; } // NOLINT(performance-unnecessary-value-param)
+    void SetRadius(double radius) { m_dRadius = radius; }
+    CPointD GetCenterPt() const { return m_ptCenter; }
+    double GetRadius() const { return m_dRadius; }
+
+    CPointD m_ptCenter;
+    double m_dRadius = 0.0;
+};
+
+// A square outline, keyword "SQ".
+class JOBX_API CJOBXdataPkgObjSquare : public CJOBXdataPkgObj
+{
+public:
+    CJOBXdataPkgObjSquare();
+    CJOBXdataPkgObjSquare(const CJOBXdataPkgObjSquare&) = default;
+    CJOBXdataPkgObjSquare& operator=(const CJOBXdataPkgObjSquare&) = default;
+    ~CJOBXdataPkgObjSquare() override;
+    CJOBXdataPkgObjSquare* clone() const override;
+
+    void UnitConvert(const double& factor);
+
+    CPointD m_ptCenter;
+    double m_dHalfSide = 0.0;
+};
+
+// A rectangular outline, keyword "RC".
+class JOBX_API CJOBXdataPkgObjRectangle : public CJOBXdataPkgObj
+{
+public:
+    CJOBXdataPkgObjRectangle();
+    CJOBXdataPkgObjRectangle(const CJOBXdataPkgObjRectangle&) = default;
+    CJOBXdataPkgObjRectangle& operator=(const CJOBXdataPkgObjRectangle&) = default;
+    ~CJOBXdataPkgObjRectangle() override;
+    CJOBXdataPkgObjRectangle* clone() const override;
+
+    void UnitConvert(const double& factor);
+    void SetLowerLeftPoint(double x, double y) { m_ptLowerLeft.SetData(x, y); }
+    void SetLowerLeftPt(CPointD corner) { m_ptLowerLeft = corner; } // NOLINT(performance-unnecessary-value-param)
+    void SetWidth(double width) { m_dWidth = width; }
+    void SetHeight(double height) { m_dHeight = height; }
+    CPointD GetLowerLeftPt() const { return m_ptLowerLeft; }
+    double GetWidth() const { return m_dWidth; }
+    double GetHeight() const { return m_dHeight; }
+
+    double m_dWidth = 0.0;
+    double m_dHeight = 0.0;
+    CPointD m_ptLowerLeft;
+};

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "foundation/JobxExport.h"
+#include "foundation/framework/CString.h"
+
+class CJOBXdata;
+
+// The EDA directory of a step.
+// Ownership: owns its data object, made by the constructor and never null; not copyable.
+// Threads:   different objects may be used at once; sharing one needs the caller's lock.
+class JOBX_API CJOBXeda
+{
+public:
+    CJOBXeda();
+    CJOBXeda(const CJOBXeda&) = delete;
+    CJOBXeda& operator=(const CJOBXeda&) = delete;
+    virtual ~CJOBXeda();
+
+    // Reads the file "data" in the directory `edaDirectory`, found ignoring letter case, as CJOBXdata::ParseODBOfMFC
+    // does. 0 when the directory does not exist or the file cannot be opened.
+    int ParseODBOfMFC(CString edaDirectory);
+
+    CJOBXdata* const m_pData;
+};
