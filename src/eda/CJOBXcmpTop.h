@@ -1,0 +1,46 @@
+#pragma once
+
+#include "foundation/CExPtrArray.h"
+#include "foundation/JobxExport.h"
+#include "foundation/corekit/CPointD.h"
+#include "foundation/framework/CString.h"
+
+// A toeprint: where one pin of a placed component meets the board, and the net it belongs to.
+// Units:     lengths in the unit of the file it came from; the rotation in degrees as in the file.
+// Ownership: owned by its component's list; not copyable.
+// Threads:   different objects may be used at once; sharing one object needs the caller's lock.
+class JOBX_API CJOBXcmpTop
+{
+public:
+    CJOBXcmpTop();
+    CJOBXcmpTop(const CJOBXcmpTop&) = delete;
+    CJOBXcmpTop& operator=(const CJOBXcmpTop&) = delete;
+    virtual ~CJOBXcmpTop();
+
+    // Multiplies the location by `factor`.
+    void UnitConvert(const double& factor);
+
+    CString m_sName;
+    int m_nNet = -1;    // position of the net among the EDA data's nets
+    int m_nSubnet = -1; // position of the subnet in that net
+    int m_nMirror = 0;  // 1 mirrored, 0 not
+    double m_dRotation = 0.0;
+    CPointD m_ptLocation;
+    int m_nPin = -1; // position of the pin in the component's package
+};
+
+extern template class JOBX_API CExPtrArray<CJOBXcmpTop*, CJOBXcmpTop*>;
+
+// The toeprints of one component; owns them.
+class JOBX_API CJOBXcmpTopArray : public COwningPtrArray<CJOBXcmpTop>
+{
+public:
+    CJOBXcmpTopArray();
+    ~CJOBXcmpTopArray() override;
+
+    // The first toeprint of that pin, null when there is none; and its position, -1 when there is none.
+    CJOBXcmpTop* pGetCmpToeWithPinID(int pin) const;
+    int nGetCmpPinIndexWithPinID(int pin) const;
+
+    void UnitConvert(const double& factor);
+};

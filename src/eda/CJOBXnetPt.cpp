@@ -1,0 +1,45 @@
+#include "eda/CJOBXnetPt.h"
+
+template class CExPtrArray<CJOBXnetPt*, CJOBXnetPt*>;
+
+CJOBXnetPt::CJOBXnetPt() = default;
+
+CJOBXnetPt::~CJOBXnetPt() = default;
+
+const CStringArray& CJOBXnetPt::GetFlags() const
+{
+    static const CStringArray kNone;
+    return m_pFlags != nullptr ? *m_pFlags : kNone;
+}
+
+void CJOBXnetPt::AddFlag(const CString& flag)
+{
+    if (m_pFlags == nullptr)
+        m_pFlags = std::make_unique<CStringArray>();
+    m_pFlags->Add(flag);
+}
+
+void CJOBXnetPt::RemoveAllFlags()
+{
+    m_pFlags.reset();
+}
+
+void CJOBXnetPt::UnitConvert(const double& factor)
+{
+    m_dHeight *= factor;
+    m_dWidth *= factor;
+    m_ptPosition.UnitConvert(factor);
+    m_ptStaggeredPosition.UnitConvert(factor);
+    m_dRadius *= factor;
+}
+
+CJOBXnetPtArray::CJOBXnetPtArray() = default;
+
+CJOBXnetPtArray::~CJOBXnetPtArray() = default;
+
+void CJOBXnetPtArray::UnitConvert(const double& factor)
+{
+    for (__int64 i = 0; i < GetSize(); ++i)
+        if (CJOBXnetPt* const point = GetAt(i))
+            point->UnitConvert(factor);
+}

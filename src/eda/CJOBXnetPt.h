@@ -1,0 +1,56 @@
+#pragma once
+
+#include "foundation/CExPtrArray.h"
+#include "foundation/JobxExport.h"
+#include "foundation/corekit/CPointD.h"
+#include "foundation/framework/CString.h"
+#include "foundation/framework/CStringArray.h"
+
+#include <memory>
+
+// One test point of a net.
+// Units:     lengths in the unit of the file it came from.
+// Ownership: owned by its array; not copyable.
+// Threads:   different objects may be used at once; sharing one object needs the caller's lock.
+class JOBX_API CJOBXnetPt
+{
+public:
+    CJOBXnetPt();
+    CJOBXnetPt(const CJOBXnetPt&) = delete;
+    CJOBXnetPt& operator=(const CJOBXnetPt&) = delete;
+    virtual ~CJOBXnetPt();
+
+    // All further words of the point's line, in order; few points have any.
+    const CStringArray& GetFlags() const;
+    void AddFlag(const CString& flag);
+    void RemoveAllFlags();
+
+    // Multiplies every length by `factor`, except the staggered radius: that one stays, intended.
+    void UnitConvert(const double& factor);
+
+    CString m_sSide;          // top, bottom, both or inner
+    CString m_sStaggeredMark; // "staggered" when the point is
+    double m_dStaggeredRadius = 0.0;
+    CString m_sExposure;
+    CString m_sEndPoint;
+    double m_dHeight = 0.0; // second size of a point that is not round
+    double m_dWidth = 0.0;  // first size of a point that is not round
+    CPointD m_ptPosition;
+    CPointD m_ptStaggeredPosition;
+    double m_dRadius = 0.0; // 0 means a point that is not round, with width and height
+
+private:
+    std::unique_ptr<CStringArray> m_pFlags; // null means none: points come by the hundred thousand
+};
+
+extern template class JOBX_API CExPtrArray<CJOBXnetPt*, CJOBXnetPt*>;
+
+// The points of one net; owns them.
+class JOBX_API CJOBXnetPtArray : public COwningPtrArray<CJOBXnetPt>
+{
+public:
+    CJOBXnetPtArray();
+    ~CJOBXnetPtArray() override;
+
+    void UnitConvert(const double& factor);
+};

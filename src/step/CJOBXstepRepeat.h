@@ -1,0 +1,47 @@
+#pragma once
+
+#include "foundation/CExPtrArray.h"
+#include "foundation/JobxExport.h"
+#include "foundation/corekit/CPointD.h"
+#include "foundation/corekit/CPointN.h"
+#include "foundation/framework/CString.h"
+
+#include <cstdio>
+
+// One step-and-repeat entry: another step, where it is placed and how often it is repeated.
+// Units:     lengths in the unit of the file it came from; the angle in degrees.
+// Ownership: owned by its array; not copyable.
+// Threads:   different objects may be used at once; sharing one object needs the caller's lock.
+class JOBX_API CJOBXstepRepeat
+{
+public:
+    CJOBXstepRepeat();
+    CJOBXstepRepeat(const CJOBXstepRepeat&) = delete;
+    CJOBXstepRepeat& operator=(const CJOBXstepRepeat&) = delete;
+    virtual ~CJOBXstepRepeat();
+
+    // Multiplies position and pitch by `factor`; count, angle and texts stay.
+    void UnitConvert(const double& factor);
+
+    CString m_sName; // of the placed step
+    CPointD m_ptPosition;
+    CPointD m_ptPitch;     // between columns and between rows
+    CPointN m_ptCount;     // of columns and of rows
+    double m_dAngle = 0.0; // reading cuts a fraction off, intended
+    CString m_sMirror = "NO";
+    CString m_sFlip;
+};
+
+extern template class JOBX_API CExPtrArray<CJOBXstepRepeat*, CJOBXstepRepeat*>;
+
+// The step-and-repeat table of one step; owns its entries.
+class JOBX_API CJOBXstepRepeatArray : public COwningPtrArray<CJOBXstepRepeat>
+{
+public:
+    CJOBXstepRepeatArray();
+    ~CJOBXstepRepeatArray() override;
+
+    // Writes every entry to an open file; a null file writes nothing.
+    void WriteODBData(std::FILE* file) const;
+    void UnitConvert(const double& factor);
+};
