@@ -67,8 +67,9 @@ TEST(TempDir, MissingFileIsAnError)
     EXPECT_THROW(dir.Read("none"), std::runtime_error);
 }
 
-TEST(TestPaths, TestDataExists)
+TEST(TestPaths, SamplesAndDataExist)
 {
+    EXPECT_TRUE(std::filesystem::is_directory(SamplesDir() + "/blinker/matrix")) << SamplesDir();
     EXPECT_TRUE(std::filesystem::is_directory(TestDataDir())) << TestDataDir();
 }
 
