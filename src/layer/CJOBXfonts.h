@@ -1,0 +1,34 @@
+#pragma once
+
+#include "layer/CJOBXfontsStandard.h"
+
+// The job's stroke font: the file "standard" of the job's folder "fonts".
+// Units:     lengths in the unit of the job, inch or millimetre.
+// Ownership: owns its characters. Not copyable.
+// Results:   a malformed number reads as 0. Exhausted memory raises CMemoryException; what was read before stays.
+// Threads:   different objects may be used at once; sharing one needs the caller's lock.
+class JOBX_API CJOBXfonts
+{
+public:
+    CJOBXfonts();
+    CJOBXfonts(const CJOBXfonts&) = delete;
+    CJOBXfonts& operator=(const CJOBXfonts&) = delete;
+    virtual ~CJOBXfonts();
+
+    // Reads the file "standard" in this folder, its name in any letter case: characters are appended, sizes replaced.
+    // 0 when there is no such folder, else 1, also when the file cannot be opened.
+    int ParseStandardFont(const CString& folder);
+    // Replaces the folder "fonts" of this job folder, with everything in it, by a new one. The file "standard" is
+    // written into it only when the current directory holds a file of that name: intended, hosts rely on it. A folder
+    // or file that cannot be made is left out silently.
+    // What is written does not read back whole: the three sizes run together on the first line, the offset under the
+    // keyword of the x size. Intended.
+    void WriteStandardFont(const CString& jobFolder) const;
+    // Multiplies the sizes and every stroke's points by `factor`.
+    void UnitConvert(const double& factor);
+
+    double m_dXSize = 0.0;
+    double m_dYSize = 0.0;
+    double m_dOffset = 0.0;
+    CJOBXfontsStandardArray m_arrCharacters;
+};

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "layer/CJOBXfontsStandardObj.h"
+
+// One character of the job's font; owns its strokes. Not copyable.
+// Units:     lengths in the unit of the job, inch or millimetre.
+// Threads:   different objects may be used at once; sharing one needs the caller's lock.
+class JOBX_API CJOBXfontsStandard
+{
+public:
+    CJOBXfontsStandard();
+    CJOBXfontsStandard(const CJOBXfontsStandard&) = delete;
+    CJOBXfontsStandard& operator=(const CJOBXfontsStandard&) = delete;
+    virtual ~CJOBXfontsStandard();
+
+    // Multiplies every stroke's points by `factor`.
+    void UnitConvert(const double& factor);
+
+    CString m_sName; // the character as the file spells it
+    CJOBXfontsStandardObjArray m_arrStrokes;
+};
+
+extern template class JOBX_API CExPtrArray<CJOBXfontsStandard*, CJOBXfontsStandard*>;
+
+// The characters of a font in file order; owns them. Null entries are passed over.
+class JOBX_API CJOBXfontsStandardArray : public COwningPtrArray<CJOBXfontsStandard>
+{
+public:
+    CJOBXfontsStandardArray();
+    ~CJOBXfontsStandardArray() override;
+
+    // Each character's block, each beginning with a line end. A null file writes nothing.
+    void WriteODBData(FILE* file) const;
+    // Multiplies every stroke's points by `factor`.
+    void UnitConvert(const double& factor);
+};

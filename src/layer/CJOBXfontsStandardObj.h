@@ -1,0 +1,43 @@
+#pragma once
+
+#include "foundation/CExPtrArray.h"
+#include "foundation/corekit/CPointD.h"
+#include "foundation/framework/CString.h"
+
+#include <cstdio>
+
+// One stroke of a character of the job's font. Not copyable.
+// Units:     lengths in the unit of the job, inch or millimetre.
+// Threads:   different objects may be used at once; sharing one needs the caller's lock.
+class JOBX_API CJOBXfontsStandardObj
+{
+public:
+    CJOBXfontsStandardObj();
+    CJOBXfontsStandardObj(const CJOBXfontsStandardObj&) = delete;
+    CJOBXfontsStandardObj& operator=(const CJOBXfontsStandardObj&) = delete;
+    virtual ~CJOBXfontsStandardObj();
+
+    // Multiplies both points by `factor`; the width stays.
+    void UnitConvert(const double& factor);
+
+    CPointD m_ptStart;
+    CPointD m_ptEnd;
+    CString m_sPolarity = "P";
+    CString m_sShape = "R";
+    double m_dWidth = 0.0;
+};
+
+extern template class JOBX_API CExPtrArray<CJOBXfontsStandardObj*, CJOBXfontsStandardObj*>;
+
+// The strokes of a character in file order; owns them. Null entries are passed over.
+class JOBX_API CJOBXfontsStandardObjArray : public COwningPtrArray<CJOBXfontsStandardObj>
+{
+public:
+    CJOBXfontsStandardObjArray();
+    ~CJOBXfontsStandardObjArray() override;
+
+    // One line for each stroke. A null file writes nothing.
+    void WriteODBData(FILE* file) const;
+    // Multiplies every stroke's points by `factor`.
+    void UnitConvert(const double& factor);
+};
