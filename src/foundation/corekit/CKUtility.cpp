@@ -1,0 +1,435 @@
+#include "foundation/corekit/CKUtility.h"
+
+#include "foundation/corekit/CFileBytes.h"
+#include "foundation/corekit/CReplacingFile.h"
+#include "foundation/corekit/LzwDecoder.h"
+#include "foundation/framework/AsciiText.h"
+#include "foundation/framework/MemoryGuard.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <system_error>
+#include <vector>
+
+namespace fs = std::filesystem;
+
+namespace
+{
+#if defined(_WIN32)
+constexpr std::string_view kSeparators = "/\\";
+#else
+constexpr std::string_view kSeparators = "/";
+#endif
+constexpr std::string_view kCompressedSuffix = ".Z";
+constexpr std::string_view kEveryFile = "*.*";
+
+std::string_view WithoutTrailingSeparators(std::string_view path)
+{
+    return path.substr(0, path.find_last_not_of(kSeparators) + 1);
+}
+
+// The same, but a root stays a root.
+std::string_view DirectoryText(std::string_view path)
+{
+    const std::string_view trimmed = WithoutTrailingSeparators(path);
+    return trimmed.empty() ? path.substr(0, 1) : trimmed;
+}
+
+std::string_view LastComponent(std::string_view path)
+{
+    const std::string_view trimmed = WithoutTrailingSeparators(path);
+    return trimmed.substr(trimmed.find_last_of(kSeparators) + 1);
+}
+
+// The system would take the text before a NUL for the whole path.
+bool IsPossible(const CString& path)
+{
+    return path.Find('\0') < 0;
+}
+
+bool IsNotThere(const std::error_code& error)
+{
+    return error == std::errc::no_such_file_or_directory || error == std::errc::not_a_directory;
+}
+
+// Whether the name fits the pattern: "*" any characters, "?" any one, letters in any case. When a later part does not
+// fit, only the last "*" has to take more, so no pattern takes longer than its length times the name's.
+bool Matches(std::string_view name, std::string_view pattern)
+{
+    std::size_t n = 0;
+    std::size_t p = 0;
+    std::size_t star = std::string_view::npos;
+    std::size_t starTook = 0;
+    while (n < name.size())
+    {
+        if (p < pattern.size() && pattern[p] == '*')
+        {
+            star = p++;
+            starTook = n;
+        }
+        else if (p < pattern.size() && (pattern[p] == '?' || AsciiLower(pattern[p]) == AsciiLower(name[n])))
+        {
+            ++n;
+            ++p;
+        }
+        else if (star != std::string_view::npos)
+        {
+            n = ++starTook;
+            p = star + 1;
+        }
+        else
+        {
+            return false;
+        }
+    }
+    return pattern.find_first_not_of('*', p) == std::string_view::npos;
+}
+
+// Calls `visit` with each entry of a directory; the error that ended it, if one did.
+template <class Visit>
+std::error_code ForEachEntry(const fs::path& directory, Visit visit)
+{
+    std::error_code error;
+    const fs::directory_iterator end;
+    for (fs::directory_iterator entry(directory, error); !error && entry != end; entry.increment(error))
+        visit(*entry);
+    return error;
+}
+
+struct EntryKind
+{
+    bool isFile;      // links followed
+    bool isDirectory; // links followed
+    bool isLink;
+};
+
+// Asks the system only for links and where the directory itself does not tell.
+EntryKind KindOf(const fs::directory_entry& entry)
+{
+    std::error_code error;
+    const bool isLink = entry.is_symlink(error);
+    const bool isFile = entry.is_regular_file(error);
+    const EntryKind kind{isFile, !isFile && entry.is_directory(error), isLink};
+    if (error && !IsNotThere(error)) // a link to nowhere is just no file
+        CKUtility::GetInstance()->Report("", 0, "examine", CString(std::string_view(entry.path().string())),
+                                         error.value());
+    return kind;
+}
+
+// Appends to `list`, sorted, the paths of all entries of `directory`, and of its subdirectories when asked to, for
+// which `isWanted(entry, kind)` holds. The directories still to do are kept in a list, so that depth costs no stack.
+template <class IsWanted>
+void AppendEntries(const CString& directory, bool recurse, CStringArray& list, IsWanted isWanted)
+{
+    if (!IsPossible(directory))
+    {
+        CKUtility::GetInstance()->Report("", 0, "list", directory, EINVAL);
+        return;
+    }
+    std::vector<std::string> found;
+    std::vector<fs::path> pending{fs::path(DirectoryText(directory.View()))};
+    const auto visit = [&](const fs::directory_entry& entry)
+    {
+        const EntryKind kind = KindOf(entry);
+        if (isWanted(entry, kind))
+            found.push_back(entry.path().string());
+        if (recurse && kind.isDirectory && !kind.isLink)
+            pending.push_back(entry.path());
+    };
+    while (!pending.empty())
+    {
+        const fs::path current = std::move(pending.back());
+        pending.pop_back();
+        if (const std::error_code error = ForEachEntry(current, visit))
+            CKUtility::GetInstance()->Report("", 0, "list", CString(std::string_view(current.string())), error.value());
+    }
+    std::sort(found.begin(), found.end());
+    INT_PTR at = list.GetSize();
+    list.SetSize(at + static_cast<INT_PTR>(found.size()));
+    for (const std::string& path : found)
+        list[at++] = std::string_view(path);
+}
+
+// The entry of a directory that equals `name` ignoring letter case, the first in byte order.
+std::optional<std::string> FindIgnoringCase(const CString& directory, std::string_view name, const CString& sourceFile,
+                                            int line)
+{
+    std::optional<std::string> best;
+    const std::error_code error =
+        ForEachEntry(fs::path(directory.IsEmpty() ? "." : DirectoryText(directory.View())),
+                     [&](const fs::directory_entry& entry)
+                     {
+                         std::string candidate = entry.path().filename().string();
+                         if (AsciiEqualNoCase(candidate, name) && (!best || candidate < *best))
+                             best = std::move(candidate);
+                     });
+    if (error && !IsNotThere(error))
+        CKUtility::GetInstance()->Report(sourceFile, line, "list", directory, error.value());
+    return best;
+}
+
+// The type of what is at `path`, links followed; not_found when nothing is or when it cannot be told.
+fs::file_type Examine(const CString& path, const CString& sourceFile, int line)
+{
+    if (!IsPossible(path))
+    {
+        CKUtility::GetInstance()->Report(sourceFile, line, "examine", path, EINVAL);
+        return fs::file_type::not_found;
+    }
+    std::error_code error;
+    const fs::file_type type = fs::status(path.View(), error).type();
+    if (!error || IsNotThere(error))
+        return type;
+    CKUtility::GetInstance()->Report(sourceFile, line, "examine", path, error.value());
+    return fs::file_type::not_found;
+}
+
+bool IsFileOrDirectory(fs::file_type type)
+{
+    return type == fs::file_type::regular || type == fs::file_type::directory;
+}
+
+int SystemError(LzwResult result, int outputError)
+{
+    switch (result)
+    {
+    case LzwResult::Damaged:
+        return EBADMSG;
+    case LzwResult::TooLong:
+        return EFBIG;
+    case LzwResult::Done:
+    case LzwResult::Refused:
+        break;
+    }
+    return outputError;
+}
+
+// 0 or the system's error number.
+int DecompressTo(const CString& target, std::string_view compressed, ULONGLONG limit)
+{
+    CReplacingFile file(target);
+    if (!file.IsGood())
+        return file.Error();
+    const LzwResult result =
+        DecodeLzw(compressed, limit, [&file](std::string_view block) { return file.Write(block); });
+    if (result != LzwResult::Done)
+        return SystemError(result, file.Error());
+    file.Commit();
+    return file.Error();
+}
+} // namespace
+
+CKUtility::CKUtility() = default;
+
+CKUtility::~CKUtility() = default;
+
+CKUtility* CKUtility::GetInstance()
+{
+    static CKUtility* const kInstance = new CKUtility; // never deleted: threads may use it until the process ends
+    return kInstance;
+}
+
+CString CKUtility::CKPathCombine(const CString& path, const CString& segment, const CString& /*sourceFile*/,
+                                 int /*line*/) const
+{
+    std::string_view tail = segment.View();
+    tail.remove_prefix(std::min(tail.find_first_not_of(kSeparators), tail.size()));
+    if (tail.empty())
+        return path;
+    if (path.IsEmpty())
+        return CString(tail);
+    const std::string_view head = WithoutTrailingSeparators(path.View());
+    CString combined;
+    combined.Preallocate(static_cast<int>(head.size() + 1 + tail.size()));
+    combined += head;
+    combined += '/';
+    combined += tail;
+    return combined;
+}
+
+CString CKUtility::GetSegmntFromFilePath(const CString& path, int which) const
+{
+    const std::string_view last = LastComponent(path.View());
+    if (which == 2)
+        return CString(last);
+    if (which != 1)
+        return {};
+    return CString(DirectoryText(path.View().substr(0, WithoutTrailingSeparators(path.View()).size() - last.size())));
+}
+
+bool CKUtility::DoesFileExist(const CString& path, const CString& sourceFile, int line) const
+{
+    return WithMemoryException([&] { return Examine(path, sourceFile, line) == fs::file_type::regular; });
+}
+
+bool CKUtility::DoesFileOrDirExist(const CString& path, const CString& sourceFile, int line) const
+{
+    return WithMemoryException([&] { return IsFileOrDirectory(Examine(path, sourceFile, line)); });
+}
+
+bool CKUtility::IsFile(const CString& path) const
+{
+    return DoesFileExist(path);
+}
+
+bool CKUtility::IsDir(const CString& path) const
+{
+    return WithMemoryException([&] { return Examine(path, CString(), 0) == fs::file_type::directory; });
+}
+
+CString CKUtility::FindPath(const CString& dir, const CString& name, const CString& sourceFile, int line) const
+{
+    return WithMemoryException(
+        [&]
+        {
+            const CString exact = CKPathCombine(dir, name);
+            if (Examine(exact, sourceFile, line) != fs::file_type::not_found || !IsPossible(exact))
+                return exact;
+            CString path = dir;
+            std::string_view rest = WithoutTrailingSeparators(name.View());
+            while (!rest.empty())
+            {
+                const std::size_t length = std::min(rest.find_first_of(kSeparators), rest.size());
+                const CString component(rest.substr(0, length));
+                rest.remove_prefix(std::min(rest.find_first_not_of(kSeparators, length), rest.size()));
+                if (component.IsEmpty())
+                    continue;
+                CString next = CKPathCombine(path, component);
+                if (Examine(next, sourceFile, line) == fs::file_type::not_found)
+                {
+                    const auto found = FindIgnoringCase(path, component.View(), sourceFile, line);
+                    if (!found)
+                        return exact;
+                    next = CKPathCombine(path, CString(std::string_view(*found)));
+                }
+                path = next;
+            }
+            return path;
+        });
+}
+
+void CKUtility::GetAllFileListIn(const CString& dir, CStringArray& list, const CString& pattern, int recurse) const
+{
+    const bool every = pattern.View() == kEveryFile;
+    WithMemoryException(
+        [&]
+        {
+            AppendEntries(dir, recurse != 0, list,
+                          [&](const fs::directory_entry& entry, const EntryKind& kind) {
+                              return kind.isFile &&
+                                     (every || Matches(entry.path().filename().string(), pattern.View()));
+                          });
+        });
+}
+
+void CKUtility::GetAllSubDirListIn(const CString& dir, CStringArray& list, int recurse) const
+{
+    WithMemoryException(
+        [&]
+        {
+            AppendEntries(dir, recurse != 0, list,
+                          [](const fs::directory_entry& /*entry*/, const EntryKind& kind) { return kind.isDirectory; });
+        });
+}
+
+void CKUtility::MakeDirectory(const CString& path) const
+{
+    WithMemoryException(
+        [&]
+        {
+            std::error_code error;
+            if (IsPossible(path))
+                fs::create_directory(path.View(), error);
+            else
+                error = std::make_error_code(std::errc::invalid_argument);
+            if (error)
+                Report("", 0, "make directory", path, error.value());
+        });
+}
+
+void CKUtility::DeleteDirectory(const CString& path) const
+{
+    WithMemoryException(
+        [&]
+        {
+            const std::string_view last = LastComponent(path.View());
+            // A separator at the end would make the system follow a link.
+            const fs::path place(WithoutTrailingSeparators(path.View()));
+            std::error_code error;
+            fs::file_type type = fs::file_type::none;
+            if (!IsPossible(path) || last.empty() || last == "." || last == "..")
+                error = std::make_error_code(std::errc::invalid_argument);
+            else
+                type = fs::symlink_status(place, error).type();
+            if (type == fs::file_type::not_found)
+                return;
+            if (!error && type != fs::file_type::directory && type != fs::file_type::symlink)
+                error = std::make_error_code(std::errc::not_a_directory);
+            if (!error)
+                fs::remove_all(place, error);
+            if (error)
+                Report("", 0, "delete directory", path, error.value());
+        });
+}
+
+int CKUtility::GDecompress(const CString& path) const
+{
+    return WithMemoryException(
+        [&]
+        {
+            const std::string_view name = LastComponent(path.View());
+            CFileBytes file;
+            int error = EINVAL; // no such suffix, or nothing before it
+            if (name.size() > kCompressedSuffix.size() && path.View().ends_with(name) &&
+                AsciiEqualNoCase(name.substr(name.size() - kCompressedSuffix.size()), kCompressedSuffix))
+            {
+                if (!file.Load(path, "", 0))
+                    return 0;
+                const auto suffix = static_cast<int>(kCompressedSuffix.size());
+                error = DecompressTo(path.Left(path.GetLength() - suffix), file.View(), m_nDecompressionLimit);
+            }
+            if (error != 0)
+                Report("", 0, "decompress", path, error);
+            return error == 0 ? 1 : 0;
+        });
+}
+
+void CKUtility::SetDecompressionLimit(ULONGLONG bytes)
+{
+    m_nDecompressionLimit = bytes;
+}
+
+ULONGLONG CKUtility::GetDecompressionLimit() const
+{
+    return m_nDecompressionLimit;
+}
+
+CKDiagnosticSink* CKUtility::SetDiagnosticSink(CKDiagnosticSink* sink)
+{
+    const std::lock_guard lock(m_sinkLock);
+    return std::exchange(m_pSink, sink);
+}
+
+void CKUtility::Report(const char* sourceFile, int line, const char* operation, const CString& path,
+                       int systemError) const
+{
+    thread_local bool isReporting = false;
+    if (isReporting)
+        return;
+    const std::lock_guard lock(m_sinkLock);
+    if (m_pSink == nullptr)
+        return;
+    const CKDiagnostic diagnostic{CString(sourceFile), line, CString(operation), path, systemError};
+    struct Mark
+    {
+        Mark() { isReporting = true; }
+        ~Mark() { isReporting = false; }
+        Mark(const Mark&) = delete;
+        Mark& operator=(const Mark&) = delete;
+    };
+    const Mark mark;
+    m_pSink->OnDiagnostic(diagnostic);
+}
