@@ -1,0 +1,150 @@
+#include "layer/CJOBXtoolData.h"
+
+#include "foundation/Guarded.h"
+#include "layer/ToolFile.h"
+
+template class CExPtrArray<CJOBXtoolData*, CJOBXtoolData*>;
+
+namespace
+{
+constexpr const char* kTypes[] = {"PLATED", "NON_PLATED", "VIA"}; // at their codes
+constexpr int kTypeCount = 3;
+
+bool AreEqualButForNumber(const CJOBXtoolData& a, const CJOBXtoolData& b)
+{
+    return a.m_sType == b.m_sType && a.m_sType2 == b.m_sType2 && a.m_sBit == b.m_sBit && a.m_dMinTol == b.m_dMinTol &&
+           a.m_dMaxTol == b.m_dMaxTol && a.m_dDrillSize == b.m_dDrillSize && a.m_dFinishSize == b.m_dFinishSize;
+}
+
+template <class Value>
+void WriteKey(CTextWriter& out, const char* key, const Value& value)
+{
+    out << "      " << key << '=' << value << '\n';
+}
+} // namespace
+
+CJOBXtoolData::CJOBXtoolData() = default;
+
+CJOBXtoolData::CJOBXtoolData(const CJOBXtoolData& other) = default;
+
+CJOBXtoolData& CJOBXtoolData::operator=(const CJOBXtoolData& other) = default;
+
+CJOBXtoolData::~CJOBXtoolData() = default;
+
+CJOBXtoolData* CJOBXtoolData::clone() const
+{
+    return Guarded([this] { return new CJOBXtoolData(*this); });
+}
+
+bool CJOBXtoolData::operator==(const CJOBXtoolData& other) const
+{
+    return this == &other || (m_nNum == other.m_nNum && AreEqualButForNumber(*this, other));
+}
+
+bool CJOBXtoolData::operator!=(const CJOBXtoolData& other) const
+{
+    return !(*this == other);
+}
+
+int CJOBXtoolData::GetType(const CString& type)
+{
+    for (int code = 0; code < kTypeCount; ++code)
+        if (type == kTypes[code])
+            return code;
+    return 0;
+}
+
+CString CJOBXtoolData::GetSType(int type)
+{
+    return type >= 0 && type < kTypeCount ? CString(kTypes[type]) : CString();
+}
+
+void CJOBXtoolData::WriteODBData(FILE* file) const
+{
+    CTextWriter out(file);
+    tool_file::WriteRecord(out, *this);
+}
+
+void CJOBXtoolData::UnitConvert(double factor)
+{
+    m_dMinTol *= factor;
+    m_dMaxTol *= factor;
+    m_dFinishSize *= factor;
+    m_dDrillSize *= factor;
+}
+
+CJOBXtoolDataArray::CJOBXtoolDataArray() = default;
+
+CJOBXtoolDataArray::CJOBXtoolDataArray(const CJOBXtoolDataArray& other) : COwningPtrArray<CJOBXtoolData>()
+{
+    *this = other;
+}
+
+CJOBXtoolDataArray& CJOBXtoolDataArray::operator=(const CJOBXtoolDataArray& other)
+{
+    CopyElements(other, [](const CJOBXtoolData& tool) { return tool.clone(); });
+    return *this;
+}
+
+CJOBXtoolDataArray::~CJOBXtoolDataArray() = default;
+
+CJOBXtoolDataArray* CJOBXtoolDataArray::clone() const
+{
+    return Guarded([this] { return new CJOBXtoolDataArray(*this); });
+}
+
+bool CJOBXtoolDataArray::operator==(const CJOBXtoolDataArray& other) const
+{
+    return this == &other || (GetSize() == other.GetSize() && EqualsAtPositionsOf(other));
+}
+
+bool CJOBXtoolDataArray::operator!=(const CJOBXtoolDataArray& other) const
+{
+    return !(*this == other);
+}
+
+void CJOBXtoolDataArray::WriteODBData(FILE* file) const
+{
+    CTextWriter out(file);
+    tool_file::WriteBlocks(out, *this);
+}
+
+void CJOBXtoolDataArray::UnitConvert(double factor)
+{
+    for (__int64 i = 0; i < GetSize(); ++i)
+        if (CJOBXtoolData* const tool = GetAt(i))
+            tool->UnitConvert(factor);
+}
+
+int CJOBXtoolDataArray::GetSameToolNum(const CJOBXtoolData* candidate) const
+{
+    if (candidate == nullptr)
+        return -1;
+    for (__int64 i = 0; i < GetSize(); ++i)
+        if (const CJOBXtoolData* const tool = GetAt(i); tool != nullptr && AreEqualButForNumber(*tool, *candidate))
+            return tool->m_nNum;
+    return 0;
+}
+
+void tool_file::WriteRecord(CTextWriter& out, const CJOBXtoolData& tool)
+{
+    WriteKey(out, "NUM", tool.m_nNum);
+    WriteKey(out, "TYPE", tool.m_sType);
+    WriteKey(out, "TYPE2", tool.m_sType2);
+    WriteKey(out, "MIN_TOL", Fixed{tool.m_dMinTol});
+    WriteKey(out, "MAX_TOL", Fixed{tool.m_dMaxTol});
+    WriteKey(out, "BIT", tool.m_sBit);
+    WriteKey(out, "FINISH_SIZE", Fixed{tool.m_dFinishSize});
+    WriteKey(out, "DRILL_SIZE", Fixed{tool.m_dDrillSize});
+}
+
+void tool_file::WriteBlocks(CTextWriter& out, const CJOBXtoolDataArray& tools)
+{
+    for (__int64 i = 0; i < tools.GetSize(); ++i)
+        if (const CJOBXtoolData* const tool = tools.GetAt(i))
+        {
+            out << "\nTOOLS {\n";
+            WriteRecord(out, *tool);
+            out << "}\n\n";
+        }
+}
