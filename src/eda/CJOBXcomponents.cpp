@@ -1,5 +1,17 @@
 #include "eda/CJOBXcomponents.h"
 
+#include "eda/ComponentsText.h"
+#include "foundation/CTextScanner.h"
+#include "foundation/CTextWriter.h"
+#include "foundation/CTokenScanner.h"
+#include "foundation/Guarded.h"
+#include "foundation/KeywordTable.h"
+#include "foundation/corekit/CKUtility.h"
+
+#include <algorithm>
+#include <map>
+#include <memory>
+
 template class CExPtrArray<CJOBXcomponents*, CJOBXcomponents*>;
 
 namespace
@@ -13,11 +25,222 @@ CString FirstOfNumber(const CArrayN& numbers, const CStringArray& texts, int num
             return texts.GetAt(i);
     return CString();
 }
+
+// Where a table holds each number first, so that a large file's names are found at once.
+class CFirstPositions
+{
+public:
+    explicit CFirstPositions(const CArrayN& numbers)
+    {
+        for (INT_PTR i = 0; i < numbers.GetSize(); ++i)
+            Add(numbers.GetAt(i), i);
+    }
+
+    void Add(int number, INT_PTR position) { m_positions.try_emplace(number, position); }
+    CString TextOf(int number, const CStringArray& texts) const
+    {
+        const auto found = m_positions.find(number);
+        return found != m_positions.end() && found->second < texts.GetSize() ? texts.GetAt(found->second) : CString();
+    }
+
+private:
+    std::map<int, INT_PTR> m_positions; // no file can slow it down, as it could a table of hashes
+};
+
+// Appends the attributes of a list "0=2,1" to the component; `nameOf` gives the name of a number. The second number of
+// each stays unset, whatever its value is: intended.
+template <class NameOf>
+void AddAttributes(CJOBXcmp& component, std::string_view list, NameOf nameOf)
+{
+    CAttributeListScanner items(list);
+    for (std::string_view item; items.Next(item);)
+    {
+        const std::size_t equals = item.find('=');
+        auto attribute = std::make_unique<CJOBXProperty>();
+        attribute->m_nNumber = ParseInteger(item.substr(0, equals));
+        attribute->m_sName = nameOf(attribute->m_nNumber);
+        if (equals != std::string_view::npos)
+        {
+            attribute->m_sValue = Trimmed(item.substr(equals + 1));
+            attribute->m_sValue.Remove('\'');
+        }
+        component.m_arrAttributes.Own(std::move(attribute));
+    }
+}
+
+struct Reading
+{
+    CJOBXcomponents& file;
+    CFirstPositions namePositions;
+    CJOBXcmp* component = nullptr; // the one that was begun last
+};
+
+int AddTableEntry(std::string_view line, std::string_view mark, CArrayN& numbers, CStringArray& texts)
+{
+    CFieldScanner fields(line);
+    std::string_view number;
+    fields.Text(number);
+    const int value = ParseInteger(WithoutLeading(number, mark.front()));
+    numbers.Add(value);
+    texts.Add(CString(fields.Rest()));
+    return value;
+}
+
+void OnAttributeName(Reading& reading, std::string_view line)
+{
+    CJOBXcomponents& file = reading.file;
+    const INT_PTR position = file.m_arrAttributeNameNumbers.GetSize();
+    const int number =
+        AddTableEntry(line, components_text::kNameMark, file.m_arrAttributeNameNumbers, file.m_arrAttributeNames);
+    reading.namePositions.Add(number, position);
+}
+
+void OnAttributeText(Reading& reading, std::string_view line)
+{
+    CJOBXcomponents& file = reading.file;
+    AddTableEntry(line, components_text::kTextMark, file.m_arrAttributeTextNumbers, file.m_arrAttributeTexts);
+}
+
+void OnNewComponent(Reading& reading, std::string_view line)
+{
+    auto component = std::make_unique<CJOBXcmp>();
+    component->m_nNumber = ParseInteger(WithoutKeyword(WithoutKeyword(line)));
+    reading.component = reading.file.m_arrCmps.Own(std::move(component));
+}
+
+// The name that ends a line, and the attributes behind it. Those of a toeprint go to its component too: intended.
+void TakeName(Reading& reading, CTokenScanner& fields, CString& name)
+{
+    const std::string_view rest = fields.Rest();
+    const std::size_t semicolon = rest.find(';');
+    if (semicolon == std::string_view::npos)
+    {
+        name = fields.TokenOrRest();
+        return;
+    }
+    name = Trimmed(rest.substr(0, semicolon));
+    AddAttributes(*reading.component, WithoutLeading(rest.substr(semicolon), ';'),
+                  [&reading](int number)
+                  { return reading.namePositions.TextOf(number, reading.file.m_arrAttributeNames); });
+}
+
+int MirrorOf(std::string_view token)
+{
+    return token == components_text::kMirrored ? 1 : 0;
+}
+
+void OnComponent(Reading& reading, std::string_view line)
+{
+    if (reading.component == nullptr)
+        return;
+    CJOBXcmp& component = *reading.component;
+    CTokenScanner fields(WithoutKeyword(line));
+    component.m_nPkgRef = fields.Integer();
+    component.m_ptLocation.x = fields.Real();
+    component.m_ptLocation.y = fields.Real();
+    component.m_dRotation = fields.Real();
+    component.m_nMirror = MirrorOf(fields.Token());
+    component.m_sName = fields.Token();
+    TakeName(reading, fields, component.m_sPartName);
+}
+
+void OnToeprint(Reading& reading, std::string_view line)
+{
+    if (reading.component == nullptr)
+        return;
+    CJOBXcmpTop& top = *reading.component->m_arrTops.Own(std::make_unique<CJOBXcmpTop>());
+    CTokenScanner fields(WithoutKeyword(line));
+    top.m_nPin = fields.Integer();
+    top.m_ptLocation.x = fields.Real();
+    top.m_ptLocation.y = fields.Real();
+    top.m_dRotation = fields.Real();
+    top.m_nMirror = MirrorOf(fields.Token());
+    top.m_nNet = fields.Integer();
+    top.m_nSubnet = fields.Integer();
+    TakeName(reading, fields, top.m_sName);
+}
+
+// The value stands in single quotes: quotes in front of it count as one, the next one ends it. Without any quote the
+// line is all name.
+void OnProperty(Reading& reading, std::string_view line)
+{
+    if (reading.component == nullptr)
+        return;
+    const std::string_view text = WithoutKeyword(line);
+    const std::size_t quote = text.find('\'');
+    auto property = std::make_unique<CLProperty>();
+    property->m_sName = Trimmed(text.substr(0, quote));
+    if (quote != std::string_view::npos)
+    {
+        const std::string_view value = WithoutLeading(text.substr(quote), '\'');
+        property->m_sValue = value.substr(0, value.find('\''));
+    }
+    reading.component->m_arrProperties.Own(std::move(property));
+}
+
+// Tried from the top, first match wins. Every other line is dropped, comments and the units line among them.
+constexpr Keyword<Reading> kKeywords[] = {
+    {components_text::kNameMark, OnAttributeName},
+    {components_text::kTextMark, OnAttributeText},
+    {components_text::kNewComponent, OnNewComponent},
+    {components_text::kComponent, OnComponent}, // before the first "# CMP" it is dropped, and so are the two below
+    {components_text::kToeprint, OnToeprint},
+    {components_text::kProperty, OnProperty},
+};
+
+// An entry without a number of its own is written with its position.
+void WriteTable(CTextWriter& out, std::string_view title, std::string_view mark, const CArrayN& numbers,
+                const CStringArray& texts)
+{
+    if (texts.IsEmpty())
+        return;
+    out << title << "#\n";
+    for (INT_PTR i = 0; i < texts.GetSize(); ++i)
+        out << mark << (i < numbers.GetSize() ? numbers.GetAt(i) : static_cast<int>(i)) << ' ' << texts.GetAt(i)
+            << '\n';
+    out << "#\n";
+}
 } // namespace
 
 CJOBXcomponents::CJOBXcomponents() = default;
 
 CJOBXcomponents::~CJOBXcomponents() = default;
+
+int CJOBXcomponents::ParseODBOfMFC(CString path)
+{
+    return Guarded(
+        [&]
+        {
+            CTextScanner text(path, __FILE__, __LINE__);
+            Reading reading{*this, CFirstPositions(m_arrAttributeNameNumbers)};
+            while (text.NextLine())
+                Dispatch(kKeywords, reading, text.Line());
+            return 1;
+        });
+}
+
+void CJOBXcomponents::WriteODBData(CString dir) const
+{
+    CTextWriter out(CKUtility::GetInstance()->CKPathCombine(dir, "components", __FILE__, __LINE__), __FILE__, __LINE__);
+    // The units text is written as it is, a percent sign included.
+    out << "#\nUNITS=" << m_sUnits << "\n#\n#\n";
+    WriteTable(out, "#Component attribute names\n", components_text::kNameMark, m_arrAttributeNameNumbers,
+               m_arrAttributeNames);
+    WriteTable(out, "#Component attribute text strings\n", components_text::kTextMark, m_arrAttributeTextNumbers,
+               m_arrAttributeTexts);
+    out << "#\n";
+    for (__int64 i = 0; i < m_arrCmps.GetSize(); ++i)
+        if (const CJOBXcmp* const component = m_arrCmps.GetAt(i))
+            WriteComponent(out, *component);
+}
+
+void CJOBXcomponents::AddPropertyData(CString attributes, CJOBXcmp* component) const
+{
+    if (component != nullptr)
+        Guarded(
+            [&]
+            { AddAttributes(*component, attributes.View(), [this](int number) { return GetAttributeName(number); }); });
+}
 
 CString CJOBXcomponents::GetAttributeName(int number) const
 {
@@ -45,6 +268,13 @@ void CJOBXcomponents::UnitConvert(const double& factor)
 CJOBXcomponentsArray::CJOBXcomponentsArray() = default;
 
 CJOBXcomponentsArray::~CJOBXcomponentsArray() = default;
+
+void CJOBXcomponentsArray::WriteODBData(CString dir) const
+{
+    for (__int64 i = 0; i < GetSize(); ++i)
+        if (const CJOBXcomponents* const components = GetAt(i))
+            components->WriteODBData(dir);
+}
 
 void CJOBXcomponentsArray::UnitConvert(const double& factor)
 {

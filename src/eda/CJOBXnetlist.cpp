@@ -1,8 +1,146 @@
 #include "eda/CJOBXnetlist.h"
 
+#include "eda/NetlistText.h"
+#include "foundation/CTextScanner.h"
+#include "foundation/Guarded.h"
+#include "foundation/KeywordTable.h"
+#include "foundation/corekit/CKUtility.h"
+
+#include <map>
+#include <memory>
+
+namespace
+{
+constexpr int kMostTokens = 19; // of a point line, behind its net number; later ones are dropped
+
+// Numbers of nets and the first net in order of each. A tree: no file can slow it down, as it could a table of hashes.
+class CFirstNets
+{
+public:
+    explicit CFirstNets(const CJOBXnetArray& nets)
+    {
+        for (__int64 i = 0; i < nets.GetSize(); ++i)
+            if (CJOBXnet* const net = nets.GetAt(i))
+                Add(*net);
+    }
+
+    void Add(CJOBXnet& net) { m_nets.try_emplace(m_nets.end(), net.m_nNumber, &net); }
+    CJOBXnet* Find(int number) const
+    {
+        const auto found = m_nets.find(number);
+        return found != m_nets.end() ? found->second : nullptr;
+    }
+
+private:
+    std::map<int, CJOBXnet*> m_nets;
+};
+
+struct Reading
+{
+    CJOBXnetArray& nets;
+    CFirstNets firstNets;
+    CJOBXnet* net = nullptr; // the one of the last net or point line
+};
+
+void OnIgnored(Reading& /*reading*/, std::string_view /*line*/) {}
+
+int NetNumber(CFieldScanner& fields)
+{
+    std::string_view number;
+    fields.Text(number);
+    return ParseInteger(WithoutLeading(number, netlist_text::kNet.front()));
+}
+
+void OnNet(Reading& reading, std::string_view line)
+{
+    CFieldScanner fields(line);
+    auto net = std::make_unique<CJOBXnet>();
+    net->m_nNumber = NetNumber(fields);
+    net->m_sName = fields.Rest();
+    reading.net = reading.nets.Own(std::move(net));
+    reading.firstNets.Add(*reading.net);
+}
+
+// Fields by their place. Whatever stands where the staggered numbers would be is read as them: intended.
+void ReadPoint(CFieldScanner& fields, CJOBXnetPt& point)
+{
+    fields.Real(point.m_dRadius);
+    fields.Real(point.m_ptPosition.x);
+    fields.Real(point.m_ptPosition.y);
+    fields.Text(point.m_sSide);
+    int token = 10;
+    if (point.m_dRadius == 0.0)
+    {
+        fields.Real(point.m_dWidth);
+        fields.Real(point.m_dHeight);
+        token = 12;
+    }
+    fields.Text(point.m_sEndPoint);
+    fields.Text(point.m_sExposure);
+    fields.Text(point.m_sStaggeredMark);
+    fields.Real(point.m_ptStaggeredPosition.x);
+    fields.Real(point.m_ptStaggeredPosition.y);
+    fields.Real(point.m_dStaggeredRadius);
+    for (CString flag; token < kMostTokens && fields.Text(flag); ++token)
+        point.AddFlag(flag);
+}
+
+void OnPoint(Reading& reading, std::string_view line)
+{
+    CFieldScanner fields(line);
+    const int number = NetNumber(fields);
+    if (reading.net == nullptr || reading.net->m_nNumber != number)
+    {
+        CJOBXnet* const net = reading.firstNets.Find(number);
+        if (net == nullptr)
+            return;
+        reading.net = net;
+    }
+    auto point = std::make_unique<CJOBXnetPt>();
+    ReadPoint(fields, *point);
+    reading.net->m_arrPts.Own(std::move(point));
+}
+
+// Tried from the top, first match wins. A units line is a point line like any other; it is dropped unless a net 0 came
+// before it.
+constexpr Keyword<Reading> kKeywords[] = {
+    {netlist_text::kComment, OnIgnored},
+    {"H", OnIgnored}, // the header line
+    {netlist_text::kNet, OnNet},
+    {"", OnPoint},
+};
+} // namespace
+
 CJOBXnetlist::CJOBXnetlist() = default;
 
 CJOBXnetlist::~CJOBXnetlist() = default;
+
+int CJOBXnetlist::ParseODBOfMFC(CString path)
+{
+    return Guarded(
+        [&]
+        {
+            CTextScanner text(path, __FILE__, __LINE__);
+            Reading reading{m_arrNets, CFirstNets(m_arrNets)};
+            while (text.NextLine())
+                Dispatch(kKeywords, reading, text.Line());
+            return text.WasRead() ? 1 : 0;
+        });
+}
+
+void CJOBXnetlist::WriteODBData(CString stepDir) const
+{
+    const CKUtility* const files = CKUtility::GetInstance();
+    const CString netlists = files->CKPathCombine(stepDir, "netlists", __FILE__, __LINE__);
+    const CString cadnet = files->CKPathCombine(netlists, "cadnet", __FILE__, __LINE__);
+    for (const CString& dir : {netlists, cadnet})
+    {
+        if (files->IsDir(dir))
+            files->DeleteDirectory(dir);
+        files->MakeDirectory(dir);
+    }
+    m_arrNets.WriteODBData(cadnet);
+}
 
 void CJOBXnetlist::UnitConvert(const double& factor)
 {
