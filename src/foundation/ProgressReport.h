@@ -1,0 +1,21 @@
+// How reading tells the host's windows where it stands.
+#pragma once
+
+#include "foundation/framework/CWnd.h"
+
+constexpr UINT kSetPosition = 0x402; // the progress bar's set-position message
+constexpr UINT kRedrawNow = 0x105;   // invalidate, erase, update at once
+
+// Shows `text` at once; without a window nothing happens.
+inline void ShowStatus(CWnd* status, LPCSTR text)
+{
+    if (status == nullptr)
+        return;
+    status->SetWindowTextA(text);
+    status->RedrawWindow(nullptr, nullptr, kRedrawNow);
+}
+
+inline void SetPosition(CWnd& progress, int position)
+{
+    progress.SendMessageA(kSetPosition, static_cast<WPARAM>(position), 0);
+}

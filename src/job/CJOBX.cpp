@@ -1,0 +1,251 @@
+#include "job/CJOBX.h"
+
+#include "foundation/Guarded.h"
+#include "foundation/ParallelLoop.h"
+#include "foundation/ProgressReport.h"
+#include "foundation/corekit/CKUtility.h"
+#include "foundation/corekit/TextTools.h"
+#include "job/CJOBXmatrix.h"
+#include "job/CJOBXmisc.h"
+#include "job/CJOBXsteps.h"
+#include "job/CJOBXsysAttrData.h"
+#include "layer/CJOBXSpecialSymbol.h"
+#include "layer/CJOBXfonts.h"
+#include "step/CJOBXstephdr.h"
+
+#include <list>
+#include <memory>
+
+namespace
+{
+constexpr const char* kSource = "CJOBX.cpp";
+constexpr double kFontSize = 0.302;
+constexpr int kSymbolsRead = 20; // progress bar position once the symbols are read
+constexpr UINT kExclamation = 48;
+
+// The parts of a path that GetSegmntFromFilePath gives.
+constexpr int kDirectory = 1;
+constexpr int kLastComponent = 2;
+
+CString Find(const CString& directory, const char* name)
+{
+    return CKUtility::GetInstance()->FindPath(directory, name, kSource, __LINE__);
+}
+
+bool Exists(const CString& path)
+{
+    return CKUtility::GetInstance()->DoesFileOrDirExist(path, kSource, __LINE__);
+}
+
+int ReportNoData()
+{
+    MessageBoxA(nullptr, "There is no ODB Data!", "WARNING", kExclamation);
+    return 0;
+}
+
+// The features file that a path below "symbols" leads to, "" when it leads to none. The whole path is tested, the part above
+// the job too. A compressed file is decompressed beside itself.
+CString SymbolFeaturesFile(CString path)
+{
+    CKUtility* const files = CKUtility::GetInstance();
+    const CString upper = MakeUpper(path);
+    if (upper.Find("FEATURES") < 0 || upper.Find(".SUM") >= 0)
+        return {};
+    if (const int suffix = upper.Find(".Z"); suffix >= 0)
+    {
+        files->GDecompress(path);
+        path = path.Left(suffix);
+    }
+    return files->IsFile(path) ? path : CString();
+}
+
+std::unique_ptr<CJOBXSpecialSymbol> ReadSymbol(const CString& featuresFile, bool wholeJob)
+{
+    CKUtility* const files = CKUtility::GetInstance();
+    auto symbol = std::make_unique<CJOBXSpecialSymbol>();
+    symbol->m_sPath = files->GetSegmntFromFilePath(featuresFile, kDirectory);
+    // The whole-job read names a symbol by its directory's path: intended, hosts rely on it.
+    symbol->m_sName = wholeJob ? symbol->m_sPath : files->GetSegmntFromFilePath(symbol->m_sPath, kLastComponent);
+    symbol->GetLayer()->ParseODBOfMFC(featuresFile);
+    return symbol;
+}
+
+bool Repeats(const CJOBXstepObj& step, const CString& upperName)
+{
+    const CJOBXstepRepeatArray& repeats = step.GetHeader()->m_arrStepRepeats;
+    for (__int64 i = 0; i < repeats.GetSize(); ++i)
+        if (const CJOBXstepRepeat* const entry = repeats.GetAt(i);
+            entry != nullptr && MakeUpper(entry->m_sName) == upperName)
+            return true;
+    return false;
+}
+} // namespace
+
+CJOBX::CJOBX()
+{
+    Guarded(
+        [this]
+        {
+            auto fonts = std::make_unique<CJOBXfonts>();
+            auto matrix = std::make_unique<CJOBXmatrix>();
+            auto misc = std::make_unique<CJOBXmisc>();
+            auto steps = std::make_unique<CJOBXsteps>();
+            auto symbols = std::make_unique<CJOBXSpecialSymbolArray>();
+            auto sysAttrs = std::make_unique<CJOBXsysAttrDataArray>();
+            fonts->m_dXSize = kFontSize;
+            fonts->m_dYSize = kFontSize;
+            fonts->m_dOffset = 0.0;
+            if (CKUtility::GetInstance()->DoesFileExist("standard", kSource, __LINE__))
+                fonts->ParseStandardFont("./");
+            m_pFonts = fonts.release();
+            m_pMatrix = matrix.release();
+            m_pMisc = misc.release();
+            m_pSteps = steps.release();
+            m_pSpecialSymbols = symbols.release();
+            m_pSysAttrs = sysAttrs.release();
+        });
+}
+
+CJOBX::CJOBX(const CJOBX& other) = default;
+
+CJOBX& CJOBX::operator=(const CJOBX& other) = default;
+
+CJOBX::~CJOBX()
+{
+    delete m_pFonts;
+    delete m_pMatrix;
+    delete m_pMisc;
+    delete m_pSteps;
+    delete m_pSpecialSymbols;
+    delete m_pSysAttrs;
+}
+
+int CJOBX::ParseMatrixInODBOfMFC(CString jobPath, CStringArray& stepNames)
+{
+    return Guarded(
+        [&]
+        {
+            m_sName = CKUtility::GetInstance()->GetSegmntFromFilePath(jobPath, kLastComponent);
+            const CString matrix = Find(jobPath, "matrix");
+            if (!Exists(Find(jobPath, "steps")) || !Exists(matrix) || m_pMatrix->ParseODBOfMFC(matrix) == 0)
+                return ReportNoData();
+            stepNames = m_pMatrix->GetStepNames();
+            return 1;
+        });
+}
+
+int CJOBX::ParseODBOfMFC(CString jobPath)
+{
+    return Guarded(
+        [&]
+        {
+            m_sName = CKUtility::GetInstance()->GetSegmntFromFilePath(jobPath, kLastComponent);
+            const CString matrix = Find(jobPath, "matrix");
+            if (!Exists(Find(jobPath, "steps")) || !Exists(matrix) || m_pMatrix->ParseODBOfMFC(matrix) == 0)
+                return ReportNoData();
+            ReadSymbols(jobPath, true);
+            ReadStepsFontAndInfo(jobPath, m_pMatrix->GetStepNames());
+            return 1;
+        });
+}
+
+int CJOBX::ParseODBOfMFC(CString jobPath, CStringArray& stepNames)
+{
+    return Guarded(
+        [&]
+        {
+            m_sName = CKUtility::GetInstance()->GetSegmntFromFilePath(jobPath, kLastComponent);
+            ReadSymbols(jobPath, false);
+            ReadStepsFontAndInfo(jobPath, stepNames);
+            return 1;
+        });
+}
+
+void CJOBX::ReadSymbols(const CString& jobPath, bool wholeJob)
+{
+    const CString symbols = Find(jobPath, "symbols");
+    if (Exists(symbols))
+    {
+        CStringArray paths;
+        CKUtility::GetInstance()->GetAllFileListIn(symbols, paths, "*.*", 1);
+        CParallelAppend<CJOBXSpecialSymbol> finished(*m_pSpecialSymbols);
+        ParallelLoop(static_cast<int>(paths.GetSize()),
+                     [&](int i)
+                     {
+                         const CString featuresFile = SymbolFeaturesFile(paths[i]);
+                         if (!featuresFile.IsEmpty())
+                             finished.Append(i, ReadSymbol(featuresFile, wholeJob));
+                     });
+        finished.PutInOrder();
+    }
+    if (m_pProgress == nullptr)
+        return;
+    SetPosition(*m_pProgress, kSymbolsRead);
+    m_pProgress->UpdateData(FALSE);
+    m_pProgress->SetFocus();
+    ShowStatus(m_pStatus, "Complete symbol file reading.");
+    m_pSteps->m_pProgress = m_pProgress;
+    m_pSteps->m_pStatus = m_pStatus;
+}
+
+void CJOBX::ReadStepsFontAndInfo(const CString& jobPath, const CStringArray& stepNames)
+{
+    m_pSteps->ParseODBOfMFC(Find(jobPath, "steps"), stepNames);
+    m_pFonts->ParseStandardFont(Find(jobPath, "fonts"));
+    m_pMisc->ParseODBOfMFC(Find(jobPath, "misc"));
+}
+
+void CJOBX::ParseODBsysAttrDataArray(CString filePath) { m_pSysAttrs->ParseODBOfMFC(filePath); }
+
+void CJOBX::RebuildStepObj()
+{
+    Guarded(
+        [this]
+        {
+            CJOBXstepObjArray& steps = m_pSteps->m_arrSteps;
+            std::list<CJOBXstepObj*> placed;
+            for (__int64 i = 0; i < steps.GetSize(); ++i)
+            {
+                CJOBXstepObj* const step = steps.GetAt(i);
+                if (step == nullptr || step->GetHeader()->m_arrStepRepeats.GetSize() == 0)
+                {
+                    placed.push_back(step);
+                    continue;
+                }
+                const CString upperName = MakeUpper(step->m_sName);
+                auto before = std::find_if(placed.begin(), placed.end(), [&](const CJOBXstepObj* other)
+                                           { return other != nullptr && Repeats(*other, upperName); });
+                placed.insert(before != placed.end() ? std::next(before) : placed.begin(), step);
+            }
+            __int64 at = 0;
+            for (CJOBXstepObj* const step : placed)
+                steps.SetAt(at++, step);
+        });
+}
+
+int CJOBX::FindSpecialSymbolID(const CString& upperName) const
+{
+    for (__int64 i = 0; i < m_pSpecialSymbols->GetSize(); ++i)
+        if (const CJOBXSpecialSymbol* const symbol = m_pSpecialSymbols->GetAt(i);
+            symbol != nullptr && MakeUpper(symbol->m_sName) == upperName)
+            return static_cast<int>(i);
+    return -1;
+}
+
+CString CJOBX::GetNthColumn(CString line, int n) const
+{
+    if (n == 0)
+        return {};
+    CStringArray columns;
+    XTokenString(line.Trim(), " ", columns, 0, 0, 0, 1, 0);
+    return columns[n - 1];
+}
+
+void CJOBX::UnitConvert(const double& factor)
+{
+    m_pFonts->UnitConvert(factor);
+    m_pSteps->m_arrSteps.UnitConvert(factor);
+    m_pSpecialSymbols->UnitConvert(factor);
+}
+
+void CJOBX::SetODBProjectName(CString name) { m_sName = name; }

@@ -1,0 +1,96 @@
+#include "job/CJOBXsteps.h"
+
+#include "foundation/Guarded.h"
+#include "foundation/ProgressReport.h"
+#include "foundation/corekit/CKUtility.h"
+
+#include <string_view>
+#include <unordered_map>
+
+namespace
+{
+constexpr const char* kSource = "CJOBXsteps.cpp";
+constexpr int kStart = 20; // what the bar shows once the symbols are read
+constexpr int kSteps = 80;
+
+bool IsStepName(std::string_view name)
+{
+    return !name.empty() && name != "." && name != ".." && name.find_first_of("/\\") == std::string_view::npos;
+}
+
+// Finds step directories by name: the exact one, else the first in sorted order that equals it ignoring case. The steps
+// directory is listed once, however many names there are.
+class CStepDirectories
+{
+public:
+    explicit CStepDirectories(CString stepsDirectory) : m_steps(std::move(stepsDirectory)) {}
+
+    // The directory of the step, "" when there is none.
+    CString Find(const CString& name)
+    {
+        CKUtility* const files = CKUtility::GetInstance();
+        const CString exact = files->CKPathCombine(m_steps, name, kSource, __LINE__);
+        if (files->IsDir(exact))
+            return exact;
+        if (!m_listed)
+            List();
+        CString lower = name;
+        const auto found = m_paths.find(lower.MakeLower());
+        return found != m_paths.end() ? found->second : CString();
+    }
+
+private:
+    void List()
+    {
+        m_listed = true;
+        CKUtility* const files = CKUtility::GetInstance();
+        CStringArray directories;
+        files->GetAllSubDirListIn(m_steps, directories, 0);
+        for (__int64 i = 0; i < directories.GetSize(); ++i)
+        {
+            CString lower = files->GetSegmntFromFilePath(directories[i], 2);
+            m_paths.try_emplace(lower.MakeLower(), directories[i]);
+        }
+    }
+
+    CString m_steps;
+    bool m_listed = false;
+    std::unordered_map<CString, CString> m_paths;
+};
+} // namespace
+
+CJOBXsteps::CJOBXsteps() = default;
+
+CJOBXsteps::~CJOBXsteps() = default;
+
+int CJOBXsteps::ParseODBOfMFC(CString stepsDirectory, const CStringArray& stepNames)
+{
+    return Guarded(
+        [&]
+        {
+            CStepDirectories directories(stepsDirectory);
+            const int count = static_cast<int>(stepNames.GetSize());
+            for (int i = 0; i < count; ++i)
+            {
+                const CString& name = stepNames[i];
+                const CString directory = IsStepName(name.View()) ? directories.Find(name) : CString();
+                if (directory.IsEmpty())
+                    continue;
+                CJOBXstepObj* const step = m_arrSteps.Own(std::make_unique<CJOBXstepObj>());
+                step->m_sName = name;
+                if (m_pProgress != nullptr)
+                    step->m_pStatus = m_pStatus;
+                step->ParseODBOfMFC(directory);
+                if (m_pProgress == nullptr)
+                    continue;
+                // The division drops its remainder before the multiplication: the bar moves with the last step only.
+                SetPosition(*m_pProgress, (i + 1) / count * kSteps + kStart);
+                CString text;
+                text.Format("Complete %s reading.", name);
+                m_pProgress->SetFocus();
+                m_pProgress->UpdateData(FALSE);
+                ShowStatus(m_pStatus, text);
+            }
+            return 1;
+        });
+}

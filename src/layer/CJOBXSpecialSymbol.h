@@ -1,0 +1,45 @@
+#pragma once
+
+#include "foundation/CExPtrArray.h"
+#include "foundation/framework/CString.h"
+#include "foundation/framework/CStringArray.h"
+#include "layer/CJOBXlayer.h"
+
+// One user symbol of a job: its name and its features.
+// Units:     those of its features file.
+// Ownership: owns its layer; not copyable.
+// Threads:   different objects may be used at once; sharing one object needs the caller's lock.
+class JOBX_API CJOBXSpecialSymbol
+{
+public:
+    CJOBXSpecialSymbol();
+    CJOBXSpecialSymbol(const CJOBXSpecialSymbol&) = delete;
+    CJOBXSpecialSymbol& operator=(const CJOBXSpecialSymbol&) = delete;
+    virtual ~CJOBXSpecialSymbol();
+
+    // The symbol's features, borrowed.
+    CJOBXlayer* GetLayer() { return &m_layer; }
+    const CJOBXlayer* GetLayer() const { return &m_layer; }
+
+    CStringArray m_arrTexts; // a host's own
+    CString m_sName;         // after a whole-job read the directory path, after a chosen-steps read its last component
+    CString m_sPath;         // the directory that holds the symbol's features file
+
+private:
+    CJOBXlayer m_layer;
+};
+
+extern template class JOBX_API CExPtrArray<CJOBXSpecialSymbol*, CJOBXSpecialSymbol*>;
+
+// The user symbols of a job, in the order of their files' paths; owns them.
+class JOBX_API CJOBXSpecialSymbolArray : public COwningPtrArray<CJOBXSpecialSymbol>
+{
+public:
+    CJOBXSpecialSymbolArray();
+    ~CJOBXSpecialSymbolArray() override;
+
+    // The position of the first symbol whose name is `name`, case-sensitive; -1 when there is none.
+    int nGetSpecialSymbolIndex(const CString& name) const;
+    // Multiplies the lengths of every symbol's features.
+    void UnitConvert(const double& factor);
+};

@@ -1,0 +1,94 @@
+#pragma once
+
+#include "foundation/CExPtrArray.h"
+#include "foundation/corekit/CArrayN.h"
+#include "foundation/framework/CString.h"
+#include "foundation/framework/CStringArray.h"
+#include "layer/CJOBXlayObj.h"
+
+#include <memory>
+
+class CJOBXcomponentsArray;
+class CJOBXtool;
+
+// One features file in memory: the features of a layer, a step's profile or a user symbol, with the file's tables. Each
+// number array and its text array grow together: one position is one table entry.
+// Units:     lengths in the unit of the file; unit changes multiply them and never rewrite the units text.
+// Ownership: owns its features, components and drill tools; not copyable.
+// Threads:   different layers may be read and used at once; sharing one needs the caller's lock.
+class JOBX_API CJOBXlayer
+{
+public:
+    CJOBXlayer();
+    CJOBXlayer(const CJOBXlayer&) = delete;
+    CJOBXlayer& operator=(const CJOBXlayer&) = delete;
+    virtual ~CJOBXlayer();
+
+    // Reads the features file at `path` and appends what it holds. Answers 1 always: a file that cannot be opened leaves
+    // the layer as it was, and a malformed line never stops the reading. Exhausted memory raises CMemoryException.
+    int ParseODBOfMFC(CString path);
+    // Appends the properties of a feature's attribute list, items such as "3" or "3=7" separated by commas, resolved with
+    // this layer's tables.
+    void AddPropertyData(CString attributeText, CJOBXlayObj* feature);
+    // The stored feature line number; the reader leaves it at 0.
+    __int64 GEtODBFeatureLineNo() const;
+
+    // The position of the first symbol name equal to `name`, case-sensitive; -1 when there is none.
+    int nGetSymbolIndex(const CString& name) const;
+    // The first entry of that table with this number; "" when there is none.
+    CString GetSymbolName(int number) const;
+    CString GetAttributeName(int number) const;
+    CString GetAttributeText(int number) const;
+    // The position, from `n` on, of the first feature whose surface index is `n`; -1 when `n` is no position or none is.
+    int nGetLayObjIndexFromSurfaceIndex(int n) const;
+    // The via pad stack name of the feature at position `i`; "" for a bad position.
+    CString GetViaPadStackName(int i) const;
+
+    // Multiplies the lengths of every feature by the rescale factor.
+    void vRescale();
+    // Multiplies the lengths of every feature, component and drill tool.
+    void UnitConvert(const double& factor);
+
+    // The features, borrowed.
+    CJOBXlayObjArray* GetFeatures() { return &m_arrFeatures; }
+    const CJOBXlayObjArray* GetFeatures() const { return &m_arrFeatures; }
+    // The layer's own components, borrowed: empty unless a host fills it.
+    CJOBXcomponentsArray* GetComponents() const { return m_pComponents.get(); }
+    // The drill tools, borrowed; without any tool unless a host sets some.
+    CJOBXtool* GetTool() const { return m_pTool.get(); }
+
+    CString m_sName;
+    double m_dRescaleFactor = 1.0;
+    CString m_sUnits = "INCH"; // what stood on the units line; "UNITS=MM" is kept whole, intended
+    CStringArray m_arrAttributeTexts; // "&" lines
+    CArrayN m_arrAttributeTextNumbers;
+    CStringArray m_arrAttributeNames; // "@" lines
+    CArrayN m_arrAttributeNameNumbers;
+    CStringArray m_arrSymbolNames; // "$" lines
+    CArrayN m_arrSymbolNumbers;
+    CStringArray m_arrSymbolSecondFields; // what follows a symbol name on its line
+    double m_dCopperWeightOrDielectric = 0.0; // set by hosts, written to the layer's attribute list, no length
+    __int64 m_nFirstLineNo = 0;               // a host's own, as the next
+    __int64 m_nLastLineNo = 0;
+    __int64 m_nFeatureLineNo = 0; // answered by GEtODBFeatureLineNo
+
+private:
+    CJOBXlayObjArray m_arrFeatures;
+    std::unique_ptr<CJOBXcomponentsArray> m_pComponents;
+    std::unique_ptr<CJOBXtool> m_pTool;
+};
+
+extern template class JOBX_API CExPtrArray<CJOBXlayer*, CJOBXlayer*>;
+
+// The layers of a step; owns them.
+class JOBX_API CJOBXlayerArray : public COwningPtrArray<CJOBXlayer>
+{
+public:
+    CJOBXlayerArray();
+    ~CJOBXlayerArray() override;
+
+    // The first layer of that name, ASCII letters of either case; null when there is none.
+    CJOBXlayer* GetODBlayerFromName(const CString& name) const;
+    // Multiplies the lengths of every layer.
+    void UnitConvert(const double& factor);
+};

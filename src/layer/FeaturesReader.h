@@ -1,0 +1,39 @@
+// Reading a features file into a layer.
+#pragma once
+
+#include "foundation/CJOBXProperty.h"
+#include "foundation/CTextScanner.h"
+
+#include <memory>
+#include <string_view>
+
+class CJOBXlayer;
+
+// Appends what the scanned file holds to the layer's tables and features.
+void ReadFeatures(CTextScanner& scanner, CJOBXlayer& layer);
+
+// The value text of a ".pad_usage" number: every known usage ends as "tooling_hole". Intended: files rely on it.
+CString PadUsageText(int number);
+
+// Appends one property for every item of an attribute list. Runs of commas separate once; an empty last item is dropped.
+// `nameOf` and `textOf` look a number up in the attribute tables and answer "" for an unknown one.
+template <class NameOf, class TextOf>
+void AppendProperties(std::string_view attributes, CJOBXPropertyArray& properties, NameOf nameOf, TextOf textOf)
+{
+    for (std::string_view rest = WithoutLeading(attributes, ','); !rest.empty();)
+    {
+        const std::string_view item = rest.substr(0, rest.find(','));
+        rest = WithoutLeading(rest.substr(item.size()), ',');
+        auto property = std::make_unique<CJOBXProperty>();
+        const std::size_t equals = item.find('=');
+        property->m_nNumber = ParseInteger(item.substr(0, equals));
+        property->m_sName = nameOf(property->m_nNumber);
+        if (equals != std::string_view::npos)
+        {
+            property->m_nTextNumber = ParseInteger(item.substr(equals + 1));
+            property->m_sValue = property->m_sName == ".pad_usage" ? PadUsageText(property->m_nTextNumber)
+                                                                   : textOf(property->m_nTextNumber);
+        }
+        properties.Own(std::move(property));
+    }
+}
