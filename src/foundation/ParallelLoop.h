@@ -61,8 +61,8 @@ void ParallelLoop(int count, Body body)
         std::rethrow_exception(failure);
 }
 
-// Appends what parallel iterations finish to one array, and puts it into the order of the iterations afterwards, so that
-// two runs over the same files give the same array.
+// Appends what parallel iterations finish to one array, and puts it into the order of the iterations afterwards, so
+// that two runs over the same files give the same array.
 template <class T>
 class CParallelAppend
 {

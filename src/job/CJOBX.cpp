@@ -43,8 +43,8 @@ int ReportNoData()
     return 0;
 }
 
-// The features file that a path below "symbols" leads to, "" when it leads to none. The whole path is tested, the part above
-// the job too. A compressed file is decompressed beside itself.
+// The features file that a path below "symbols" leads to, "" when it leads to none. The whole path is tested, the part
+// above the job too. A compressed file is decompressed beside itself.
 CString SymbolFeaturesFile(CString path)
 {
     CKUtility* const files = CKUtility::GetInstance();
@@ -195,7 +195,10 @@ void CJOBX::ReadStepsFontAndInfo(const CString& jobPath, const CStringArray& ste
     m_pMisc->ParseODBOfMFC(Find(jobPath, "misc"));
 }
 
-void CJOBX::ParseODBsysAttrDataArray(CString filePath) { m_pSysAttrs->ParseODBOfMFC(filePath); }
+void CJOBX::ParseODBsysAttrDataArray(CString filePath)
+{
+    m_pSysAttrs->ParseODBOfMFC(filePath);
+}
 
 void CJOBX::RebuildStepObj()
 {
@@ -213,7 +216,8 @@ void CJOBX::RebuildStepObj()
                     continue;
                 }
                 const CString upperName = MakeUpper(step->m_sName);
-                auto before = std::find_if(placed.begin(), placed.end(), [&](const CJOBXstepObj* other)
+                auto before = std::find_if(placed.begin(), placed.end(),
+                                           [&](const CJOBXstepObj* other)
                                            { return other != nullptr && Repeats(*other, upperName); });
                 placed.insert(before != placed.end() ? std::next(before) : placed.begin(), step);
             }
@@ -248,4 +252,7 @@ void CJOBX::UnitConvert(const double& factor)
     m_pSpecialSymbols->UnitConvert(factor);
 }
 
-void CJOBX::SetODBProjectName(CString name) { m_sName = name; }
+void CJOBX::SetODBProjectName(CString name)
+{
+    m_sName = name;
+}

@@ -12,16 +12,18 @@ class CJOBXsteps;
 class CJOBXsysAttrDataArray;
 class CWnd;
 
-// One ODB++ job: its font, matrix, job information, steps, user symbols and system attributes, read from a job directory,
-// changed by the host, and written as a fresh directory tree.
-// Units:     every length stays in the unit of the file it came from until UnitConvert multiplies it.
-// Ownership: owns what its members 3 to 8 point to and deletes it. A copy shares all of it with its source, and so does an
+// One ODB++ job: its font, matrix, job information, steps, user symbols and system attributes, read from a job
+// directory, changed by the host, and written as a fresh directory tree. Units:     every length stays in the unit of
+// the file it came from until UnitConvert multiplies it. Ownership: owns what its members 3 to 8 point to and deletes
+// it. A copy shares all of it with its source, and so does an
 //            assigned object: intended, and the host must let only one of the two be destroyed. Windows are borrowed.
-// Results:   readers answer 1 for done and 0 when the job has no "steps" or no "matrix" directory or its matrix cannot be
-//            read; the message "There is no ODB Data!" is shown then. They add to what was read before. A missing part of
-//            a job is no error. Exhausted memory raises CMemoryException; what was read until then stays.
-//            Names below the job directory are found whatever their letter case.
-// Threads:   one thread calls; symbols and layers are read on a team of worker threads. Different jobs may be read at once.
+// Results:   readers answer 1 for done and 0 when the job has no "steps" or no "matrix" directory or its matrix cannot
+// be
+//            read; the message "There is no ODB Data!" is shown then. They add to what was read before. A missing part
+//            of a job is no error. Exhausted memory raises CMemoryException; what was read until then stays. Names
+//            below the job directory are found whatever their letter case.
+// Threads:   one thread calls; symbols and layers are read on a team of worker threads. Different jobs may be read at
+// once.
 class JOBX_API CJOBX
 {
 public:
@@ -31,21 +33,22 @@ public:
     CJOBX& operator=(const CJOBX& other);
     virtual ~CJOBX();
 
-    // Reads only the matrix. `stepNames` gets the names of the job's steps in matrix order; after a failure it is as before.
+    // Reads only the matrix. `stepNames` gets the names of the job's steps in matrix order; after a failure it is as
+    // before.
     int ParseMatrixInODBOfMFC(CString jobPath, CStringArray& stepNames);
     // Reads the whole job: the matrix, the user symbols, every step of the matrix, the font and the job information.
     int ParseODBOfMFC(CString jobPath);
-    // Reads the job with the named steps only, and without its matrix; meant to follow ParseMatrixInODBOfMFC on the same
-    // object. Answers 1 always.
+    // Reads the job with the named steps only, and without its matrix; meant to follow ParseMatrixInODBOfMFC on the
+    // same object. Answers 1 always.
     int ParseODBOfMFC(CString jobPath, CStringArray& stepNames);
-    // Appends the attribute definitions of a file; one that cannot be opened does nothing. A malformed definition raises
-    // CInvalidArgException, the definitions before it stay.
+    // Appends the attribute definitions of a file; one that cannot be opened does nothing. A malformed definition
+    // raises CInvalidArgException, the definitions before it stay.
     void ParseODBsysAttrDataArray(CString filePath);
 
     // Puts steps that repeat other steps before the plain ones. No step is copied or deleted.
     void RebuildStepObj();
-    // The position of the first user symbol whose name in upper case equals `upperName`; -1 when there is none. A name with
-    // a lower-case letter is never found.
+    // The position of the first user symbol whose name in upper case equals `upperName`; -1 when there is none. A name
+    // with a lower-case letter is never found.
     int FindSpecialSymbolID(const CString& upperName) const;
     // The n-th blank-separated column of a line, counted from 1; "" for 0. A column that the line does not have raises
     // CInvalidArgException.

@@ -17,9 +17,9 @@ public:
     CJOBXsteps& operator=(const CJOBXsteps&) = delete;
     virtual ~CJOBXsteps();
 
-    // Reads the named steps below `stepsDirectory` in the order of the names and appends them. A name without a directory
-    // is skipped, and so is one that is empty, "." or "..", or holds a separator. After each step the progress bar, when
-    // there is one, stands at 20 until the last step, which brings it to 100: intended. Answers 1.
+    // Reads the named steps below `stepsDirectory` in the order of the names and appends them. A name without a
+    // directory is skipped, and so is one that is empty, "." or "..", or holds a separator. After each step the
+    // progress bar, when there is one, stands at 20 until the last step, which brings it to 100: intended. Answers 1.
     int ParseODBOfMFC(CString stepsDirectory, const CStringArray& stepNames);
 
     CJOBXstepObjArray m_arrSteps;

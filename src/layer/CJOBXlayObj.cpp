@@ -48,7 +48,10 @@ CJOBXlayObj::~CJOBXlayObj()
         m_pProperties->Release();
 }
 
-int CJOBXlayObj::CheckObjAtCenterPoint(double& /*x*/, double& /*y*/) { return 0; }
+int CJOBXlayObj::CheckObjAtCenterPoint(double& /*x*/, double& /*y*/)
+{
+    return 0;
+}
 
 CStringArray& CJOBXlayObj::GetTexts()
 {
@@ -57,7 +60,10 @@ CStringArray& CJOBXlayObj::GetTexts()
     return m_pExtras->texts;
 }
 
-__int64 CJOBXlayObj::GetUserValue() const { return m_pExtras != nullptr ? m_pExtras->value : 0; }
+__int64 CJOBXlayObj::GetUserValue() const
+{
+    return m_pExtras != nullptr ? m_pExtras->value : 0;
+}
 
 void CJOBXlayObj::SetUserValue(__int64 value)
 {
@@ -109,7 +115,10 @@ void CJOBXlayObj::ShareProperties(CSharedProperties* list)
     m_pProperties = list;
 }
 
-void CJOBXlayObj::UnitConvert(const double& factor) { vRescale(factor); }
+void CJOBXlayObj::UnitConvert(const double& factor)
+{
+    vRescale(factor);
+}
 
 void CJOBXlayObj::vRescale(double factor)
 {
@@ -137,8 +146,9 @@ void CJOBXlayObj::vRescale(double factor)
 CString CJOBXlayObj::GetViaPadStackName() const
 {
     for (int i = 0; i < nGetPropertyCount(); ++i)
-        if (const CJOBXProperty* const property = pGetProperty(i);
-            property != nullptr && !property->m_sValue.IsEmpty() && ContainsUpper(property->m_sName.View(), ".GEOMETRY"))
+        if (const CJOBXProperty* const property = pGetProperty(i); property != nullptr &&
+                                                                   !property->m_sValue.IsEmpty() &&
+                                                                   ContainsUpper(property->m_sName.View(), ".GEOMETRY"))
         {
             CString value = property->m_sValue;
             return value.MakeUpper();
@@ -165,7 +175,10 @@ int CJOBXlayObjPad::CheckObjAtCenterPoint(double& x, double& y)
     return m_ptCenter.x == x && m_ptCenter.y == y ? 1 : 0;
 }
 
-void CJOBXlayObjPad::ScaleGeometry(double factor) { m_ptCenter.Scale(factor); }
+void CJOBXlayObjPad::ScaleGeometry(double factor)
+{
+    m_ptCenter.Scale(factor);
+}
 
 CJOBXlayObjArc::CJOBXlayObjArc() = default;
 
@@ -208,15 +221,24 @@ CJOBXlayObjSurfaceOB& CJOBXlayObjSurfaceOB::operator=(const CJOBXlayObjSurfaceOB
 
 CJOBXlayObjSurfaceOB::~CJOBXlayObjSurfaceOB() = default;
 
-void CJOBXlayObjSurfaceOB::UnitConvert(const double& factor) { m_pElements->UnitConvert(factor); }
+void CJOBXlayObjSurfaceOB::UnitConvert(const double& factor)
+{
+    m_pElements->UnitConvert(factor);
+}
 
-void CJOBXlayObjSurfaceOB::vRescale(double factor) { m_pElements->vRescale(factor); }
+void CJOBXlayObjSurfaceOB::vRescale(double factor)
+{
+    m_pElements->vRescale(factor);
+}
 
 CJOBXlayObjSurfaceOBArray::CJOBXlayObjSurfaceOBArray() = default;
 
 CJOBXlayObjSurfaceOBArray::~CJOBXlayObjSurfaceOBArray() = default;
 
-void CJOBXlayObjSurfaceOBArray::UnitConvert(const double& factor) { vRescale(factor); }
+void CJOBXlayObjSurfaceOBArray::UnitConvert(const double& factor)
+{
+    vRescale(factor);
+}
 
 void CJOBXlayObjSurfaceOBArray::vRescale(double factor)
 {
@@ -229,7 +251,10 @@ CJOBXlayObjSurface::CJOBXlayObjSurface() = default;
 
 CJOBXlayObjSurface::~CJOBXlayObjSurface() = default;
 
-void CJOBXlayObjSurface::ScaleGeometry(double factor) { m_arrContours.vRescale(factor); }
+void CJOBXlayObjSurface::ScaleGeometry(double factor)
+{
+    m_arrContours.vRescale(factor);
+}
 
 CJOBXlayObjArray::CJOBXlayObjArray() = default;
 
@@ -243,7 +268,10 @@ int CJOBXlayObjArray::GetObjAtIndexCenterPoint(double x, double y, int /*start*/
     return -1;
 }
 
-void CJOBXlayObjArray::UnitConvert(const double& factor) { vRescale(factor); }
+void CJOBXlayObjArray::UnitConvert(const double& factor)
+{
+    vRescale(factor);
+}
 
 void CJOBXlayObjArray::vRescale(double factor)
 {

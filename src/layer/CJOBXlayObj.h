@@ -12,10 +12,9 @@
 
 class CSharedProperties;
 
-// One feature of a features file. What differs by kind is decided by the type text: "L" line, "P" pad, "A" arc, "T" text,
-// "B" barcode, "S" surface; another text has no geometry of its own. A record whose class does not fit its type text keeps
-// its geometry as it is.
-// Units:     lengths in the unit of the file they came from, angles in degrees.
+// One feature of a features file. What differs by kind is decided by the type text: "L" line, "P" pad, "A" arc, "T"
+// text, "B" barcode, "S" surface; another text has no geometry of its own. A record whose class does not fit its type
+// text keeps its geometry as it is. Units:     lengths in the unit of the file they came from, angles in degrees.
 // Ownership: owned by its layer's array; not copyable.
 // Threads:   different objects may be used at once; sharing one object needs the caller's lock.
 class JOBX_API CJOBXlayObj
@@ -60,13 +59,13 @@ public:
     // Takes over what `list` holds, shared with every other feature that was given it.
     void ShareProperties(CSharedProperties* list);
 
-    // Multiply every length of the feature: points, a barcode's height and width, a text's size and width factor. A pad's
-    // resize factor and all angles stay.
+    // Multiply every length of the feature: points, a barcode's height and width, a text's size and width factor. A
+    // pad's resize factor and all angles stay.
     void vRescale(double factor);
     void UnitConvert(const double& factor);
 
-    // The value, in upper case, of the first property whose upper-cased name contains ".GEOMETRY" and whose value is not
-    // empty; "" when there is none.
+    // The value, in upper case, of the first property whose upper-cased name contains ".GEOMETRY" and whose value is
+    // not empty; "" when there is none.
     CString GetViaPadStackName() const;
 
 protected:
@@ -244,7 +243,8 @@ public:
 };
 
 // One contour of a surface.
-// Ownership: a copy shares the elements with its source, so that changing one changes both: intended. The elements live as
+// Ownership: a copy shares the elements with its source, so that changing one changes both: intended. The elements live
+// as
 //            long as the last contour that shares them.
 class JOBX_API CJOBXlayObjSurfaceOB
 {
@@ -302,8 +302,8 @@ public:
     CJOBXlayObjArray();
     ~CJOBXlayObjArray() override;
 
-    // The position of the first record whose CheckObjAtCenterPoint answers 1, always searched from 0 on: the third argument
-    // is not used. Intended. -1 when there is none.
+    // The position of the first record whose CheckObjAtCenterPoint answers 1, always searched from 0 on: the third
+    // argument is not used. Intended. -1 when there is none.
     int GetObjAtIndexCenterPoint(double x, double y, int start) const;
     // Multiply the lengths of every feature.
     void UnitConvert(const double& factor);

@@ -10,7 +10,10 @@ CJOBXlayObjOX& CJOBXlayObjOX::operator=(const CJOBXlayObjOX& other) = default;
 
 CJOBXlayObjOX::~CJOBXlayObjOX() = default;
 
-CJOBXlayObjOX* CJOBXlayObjOX::clone() const { return new CJOBXlayObjOX(*this); }
+CJOBXlayObjOX* CJOBXlayObjOX::clone() const
+{
+    return new CJOBXlayObjOX(*this);
+}
 
 bool CJOBXlayObjOX::operator==(const CJOBXlayObjOX& other) const
 {
@@ -31,7 +34,10 @@ void CJOBXlayObjOX::SetPoint(const CPointD& point)
     m_dY = point.GetY();
 }
 
-void CJOBXlayObjOX::UnitConvert(const double& factor) { vRescale(factor); }
+void CJOBXlayObjOX::UnitConvert(const double& factor)
+{
+    vRescale(factor);
+}
 
 void CJOBXlayObjOX::vRescale(double factor)
 {
@@ -43,7 +49,10 @@ void CJOBXlayObjOX::vRescale(double factor)
 
 CJOBXlayObjOXArray::CJOBXlayObjOXArray() = default;
 
-CJOBXlayObjOXArray::CJOBXlayObjOXArray(const CJOBXlayObjOXArray& other) : COwningPtrArray() { *this = other; }
+CJOBXlayObjOXArray::CJOBXlayObjOXArray(const CJOBXlayObjOXArray& other) : COwningPtrArray()
+{
+    *this = other;
+}
 
 CJOBXlayObjOXArray& CJOBXlayObjOXArray::operator=(const CJOBXlayObjOXArray& other)
 {
@@ -53,11 +62,20 @@ CJOBXlayObjOXArray& CJOBXlayObjOXArray::operator=(const CJOBXlayObjOXArray& othe
 
 CJOBXlayObjOXArray::~CJOBXlayObjOXArray() = default;
 
-CJOBXlayObjOXArray* CJOBXlayObjOXArray::clone() const { return new CJOBXlayObjOXArray(*this); }
+CJOBXlayObjOXArray* CJOBXlayObjOXArray::clone() const
+{
+    return new CJOBXlayObjOXArray(*this);
+}
 
-bool CJOBXlayObjOXArray::operator==(const CJOBXlayObjOXArray& other) const { return EqualsAtPositionsOf(other); }
+bool CJOBXlayObjOXArray::operator==(const CJOBXlayObjOXArray& other) const
+{
+    return EqualsAtPositionsOf(other);
+}
 
-void CJOBXlayObjOXArray::UnitConvert(const double& factor) { vRescale(factor); }
+void CJOBXlayObjOXArray::UnitConvert(const double& factor)
+{
+    vRescale(factor);
+}
 
 void CJOBXlayObjOXArray::vRescale(double factor)
 {

@@ -50,7 +50,10 @@ void CJOBXlayer::AddPropertyData(CString attributeText, CJOBXlayObj* feature)
             });
 }
 
-__int64 CJOBXlayer::GEtODBFeatureLineNo() const { return m_nFeatureLineNo; }
+__int64 CJOBXlayer::GEtODBFeatureLineNo() const
+{
+    return m_nFeatureLineNo;
+}
 
 int CJOBXlayer::nGetSymbolIndex(const CString& name) const
 {
@@ -90,7 +93,10 @@ CString CJOBXlayer::GetViaPadStackName(int i) const
     return feature != nullptr ? feature->GetViaPadStackName() : CString();
 }
 
-void CJOBXlayer::vRescale() { m_arrFeatures.vRescale(m_dRescaleFactor); }
+void CJOBXlayer::vRescale()
+{
+    m_arrFeatures.vRescale(m_dRescaleFactor);
+}
 
 void CJOBXlayer::UnitConvert(const double& factor)
 {
@@ -108,7 +114,8 @@ CJOBXlayerArray::~CJOBXlayerArray() = default;
 CJOBXlayer* CJOBXlayerArray::GetODBlayerFromName(const CString& name) const
 {
     for (__int64 i = 0; i < GetSize(); ++i)
-        if (CJOBXlayer* const layer = GetAt(i); layer != nullptr && AsciiEqualNoCase(layer->m_sName.View(), name.View()))
+        if (CJOBXlayer* const layer = GetAt(i);
+            layer != nullptr && AsciiEqualNoCase(layer->m_sName.View(), name.View()))
             return layer;
     return nullptr;
 }

@@ -24,11 +24,12 @@ public:
     CJOBXlayer& operator=(const CJOBXlayer&) = delete;
     virtual ~CJOBXlayer();
 
-    // Reads the features file at `path` and appends what it holds. Answers 1 always: a file that cannot be opened leaves
-    // the layer as it was, and a malformed line never stops the reading. Exhausted memory raises CMemoryException.
+    // Reads the features file at `path` and appends what it holds. Answers 1 always: a file that cannot be opened
+    // leaves the layer as it was, and a malformed line never stops the reading. Exhausted memory raises
+    // CMemoryException.
     int ParseODBOfMFC(CString path);
-    // Appends the properties of a feature's attribute list, items such as "3" or "3=7" separated by commas, resolved with
-    // this layer's tables.
+    // Appends the properties of a feature's attribute list, items such as "3" or "3=7" separated by commas, resolved
+    // with this layer's tables.
     void AddPropertyData(CString attributeText, CJOBXlayObj* feature);
     // The stored feature line number; the reader leaves it at 0.
     __int64 GEtODBFeatureLineNo() const;
@@ -39,7 +40,8 @@ public:
     CString GetSymbolName(int number) const;
     CString GetAttributeName(int number) const;
     CString GetAttributeText(int number) const;
-    // The position, from `n` on, of the first feature whose surface index is `n`; -1 when `n` is no position or none is.
+    // The position, from `n` on, of the first feature whose surface index is `n`; -1 when `n` is no position or none
+    // is.
     int nGetLayObjIndexFromSurfaceIndex(int n) const;
     // The via pad stack name of the feature at position `i`; "" for a bad position.
     CString GetViaPadStackName(int i) const;
@@ -59,14 +61,14 @@ public:
 
     CString m_sName;
     double m_dRescaleFactor = 1.0;
-    CString m_sUnits = "INCH"; // what stood on the units line; "UNITS=MM" is kept whole, intended
+    CString m_sUnits = "INCH";        // what stood on the units line; "UNITS=MM" is kept whole, intended
     CStringArray m_arrAttributeTexts; // "&" lines
     CArrayN m_arrAttributeTextNumbers;
     CStringArray m_arrAttributeNames; // "@" lines
     CArrayN m_arrAttributeNameNumbers;
     CStringArray m_arrSymbolNames; // "$" lines
     CArrayN m_arrSymbolNumbers;
-    CStringArray m_arrSymbolSecondFields; // what follows a symbol name on its line
+    CStringArray m_arrSymbolSecondFields;     // what follows a symbol name on its line
     double m_dCopperWeightOrDielectric = 0.0; // set by hosts, written to the layer's attribute list, no length
     __int64 m_nFirstLineNo = 0;               // a host's own, as the next
     __int64 m_nLastLineNo = 0;

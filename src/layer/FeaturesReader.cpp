@@ -85,7 +85,8 @@ private:
 class CReader
 {
 public:
-    CReader(CTextScanner& scanner, CJOBXlayer& layer) : m_scanner(scanner), m_layer(layer), m_features(*layer.GetFeatures())
+    CReader(CTextScanner& scanner, CJOBXlayer& layer)
+        : m_scanner(scanner), m_layer(layer), m_features(*layer.GetFeatures())
     {
     }
 
@@ -96,8 +97,8 @@ public:
     }
 
 private:
-    // Told by the first letters only, in either case. "OE", "SE", "OB", "OS" and "OC" are meant to win over the records:
-    // a line that begins with "SE" ends a surface and never opens one.
+    // Told by the first letters only, in either case. "OE", "SE", "OB", "OS" and "OC" are meant to win over the
+    // records: a line that begins with "SE" ends a surface and never opens one.
     void ReadLine(std::string_view line)
     {
         const char second = line.size() > 1 ? AsciiUpper(line[1]) : '\0';
@@ -142,7 +143,8 @@ private:
     {
         line = WithoutLeading(line, mark);
         const std::size_t blank = line.find(' ');
-        const std::string_view rest = blank == std::string_view::npos ? std::string_view() : Trimmed(line.substr(blank));
+        const std::string_view rest =
+            blank == std::string_view::npos ? std::string_view() : Trimmed(line.substr(blank));
         return {ParseInteger(line.substr(0, blank)), rest};
     }
 
@@ -152,8 +154,8 @@ private:
         const std::size_t blank = rest.find(' ');
         m_layer.m_arrSymbolNumbers.Add(number);
         m_layer.m_arrSymbolNames.Add(CString(rest.substr(0, blank)));
-        m_layer.m_arrSymbolSecondFields.Add(
-            blank == std::string_view::npos ? CString() : CString(Trimmed(rest.substr(blank))));
+        m_layer.m_arrSymbolSecondFields.Add(blank == std::string_view::npos ? CString()
+                                                                            : CString(Trimmed(rest.substr(blank))));
     }
 
     void ReadTableLine(std::string_view line, char mark, CArrayN& numbers, CStringArray& texts)
@@ -237,14 +239,14 @@ private:
         text = WithoutLeading(text, ';');
         if (text.empty())
             return;
-        CSharedProperties* const list = m_cache.ListOf(
-            text,
-            [this, text](CJOBXPropertyArray& properties)
-            {
-                AppendProperties(
-                    text, properties, [this](int number) { return m_names.Text(number); },
-                    [this](int number) { return m_texts.Text(number); });
-            });
+        CSharedProperties* const list =
+            m_cache.ListOf(text,
+                           [this, text](CJOBXPropertyArray& properties)
+                           {
+                               AppendProperties(
+                                   text, properties, [this](int number) { return m_names.Text(number); },
+                                   [this](int number) { return m_texts.Text(number); });
+                           });
         if (list->m_list.GetSize() > 0)
             feature.ShareProperties(list);
     }
@@ -502,4 +504,7 @@ void ReadFeatures(CTextScanner& scanner, CJOBXlayer& layer)
     reader->Read();
 }
 
-CString PadUsageText(int number) { return number >= 0 && number <= 4 ? "tooling_hole" : ""; }
+CString PadUsageText(int number)
+{
+    return number >= 0 && number <= 4 ? "tooling_hole" : "";
+}

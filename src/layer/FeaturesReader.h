@@ -15,8 +15,8 @@ void ReadFeatures(CTextScanner& scanner, CJOBXlayer& layer);
 // The value text of a ".pad_usage" number: every known usage ends as "tooling_hole". Intended: files rely on it.
 CString PadUsageText(int number);
 
-// Appends one property for every item of an attribute list. Runs of commas separate once; an empty last item is dropped.
-// `nameOf` and `textOf` look a number up in the attribute tables and answer "" for an unknown one.
+// Appends one property for every item of an attribute list. Runs of commas separate once; an empty last item is
+// dropped. `nameOf` and `textOf` look a number up in the attribute tables and answer "" for an unknown one.
 template <class NameOf, class TextOf>
 void AppendProperties(std::string_view attributes, CJOBXPropertyArray& properties, NameOf nameOf, TextOf textOf)
 {

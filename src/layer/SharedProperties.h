@@ -5,8 +5,8 @@
 
 #include <atomic>
 
-// A counted list; whoever drops the last reference deletes it. Threads: the count may change on any thread, the list may
-// only be changed by the holder of the only reference.
+// A counted list; whoever drops the last reference deletes it. Threads: the count may change on any thread, the list
+// may only be changed by the holder of the only reference.
 class CSharedProperties
 {
 public:

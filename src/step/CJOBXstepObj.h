@@ -13,11 +13,12 @@ class CJOBXnetlist;
 class CJOBXstephdr;
 class CWnd;
 
-// One step of a job: the directory of that name below "steps", with its profile, header, layers, components, EDA data and
-// netlist.
-// Units:     each file's own; UnitConvert multiplies every length of profile, layers, components, packages and netlist. The
+// One step of a job: the directory of that name below "steps", with its profile, header, layers, components, EDA data
+// and netlist. Units:     each file's own; UnitConvert multiplies every length of profile, layers, components, packages
+// and netlist. The
 //            header and the EDA nets are not converted: intended.
-// Ownership: owns all its parts; borrows the status window; not copyable. The arrays that the scans answer belong to the
+// Ownership: owns all its parts; borrows the status window; not copyable. The arrays that the scans answer belong to
+// the
 //            caller, who deletes them; what a scan moves into them is no longer the step's.
 // Results:   a missing part of a step is no error. Exhausted memory raises CMemoryException.
 // Threads:   one thread calls; layer directories are read on a team of worker threads.
@@ -29,16 +30,17 @@ public:
     CJOBXstepObj& operator=(const CJOBXstepObj&) = delete;
     virtual ~CJOBXstepObj();
 
-    // Reads the step's directory and appends what it holds; 0 when it has no profile, and then nothing is read. The status
-    // window, when there is one, is told after each stage.
+    // Reads the step's directory and appends what it holds; 0 when it has no profile, and then nothing is read. The
+    // status window, when there is one, is told after each stage.
     int ParseODBOfMFC(CString stepDirectory);
     void UnitConvert(const double& factor);
 
-    // Moves the components whose package reference is `id` out of the step's files, into new files with the same tables, one
-    // for each file that had any. Null when there are none. The move is intended: a second call finds nothing.
+    // Moves the components whose package reference is `id` out of the step's files, into new files with the same
+    // tables, one for each file that had any. Null when there are none. The move is intended: a second call finds
+    // nothing.
     CJOBXcomponentsArray* ScaneODBComponents(int id);
-    // Moves the toeprint subnets of that component and side out of the step's nets, into new nets with the same names. Null
-    // when there are none.
+    // Moves the toeprint subnets of that component and side out of the step's nets, into new nets with the same names.
+    // Null when there are none.
     CJOBXdataNetArray* ScanUsedODBcmpIDDataIndataNet(int componentNumber, CString side);
     // The first layer of that name, ASCII letters of either case, borrowed; null when there is none.
     CJOBXlayer* ScanLayerObjDataInLayer(CString layerName) const;
@@ -50,9 +52,9 @@ public:
     CJOBXnetlist* GetNetlist() const { return m_pNetlist.get(); }
 
     CWnd* m_pStatus = nullptr;
-    CString m_sName;                       // as the matrix spells it
-    CJOBXlayerArray m_arrLayers;           // in the order of the directory listing
-    CJOBXcomponentsArray m_arrComponents;  // likewise, one for each components file
+    CString m_sName;                      // as the matrix spells it
+    CJOBXlayerArray m_arrLayers;          // in the order of the directory listing
+    CJOBXcomponentsArray m_arrComponents; // likewise, one for each components file
 
 private:
     void ReadLayers(const CString& layersDirectory);

@@ -1,0 +1,233 @@
+#include "step/CJOBXstepObj.h"
+
+#include "eda/CJOBXdata.h"
+#include "eda/CJOBXeda.h"
+#include "eda/CJOBXnetlist.h"
+#include "foundation/Guarded.h"
+#include "foundation/ParallelLoop.h"
+#include "foundation/ProgressReport.h"
+#include "foundation/corekit/CKUtility.h"
+#include "step/CJOBXstephdr.h"
+
+template class CExPtrArray<CJOBXstepObj*, CJOBXstepObj*>;
+
+namespace
+{
+constexpr const char* kSource = "CJOBXstepObj.cpp";
+#if defined(_WIN32)
+constexpr const char* kSeparators = "\\/";
+#else
+constexpr const char* kSeparators = "/";
+#endif
+
+CString Find(const CString& directory, const char* name)
+{
+    return CKUtility::GetInstance()->FindPath(directory, name, kSource, __LINE__);
+}
+
+bool Exists(const CString& path)
+{
+    return CKUtility::GetInstance()->DoesFileOrDirExist(path, kSource, __LINE__);
+}
+
+// What is left of a file's path once the path of the step's layers is taken out of it: the layer's directory and the
+// file.
+CString BelowLayers(CString path, const CString& layersDirectory)
+{
+    path.Replace(layersDirectory, "");
+    return path.TrimLeft(kSeparators);
+}
+
+// Takes the elements that `wanted` accepts out of `from` and hands them to `take`, in order.
+template <class T, class Wanted, class Take>
+void MoveMatching(COwningPtrArray<T>& from, Wanted wanted, Take take)
+{
+    __int64 kept = 0;
+    for (__int64 i = 0; i < from.GetSize(); ++i)
+    {
+        T* const element = from.GetAt(i);
+        from.SetAt(i, nullptr);
+        if (element != nullptr && wanted(*element))
+            take(std::unique_ptr<T>(element));
+        else
+            from.SetAt(kept++, element);
+    }
+    from.RemoveAt(kept, from.GetSize() - kept);
+}
+
+template <class T>
+T* NullWhenEmpty(std::unique_ptr<T> array)
+{
+    return array->GetSize() > 0 ? array.release() : nullptr;
+}
+} // namespace
+
+CJOBXstepObj::CJOBXstepObj()
+    : m_pProfile(std::make_unique<CJOBXlayer>()),
+      m_pHeader(std::make_unique<CJOBXstephdr>()),
+      m_pEda(std::make_unique<CJOBXeda>()),
+      m_pNetlist(std::make_unique<CJOBXnetlist>())
+{
+}
+
+CJOBXstepObj::~CJOBXstepObj() = default;
+
+int CJOBXstepObj::ParseODBOfMFC(CString stepDirectory)
+{
+    return Guarded(
+        [&]
+        {
+            const CString profile = Find(stepDirectory, "profile");
+            if (!Exists(profile))
+                return 0;
+            m_pProfile->m_sName = "profile";
+            m_pProfile->ParseODBOfMFC(profile);
+            if (const CString header = Find(stepDirectory, "stephdr"); Exists(header))
+                m_pHeader->ParseODBOfMFC(header);
+            ShowStatus(m_pStatus, "Complete profile file reading");
+            ReadLayers(Find(stepDirectory, "layers"));
+            ShowStatus(m_pStatus, "Complete layers file reading");
+            ReadEda(stepDirectory);
+            ReadNetlist(stepDirectory);
+            return 1;
+        });
+}
+
+void CJOBXstepObj::ReadLayers(const CString& layersDirectory)
+{
+    CKUtility* const files = CKUtility::GetInstance();
+    if (!files->IsDir(layersDirectory))
+        return;
+    CStringArray directories;
+    files->GetAllSubDirListIn(layersDirectory, directories, 0);
+    CParallelAppend<CJOBXlayer> layers(m_arrLayers);
+    CParallelAppend<CJOBXcomponents> components(m_arrComponents);
+    ParallelLoop(static_cast<int>(directories.GetSize()),
+                 [&](int i)
+                 {
+                     if (!files->IsDir(directories[i]))
+                         return;
+                     if (const CString path = Find(directories[i], "features"); Exists(path))
+                     {
+                         auto layer = std::make_unique<CJOBXlayer>();
+                         layer->ParseODBOfMFC(path);
+                         layer->m_sName = BelowLayers(path, layersDirectory).SpanExcluding(kSeparators);
+                         layers.Append(i, std::move(layer));
+                     }
+                     if (const CString path = Find(directories[i], "components"); Exists(path))
+                     {
+                         auto read = std::make_unique<CJOBXcomponents>();
+                         read->ParseODBOfMFC(path);
+                         read->m_sRelativePath = BelowLayers(path, layersDirectory);
+                         read->m_sLayerName = read->m_sRelativePath.SpanExcluding(kSeparators);
+                         components.Append(i, std::move(read));
+                     }
+                 });
+    layers.PutInOrder();
+    components.PutInOrder();
+}
+
+void CJOBXstepObj::ReadEda(const CString& stepDirectory)
+{
+    const CString eda = Find(stepDirectory, "eda");
+    if (!CKUtility::GetInstance()->IsDir(eda))
+        return;
+    m_pEda->ParseODBOfMFC(eda);
+    ShowStatus(m_pStatus, "Complete eda file reading");
+}
+
+void CJOBXstepObj::ReadNetlist(const CString& stepDirectory)
+{
+    const CKUtility* const files = CKUtility::GetInstance();
+    const CString netlists = Find(stepDirectory, "netlists");
+    if (!files->IsDir(netlists))
+        return;
+    const CString cadnet = Find(netlists, "cadnet");
+    if (!files->IsDir(cadnet))
+        return;
+    const CString netlist = Find(cadnet, "netlist");
+    if (!Exists(netlist))
+        return;
+    m_pNetlist->ParseODBOfMFC(netlist);
+    ShowStatus(m_pStatus, "Complete netlists file reading");
+}
+
+void CJOBXstepObj::UnitConvert(const double& factor)
+{
+    m_pProfile->UnitConvert(factor);
+    m_arrLayers.UnitConvert(factor);
+    m_arrComponents.UnitConvert(factor);
+    m_pEda->m_pData->UnitConvert(factor);
+    m_pNetlist->UnitConvert(factor);
+}
+
+CJOBXcomponentsArray* CJOBXstepObj::ScaneODBComponents(int id)
+{
+    return Guarded(
+        [&]
+        {
+            auto result = std::make_unique<CJOBXcomponentsArray>();
+            for (__int64 i = 0; i < m_arrComponents.GetSize(); ++i)
+            {
+                CJOBXcomponents* const file = m_arrComponents.GetAt(i);
+                if (file == nullptr)
+                    continue;
+                auto scanned = std::make_unique<CJOBXcomponents>();
+                scanned->m_sLayerName = file->m_sLayerName;
+                scanned->m_arrAttributeNames = file->m_arrAttributeNames;
+                scanned->m_arrAttributeNameNumbers = file->m_arrAttributeNameNumbers;
+                scanned->m_arrAttributeTexts = file->m_arrAttributeTexts;
+                scanned->m_arrAttributeTextNumbers = file->m_arrAttributeTextNumbers;
+                MoveMatching(
+                    file->m_arrCmps, [id](const CJOBXcmp& component) { return component.m_nPkgRef == id; },
+                    [&](std::unique_ptr<CJOBXcmp> component) { scanned->m_arrCmps.Own(std::move(component)); });
+                if (scanned->m_arrCmps.GetSize() > 0)
+                    result->Own(std::move(scanned));
+            }
+            return NullWhenEmpty(std::move(result));
+        });
+}
+
+CJOBXdataNetArray* CJOBXstepObj::ScanUsedODBcmpIDDataIndataNet(int componentNumber, CString side)
+{
+    return Guarded(
+        [&]
+        {
+            auto result = std::make_unique<CJOBXdataNetArray>();
+            CJOBXdataNetArray& nets = m_pEda->m_pData->m_arrNets;
+            for (__int64 i = 0; i < nets.GetSize(); ++i)
+            {
+                CJOBXdataNet* const net = nets.GetAt(i);
+                if (net == nullptr)
+                    continue;
+                auto scanned = std::make_unique<CJOBXdataNet>();
+                scanned->m_sName = net->m_sName;
+                MoveMatching(
+                    net->m_arrSnts,
+                    [&](const CJOBXSnt& subnet) {
+                        return subnet.m_sKind == "TOP" && subnet.m_nComponentNumber == componentNumber &&
+                               subnet.m_sSide == side;
+                    },
+                    [&](std::unique_ptr<CJOBXSnt> subnet) { scanned->m_arrSnts.Own(std::move(subnet)); });
+                if (scanned->m_arrSnts.GetSize() > 0)
+                    result->Own(std::move(scanned));
+            }
+            return NullWhenEmpty(std::move(result));
+        });
+}
+
+CJOBXlayer* CJOBXstepObj::ScanLayerObjDataInLayer(CString layerName) const
+{
+    return m_arrLayers.GetODBlayerFromName(layerName);
+}
+
+CJOBXstepObjArray::CJOBXstepObjArray() = default;
+
+CJOBXstepObjArray::~CJOBXstepObjArray() = default;
+
+void CJOBXstepObjArray::UnitConvert(const double& factor)
+{
+    for (__int64 i = 0; i < GetSize(); ++i)
+        if (CJOBXstepObj* const step = GetAt(i))
+            step->UnitConvert(factor);
+}
