@@ -13,6 +13,8 @@
 #include "layer/CJOBXfonts.h"
 #include "step/CJOBXstephdr.h"
 
+#include <algorithm>
+#include <iterator>
 #include <list>
 #include <memory>
 
@@ -178,14 +180,15 @@ void CJOBX::ReadSymbols(const CString& jobPath, bool wholeJob)
                      });
         finished.PutInOrder();
     }
+    // The steps report to the windows of this read only; a window of an earlier read may be gone.
+    m_pSteps->m_pProgress = m_pProgress;
+    m_pSteps->m_pStatus = m_pProgress != nullptr ? m_pStatus : nullptr;
     if (m_pProgress == nullptr)
         return;
     SetPosition(*m_pProgress, kSymbolsRead);
     m_pProgress->UpdateData(FALSE);
     m_pProgress->SetFocus();
     ShowStatus(m_pStatus, "Complete symbol file reading.");
-    m_pSteps->m_pProgress = m_pProgress;
-    m_pSteps->m_pStatus = m_pStatus;
 }
 
 void CJOBX::ReadStepsFontAndInfo(const CString& jobPath, const CStringArray& stepNames)
