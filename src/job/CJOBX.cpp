@@ -45,6 +45,15 @@ int ReportNoData()
     return 0;
 }
 
+CStringArray StepNames(const CJOBXmatrix& matrix)
+{
+    CStringArray names;
+    for (__int64 i = 0; i < matrix.m_arrSteps.GetSize(); ++i)
+        if (const CJOBXmatrixStep* const step = matrix.m_arrSteps.GetAt(i))
+            names.Add(step->m_sName);
+    return names;
+}
+
 // The features file that a path below "symbols" leads to, "" when it leads to none. The whole path is tested, the part
 // above the job too. A compressed file is decompressed beside itself.
 CString SymbolFeaturesFile(CString path)
@@ -131,7 +140,7 @@ int CJOBX::ParseMatrixInODBOfMFC(CString jobPath, CStringArray& stepNames)
             const CString matrix = Find(jobPath, "matrix");
             if (!Exists(Find(jobPath, "steps")) || !Exists(matrix) || m_pMatrix->ParseODBOfMFC(matrix) == 0)
                 return ReportNoData();
-            stepNames = m_pMatrix->GetStepNames();
+            stepNames = StepNames(*m_pMatrix);
             return 1;
         });
 }
@@ -146,7 +155,7 @@ int CJOBX::ParseODBOfMFC(CString jobPath)
             if (!Exists(Find(jobPath, "steps")) || !Exists(matrix) || m_pMatrix->ParseODBOfMFC(matrix) == 0)
                 return ReportNoData();
             ReadSymbols(jobPath, true);
-            ReadStepsFontAndInfo(jobPath, m_pMatrix->GetStepNames());
+            ReadStepsFontAndInfo(jobPath, StepNames(*m_pMatrix));
             return 1;
         });
 }
