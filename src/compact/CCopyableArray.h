@@ -1,0 +1,39 @@
+#pragma once
+
+#include "foundation/CExPtrArray.h"
+
+#include <memory>
+
+// An owning array that can be copied; the base of every list of the compact model.
+// Ownership: as COwningPtrArray; copies are deep, made with the elements' clone, so that each keeps its class. Null
+//            entries are left out. Self-assignment keeps the elements.
+// Results:   exhausted memory raises CMemoryException; an assignment that fails leaves the elements copied before.
+// Threads:   different arrays may be used at once; sharing one needs the caller's lock.
+template <class T>
+class CCopyableArray : public COwningPtrArray<T>
+{
+public:
+    CCopyableArray() = default;
+    CCopyableArray(const CCopyableArray& other) : COwningPtrArray<T>() { *this = other; }
+    CCopyableArray& operator=(const CCopyableArray& other)
+    {
+        this->CopyElements(other, [](const T& element) { return element.clone(); });
+        return *this;
+    }
+    ~CCopyableArray() override = default;
+    virtual CCopyableArray* clone() const = 0; // the caller owns the copy
+};
+
+// A copyable array of elements that have lengths.
+template <class T>
+class CRescalableArray : public CCopyableArray<T>
+{
+public:
+    // Rescales every element; null entries are passed over.
+    void vRescale(double factor)
+    {
+        for (__int64 i = 0; i < this->GetSize(); ++i)
+            if (T* const element = this->GetAt(i))
+                element->vRescale(factor);
+    }
+};

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "compact/CODBlayer.h"
+
+// One user symbol of the compact model: its name and its features.
+// Units:     lengths in the unit that the units text names. A unit change gives the symbol its factor and leaves the
+//            features as they are, which is intended.
+// Ownership: owned by its array, owns its layer; copies are deep.
+// Threads:   different objects may be used at once; sharing one needs the caller's lock.
+class JOBX_API CODBSpecialSymbol
+{
+public:
+    CODBSpecialSymbol() = default;
+    CODBSpecialSymbol(const CODBSpecialSymbol&) = default;
+    CODBSpecialSymbol& operator=(const CODBSpecialSymbol&) = default;
+    virtual ~CODBSpecialSymbol();
+    virtual CODBSpecialSymbol* clone() const; // the caller owns the copy
+
+    CStringArray m_arrTexts; // the host's own
+    CString m_sName;
+    CODBlayer m_layer;             // the features
+    CString m_sPath;               // the directory of the symbol's features file
+    CString m_sUnits = "INCH";     // or "MM" or "MIL"
+    double m_dRescaleFactor = 1.0; // the last one computed
+};
+
+extern template class JOBX_API CExPtrArray<CODBSpecialSymbol*, CODBSpecialSymbol*>;
+
+// The user symbols of a job; owns them.
+class JOBX_API CODBSpecialSymbolArray : public CCopyableArray<CODBSpecialSymbol>
+{
+public:
+    CODBSpecialSymbolArray* clone() const override; // the caller owns the copy
+};

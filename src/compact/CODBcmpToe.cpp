@@ -1,0 +1,22 @@
+#include "compact/CODBcmpToe.h"
+
+#include "compact/NewCopy.h"
+
+template class CExPtrArray<CODBcmpToe*, CODBcmpToe*>;
+
+CODBcmpToe::~CODBcmpToe() = default;
+
+CODBcmpToe* CODBcmpToe::clone() const
+{
+    return NewCopy(*this);
+}
+
+void CODBcmpToe::vRescale(double factor)
+{
+    m_ptLocation.ReScale(factor);
+}
+
+CODBcmpToeArray* CODBcmpToeArray::clone() const
+{
+    return NewCopy(*this);
+}

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "compact/CCopyableArray.h"
+#include "foundation/corekit/CPointD.h"
+#include "foundation/framework/CString.h"
+
+// A toeprint of the compact model: where one pin of a placed component meets the board, and the net it belongs to.
+// Units:     lengths in the unit of the components part; the rotation in degrees.
+// Ownership: owned by its component's list; copies are deep.
+// Threads:   different objects may be used at once; sharing one needs the caller's lock.
+class JOBX_API CODBcmpToe
+{
+public:
+    CODBcmpToe() = default;
+    CODBcmpToe(const CODBcmpToe&) = default;
+    CODBcmpToe& operator=(const CODBcmpToe&) = default;
+    virtual ~CODBcmpToe();
+    virtual CODBcmpToe* clone() const; // the caller owns the copy
+
+    // Multiplies the location by `factor`.
+    void vRescale(double factor);
+
+    CString m_sName;
+    int m_nNet = -1;    // position of the net among the EDA data's nets
+    int m_nSubnet = -1; // position of the subnet in that net
+    int m_nMirror = 0;  // 1 mirrored, 0 not
+    double m_dRotation = 0.0;
+    CPointD m_ptLocation;
+    int m_nPin = -1; // position of the pin in the component's package
+};
+
+extern template class JOBX_API CExPtrArray<CODBcmpToe*, CODBcmpToe*>;
+
+// The toeprints of one component; owns them.
+class JOBX_API CODBcmpToeArray : public CRescalableArray<CODBcmpToe>
+{
+public:
+    CODBcmpToeArray* clone() const override; // the caller owns the copy
+};

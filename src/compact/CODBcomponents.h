@@ -1,0 +1,33 @@
+#pragma once
+
+#include "compact/CODBcmp.h"
+#include "foundation/corekit/CArrayN.h"
+#include "foundation/framework/CStringArray.h"
+
+// The components part of the compact model: the components and the tables that number their attributes' names and
+// texts.
+// Units:     lengths in the unit that the units text names; a unit change multiplies them and never rewrites the text.
+// Ownership: owned by its job, owns its components; copies are deep.
+// Threads:   different objects may be used at once; sharing one needs the caller's lock.
+class JOBX_API CODBcomponents
+{
+public:
+    CODBcomponents() = default;
+    CODBcomponents(const CODBcomponents&) = default;
+    CODBcomponents& operator=(const CODBcomponents&) = default;
+    virtual ~CODBcomponents();
+    virtual CODBcomponents* clone() const; // the caller owns the copy
+
+    // Rescales every component; the factor member stays.
+    void vRescale(double factor);
+
+    CODBcmpArray m_arrCmps;
+    CStringArray m_arrAttributeNames;
+    CArrayN m_arrAttributeNameNumbers; // in parallel to the names
+    CStringArray m_arrAttributeTexts;
+    CArrayN m_arrAttributeTextNumbers; // in parallel to the texts
+    CString m_sUnits = "INCH";         // or "MM" or "MIL"
+    double m_dRescaleFactor = 1.0;     // the last one computed
+    CString m_sLayerName;
+    CString m_sRelativePath;
+};

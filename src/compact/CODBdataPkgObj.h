@@ -1,0 +1,96 @@
+#pragma once
+
+#include "compact/CODBlayObjOX.h"
+#include "foundation/framework/CStringArray.h"
+
+// One outline record of a package or pin of the compact model. A record of this class itself keeps keyword and
+// parameters as text and has no geometry; the subclasses carry it. What is rescaled is decided by the class, whatever
+// the keyword says. Every subclass sets its keyword when it is made.
+// Units:     lengths of the subclasses in the unit of the EDA data; texts are never rewritten.
+// Ownership: owned by its array; copies are deep. Copy with clone: an assignment would cut a subclass down.
+// Threads:   different objects may be used at once; sharing one needs the caller's lock.
+class JOBX_API CODBdataPkgObj
+{
+public:
+    CODBdataPkgObj() = default;
+    CODBdataPkgObj(const CODBdataPkgObj&) = default;
+    CODBdataPkgObj& operator=(const CODBdataPkgObj&) = default;
+    virtual ~CODBdataPkgObj();
+    virtual CODBdataPkgObj* clone() const; // the caller owns the copy
+
+    // Multiplies the geometry by `factor`.
+    virtual void vRescale(double factor);
+
+    int m_nLineNumber = 0;        // in the file it came from, counted from 1
+    CStringArray m_arrParameters; // as they stood in the file
+    CString m_sKeyword;           // "CR", "SQ", "RC", "CT", "OB", "OS", "OC", "OE", "CE"
+};
+
+extern template class JOBX_API CExPtrArray<CODBdataPkgObj*, CODBdataPkgObj*>;
+
+// The outline records of a package or pin, in order; owns them.
+class JOBX_API CODBdataPkgObjArray : public CRescalableArray<CODBdataPkgObj>
+{
+public:
+    CODBdataPkgObjArray* clone() const override; // the caller owns the copy
+};
+
+// A round outline, keyword "CR".
+class JOBX_API CODBdataPkgObjCircle : public CODBdataPkgObj
+{
+public:
+    CODBdataPkgObjCircle();
+    CODBdataPkgObjCircle(const CODBdataPkgObjCircle&) = default;
+    CODBdataPkgObjCircle& operator=(const CODBdataPkgObjCircle&) = default;
+    ~CODBdataPkgObjCircle() override;
+    CODBdataPkgObjCircle* clone() const override;
+    void vRescale(double factor) override;
+
+    CPointD m_ptCenter;
+    double m_dRadius = 0.0;
+};
+
+// A square outline, keyword "SQ".
+class JOBX_API CODBdataPkgObjSquare : public CODBdataPkgObj
+{
+public:
+    CODBdataPkgObjSquare();
+    CODBdataPkgObjSquare(const CODBdataPkgObjSquare&) = default;
+    CODBdataPkgObjSquare& operator=(const CODBdataPkgObjSquare&) = default;
+    ~CODBdataPkgObjSquare() override;
+    CODBdataPkgObjSquare* clone() const override;
+    void vRescale(double factor) override;
+
+    CPointD m_ptCenter;
+    double m_dHalfSide = 0.0;
+};
+
+// A rectangular outline, keyword "RC".
+class JOBX_API CODBdataPkgObjRectangle : public CODBdataPkgObj
+{
+public:
+    CODBdataPkgObjRectangle();
+    CODBdataPkgObjRectangle(const CODBdataPkgObjRectangle&) = default;
+    CODBdataPkgObjRectangle& operator=(const CODBdataPkgObjRectangle&) = default;
+    ~CODBdataPkgObjRectangle() override;
+    CODBdataPkgObjRectangle* clone() const override;
+    void vRescale(double factor) override;
+
+    double m_dWidth = 0.0;
+    double m_dHeight = 0.0;
+    CPointD m_ptLowerLeft;
+};
+
+// An outline of straight and round pieces, keyword "CT".
+class JOBX_API CODBdataPkgObjContour : public CODBdataPkgObj
+{
+public:
+    CODBdataPkgObjContour();
+    CODBdataPkgObjContour(const CODBdataPkgObjContour&) = default;
+    CODBdataPkgObjContour& operator=(const CODBdataPkgObjContour&) = default;
+    ~CODBdataPkgObjContour() override;
+    CODBdataPkgObjContour* clone() const override;
+    void vRescale(double factor) override;
+
+    CODBlayObjOXArray m_arrElements; // "OB", "OS", "OC" and "OE" in order
+};

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "compact/CODBlayObj.h"
+#include "foundation/corekit/CArrayN.h"
+
+// One layer of the compact model: its features and the tables of its features file. Each number array and its text
+// array go together: one position is one table entry.
+// Units:     lengths in the unit that the units text names; a unit change multiplies them and never rewrites the text.
+// Ownership: owned by its array, owns its features; copies are deep.
+// Threads:   different objects may be used at once; sharing one needs the caller's lock.
+class JOBX_API CODBlayer
+{
+public:
+    CODBlayer() = default;
+    CODBlayer(const CODBlayer&) = default;
+    CODBlayer& operator=(const CODBlayer&) = default;
+    virtual ~CODBlayer();
+    virtual CODBlayer* clone() const; // the caller owns the copy
+
+    // Multiplies the lengths of every feature by the layer's rescale factor.
+    void vRescale();
+
+    CString m_sName;
+    double m_dRescaleFactor = 1.0; // the last one computed
+    CString m_sUnits = "INCH";     // or "MM" or "MIL"
+    CODBlayObjArray m_arrFeatures;
+    CStringArray m_arrAttributeTexts;
+    CArrayN m_arrAttributeTextNumbers;
+    CStringArray m_arrAttributeNames;
+    CArrayN m_arrAttributeNameNumbers;
+    CStringArray m_arrSymbolNames;
+    CArrayN m_arrSymbolNumbers;
+    CStringArray m_arrSymbolSecondFields;
+    double m_dCopperWeightOrDielectric = 0.0; // no length
+    __int64 m_nFirstLineNo = 0;               // the host's own, as the next two
+    __int64 m_nLastLineNo = 0;
+    __int64 m_nFeatureLineNo = 0;
+};
+
+extern template class JOBX_API CExPtrArray<CODBlayer*, CODBlayer*>;
+
+// The layers of a job; owns them.
+class JOBX_API CODBlayerArray : public CCopyableArray<CODBlayer>
+{
+public:
+    CODBlayerArray* clone() const override; // the caller owns the copy
+};

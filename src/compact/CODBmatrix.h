@@ -1,0 +1,18 @@
+#pragma once
+
+#include "compact/CODBmatrixLayer.h"
+
+// The layers' table of the compact model.
+// Ownership: owned by its job, owns its layers; copies are deep.
+// Threads:   different objects may be used at once; sharing one needs the caller's lock.
+class JOBX_API CODBmatrix
+{
+public:
+    CODBmatrix() = default;
+    CODBmatrix(const CODBmatrix&) = default;
+    CODBmatrix& operator=(const CODBmatrix&) = default;
+    virtual ~CODBmatrix();
+    virtual CODBmatrix* clone() const; // the caller owns the copy
+
+    CODBmatrixLayerArray m_arrLayers;
+};

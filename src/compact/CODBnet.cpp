@@ -1,0 +1,30 @@
+#include "compact/CODBnet.h"
+
+#include "compact/NewCopy.h"
+
+template class CExPtrArray<CODBnet*, CODBnet*>;
+
+CODBnet::~CODBnet() = default;
+
+CODBnet* CODBnet::clone() const
+{
+    return NewCopy(*this);
+}
+
+void CODBnet::vRescale(double factor)
+{
+    m_arrPts.vRescale(factor);
+}
+
+CODBnetArray* CODBnetArray::clone() const
+{
+    return NewCopy(*this);
+}
+
+CODBnet* CODBnetArray::pGetODBnetWithName(const CString& name) const
+{
+    for (__int64 i = 0; i < GetSize(); ++i)
+        if (CODBnet* const net = GetAt(i); net != nullptr && net->m_sName == name)
+            return net;
+    return nullptr;
+}

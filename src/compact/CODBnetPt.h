@@ -1,0 +1,48 @@
+#pragma once
+
+#include "compact/CCopyableArray.h"
+#include "foundation/corekit/CPointD.h"
+#include "foundation/framework/CString.h"
+#include "foundation/framework/CStringArray.h"
+
+// One test point of a net of the compact model.
+// Units:     lengths in the unit of the netlist.
+// Ownership: owned by its array; copies are deep.
+// Threads:   different objects may be used at once; sharing one needs the caller's lock.
+class JOBX_API CODBnetPt
+{
+public:
+    CODBnetPt() = default;
+    CODBnetPt(const CODBnetPt&) = default;
+    CODBnetPt& operator=(const CODBnetPt&) = default;
+    virtual ~CODBnetPt();
+    virtual CODBnetPt* clone() const; // the caller owns the copy
+
+    // Multiplies every length by `factor`, except the staggered radius: that one stays, intended.
+    void vRescale(double factor);
+
+    CString m_sSide;          // top, bottom, both or inner
+    CString m_sStaggeredMark; // "staggered" when the point is
+    double m_dStaggeredRadius = 0.0;
+    CString m_sExposure;
+    CString m_sEndPoint;
+    double m_dHeight = 0.0; // second size of a point that is not round
+    double m_dWidth = 0.0;  // first size of a point that is not round
+    CPointD m_ptPosition;
+    CPointD m_ptStaggeredPosition;
+    double m_dRadius = 0.0; // 0 means a point that is not round, with width and height
+    CStringArray m_arrFlags;
+};
+
+extern template class JOBX_API CExPtrArray<CODBnetPt*, CODBnetPt*>;
+
+// The points of one net; owns them.
+class JOBX_API CODBnetPtArray : public CRescalableArray<CODBnetPt>
+{
+public:
+    CODBnetPtArray* clone() const override;
+
+    // The first point at `point`, null when there is none. Compares with the equality operation of `point`, so a class
+    // derived from CPointD may bring a tolerance; CPointD's own is exact.
+    CODBnetPt* pGetODBnetPtWithPt(const CPointD& point) const;
+};

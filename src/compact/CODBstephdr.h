@@ -1,0 +1,51 @@
+#pragma once
+
+#include "compact/CODBstepRepeat.h"
+
+// The header of a step in the compact model: datum, origin, step-and-repeat table, and settings carried as texts. It
+// has no unit of its own and a job's unit change leaves it alone; a host rescales it itself.
+// Units:     lengths in the unit of the file it came from.
+// Ownership: owned by its array, owns its entries; copies are deep.
+// Threads:   different objects may be used at once; sharing one needs the caller's lock.
+class JOBX_API CODBstephdr
+{
+public:
+    CODBstephdr() = default;
+    CODBstephdr(const CODBstephdr&) = default;
+    CODBstephdr& operator=(const CODBstephdr&) = default;
+    virtual ~CODBstephdr();
+    virtual CODBstephdr* clone() const; // the caller owns the copy
+
+    // Multiplies datum, origin and the entries' positions and pitches by `factor`.
+    void vRescale(double factor);
+
+    CPointD m_ptDatum;
+    CPointD m_ptOrigin;
+    CString m_sTopActive = "0";
+    CString m_sBottomActive = "0";
+    CString m_sRightActive = "0";
+    CString m_sLeftActive = "0";
+    CString m_sOnlineDrcName;
+    CString m_sOnlineDrcMode = "DISABLED";
+    CString m_sOnlineDrcStat = "GREEN";
+    CString m_sOnlineDrcTime = "0";
+    CString m_sOnlineDrcBeepVol = "0";
+    CString m_sOnlineDrcBeepTone = "0";
+    CString m_sOnlineNetMode = "DISABLED";
+    CString m_sOnlineNetStat = "GREEN";
+    CString m_sOnlineNetTime = "0";
+    CString m_sOnlineNetBeepVol = "0";
+    CString m_sOnlineNetBeepTone = "0";
+    CString m_sAffectingBom;
+    CString m_sAffectingBomChanged;
+    CODBstepRepeatArray m_arrStepRepeats;
+};
+
+extern template class JOBX_API CExPtrArray<CODBstephdr*, CODBstephdr*>;
+
+// A list of headers; owns them.
+class JOBX_API CODBstephdrArray : public CRescalableArray<CODBstephdr>
+{
+public:
+    CODBstephdrArray* clone() const override; // the caller owns the copy
+};
