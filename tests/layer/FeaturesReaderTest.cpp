@@ -32,7 +32,10 @@ const T& Feature(const CJOBXlayer& layer, int index)
     return *feature;
 }
 
-std::string Text(const CString& text) { return std::string(text.View()); }
+std::string Text(const CString& text)
+{
+    return std::string(text.View());
+}
 
 std::string Kinds(const CJOBXlayer& layer)
 {
@@ -66,16 +69,18 @@ std::string Dump(const CJOBXlayer& layer)
     {
         const CJOBXlayObj& feature = *layer.GetFeatures()->GetAt(i);
         out += "|" + Text(feature.GetType()) + std::to_string(feature.GetFeatureIndex()) + Text(feature.GetPolarity()) +
-               std::to_string(feature.GetSymbolNumber()) + "," + std::to_string(feature.GetDcode()) + Properties(feature);
+               std::to_string(feature.GetSymbolNumber()) + "," + std::to_string(feature.GetDcode()) +
+               Properties(feature);
     }
     return out;
 }
 
-constexpr const char* kComplete = "#\nUNITS=MM\n$0 r10\n$1 rect20x30 M\n@0 .nomenclature\n@1 .pad_usage\n&0 hello world\n"
-                                  "L 0 0 1 1 0 P 3 ;0=0\nP 1 2 0 P 0 8 45.5 ;1=1,0\nP 1 2 -1 1 0.5 N 2 3\n"
-                                  "A 0 1 2 3 4 5 1 N 7 Y ;0\nT 1 2 standard P 9 30 0.1 0.2 1.5 'AB C' 2 ;0=0\n"
-                                  "B 1 2 UPC39 standard P 1 E 0.01 0.2 Y N Y Y T '12345' ;0=0\n"
-                                  "S P 0 ;0=0\nOB 0 0 I\nOS 1 0\nOC 1 1 0.5 0.5 Y\nOE\nSE\n";
+constexpr const char* kComplete =
+    "#\nUNITS=MM\n$0 r10\n$1 rect20x30 M\n@0 .nomenclature\n@1 .pad_usage\n&0 hello world\n"
+    "L 0 0 1 1 0 P 3 ;0=0\nP 1 2 0 P 0 8 45.5 ;1=1,0\nP 1 2 -1 1 0.5 N 2 3\n"
+    "A 0 1 2 3 4 5 1 N 7 Y ;0\nT 1 2 standard P 9 30 0.1 0.2 1.5 'AB C' 2 ;0=0\n"
+    "B 1 2 UPC39 standard P 1 E 0.01 0.2 Y N Y Y T '12345' ;0=0\n"
+    "S P 0 ;0=0\nOB 0 0 I\nOS 1 0\nOC 1 1 0.5 0.5 Y\nOE\nSE\n";
 } // namespace
 
 TEST(FeaturesReader, KindIsToldByFirstLettersInFixedOrder)
@@ -86,12 +91,40 @@ TEST(FeaturesReader, KindIsToldByFirstLettersInFixedOrder)
         const char* kinds;
     };
     // "SE" wins over "S", "OB" to "OE" over nothing else, "U" over whatever else begins so.
-    const Case cases[] = {{"L 0 0 1 1 0 P 0", "L"}, {"l 0 0 1 1 0 P 0", "L"}, {"P 0 0 0 P 0 0", "P"}, {"p 0 0 0 P 0 0", "P"},
-                          {"A 0 0 0 0 0 0 0 P 0 Y", "A"}, {"a", "A"}, {"T", "T"}, {"t", "T"}, {"B", "B"}, {"b", "B"},
-                          {"S P 0\nSE", "S"}, {"s P 0\nse", "S"}, {"S P 0\nSEVEN", "S"}, {"LAYER", "L"}, {"PROFILE", "P"},
-                          {"ATTR", "A"}, {"TEXT", "T"}, {"BAR", "B"}, {"#L 0 0", ""}, {"UNITS=L", ""}, {"ux", ""},
-                          {"$0 L", ""}, {"@0 L", ""}, {"&0 L", ""}, {"O 1 2", ""}, {"OX", ""}, {"SE", ""}, {"S P 0", ""},
-                          {"F 12", ""}, {"ID=3", ""}, {"N", ""}, {"0", ""}, {";", ""}, {"\xC3\xA4", ""}};
+    const Case cases[] = {{"L 0 0 1 1 0 P 0", "L"},
+                          {"l 0 0 1 1 0 P 0", "L"},
+                          {"P 0 0 0 P 0 0", "P"},
+                          {"p 0 0 0 P 0 0", "P"},
+                          {"A 0 0 0 0 0 0 0 P 0 Y", "A"},
+                          {"a", "A"},
+                          {"T", "T"},
+                          {"t", "T"},
+                          {"B", "B"},
+                          {"b", "B"},
+                          {"S P 0\nSE", "S"},
+                          {"s P 0\nse", "S"},
+                          {"S P 0\nSEVEN", "S"},
+                          {"LAYER", "L"},
+                          {"PROFILE", "P"},
+                          {"ATTR", "A"},
+                          {"TEXT", "T"},
+                          {"BAR", "B"},
+                          {"#L 0 0", ""},
+                          {"UNITS=L", ""},
+                          {"ux", ""},
+                          {"$0 L", ""},
+                          {"@0 L", ""},
+                          {"&0 L", ""},
+                          {"O 1 2", ""},
+                          {"OX", ""},
+                          {"SE", ""},
+                          {"S P 0", ""},
+                          {"F 12", ""},
+                          {"ID=3", ""},
+                          {"N", ""},
+                          {"0", ""},
+                          {";", ""},
+                          {"\xC3\xA4", ""}};
     for (const Case& c : cases)
         EXPECT_EQ(Kinds(*Read(c.line)), c.kinds) << c.line;
 }
@@ -129,8 +162,12 @@ TEST(FeaturesReader, MissingTrailingFieldsKeepDefaults)
         const char* polarity;
         int dcode;
     };
-    const Case cases[] = {{"L", 0, -1, "P", 0}, {"L 1 2 3", 3, -1, "P", 0}, {"L 1 2 3 4 5", 3, 5, "P", 0},
-                          {"L 1 2 3 4 5 N", 3, 5, "N", 0}, {"L 1 2 3 4 5 N 6", 3, 5, "N", 6}, {"L1 2", 0, -1, "P", 0}};
+    const Case cases[] = {{"L", 0, -1, "P", 0},
+                          {"L 1 2 3", 3, -1, "P", 0},
+                          {"L 1 2 3 4 5", 3, 5, "P", 0},
+                          {"L 1 2 3 4 5 N", 3, 5, "N", 0},
+                          {"L 1 2 3 4 5 N 6", 3, 5, "N", 6},
+                          {"L1 2", 0, -1, "P", 0}};
     for (const Case& c : cases)
     {
         const auto layer = Read(c.text);
@@ -198,11 +235,17 @@ TEST(FeaturesReader, PadFormIsChosenByTheFourthField)
         int resized;
         const char* polarity;
     };
-    const Case cases[] = {{"P 1 2 5 P 0 0", 5, 0, "P"}, {"P 1 2 5 p 0 0", 5, 0, "p"}, {"P 1 2 5 n 0 0", 5, 0, "n"},
-                          {"P 1 2 5 N 0 0", 5, 0, "N"}, {"P 1 2 5 X 0 0", 0, 1, "0"}, // no polarity letter: resized, X reads as 0
+    const Case cases[] = {{"P 1 2 5 P 0 0", 5, 0, "P"},
+                          {"P 1 2 5 p 0 0", 5, 0, "p"},
+                          {"P 1 2 5 n 0 0", 5, 0, "n"},
+                          {"P 1 2 5 N 0 0", 5, 0, "N"},
+                          {"P 1 2 5 X 0 0", 0, 1, "0"},  // no polarity letter: resized, X reads as 0
                           {"P 1 2 -1 P 0 0", 0, 1, "0"}, // -1 is always resized
-                          {"P 1 2 5 PP 0.5 N 0 0", 0, 1, "N"}, {"P 1 2 5", 5, 0, "P"}, {"P 1 2 -1", -1, 0, "P"},
-                          {"P 1 2 5 N", 5, 0, "N"}, {"P 1 2 -1 7", 7, 1, "P"}};
+                          {"P 1 2 5 PP 0.5 N 0 0", 0, 1, "N"},
+                          {"P 1 2 5", 5, 0, "P"},
+                          {"P 1 2 -1", -1, 0, "P"},
+                          {"P 1 2 5 N", 5, 0, "N"},
+                          {"P 1 2 -1 7", 7, 1, "P"}};
     for (const Case& c : cases)
     {
         const auto layer = Read(c.text);
@@ -222,9 +265,10 @@ TEST(FeaturesReader, PadOrientationMayCarryAnAngle)
         double angle;
         int properties;
     };
-    const Case cases[] = {{"P 0 0 0 P 0 3", 3, 0, 0}, {"P 0 0 0 P 0 8 22.5", 8, 22.5, 0}, {"P 0 0 0 P 0 2 30", 2, 30, 0},
-                          {"P 0 0 0 P 0 9 -45;0", 9, -45, 1}, {"P 0 0 0 P 0 0 ;0,1", 0, 0, 2}, {"P 0 0 0 P 0 7;0", 7, 0, 1},
-                          {"P 0 0 0 P 0 ;0", 0, 0, 1}, {"P 0 0 0 P 0 x y", 0, 0, 0}, {"P 0 0 0 P 0 8  1e1  5", 8, 10, 0}};
+    const Case cases[] = {
+        {"P 0 0 0 P 0 3", 3, 0, 0},         {"P 0 0 0 P 0 8 22.5", 8, 22.5, 0}, {"P 0 0 0 P 0 2 30", 2, 30, 0},
+        {"P 0 0 0 P 0 9 -45;0", 9, -45, 1}, {"P 0 0 0 P 0 0 ;0,1", 0, 0, 2},    {"P 0 0 0 P 0 7;0", 7, 0, 1},
+        {"P 0 0 0 P 0 ;0", 0, 0, 1},        {"P 0 0 0 P 0 x y", 0, 0, 0},       {"P 0 0 0 P 0 8  1e1  5", 8, 10, 0}};
     for (const Case& c : cases)
     {
         const auto layer = Read(c.text);
