@@ -1,0 +1,34 @@
+#include "eda/CJOBXdata.h"
+
+namespace
+{
+int FindText(const CStringArray& texts, const CString& text, int absent)
+{
+    for (INT_PTR i = 0; i < texts.GetSize(); ++i)
+        if (texts[i] == text)
+            return static_cast<int>(i);
+    return absent;
+}
+} // namespace
+
+CJOBXdata::~CJOBXdata() = default;
+
+void CJOBXdata::UnitConvert(const double& factor)
+{
+    m_arrPkgs.UnitConvert(factor);
+}
+
+int CJOBXdata::GetLayerIndex(CString name) const // NOLINT(performance-unnecessary-value-param)
+{
+    return FindText(m_arrLayerNames, name, 0);
+}
+
+int CJOBXdata::FindAttributeNameIndex(CString name) const // NOLINT(performance-unnecessary-value-param)
+{
+    return FindText(m_arrAttributeNames, name, -1);
+}
+
+int CJOBXdata::FindAttributeContentIndex(CString text) const // NOLINT(performance-unnecessary-value-param)
+{
+    return FindText(m_arrAttributeTexts, text, -1);
+}

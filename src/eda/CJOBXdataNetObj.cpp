@@ -1,0 +1,31 @@
+#include "eda/CJOBXdataNetObj.h"
+
+#include "eda/EdaKeywords.h"
+
+#include <memory>
+
+template class CExPtrArray<CJOBXdataNetObj*, CJOBXdataNetObj*>;
+
+CJOBXdataNetObj::~CJOBXdataNetObj() = default;
+
+CJOBXdataNetObj* CJOBXdataNetObj::pGetSameODBdataNetObj() const
+{
+    auto same = std::make_unique<CJOBXdataNetObj>();
+    same->m_nFeatureIndex = m_nFeatureIndex;
+    same->m_nLayerIndex = m_nLayerIndex;
+    same->m_nLineNumber = m_nLineNumber;
+    same->m_sKind = m_sKind;
+    return same.release();
+}
+
+CJOBXdataNetObjArray::~CJOBXdataNetObjArray() = default;
+
+int CJOBXdataNetObjArray::nGetNumberOfHoles() const
+{
+    int holes = 0;
+    for (__int64 i = 0; i < GetSize(); ++i)
+        if (const CJOBXdataNetObj* const object = GetAt(i);
+            object != nullptr && object->m_sKind.View() == eda_keyword::kHole)
+            ++holes;
+    return holes;
+}

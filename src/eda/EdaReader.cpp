@@ -1,0 +1,302 @@
+#include "eda/CJOBXdata.h"
+#include "eda/EdaKeywords.h"
+#include "foundation/CTokenScanner.h"
+#include "foundation/Guarded.h"
+#include "foundation/KeywordTable.h"
+
+#include <memory>
+#include <string>
+
+namespace
+{
+using namespace eda_keyword;
+
+// What kind of record was opened last.
+enum class Inside
+{
+    Nothing,
+    Net,
+    Package,
+    Pin
+};
+
+struct Reading
+{
+    CJOBXdata& data;
+    CTextScanner& text;
+    Inside inside = Inside::Nothing;
+    // The records that are current; null until the first one.
+    CJOBXdataNet* net = nullptr;
+    CJOBXSnt* subnet = nullptr;
+    CJOBXdataPkg* package = nullptr;
+    CJOBXdataPkgPin* pin = nullptr;
+};
+
+// The number of a comment line, where the keyword counts as nothing wherever it stands.
+int NumberOfComment(std::string_view line, std::string_view upperKeyword)
+{
+    std::string number;
+    while (!line.empty())
+    {
+        if (BeginsWith(line, upperKeyword))
+        {
+            line.remove_prefix(upperKeyword.size());
+            continue;
+        }
+        number += line.front();
+        line.remove_prefix(1);
+    }
+    return ParseInteger(number);
+}
+
+// The line right behind the current one, empty or not; at the end an empty one.
+std::string_view LineBehind(Reading& reading)
+{
+    return reading.text.NextAnyLine() ? reading.text.Line() : std::string_view();
+}
+
+bool HasAttributes(std::string_view line)
+{
+    return line.find(';') != std::string_view::npos;
+}
+
+bool Contains(std::string_view line, std::string_view upperKeyword)
+{
+    for (; line.size() >= upperKeyword.size(); line.remove_prefix(1))
+        if (BeginsWith(line, upperKeyword))
+            return true;
+    return false;
+}
+
+void AddFields(CStringArray& texts, CFieldScanner fields)
+{
+    INT_PTR count = 0;
+    std::string_view field;
+    for (CFieldScanner counted = fields; counted.Text(field);)
+        ++count;
+    INT_PTR at = texts.GetSize();
+    texts.SetSize(at + count);
+    for (; fields.Text(field); ++at)
+        texts[at] = field;
+}
+
+void AddNet(Reading& reading, std::string_view line, int number)
+{
+    auto net = std::make_unique<CJOBXdataNet>();
+    net->m_nNumber = number;
+    net->m_sName = WithoutKeyword(line);
+    reading.net = reading.data.m_arrNets.Own(std::move(net));
+}
+
+// A package with attributes is never kept; what follows goes to the package before it. Files rely on this.
+void AddPackage(Reading& reading, std::string_view line, int number)
+{
+    reading.inside = Inside::Package;
+    if (HasAttributes(line))
+        return;
+    auto package = std::make_unique<CJOBXdataPkg>();
+    CTokenScanner fields(WithoutKeyword(line));
+    package->m_nNumber = number;
+    package->m_sName = fields.Token();
+    package->m_dPitch = fields.Real();
+    package->m_ptLowerLeft.SetX(fields.Real());
+    package->m_ptLowerLeft.SetY(fields.Real());
+    package->m_ptUpperRight.SetX(fields.Real());
+    package->m_ptUpperRight.SetY(ParseReal(fields.Rest()));
+    reading.package = reading.data.m_arrPkgs.Own(std::move(package));
+}
+
+void OnHeader(Reading& reading, std::string_view line)
+{
+    reading.inside = Inside::Nothing;
+    reading.data.m_sHeader = WithoutKeyword(line);
+}
+
+void OnLayers(Reading& reading, std::string_view line)
+{
+    reading.inside = Inside::Nothing;
+    AddFields(reading.data.m_arrLayerNames, CFieldScanner(WithoutKeyword(line)));
+}
+
+void OnNumberedNet(Reading& reading, std::string_view line)
+{
+    const int number = NumberOfComment(line, kNumberedNet);
+    const std::string_view behind = LineBehind(reading);
+    if (!BeginsWith(behind, kNet))
+    {
+        reading.net = nullptr;
+        return;
+    }
+    AddNet(reading, behind, number); // attributes stay part of the name
+    reading.inside = Inside::Net;
+}
+
+// Leaves open what was open: a property after it still goes where it went before.
+void OnNet(Reading& reading, std::string_view line)
+{
+    if (!HasAttributes(line))
+        AddNet(reading, line, -1);
+}
+
+void OnNumberedPackage(Reading& reading, std::string_view line)
+{
+    const int number = NumberOfComment(line, kNumberedPackage);
+    const std::string_view behind = LineBehind(reading);
+    if (BeginsWith(behind, kPackage))
+        AddPackage(reading, behind, number);
+}
+
+void OnPackage(Reading& reading, std::string_view line)
+{
+    AddPackage(reading, line, -1);
+}
+
+void OnPin(Reading& reading, std::string_view line)
+{
+    reading.inside = Inside::Pin; // also without a package
+    if (reading.package == nullptr)
+        return;
+    auto pin = std::make_unique<CJOBXdataPkgPin>();
+    CTokenScanner fields(WithoutKeyword(line));
+    pin->m_sName = fields.Token();
+    pin->m_sType = fields.Token();
+    pin->m_ptCenter.SetX(fields.Real());
+    pin->m_ptCenter.SetY(fields.Real());
+    pin->m_dHoleSize = fields.Real();
+    pin->m_sElectricalType = fields.Token();
+    pin->m_sMountType = fields.Rest();
+    reading.pin = reading.package->m_arrPins.Own(std::move(pin));
+}
+
+void OnFeatureGroup(Reading& reading, std::string_view line)
+{
+    if (reading.subnet == nullptr)
+        return;
+    auto object = std::make_unique<CJOBXdataNetObj>();
+    object->m_nLineNumber = reading.text.LineNumber();
+    object->m_sKind = kFeatureGroup;
+    object->m_sText = WithoutKeyword(line);
+    reading.subnet->m_arrNetObjs.Own(std::move(object));
+}
+
+// Where a property goes: behind a package to the net read before it, behind a pin to that pin's package. Hosts rely on
+// this shift.
+CJOBXPropertyArray* PropertiesOf(const Reading& reading)
+{
+    if (reading.inside == Inside::Package && reading.net != nullptr)
+        return &reading.net->m_arrProperties;
+    if (reading.inside == Inside::Pin && reading.package != nullptr)
+        return &reading.package->m_arrProperties;
+    return nullptr;
+}
+
+void OnProperty(Reading& reading, std::string_view line)
+{
+    CJOBXPropertyArray* const properties = PropertiesOf(reading);
+    if (properties == nullptr)
+        return;
+    auto property = std::make_unique<CJOBXProperty>();
+    CTokenScanner fields(WithoutKeyword(line));
+    property->m_sName = fields.Token();
+    CFieldScanner values(fields.Rest());
+    values.Text(property->m_sValue); // quotes stay, and a quoted text with blanks is split
+    AddFields(property->m_arrFurtherValues, values);
+    properties->Own(std::move(property));
+}
+
+// The kinds with further fields are compared as they stand: "top" is a kind without any.
+void OnSubnet(Reading& reading, std::string_view line)
+{
+    if (reading.net == nullptr)
+        return;
+    auto subnet = std::make_unique<CJOBXSnt>();
+    CFieldScanner fields(WithoutKeyword(line));
+    subnet->m_nLineNumber = reading.text.LineNumber();
+    fields.Text(subnet->m_sKind);
+    if (subnet->m_sKind.View() == kToeprint)
+    {
+        fields.Text(subnet->m_sSide);
+        fields.Integer(subnet->m_nComponentNumber);
+        fields.Integer(subnet->m_nToeprintNumber);
+    }
+    else if (subnet->m_sKind.View() == kPlane)
+    {
+        fields.Text(subnet->m_sFillType);
+        fields.Text(subnet->m_sCutoutType);
+        fields.Real(subnet->m_dFillSize);
+    }
+    reading.subnet = reading.net->m_arrSnts.Own(std::move(subnet));
+}
+
+void OnFeature(Reading& reading, std::string_view line)
+{
+    if (reading.subnet == nullptr)
+        return;
+    auto object = std::make_unique<CJOBXdataNetObj>();
+    CFieldScanner fields(WithoutKeyword(line));
+    object->m_nLineNumber = reading.text.LineNumber();
+    fields.Text(object->m_sKind);
+    fields.Integer(object->m_nLayerIndex);
+    fields.Integer(object->m_nFeatureIndex);
+    reading.subnet->m_arrNetObjs.Own(std::move(object));
+}
+
+// Where an outline goes; null where an unknown line is passed over.
+CJOBXdataPkgObjArray* OutlinesOf(const Reading& reading)
+{
+    if (reading.inside == Inside::Package && reading.package != nullptr)
+        return &reading.package->m_arrOutlines;
+    if (reading.inside == Inside::Pin && reading.pin != nullptr)
+        return &reading.pin->m_arrOutlines;
+    return nullptr;
+}
+
+void OnAnyOther(Reading& reading, std::string_view line)
+{
+    CJOBXdataPkgObjArray* const outlines = OutlinesOf(reading);
+    if (outlines == nullptr)
+        return;
+    auto record = std::make_unique<CJOBXdataPkgObj>();
+    CFieldScanner fields(line);
+    record->m_nLineNumber = reading.text.LineNumber();
+    fields.Text(record->m_sKeyword);
+    AddFields(record->m_arrParameters, fields);
+    outlines->Own(std::move(record));
+}
+
+// Tried from the top, first match wins; letters of the line in any case. The order is behaviour: do not sort it.
+constexpr Keyword<Reading> kKeywords[] = {
+    {kHeader, OnHeader},
+    {kLayers, OnLayers},
+    {kNumberedNet, OnNumberedNet}, // takes the next line with it
+    {kNet, OnNet},
+    {kNumberedPackage, OnNumberedPackage}, // takes the next line with it
+    {kPackage, OnPackage},
+    {kPin, OnPin},
+    {kFeatureGroup, OnFeatureGroup},
+    {kProperty, OnProperty},
+    {kSubnet, OnSubnet},
+    {kFeature, OnFeature},
+    {"", OnAnyOther},
+};
+
+// A comment counts only when it holds the number of a net or package; it need not begin with it.
+bool IsSkipped(std::string_view line)
+{
+    return line.front() == '#' && !Contains(line, kNumberedNet) && !Contains(line, kNumberedPackage);
+}
+} // namespace
+
+int CJOBXdata::ParseODBOfMFC(CString path) // NOLINT(performance-unnecessary-value-param)
+{
+    return Guarded(
+        [&]
+        {
+            CTextScanner text(path, __FILE__, __LINE__);
+            Reading reading{*this, text};
+            while (text.NextLine())
+                if (!IsSkipped(text.Line()))
+                    Dispatch(kKeywords, reading, text.Line());
+            return text.WasRead() ? 1 : 0;
+        });
+}

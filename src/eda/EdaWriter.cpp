@@ -1,0 +1,284 @@
+#include "eda/CJOBXdata.h"
+#include "eda/CJOBXdataPkgObjContour.h"
+#include "eda/EdaKeywords.h"
+#include "foundation/CTextWriter.h"
+#include "foundation/corekit/CKUtility.h"
+
+#include <string>
+#include <typeinfo>
+
+// Every record prints itself through one writer, so that one buffer serves the whole file.
+namespace
+{
+using namespace eda_keyword;
+
+CTextWriter& operator<<(CTextWriter& out, const CPointD& point)
+{
+    return out << Fixed{point.x} << ' ' << Fixed{point.y};
+}
+
+void Write(CTextWriter& out, const CJOBXdataNetObj& object)
+{
+    out << kFeature << ' ' << object.m_sKind << ' ' << object.m_nLayerIndex << ' ' << object.m_nFeatureIndex << '\n';
+}
+
+void Write(CTextWriter& out, const CJOBXSnt& subnet);
+void Write(CTextWriter& out, const CJOBXlayObjOX& element);
+void Write(CTextWriter& out, const CJOBXdataPkgObj& record);
+void Write(CTextWriter& out, const CJOBXdataPkgPin& pin);
+
+template <class T>
+void WriteAll(CTextWriter& out, const COwningPtrArray<T>& records)
+{
+    for (__int64 i = 0; i < records.GetSize(); ++i)
+        if (const T* const record = records.GetAt(i))
+            Write(out, *record);
+}
+
+void Write(CTextWriter& out, const CJOBXSnt& subnet)
+{
+    out << kSubnet << ' ' << subnet.m_sKind;
+    if (subnet.m_sKind.View() == kToeprint)
+        out << ' ' << subnet.m_sSide << ' ' << subnet.m_nComponentNumber << ' ' << subnet.m_nToeprintNumber;
+    else if (subnet.m_sKind.View() == kPlane)
+        out << ' ' << subnet.m_sFillType << ' ' << subnet.m_sCutoutType << ' ' << Fixed{subnet.m_dFillSize};
+    out << '\n';
+    WriteAll(out, subnet.m_arrNetObjs);
+}
+
+void Write(CTextWriter& out, const CJOBXdataNet& net)
+{
+    out << kNet << ' ' << net.m_sName << " \n";
+    WriteAll(out, net.m_arrSnts);
+}
+
+void Write(CTextWriter& out, const CJOBXdataNetArray& nets)
+{
+    for (int i = 0; i < static_cast<int>(nets.GetSize()); ++i)
+        if (const CJOBXdataNet* const net = nets.GetAt(i))
+        {
+            out << kNumberedNet << ' ' << i << '\n'; // the position, not the net's number
+            Write(out, *net);
+        }
+}
+
+void Write(CTextWriter& out, const CJOBXlayObjOX& element)
+{
+    const CString kind = element.GetKind();
+    out << kind;
+    if (kind.View() == kPolygon)
+        out << ' ' << element.GetPoint() << ' ' << element.GetPolygonType();
+    else if (kind.View() == kSegment)
+        out << ' ' << element.GetPoint();
+    else if (kind.View() == kCurve)
+        out << ' ' << element.GetPoint() << ' ' << element.GetCenterPoint() << ' ' << element.GetClockwise();
+    out << '\n';
+}
+
+void WriteShape(CTextWriter& out, const CJOBXdataPkgObjCircle& circle)
+{
+    out << kCircle << ' ' << circle.m_ptCenter << ' ' << Fixed{circle.m_dRadius} << '\n';
+}
+
+void WriteShape(CTextWriter& out, const CJOBXdataPkgObjSquare& square)
+{
+    out << kSquare << ' ' << square.m_ptCenter << ' ' << Fixed{square.m_dHalfSide} << '\n';
+}
+
+void WriteShape(CTextWriter& out, const CJOBXdataPkgObjRectangle& rectangle)
+{
+    out << kRectangle << ' ' << rectangle.m_ptLowerLeft << ' ' << Fixed{rectangle.m_dWidth} << ' '
+        << Fixed{rectangle.m_dHeight} << '\n';
+}
+
+void WriteShape(CTextWriter& out, const CJOBXdataPkgObjContour& contour)
+{
+    out << kContour << '\n';
+    WriteAll(out, contour.m_arrElements);
+    out << kContourEnd << '\n';
+}
+
+template <class Shape>
+void WriteAs(CTextWriter& out, const CJOBXdataPkgObj& record)
+{
+    if (const auto* const shape = dynamic_cast<const Shape*>(&record))
+        WriteShape(out, *shape);
+}
+
+void WritePlain(CTextWriter& out, const CJOBXdataPkgObj& record)
+{
+    out << record.m_sKeyword;
+    for (INT_PTR i = 0; i < record.m_arrParameters.GetSize(); ++i)
+        out << ' ' << record.m_arrParameters[i];
+    out << '\n';
+}
+
+// The keyword chooses the form; a shape whose keyword names another one has no form and is left out.
+void Write(CTextWriter& out, const CJOBXdataPkgObj& record)
+{
+    const std::string_view keyword = record.m_sKeyword.View();
+    if (typeid(record) == typeid(CJOBXdataPkgObj))
+        WritePlain(out, record);
+    else if (keyword == kCircle)
+        WriteAs<CJOBXdataPkgObjCircle>(out, record);
+    else if (keyword == kSquare)
+        WriteAs<CJOBXdataPkgObjSquare>(out, record);
+    else if (keyword == kRectangle)
+        WriteAs<CJOBXdataPkgObjRectangle>(out, record);
+    else if (keyword == kContour)
+        WriteAs<CJOBXdataPkgObjContour>(out, record);
+}
+
+void Write(CTextWriter& out, const CJOBXdataPkgPin& pin)
+{
+    out << kPin << ' ' << pin.m_sName << ' ' << pin.m_sType << ' ' << pin.m_ptCenter << ' ' << Fixed{pin.m_dHoleSize}
+        << ' ' << pin.m_sElectricalType << ' ' << pin.m_sMountType << '\n';
+    WriteAll(out, pin.m_arrOutlines);
+}
+
+// The properties that have an attribute number, separated by ", "; blanks and commas at the end are cut, also those of
+// the last value.
+std::string AttributeList(const CJOBXPropertyArray& properties)
+{
+    std::string list;
+    for (__int64 i = 0; i < properties.GetSize(); ++i)
+    {
+        const CJOBXProperty* const property = properties.GetAt(i);
+        if (property == nullptr || property->m_nNumber == -1)
+            continue;
+        list += std::to_string(property->m_nNumber) + '=';
+        list +=
+            property->m_nTextNumber != -1 ? std::to_string(property->m_nTextNumber) : property->m_sValue.GetString();
+        list += ", ";
+    }
+    list.erase(list.find_last_not_of(" ,") + 1);
+    return list;
+}
+
+void Write(CTextWriter& out, const CJOBXdataPkg& package)
+{
+    out << kPackage << ' ' << package.m_sName << ' ' << Fixed{package.m_dPitch} << ' ' << package.m_ptLowerLeft << ' '
+        << package.m_ptUpperRight;
+    if (const std::string list = AttributeList(package.m_arrProperties); !list.empty())
+        out << " ; " << list;
+    out << '\n';
+    WriteAll(out, package.m_arrOutlines);
+    for (__int64 i = 0; i < package.m_arrAttributes.GetSize(); ++i)
+        if (const CLProperty* const attribute = package.m_arrAttributes.GetAt(i))
+            out << kProperty << ' ' << attribute->m_sName << " '" << attribute->m_sValue << "'\n";
+    WriteAll(out, package.m_arrPins);
+}
+
+void Write(CTextWriter& out, const CJOBXdataPkgArray& packages)
+{
+    for (int i = 0; i < static_cast<int>(packages.GetSize()); ++i)
+        if (const CJOBXdataPkg* const package = packages.GetAt(i))
+        {
+            out << kNumberedPackage << ' ' << i << '\n'; // the position, not the package's number
+            Write(out, *package);
+            out << "#\n";
+        }
+}
+
+void WriteTable(CTextWriter& out, const char* title, char mark, const CStringArray& texts)
+{
+    if (texts.GetSize() == 0)
+        return;
+    out << "#\n#" << title << "\n#\n";
+    for (int i = 0; i < static_cast<int>(texts.GetSize()); ++i)
+        out << mark << i << ' ' << texts[i] << '\n';
+    out << "#\n";
+}
+
+void Write(CTextWriter& out, const CJOBXdata& data)
+{
+    out << "#\nUNITS=" << data.m_sUnits << "\n#\n" << kHeader << ' ' << data.m_sHeader << '\n' << kLayers;
+    for (INT_PTR i = 0; i < data.m_arrLayerNames.GetSize(); ++i)
+        out << ' ' << data.m_arrLayerNames[i];
+    out << '\n';
+    WriteTable(out, "Net attribute names", '@', data.m_arrAttributeNames);
+    WriteTable(out, "Net attribute text strings", '&', data.m_arrAttributeTexts);
+    Write(out, data.m_arrNets);
+    Write(out, data.m_arrPkgs);
+}
+
+template <class Record>
+void WriteTo(std::FILE* file, const Record& record)
+{
+    CTextWriter out(file);
+    Write(out, record);
+}
+
+template <class T>
+void WriteAllTo(std::FILE* file, const COwningPtrArray<T>& records)
+{
+    CTextWriter out(file);
+    WriteAll(out, records);
+}
+} // namespace
+
+void CJOBXdata::WriteODBData(CString dir) const // NOLINT(performance-unnecessary-value-param)
+{
+    CTextWriter out(CKUtility::GetInstance()->CKPathCombine(dir, "data", __FILE__, __LINE__), __FILE__, __LINE__);
+    Write(out, *this);
+}
+
+void CJOBXdataNetObj::WriteODBData(std::FILE* file) const
+{
+    WriteTo(file, *this);
+}
+
+void CJOBXdataNetObjArray::WriteODBData(std::FILE* file) const
+{
+    WriteAllTo(file, *this);
+}
+
+void CJOBXSnt::WriteODBData(std::FILE* file) const
+{
+    WriteTo(file, *this);
+}
+
+void CJOBXSntArray::WriteODBData(std::FILE* file) const
+{
+    WriteAllTo(file, *this);
+}
+
+void CJOBXdataNet::WriteODBData(std::FILE* file) const
+{
+    WriteTo(file, *this);
+}
+
+void CJOBXdataNetArray::WriteODBData(std::FILE* file) const
+{
+    WriteTo(file, *this);
+}
+
+void CJOBXdataPkgObj::WriteODBData(std::FILE* file) const
+{
+    WriteTo(file, *this);
+}
+
+void CJOBXdataPkgObjArray::WriteODBData(std::FILE* file) const
+{
+    WriteAllTo(file, *this);
+}
+
+void CJOBXdataPkgPin::WriteODBData(std::FILE* file) const
+{
+    WriteTo(file, *this);
+}
+
+void CJOBXdataPkgPinArray::WriteODBData(std::FILE* file) const
+{
+    WriteAllTo(file, *this);
+}
+
+void CJOBXdataPkg::WriteODBData(std::FILE* file) const
+{
+    WriteTo(file, *this);
+}
+
+void CJOBXdataPkgArray::WriteODBData(std::FILE* file) const
+{
+    WriteTo(file, *this);
+}
