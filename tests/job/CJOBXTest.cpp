@@ -73,7 +73,7 @@ TEST(Job, IsUsableAtOnce)
     EXPECT_EQ(job.m_pFonts->m_dYSize, 0.302);
     EXPECT_EQ(job.m_pFonts->m_dOffset, 0.0);
     EXPECT_EQ(job.m_pMatrix->m_arrSteps.GetSize(), 0);
-    EXPECT_EQ(job.m_pMisc->m_nVersionMajor, 6);
+    EXPECT_EQ(job.m_pMisc->m_nODBVersionMajor, 6);
     EXPECT_EQ(job.m_pSteps->m_arrSteps.GetSize(), 0);
     EXPECT_EQ(job.m_pSpecialSymbols->GetSize(), 0);
     EXPECT_EQ(job.m_pSysAttrs->GetSize(), 0);
@@ -156,7 +156,7 @@ TEST(Job, ReadsTheStepsOfTheMatrixInItsOrder)
     CJOBX job;
     EXPECT_EQ(job.ParseODBOfMFC(JobPath(dir)), 1);
     EXPECT_EQ(StepNames(job), "B A"); // as the matrix spells them
-    EXPECT_EQ(job.m_pMisc->m_nVersionMajor, 8);
+    EXPECT_EQ(job.m_pMisc->m_nODBVersionMajor, 8);
     EXPECT_EQ(job.m_nVersionMajor, 6);
     EXPECT_EQ(job.m_pFonts->m_dXSize, 0.25);
     EXPECT_TRUE(MessageBoxes::Shown().empty());
