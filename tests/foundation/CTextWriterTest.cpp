@@ -1,0 +1,139 @@
+// Printing: the same texts as the C library's printf in the C locale.
+#include "foundation/CTextWriter.h"
+
+#include "foundation/corekit/CKUtility.h"
+#include "support/CommaLocale.h"
+#include "support/TempDir.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstdio>
+#include <limits>
+#include <random>
+#include <string>
+
+namespace
+{
+std::string Printf(const char* format, double value)
+{
+    char text[400];
+    std::snprintf(text, sizeof text, format, value);
+    return text;
+}
+
+std::string Written(double value, bool fixed)
+{
+    const TempDir dir;
+    {
+        CTextWriter out(dir.Path("f").c_str(), "test", 1);
+        if (fixed)
+            out << Fixed{value};
+        else
+            out << General{value};
+    }
+    return dir.Read("f");
+}
+
+struct Failures : CKDiagnosticSink
+{
+    void OnDiagnostic(const CKDiagnostic& /*diagnostic*/) override { ++count; }
+    int count = 0;
+};
+} // namespace
+
+TEST(TextWriter, PrintsNumbersAsPrintfDoes)
+{
+    for (const double value : {0.0, -0.0, 1.0, 0.5, 1e-7, 5e-7, 1.5e-6, 123456.789, 1e300, 1e-300, 0.0000005, 2.5, 1e21,
+                               std::numeric_limits<double>::max(), std::numeric_limits<double>::denorm_min(),
+                               std::numeric_limits<double>::infinity(), -std::numeric_limits<double>::infinity(),
+                               std::nan(""), -std::nan("")})
+    {
+        EXPECT_EQ(Written(value, true), Printf("%lf", value));
+        EXPECT_EQ(Written(value, false), Printf("%g", value));
+    }
+}
+
+TEST(TextWriter, PrintsRandomNumbersAsPrintfDoes)
+{
+    const TempDir dir;
+    std::mt19937_64 random(7);
+    std::string expected;
+    {
+        CTextWriter out(dir.Path("f").c_str(), "test", 1);
+        for (int i = 0; i < 50'000; ++i)
+        {
+            const double value = (static_cast<double>(random() % 2'000'000'001) - 1e9) / (i % 2 == 0 ? 1e6 : 3e7);
+            out << Fixed{value} << ' ' << General{value} << '\n';
+            expected += Printf("%lf", value) + " " + Printf("%g", value) + "\n";
+        }
+    }
+    EXPECT_EQ(dir.Read("f"), expected);
+}
+
+TEST(TextWriter, PrintsTextsUpToTheirFirstNulAndLongOnesWhole)
+{
+    const TempDir dir;
+    const std::string large(200'000, 'x');
+    {
+        CTextWriter out(dir.Path("f").c_str(), "test", 1);
+        out << CString("a\0b", 3) << "|" << 'c' << -12 << std::string_view(large) << CString("%d\x80");
+        EXPECT_TRUE(out.IsGood());
+    }
+    EXPECT_EQ(dir.Read("f"), "a|c-12" + large + "%d\x80");
+}
+
+TEST(TextWriter, DoesNotDependOnTheLocale)
+{
+    JOBX_REQUIRE_COMMA_LOCALE(comma);
+    EXPECT_EQ(Written(1.5, true), "1.500000");
+    EXPECT_EQ(Written(1.5, false), "1.5");
+}
+
+TEST(TextWriter, ReportsAFileThatCannotBeMadeOnce)
+{
+    const TempDir dir;
+    Failures failures;
+    CKDiagnosticSink* const before = CKUtility::GetInstance()->SetDiagnosticSink(&failures);
+    {
+        CTextWriter out(dir.Path("none/f").c_str(), "test", 1);
+        EXPECT_FALSE(out.IsGood());
+        out << "text" << 1;
+    }
+    CKUtility::GetInstance()->SetDiagnosticSink(before);
+    EXPECT_EQ(failures.count, 1);
+}
+
+TEST(TextWriter, ReportsAFullDiskOnce)
+{
+    if (std::FILE* const full = std::fopen("/dev/full", "w"))
+        std::fclose(full);
+    else
+        GTEST_SKIP() << "no /dev/full on this machine";
+    Failures failures;
+    CKDiagnosticSink* const before = CKUtility::GetInstance()->SetDiagnosticSink(&failures);
+    {
+        CTextWriter out("/dev/full", "test", 1);
+        for (int i = 0; i < 100'000; ++i)
+            out << "line\n";
+        EXPECT_FALSE(out.IsGood());
+    }
+    CKUtility::GetInstance()->SetDiagnosticSink(before);
+    EXPECT_EQ(failures.count, 1);
+}
+
+TEST(TextWriter, WritesIntoABorrowedStream)
+{
+    const TempDir dir;
+    std::FILE* const stream = std::fopen(dir.Path("f").c_str(), "wb");
+    {
+        CTextWriter out(stream);
+        out << "a" << 1;
+    }
+    std::fputs("b", stream);
+    std::fclose(stream);
+    EXPECT_EQ(dir.Read("f"), "a1b");
+    CTextWriter nothing(nullptr);
+    nothing << "text";
+    EXPECT_FALSE(nothing.IsGood());
+}
