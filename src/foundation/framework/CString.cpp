@@ -35,6 +35,21 @@ int Position(std::size_t found) noexcept
     return found == std::string_view::npos ? -1 : static_cast<int>(found);
 }
 
+// `length` characters of a host's text; none for a negative length.
+std::string_view Bounded(LPCSTR text, int length)
+{
+    if (length <= 0)
+        return {};
+    if (text == nullptr)
+        AfxThrowInvalidArgException();
+    return {text, static_cast<std::size_t>(length)};
+}
+
+LPCSTR Narrow(const unsigned char* text) noexcept
+{
+    return reinterpret_cast<LPCSTR>(text);
+}
+
 std::size_t Clamped(int count, std::size_t limit) noexcept
 {
     return count <= 0 ? 0 : std::min(static_cast<std::size_t>(count), limit);
@@ -160,6 +175,8 @@ CString::CString(const wchar_t* text)
         }
 }
 
+CString::CString(const unsigned char* text) : CString(Narrow(text)) {}
+
 CString& CString::operator=(LPCSTR text)
 {
     const std::string_view view = OrEmpty(text); // may lie in this object: Assign copies before it releases
@@ -171,6 +188,16 @@ CString& CString::operator=(std::string_view text)
 {
     Assign(text.data(), text.size());
     return *this;
+}
+
+CString& CString::operator=(const wchar_t* text)
+{
+    return *this = CString(text);
+}
+
+CString& CString::operator=(const unsigned char* text)
+{
+    return *this = Narrow(text);
 }
 
 CString& CString::operator=(char character)
@@ -205,7 +232,8 @@ void CString::SetString(LPCSTR text)
 
 void CString::SetString(LPCSTR text, int length)
 {
-    Assign(text, Clamped(length, kMaxLength));
+    const std::string_view view = Bounded(text, length);
+    Assign(view.data(), view.size());
 }
 
 LPSTR CString::GetBuffer(int minLength)
@@ -224,16 +252,15 @@ LPSTR CString::GetBufferSetLength(int length)
 
 void CString::ReleaseBuffer(int length)
 {
-    ReleaseBufferSetLength(
-        length >= 0 ? length : static_cast<int>(strnlen(GetString(), static_cast<std::size_t>(GetAllocLength()))));
+    const auto room = static_cast<std::size_t>(GetAllocLength());
+    ReleaseBufferSetLength(length >= 0 ? length : static_cast<int>(strnlen(GetString(), room)));
 }
 
 void CString::ReleaseBufferSetLength(int length)
 {
     if (length < 0 || length > GetAllocLength())
         AfxThrowInvalidArgException();
-    Unshare(static_cast<std::size_t>(GetAllocLength()));
-    SetLengthInPlace(static_cast<std::size_t>(length));
+    KeepFirst(static_cast<std::size_t>(length));
 }
 
 int CString::GetAllocLength() const noexcept
@@ -256,8 +283,15 @@ void CString::Truncate(int length)
 {
     if (length < 0 || length > GetLength())
         AfxThrowInvalidArgException();
-    Unshare(static_cast<std::size_t>(GetLength()));
-    SetLengthInPlace(static_cast<std::size_t>(length));
+    KeepFirst(static_cast<std::size_t>(length));
+}
+
+void CString::KeepFirst(std::size_t length)
+{
+    if (!IsInside() && Shared()->references.load(std::memory_order_acquire) != 1)
+        Assign(GetString(), length);
+    else
+        SetLengthInPlace(length);
 }
 
 void CString::AppendBytes(const char* text, std::size_t length)
@@ -311,7 +345,7 @@ void CString::Append(LPCSTR text)
 
 void CString::Append(LPCSTR text, int length)
 {
-    AppendBytes(text, Clamped(length, kMaxLength));
+    *this += Bounded(text, length);
 }
 
 void CString::Append(const CString& text)
@@ -362,7 +396,17 @@ int CString::Find(char character, int start) const noexcept
 
 int CString::Find(LPCSTR text, int start) const noexcept
 {
-    return start < 0 || text == nullptr ? -1 : Position(View().find(text, static_cast<std::size_t>(start)));
+    return text == nullptr ? -1 : FindBytes(text, start);
+}
+
+int CString::Find(const CString& text, int start) const noexcept
+{
+    return FindBytes(text.View(), start);
+}
+
+int CString::FindBytes(std::string_view text, int start) const noexcept
+{
+    return start < 0 ? -1 : Position(View().find(text, static_cast<std::size_t>(start)));
 }
 
 int CString::FindOneOf(LPCSTR characters) const noexcept
@@ -453,24 +497,9 @@ CString& CString::MakeReverse()
     return *this;
 }
 
-int CString::Compare(LPCSTR text) const noexcept
+int CString::CompareLetters(std::string_view text) const noexcept
 {
-    return View().compare(OrEmpty(text));
-}
-
-int CString::CompareNoCase(LPCSTR text) const noexcept
-{
-    return AsciiCompareNoCase(View(), OrEmpty(text));
-}
-
-int CString::Collate(LPCSTR text) const noexcept
-{
-    return Compare(text);
-}
-
-int CString::CollateNoCase(LPCSTR text) const noexcept
-{
-    return CompareNoCase(text);
+    return AsciiCompareNoCase(View(), text);
 }
 
 int CString::Replace(char from, char to)
@@ -533,16 +562,26 @@ int CString::Delete(int index, int count)
 
 int CString::Insert(int index, char character)
 {
-    const char text[] = {character, '\0'};
-    const std::size_t at = Clamped(index, View().size());
-    *this = Joined(Joined(View().substr(0, at), {text, 1}).View(), View().substr(at));
-    return GetLength();
+    return InsertBytes(index, {&character, 1});
 }
 
 int CString::Insert(int index, LPCSTR text)
 {
+    return InsertBytes(index, OrEmpty(text));
+}
+
+int CString::Insert(int index, const CString& text)
+{
+    return InsertBytes(index, text.View());
+}
+
+int CString::InsertBytes(int index, std::string_view text)
+{
+    if (text.empty())
+        return GetLength();
     const std::size_t at = Clamped(index, View().size());
-    *this = Joined(Joined(View().substr(0, at), OrEmpty(text)).View(), View().substr(at));
+    CString made = Joined(View().substr(0, at), text, View().substr(at));
+    *this = std::move(made);
     return GetLength();
 }
 
@@ -584,27 +623,37 @@ void CString::FormatV(LPCSTR format, va_list args)
 
 void CString::AppendFormatV(LPCSTR format, va_list args)
 {
+    if (format == nullptr)
+        AfxThrowInvalidArgException();
+    char brief[256]; // most texts are short: these are printed once
     va_list again;
     va_copy(again, args);
-    const int length = FormatText(nullptr, 0, format, again);
+    const int result = FormatText(brief, sizeof(brief), format, again);
     va_end(again);
-    if (length < 0)
+    if (result < 0)
         AfxThrowInvalidArgException();
+    const auto length = static_cast<std::size_t>(result);
+    if (length < sizeof(brief))
+    {
+        AppendBytes(brief, length);
+        return;
+    }
     CString made;
-    char* const buffer = made.Unshare(static_cast<std::size_t>(length));
-    FormatText(buffer, static_cast<std::size_t>(length) + 1, format, args);
-    made.SetLengthInPlace(static_cast<std::size_t>(length));
+    FormatText(made.Unshare(length), length + 1, format, args);
+    made.SetLengthInPlace(length);
     *this += made;
 }
 
-CString CString::Joined(std::string_view a, std::string_view b)
+CString CString::Joined(std::string_view a, std::string_view b, std::string_view c)
 {
-    if (b.size() > kMaxLength || a.size() > kMaxLength - b.size())
+    if (b.size() > kMaxLength || c.size() > kMaxLength - b.size() || a.size() > kMaxLength - b.size() - c.size())
         AfxThrowMemoryException();
+    const std::size_t length = a.size() + b.size() + c.size();
     CString made;
-    char* const buffer = made.Unshare(a.size() + b.size());
+    char* const buffer = made.Unshare(length);
     std::copy_n(a.data(), a.size(), buffer);
     std::copy_n(b.data(), b.size(), buffer + a.size());
-    made.SetLengthInPlace(a.size() + b.size());
+    std::copy_n(c.data(), c.size(), buffer + a.size() + b.size());
+    made.SetLengthInPlace(length);
     return made;
 }

@@ -9,6 +9,8 @@
 #include <cstring>
 #include <functional>
 #include <string_view>
+#include <type_traits>
+#include <utility>
 
 // The framework's narrow text: a value of any bytes, a NUL among them included, always followed by a terminator.
 // Letters:   upper and lower case concern ASCII only; white space is blank, tab, LF, VT, FF, CR. No locale takes part.
@@ -26,11 +28,12 @@ public:
             AddReference();
     }
     CString(CString&& other) noexcept : m_rep(other.m_rep) { other.m_rep = Rep{}; }
-    CString(LPCSTR text); // null gives the empty text
-    CString(LPCSTR text, int length);
+    CString(LPCSTR text);             // null gives the empty text
+    CString(LPCSTR text, int length); // null with a length above 0 raises CInvalidArgException
     explicit CString(std::string_view text);
     explicit CString(char character, int repeat = 1);
     explicit CString(const wchar_t* text); // becomes UTF-8
+    explicit CString(const unsigned char* text);
     CString& operator=(const CString& other) noexcept
     {
         CString copy(other);
@@ -44,6 +47,8 @@ public:
     }
     CString& operator=(LPCSTR text);
     CString& operator=(std::string_view text);
+    CString& operator=(const wchar_t* text);
+    CString& operator=(const unsigned char* text);
     CString& operator=(char character);
     ~CString()
     {
@@ -68,7 +73,9 @@ public:
     void SetString(LPCSTR text);
     void SetString(LPCSTR text, int length);
 
-    // A writable buffer of at least `minLength` characters; end with ReleaseBuffer (-1: up to the first NUL).
+    // A writable buffer of at least `minLength` characters, the text at its begin; end with ReleaseBuffer (-1: up to
+    // the first NUL) before anything else is done with the text. A length that the buffer does not have raises
+    // CInvalidArgException.
     LPSTR GetBuffer(int minLength = 0);
     LPSTR GetBufferSetLength(int length);
     void ReleaseBuffer(int length = -1);
@@ -97,6 +104,7 @@ public:
 
     int Find(char character, int start = 0) const noexcept;
     int Find(LPCSTR text, int start = 0) const noexcept;
+    int Find(const CString& text, int start = 0) const noexcept;
     int FindOneOf(LPCSTR characters) const noexcept;
     int ReverseFind(char character) const noexcept;
 
@@ -115,10 +123,15 @@ public:
     CString& MakeReverse();
 
     // Below, at or above 0 as the text sorts before, with or after the other, byte by byte.
-    int Compare(LPCSTR text) const noexcept;
-    int CompareNoCase(LPCSTR text) const noexcept;
-    int Collate(LPCSTR text) const noexcept;       // as Compare: no locale takes part
-    int CollateNoCase(LPCSTR text) const noexcept; // as CompareNoCase
+    int Compare(LPCSTR text) const noexcept { return CompareBytes(ViewOf(text)); }
+    int Compare(const CString& text) const noexcept { return CompareBytes(text.View()); }
+    int CompareNoCase(LPCSTR text) const noexcept { return CompareLetters(ViewOf(text)); }
+    int CompareNoCase(const CString& text) const noexcept { return CompareLetters(text.View()); }
+    // As Compare and CompareNoCase: no locale takes part.
+    int Collate(LPCSTR text) const noexcept { return CompareBytes(ViewOf(text)); }
+    int Collate(const CString& text) const noexcept { return CompareBytes(text.View()); }
+    int CollateNoCase(LPCSTR text) const noexcept { return CompareLetters(ViewOf(text)); }
+    int CollateNoCase(const CString& text) const noexcept { return CompareLetters(text.View()); }
 
     // Each returns how many places were changed.
     int Replace(char from, char to);
@@ -128,17 +141,21 @@ public:
     int Delete(int index, int count = 1);
     int Insert(int index, char character);
     int Insert(int index, LPCSTR text);
+    int Insert(int index, const CString& text);
 
     // The next piece between characters of `tokens` from `start` on; `start` moves behind it and becomes -1 when there
     // is none left. Runs of such characters separate once.
     CString Tokenize(LPCSTR tokens, int& start) const;
 
-    // Formats as the C library's printf does in the C locale. A text object passed for %s is passed as its characters.
+    // Formats as the C library's printf does in the C locale. A text object passed for %s is passed as its characters;
+    // it may be this one. A format that cannot be printed, null included, raises CInvalidArgException and changes
+    // nothing.
     template <class... Args>
     void Format(LPCSTR format, const Args&... args)
     {
-        Empty();
-        FormatPlain(format, Plain(args)...);
+        CString made;
+        made.FormatPlain(format, Plain(args)...);
+        *this = std::move(made);
     }
     template <class... Args>
     void AppendFormat(LPCSTR format, const Args&... args)
@@ -157,6 +174,7 @@ public:
         return a.m_rep.word == b.m_rep.word || (!(a.IsInside() && b.IsInside()) && a.View() == b.View());
     }
     friend bool operator==(const CString& a, LPCSTR b) noexcept { return a.View() == ViewOf(b); }
+    friend bool operator==(const CString& a, char b) noexcept { return a.View() == std::string_view(&b, 1); }
     friend std::strong_ordering operator<=>(const CString& a, const CString& b) noexcept
     {
         return a.View() <=> b.View();
@@ -190,23 +208,31 @@ private:
     void Release() noexcept;
     int SharedLength() const noexcept;
     LPCSTR SharedText() const noexcept;
-    void Assign(const char* text, std::size_t length);
+    void Assign(const char* text, std::size_t length); // `text` may lie in this object
+    int CompareBytes(std::string_view text) const noexcept { return View().compare(text); }
+    int CompareLetters(std::string_view text) const noexcept;
+    int FindBytes(std::string_view text, int start) const noexcept;
+    int InsertBytes(int index, std::string_view text);
     // A buffer that only this object uses, of at least `capacity` characters, keeping the text.
     char* Unshare(std::size_t capacity);
-    void SetLengthInPlace(std::size_t length) noexcept;
+    void SetLengthInPlace(std::size_t length) noexcept; // of a buffer that only this object uses
+    void KeepFirst(std::size_t length);
     void AppendBytes(const char* text, std::size_t length);
     void FormatPlain(LPCSTR format, ...);
     static std::string_view ViewOf(LPCSTR text) noexcept { return text != nullptr ? std::string_view(text) : ""; }
-    static CString Joined(std::string_view a, std::string_view b);
+    static CString Joined(std::string_view a, std::string_view b, std::string_view c = {});
     template <class T>
     static decltype(auto) Plain(const T& value) noexcept
     {
-        if constexpr (std::is_same_v<T, CString>)
-            return value.GetString();
+        if constexpr (std::is_base_of_v<CString, T>)
+            return static_cast<const CString&>(value).GetString();
         else if constexpr (std::is_array_v<T>)
             return static_cast<const std::remove_extent_t<T>*>(value);
         else
+        {
+            static_assert(std::is_scalar_v<T>, "only numbers, pointers and texts can be printed");
             return T(value);
+        }
     }
 
     Rep m_rep;
@@ -217,3 +243,6 @@ struct std::hash<CString>
 {
     std::size_t operator()(const CString& text) const noexcept { return text.Hash(); }
 };
+
+// The framework's other name for its narrow text.
+using CStringA = CString;
