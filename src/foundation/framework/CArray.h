@@ -6,6 +6,7 @@
 #include "foundation/framework/CObject.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdlib>
 #include <limits>
 #include <memory>
@@ -26,13 +27,12 @@ public:
     CArray& operator=(const CArray&) = delete;
     ~CArray() override { RemoveAll(); }
 
-    static const CRuntimeClass* GetThisClass()
+    static CRuntimeClass* GetThisClass()
     {
-        static const CRuntimeClass kClass{"CArray", static_cast<int>(sizeof(CArray)), 0, nullptr,
-                                          CObject::GetThisClass()};
-        return &kClass;
+        static CRuntimeClass theClass{"CArray", static_cast<int>(sizeof(CArray)), 0, nullptr, CObject::GetThisClass()};
+        return &theClass;
     }
-    const CRuntimeClass* GetRuntimeClass() const override { return GetThisClass(); }
+    CRuntimeClass* GetRuntimeClass() const override { return GetThisClass(); }
 
     INT_PTR GetSize() const { return m_nSize; }
     INT_PTR GetCount() const { return m_nSize; }
@@ -92,6 +92,8 @@ public:
     {
         if (index < 0)
             AfxThrowInvalidArgException();
+        if (index == std::numeric_limits<INT_PTR>::max())
+            AfxThrowMemoryException();
         TYPE copy(element); // `element` may lie in the block that growing moves
         if (index >= m_nSize)
             SetSize(index + 1);
@@ -133,25 +135,33 @@ public:
         std::copy_n(source.m_pData, source.m_nSize, m_pData);
     }
 
-    // Inserts `count` times `element` before `index`, which may equal the size or lie past it.
+    // Inserts `count` times `element` before `index`, which may equal the size; later elements move up.
     void InsertAt(INT_PTR index, ARG_TYPE element, INT_PTR count = 1)
     {
-        if (index < 0 || count <= 0)
+        if (index < 0 || index > m_nSize || count <= 0)
             AfxThrowInvalidArgException();
-        const TYPE copy(element);
+        const TYPE copy(element); // `element` may lie in the block that is moved
         OpenGap(index, count);
         std::fill_n(m_pData + index, count, copy);
     }
 
-    // Inserts the elements of `source` before `index`.
+    // Inserts the elements of `source`, which may be this array, before `index`, which may equal the size.
     void InsertAt(INT_PTR index, const CArray* source)
     {
-        if (index < 0 || source == nullptr || source == this)
+        if (index < 0 || index > m_nSize || source == nullptr)
             AfxThrowInvalidArgException();
-        if (source->m_nSize == 0)
+        const INT_PTR count = source->m_nSize;
+        if (count == 0)
             return;
-        OpenGap(index, source->m_nSize);
-        std::copy_n(source->m_pData, source->m_nSize, m_pData + index);
+        OpenGap(index, count);
+        if (source != this)
+        {
+            std::copy_n(source->m_pData, count, m_pData + index);
+            return;
+        }
+        // The gap has torn the array's own elements in two.
+        std::copy_n(m_pData, index, m_pData + index);
+        std::copy_n(m_pData + index + count, count - index, m_pData + index + index);
     }
 
     // Takes `count` elements out from `index` on; later ones move down.
@@ -164,32 +174,33 @@ public:
         m_nSize -= count;
     }
 
-    // The count and then the elements as they lie in memory. Pointers have no archived form: an array of pointers
-    // stores a count of zero, and a stored count above zero raises the archive exception on loading.
+    // The count and then the elements: numbers as they lie in memory, texts and what else the archive can store and
+    // load in its own form. Pointers have no archived form: an array of pointers stores a count of zero, and a stored
+    // count above zero raises the archive exception on loading. Loading replaces the elements; when the archive raises,
+    // those loaded so far stay.
     void Serialize(CArchive& archive) override
     {
         CObject::Serialize(archive);
-        constexpr bool kBytes = std::is_arithmetic_v<TYPE> || std::is_enum_v<TYPE>;
-        if (archive.IsStoring())
+        if (archive.IsStoring() != FALSE)
         {
-            archive.WriteCount(kBytes ? static_cast<ULONGLONG>(m_nSize) : 0);
-            if constexpr (kBytes)
+            archive.WriteCount(kHasArchivedForm ? static_cast<ULONGLONG>(m_nSize) : 0);
+            if constexpr (kHasArchivedForm)
                 for (INT_PTR i = 0; i < m_nSize; ++i)
-                    archive.Write(m_pData + i, static_cast<UINT>(sizeof(TYPE)));
+                    Store(archive, m_pData[i]);
             return;
         }
         RemoveAll();
         const ULONGLONG count = archive.ReadCount();
-        if constexpr (kBytes)
+        if constexpr (kHasArchivedForm)
             for (ULONGLONG i = 0; i < count;
                  ++i) // the count is not believed: a short archive ends this by its exception
             {
                 TYPE element{};
-                archive.ReadExactly(&element, sizeof(TYPE));
+                Load(archive, element);
                 Add(element);
             }
         else if (count != 0)
-            AfxThrowArchiveException(CArchiveException::endOfFile);
+            AfxThrowArchiveException(CArchiveException::badClass);
     }
 
 protected:
@@ -219,6 +230,7 @@ private:
 
     void Reallocate(INT_PTR capacity)
     {
+        static_assert(alignof(TYPE) <= alignof(std::max_align_t), "blocks have the C library's alignment");
         if (static_cast<ULONGLONG>(capacity) > std::numeric_limits<std::ptrdiff_t>::max() / sizeof(TYPE))
             AfxThrowMemoryException();
         const auto bytes = static_cast<std::size_t>(capacity) * sizeof(TYPE);
@@ -232,24 +244,50 @@ private:
         }
         else
         {
-            auto* const block = static_cast<TYPE*>(std::malloc(bytes));
-            if (block == nullptr)
+            std::unique_ptr<void, void (*)(void*)> memory(std::malloc(bytes), std::free);
+            if (memory == nullptr)
                 AfxThrowMemoryException();
-            std::uninitialized_move(m_pData, m_pData + m_nSize, block);
+            auto* const block = static_cast<TYPE*>(memory.get());
+            std::uninitialized_move(m_pData, m_pData + m_nSize, block); // may raise: nothing has changed then
             std::destroy(m_pData, m_pData + m_nSize);
             std::free(m_pData);
             m_pData = block;
+            memory.release(); // NOLINT(bugprone-unused-return-value)
         }
         m_nMaxSize = capacity;
     }
 
+    // Makes room before `index`, which is at most the size.
     void OpenGap(INT_PTR index, INT_PTR count)
     {
         const INT_PTR oldSize = m_nSize;
-        if (index > std::numeric_limits<INT_PTR>::max() - count)
+        if (count > std::numeric_limits<INT_PTR>::max() - oldSize)
             AfxThrowMemoryException();
-        SetSize(std::max(index, oldSize) + count);
-        if (index < oldSize)
-            std::move_backward(m_pData + index, m_pData + oldSize, m_pData + oldSize + count);
+        SetSize(oldSize + count);
+        std::move_backward(m_pData + index, m_pData + oldSize, m_pData + oldSize + count);
+    }
+
+    static constexpr bool kIsPlain = std::is_arithmetic_v<TYPE> || std::is_enum_v<TYPE>;
+    static constexpr bool kIsArchived = requires(CArchive & archive, TYPE& element)
+    {
+        archive << element;
+        archive >> element;
+    };
+    static constexpr bool kHasArchivedForm = kIsPlain || kIsArchived;
+
+    static void Store(CArchive& archive, const TYPE& element)
+    {
+        if constexpr (kIsPlain)
+            archive.Write(&element, static_cast<UINT>(sizeof(element)));
+        else
+            archive << element;
+    }
+
+    static void Load(CArchive& archive, TYPE& element)
+    {
+        if constexpr (kIsPlain)
+            archive.ReadExactly(&element, sizeof(element));
+        else
+            archive >> element;
     }
 };

@@ -1,5 +1,8 @@
 #include "foundation/framework/CException.h"
 
+#include "foundation/framework/CWnd.h"
+#include "foundation/framework/MemoryGuard.h"
+
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
@@ -8,31 +11,81 @@ CException::CException(BOOL autoDelete) : m_bAutoDelete(autoDelete) {}
 
 CException::~CException() = default;
 
+CRuntimeClass* CException::GetThisClass()
+{
+    static CRuntimeClass theClass{"CException", static_cast<int>(sizeof(CException)), 0xFFFF, nullptr,
+                                  CObject::GetThisClass()};
+    return &theClass;
+}
+
+CRuntimeClass* CException::GetRuntimeClass() const
+{
+    return GetThisClass();
+}
+
 void CException::Delete()
 {
     if (m_bAutoDelete != FALSE)
         delete this;
 }
 
-BOOL CException::GetErrorMessage(LPSTR buffer, UINT size) const
+CString CException::GetMessageText() const
 {
+    return {};
+}
+
+BOOL CException::GetErrorMessage(LPSTR buffer, UINT size, UINT* helpContext) const
+{
+    if (helpContext != nullptr)
+        *helpContext = 0;
     if (buffer == nullptr || size == 0)
         return FALSE;
     const CString text = GetMessageText();
     const std::size_t length = std::min<std::size_t>(static_cast<std::size_t>(text.GetLength()), size - 1);
     std::memcpy(buffer, text.GetString(), length);
     buffer[length] = '\0';
-    return TRUE;
+    return text.IsEmpty() ? FALSE : TRUE;
 }
 
-CMemoryException::CMemoryException() : CException(FALSE) {}
+int CException::ReportError(UINT style, UINT /*textNumber*/)
+{
+    char text[512];
+    GetErrorMessage(text, sizeof(text));
+    return MessageBoxA(nullptr, text, "Error", style);
+}
+
+CMemoryException::CMemoryException(BOOL autoDelete) : CException(autoDelete) {}
+
+CRuntimeClass* CMemoryException::GetThisClass()
+{
+    static CRuntimeClass theClass{"CMemoryException", static_cast<int>(sizeof(CMemoryException)), 0xFFFF, nullptr,
+                                  CException::GetThisClass()};
+    return &theClass;
+}
+
+CRuntimeClass* CMemoryException::GetRuntimeClass() const
+{
+    return GetThisClass();
+}
 
 CString CMemoryException::GetMessageText() const
 {
     return "Out of memory.";
 }
 
-CInvalidArgException::CInvalidArgException() : CException(FALSE) {}
+CInvalidArgException::CInvalidArgException(BOOL autoDelete) : CException(autoDelete) {}
+
+CRuntimeClass* CInvalidArgException::GetThisClass()
+{
+    static CRuntimeClass theClass{"CInvalidArgException", static_cast<int>(sizeof(CInvalidArgException)), 0xFFFF,
+                                  nullptr, CException::GetThisClass()};
+    return &theClass;
+}
+
+CRuntimeClass* CInvalidArgException::GetRuntimeClass() const
+{
+    return GetThisClass();
+}
 
 CString CInvalidArgException::GetMessageText() const
 {
@@ -42,6 +95,18 @@ CString CInvalidArgException::GetMessageText() const
 CFileException::CFileException(int cause, LONG osError, CString fileName)
     : CException(TRUE), m_cause(cause), m_lOsError(osError), m_strFileName(std::move(fileName))
 {
+}
+
+CRuntimeClass* CFileException::GetThisClass()
+{
+    static CRuntimeClass theClass{"CFileException", static_cast<int>(sizeof(CFileException)), 0xFFFF, nullptr,
+                                  CException::GetThisClass()};
+    return &theClass;
+}
+
+CRuntimeClass* CFileException::GetRuntimeClass() const
+{
+    return GetThisClass();
 }
 
 CString CFileException::GetMessageText() const
@@ -84,6 +149,7 @@ int CFileException::ErrnoToException(int error)
     case EACCES:
     case EPERM:
     case EROFS:
+    case EEXIST:
     case EISDIR:
         return accessDenied;
     case EBADF:
@@ -107,6 +173,18 @@ CArchiveException::CArchiveException(int cause, CString fileName)
 {
 }
 
+CRuntimeClass* CArchiveException::GetThisClass()
+{
+    static CRuntimeClass theClass{"CArchiveException", static_cast<int>(sizeof(CArchiveException)), 0xFFFF, nullptr,
+                                  CException::GetThisClass()};
+    return &theClass;
+}
+
+CRuntimeClass* CArchiveException::GetRuntimeClass() const
+{
+    return GetThisClass();
+}
+
 CString CArchiveException::GetMessageText() const
 {
     static constexpr LPCSTR kReasons[] = {"no error",
@@ -124,22 +202,22 @@ CString CArchiveException::GetMessageText() const
 
 void AfxThrowMemoryException()
 {
-    static CMemoryException the;
+    static CMemoryException the(FALSE);
     throw &the;
 }
 
 void AfxThrowInvalidArgException()
 {
-    static CInvalidArgException the;
+    static CInvalidArgException the(FALSE);
     throw &the;
 }
 
 void AfxThrowFileException(int cause, LONG osError, LPCSTR fileName)
 {
-    throw new CFileException(cause, osError, fileName);
+    throw WithMemoryException([&] { return new CFileException(cause, osError, fileName); });
 }
 
 void AfxThrowArchiveException(int cause, LPCSTR fileName)
 {
-    throw new CArchiveException(cause, fileName);
+    throw WithMemoryException([&] { return new CArchiveException(cause, fileName); });
 }

@@ -10,35 +10,47 @@
 class JOBX_API CException : public CObject
 {
 public:
-    explicit CException(BOOL autoDelete);
+    // `autoDelete`: Delete frees the object, which was made with new.
+    explicit CException(BOOL autoDelete = TRUE);
     ~CException() override;
     CException(const CException&) = delete;
     CException& operator=(const CException&) = delete;
 
+    static CRuntimeClass* GetThisClass();
+    CRuntimeClass* GetRuntimeClass() const override;
+
     // Ends the life of a caught exception; the pointer must not be used afterwards.
     void Delete();
-    // The reason in one line, without a line end.
-    virtual CString GetMessageText() const = 0;
-    // Writes the reason into `buffer`, cut at `size` bytes with its terminator. FALSE when there is no room at all.
-    BOOL GetErrorMessage(LPSTR buffer, UINT size) const;
+    // The reason in one line, without a line end; "" when the class gives none.
+    virtual CString GetMessageText() const;
+    // Writes the reason into `buffer`, cut at `size` bytes with its terminator. FALSE when there is no room at all, or
+    // no reason. There is no help: its number is 0.
+    virtual BOOL GetErrorMessage(LPSTR buffer, UINT size, UINT* helpContext = nullptr) const;
+    // Shows the reason in a message box and answers its button.
+    virtual int ReportError(UINT style = 0, UINT textNumber = 0);
 
 private:
     BOOL m_bAutoDelete;
 };
 
-// Memory is exhausted. Always the one existing object.
+// Memory is exhausted. The library throws one object that always exists.
 class JOBX_API CMemoryException : public CException
 {
 public:
-    CMemoryException();
+    explicit CMemoryException(BOOL autoDelete = TRUE);
+    static CRuntimeClass* GetThisClass();
+    CRuntimeClass* GetRuntimeClass() const override;
     CString GetMessageText() const override;
 };
 
-// An operation was given an argument that it cannot take, such as a bad index. Always the one existing object.
+// An operation was given an argument that it cannot take, such as a bad index. The library throws one object that
+// always exists.
 class JOBX_API CInvalidArgException : public CException
 {
 public:
-    CInvalidArgException();
+    explicit CInvalidArgException(BOOL autoDelete = TRUE);
+    static CRuntimeClass* GetThisClass();
+    CRuntimeClass* GetRuntimeClass() const override;
     CString GetMessageText() const override;
 };
 
@@ -65,6 +77,8 @@ public:
         endOfFile
     };
     explicit CFileException(int cause = none, LONG osError = -1, CString fileName = CString());
+    static CRuntimeClass* GetThisClass();
+    CRuntimeClass* GetRuntimeClass() const override;
     CString GetMessageText() const override;
     // The cause that fits a system error number.
     static int ErrnoToException(int error);
@@ -90,6 +104,8 @@ public:
         badSchema
     };
     explicit CArchiveException(int cause = none, CString fileName = CString());
+    static CRuntimeClass* GetThisClass();
+    CRuntimeClass* GetRuntimeClass() const override;
     CString GetMessageText() const override;
 
     int m_cause;           // one of Cause

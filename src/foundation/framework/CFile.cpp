@@ -116,14 +116,14 @@ CFile::~CFile()
         std::fclose(m_pStream);
 }
 
-const CRuntimeClass* CFile::GetThisClass()
+CRuntimeClass* CFile::GetThisClass()
 {
-    static const CRuntimeClass kClass{"CFile", static_cast<int>(sizeof(CFile)), 0xFFFF,
-                                      []() -> CObject* { return new CFile; }, CObject::GetThisClass()};
-    return &kClass;
+    static CRuntimeClass theClass{"CFile", static_cast<int>(sizeof(CFile)), 0xFFFF,
+                                  []() -> CObject* { return new CFile; }, CObject::GetThisClass()};
+    return &theClass;
 }
 
-const CRuntimeClass* CFile::GetRuntimeClass() const
+CRuntimeClass* CFile::GetRuntimeClass() const
 {
     return GetThisClass();
 }

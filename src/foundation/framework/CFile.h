@@ -45,8 +45,8 @@ public:
     CFile& operator=(const CFile&) = delete;
     ~CFile() override;
 
-    static const CRuntimeClass* GetThisClass();
-    const CRuntimeClass* GetRuntimeClass() const override;
+    static CRuntimeClass* GetThisClass();
+    CRuntimeClass* GetRuntimeClass() const override;
 
     // Opens `fileName`; TRUE when done, else FALSE with the reason in `error` when that is given. An open file is
     // closed first. Only modeCreate makes or empties a file. A directory is refused. The share flags are accepted and

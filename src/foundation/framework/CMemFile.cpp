@@ -25,14 +25,14 @@ CMemFile::~CMemFile()
     CMemFile::Close();
 }
 
-const CRuntimeClass* CMemFile::GetThisClass()
+CRuntimeClass* CMemFile::GetThisClass()
 {
-    static const CRuntimeClass kClass{"CMemFile", static_cast<int>(sizeof(CMemFile)), 0xFFFF,
-                                      []() -> CObject* { return new CMemFile; }, CFile::GetThisClass()};
-    return &kClass;
+    static CRuntimeClass theClass{"CMemFile", static_cast<int>(sizeof(CMemFile)), 0xFFFF,
+                                  []() -> CObject* { return new CMemFile; }, CFile::GetThisClass()};
+    return &theClass;
 }
 
-const CRuntimeClass* CMemFile::GetRuntimeClass() const
+CRuntimeClass* CMemFile::GetRuntimeClass() const
 {
     return GetThisClass();
 }

@@ -16,8 +16,8 @@ public:
     CMemFile(BYTE* buffer, UINT size, UINT growBytes = 0);
     ~CMemFile() override;
 
-    static const CRuntimeClass* GetThisClass();
-    const CRuntimeClass* GetRuntimeClass() const override;
+    static CRuntimeClass* GetThisClass();
+    CRuntimeClass* GetRuntimeClass() const override;
 
     // Uses the caller's block, which the caller keeps. With a growth of 0 its bytes are the file, and writing past them
     // raises CFileException. With another growth the file starts empty, and moves to a block of its own when it

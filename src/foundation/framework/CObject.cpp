@@ -15,13 +15,13 @@ BOOL CRuntimeClass::IsDerivedFrom(const CRuntimeClass* base) const
 
 CObject::~CObject() = default;
 
-const CRuntimeClass* CObject::GetThisClass()
+CRuntimeClass* CObject::GetThisClass()
 {
-    static constexpr CRuntimeClass kClass{"CObject", static_cast<int>(sizeof(CObject)), 0xFFFF, nullptr, nullptr};
-    return &kClass;
+    static CRuntimeClass theClass{"CObject", static_cast<int>(sizeof(CObject)), 0xFFFF, nullptr, nullptr};
+    return &theClass;
 }
 
-const CRuntimeClass* CObject::GetRuntimeClass() const
+CRuntimeClass* CObject::GetRuntimeClass() const
 {
     return GetThisClass();
 }

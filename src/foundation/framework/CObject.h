@@ -11,11 +11,11 @@ class CObject;
 // Ownership: instances are static and live as long as the program; nobody deletes them.
 struct JOBX_API CRuntimeClass
 {
-    LPCSTR m_lpszClassName = nullptr;            // the class's own name
-    int m_nObjectSize = 0;                       // sizeof of the class, in bytes
-    UINT m_wSchema = 0xFFFF;                     // 0xFFFF: not serialisable
-    CObject* (*m_pfnCreateObject)() = nullptr;   // null for a class that cannot be created by name
-    const CRuntimeClass* m_pBaseClass = nullptr; // null for CObject
+    const LPCSTR m_lpszClassName = nullptr;          // the class's own name
+    const int m_nObjectSize = 0;                     // sizeof of the class, in bytes
+    const UINT m_wSchema = 0xFFFF;                   // 0xFFFF: not serialisable
+    CObject* (*const m_pfnCreateObject)() = nullptr; // null for a class that cannot be created by name
+    CRuntimeClass* const m_pBaseClass = nullptr;     // null for CObject
 
     // A new object of the class, owned by the caller; null when the class cannot be created.
     CObject* CreateObject() const;
@@ -28,7 +28,7 @@ struct JOBX_API CRuntimeClass
 class JOBX_API CObject
 {
 public:
-    virtual const CRuntimeClass* GetRuntimeClass() const;
+    virtual CRuntimeClass* GetRuntimeClass() const;
     virtual ~CObject();
     // Stores the object into `archive` or loads it from there; the base has nothing to store.
     virtual void Serialize(CArchive& archive);
@@ -41,7 +41,7 @@ public:
     BOOL IsSerializable() const;
     // TRUE when the object's class is `other` or derives from it.
     BOOL IsKindOf(const CRuntimeClass* other) const;
-    static const CRuntimeClass* GetThisClass();
+    static CRuntimeClass* GetThisClass();
 
 protected:
     CObject() = default;

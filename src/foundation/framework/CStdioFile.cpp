@@ -36,14 +36,14 @@ CStdioFile::CStdioFile(std::FILE* stream)
 
 CStdioFile::~CStdioFile() = default;
 
-const CRuntimeClass* CStdioFile::GetThisClass()
+CRuntimeClass* CStdioFile::GetThisClass()
 {
-    static const CRuntimeClass kClass{"CStdioFile", static_cast<int>(sizeof(CStdioFile)), 0xFFFF,
-                                      []() -> CObject* { return new CStdioFile; }, CFile::GetThisClass()};
-    return &kClass;
+    static CRuntimeClass theClass{"CStdioFile", static_cast<int>(sizeof(CStdioFile)), 0xFFFF,
+                                  []() -> CObject* { return new CStdioFile; }, CFile::GetThisClass()};
+    return &theClass;
 }
 
-const CRuntimeClass* CStdioFile::GetRuntimeClass() const
+CRuntimeClass* CStdioFile::GetRuntimeClass() const
 {
     return GetThisClass();
 }

@@ -12,8 +12,8 @@ public:
     explicit CStdioFile(std::FILE* stream); // takes the stream and closes it
     ~CStdioFile() override;
 
-    static const CRuntimeClass* GetThisClass();
-    const CRuntimeClass* GetRuntimeClass() const override;
+    static CRuntimeClass* GetThisClass();
+    CRuntimeClass* GetRuntimeClass() const override;
 
     BOOL Open(LPCSTR fileName, UINT openFlags, CFileException* error = nullptr) override;
 

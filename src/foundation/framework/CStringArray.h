@@ -14,10 +14,8 @@ public:
     CStringArray& operator=(const CStringArray& other);
     ~CStringArray() override;
 
-    static const CRuntimeClass* GetThisClass();
-    const CRuntimeClass* GetRuntimeClass() const override;
-    // The count, then every text in the archive's string form.
-    void Serialize(CArchive& archive) override;
+    static CRuntimeClass* GetThisClass();
+    CRuntimeClass* GetRuntimeClass() const override;
 
     // Same size and texts equal one by one, case-sensitive.
     bool operator==(const CStringArray& other) const;

@@ -19,6 +19,7 @@ using WORD = std::uint16_t;
 using UINT = unsigned int;
 using INT_PTR = __int64;
 using UINT_PTR = std::uintptr_t;
+using LONGLONG = __int64;
 using ULONGLONG = unsigned long long;
 using WPARAM = UINT_PTR;
 using LPARAM = std::intptr_t;
