@@ -1,8 +1,8 @@
 #include "foundation/framework/CArchive.h"
 
+#include "foundation/Guarded.h"
 #include "foundation/framework/CException.h"
 #include "foundation/framework/CFile.h"
-#include "foundation/framework/MemoryGuard.h"
 #include "foundation/framework/Utf8Text.h"
 
 #include <algorithm>
@@ -163,13 +163,13 @@ void CArchive::Write(const void* buffer, UINT size)
         return;
     }
     const auto* const bytes = static_cast<const BYTE*>(buffer);
-    WithMemoryException([&] { m_buffer.insert(m_buffer.end(), bytes, bytes + size); });
+    Guarded([&] { m_buffer.insert(m_buffer.end(), bytes, bytes + size); });
 }
 
 bool CArchive::Refill()
 {
     m_nAt = 0;
-    WithMemoryException([&] { m_buffer.resize(m_nBufferSize); });
+    Guarded([&] { m_buffer.resize(m_nBufferSize); });
     std::size_t read = 0;
     try
     {

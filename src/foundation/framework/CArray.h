@@ -175,9 +175,9 @@ public:
     }
 
     // The count and then the elements: numbers as they lie in memory, texts and what else the archive can store and
-    // load in its own form. Pointers have no archived form: an array of pointers stores a count of zero, and a stored
-    // count above zero raises the archive exception on loading. Loading replaces the elements; when the archive raises,
-    // those loaded so far stay.
+    // load in its own form. Pointers and other classes have no archived form: an array of them stores a count of zero,
+    // and a stored count above zero raises the archive exception on loading. Loading replaces the elements; when the
+    // archive raises, those loaded so far stay.
     void Serialize(CArchive& archive) override
     {
         CObject::Serialize(archive);
@@ -279,7 +279,7 @@ private:
     {
         if constexpr (kIsPlain)
             archive.Write(&element, static_cast<UINT>(sizeof(element)));
-        else
+        else if constexpr (kIsArchived)
             archive << element;
     }
 
@@ -287,7 +287,7 @@ private:
     {
         if constexpr (kIsPlain)
             archive.ReadExactly(&element, sizeof(element));
-        else
+        else if constexpr (kIsArchived)
             archive >> element;
     }
 };

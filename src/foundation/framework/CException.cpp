@@ -1,7 +1,7 @@
 #include "foundation/framework/CException.h"
 
+#include "foundation/Guarded.h"
 #include "foundation/framework/CWnd.h"
-#include "foundation/framework/MemoryGuard.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -214,10 +214,10 @@ void AfxThrowInvalidArgException()
 
 void AfxThrowFileException(int cause, LONG osError, LPCSTR fileName)
 {
-    throw WithMemoryException([&] { return new CFileException(cause, osError, fileName); });
+    throw Guarded([&] { return new CFileException(cause, osError, fileName); });
 }
 
 void AfxThrowArchiveException(int cause, LPCSTR fileName)
 {
-    throw WithMemoryException([&] { return new CArchiveException(cause, fileName); });
+    throw Guarded([&] { return new CArchiveException(cause, fileName); });
 }

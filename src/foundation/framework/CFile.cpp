@@ -1,6 +1,6 @@
 #include "foundation/framework/CFile.h"
 
-#include "foundation/framework/MemoryGuard.h"
+#include "foundation/Guarded.h"
 
 #include <cerrno>
 #include <filesystem>
@@ -138,9 +138,9 @@ BOOL CFile::OpenStream(LPCSTR fileName, UINT openFlags, CFileException* error, b
     CFile::Close();
     const CString path(fileName);
     // Before the file is open: nothing may raise after that.
-    CString opened = WithMemoryException([&] { return AbsolutePath(path); });
+    CString opened = Guarded([&] { return AbsolutePath(path); });
     errno = 0;
-    m_pStream = WithMemoryException([&] { return OpenFile(path, openFlags); });
+    m_pStream = Guarded([&] { return OpenFile(path, openFlags); });
     if (m_pStream == nullptr)
     {
         const int reason = errno;
@@ -260,7 +260,7 @@ void CFile::SetLength(ULONGLONG newLength)
     BeginWriting();
     Flush();
     std::error_code error;
-    WithMemoryException([&] { fs::resize_file(m_strOpenedPath.GetString(), newLength, error); });
+    Guarded([&] { fs::resize_file(m_strOpenedPath.GetString(), newLength, error); });
     if (error)
         ThrowErrno(error.value());
     Seek(static_cast<__int64>(newLength), begin);
@@ -323,7 +323,7 @@ void CFile::SetFilePath(LPCSTR path)
 void CFile::Remove(LPCSTR fileName)
 {
     const CString path(fileName);
-    if (WithMemoryException([&] { return fs::is_directory(EntryStatus(path)); }))
+    if (Guarded([&] { return fs::is_directory(EntryStatus(path)); }))
         ThrowWithName(EISDIR, path);
     if (std::remove(path) != 0)
         ThrowWithName(errno, path);
@@ -333,7 +333,7 @@ void CFile::Rename(LPCSTR oldName, LPCSTR newName)
 {
     const CString from(oldName);
     const CString to(newName);
-    if (WithMemoryException([&] { return fs::exists(EntryStatus(to)); }))
+    if (Guarded([&] { return fs::exists(EntryStatus(to)); }))
         ThrowWithName(EEXIST, to);
     if (std::rename(from, to) != 0)
         ThrowWithName(errno, from);

@@ -157,6 +157,8 @@ void CMemFile::Close()
     m_nCapacity = 0;
     m_nPosition = 0;
     m_bOwned = true;
+    m_bFixed = false;
+    m_bReadOnly = false;
 }
 
 void CMemFile::Abort()

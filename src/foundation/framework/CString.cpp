@@ -148,7 +148,7 @@ char* CString::Unshare(std::size_t capacity)
 
 CString::CString(LPCSTR text) : CString(OrEmpty(text)) {}
 
-CString::CString(LPCSTR text, int length) : CString(std::string_view(text, Clamped(length, kMaxLength))) {}
+CString::CString(LPCSTR text, int length) : CString(Bounded(text, length)) {}
 
 CString::CString(std::string_view text)
 {
@@ -157,7 +157,7 @@ CString::CString(std::string_view text)
 
 CString::CString(char character, int repeat)
 {
-    const std::size_t count = Clamped(repeat, kMaxLength);
+    const auto count = static_cast<std::size_t>(std::max(repeat, 0));
     std::fill_n(Unshare(count), count, character);
     SetLengthInPlace(count);
 }
@@ -238,7 +238,7 @@ void CString::SetString(LPCSTR text, int length)
 
 LPSTR CString::GetBuffer(int minLength)
 {
-    return Unshare(std::max(Clamped(minLength, kMaxLength), static_cast<std::size_t>(GetLength())));
+    return Unshare(static_cast<std::size_t>(std::max(minLength, GetLength())));
 }
 
 LPSTR CString::GetBufferSetLength(int length)

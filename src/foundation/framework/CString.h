@@ -235,7 +235,7 @@ private:
         }
     }
 
-    Rep m_rep;
+    Rep m_rep{};
 };
 
 template <>

@@ -1,25 +1,13 @@
-// Where the C++ library may report exhausted memory in its own way.
+// The guard against exhausted memory under the framework's own name.
 #pragma once
 
-#include "foundation/framework/FrameworkThrow.h"
+#include "foundation/Guarded.h"
 
-#include <new>
-#include <stdexcept>
+#include <utility>
 
-// Calls `call` and gives its result; std::bad_alloc and std::length_error leave as the framework's memory exception.
+// As Guarded.
 template <class Call>
-decltype(auto) WithMemoryException(Call&& call)
+auto WithMemoryException(Call&& call)
 {
-    try
-    {
-        return call();
-    }
-    catch (const std::bad_alloc&)
-    {
-        AfxThrowMemoryException();
-    }
-    catch (const std::length_error&)
-    {
-        AfxThrowMemoryException();
-    }
+    return Guarded(std::forward<Call>(call));
 }
