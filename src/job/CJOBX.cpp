@@ -4,6 +4,7 @@
 #include "foundation/ParallelLoop.h"
 #include "foundation/ProgressReport.h"
 #include "foundation/corekit/CKUtility.h"
+#include "foundation/corekit/FreshDirectory.h"
 #include "foundation/corekit/TextTools.h"
 #include "job/CJOBXmatrix.h"
 #include "job/CJOBXmisc.h"
@@ -210,6 +211,31 @@ void CJOBX::ReadStepsFontAndInfo(const CString& jobPath, const CStringArray& ste
 void CJOBX::ParseODBsysAttrDataArray(CString filePath)
 {
     m_pSysAttrs->ParseODBOfMFC(filePath);
+}
+
+void CJOBX::WriteODBData(CString outputDirectory, int withEda)
+{
+    Guarded(
+        [&]
+        {
+            const CString job =
+                IsEntryName(m_sName) ? MakeFreshDirectory(outputDirectory, m_sName, kSource, __LINE__) : CString();
+            if (job.IsEmpty())
+                return;
+            m_pFonts->WriteStandardFont(job);
+            m_pMatrix->WriteODBData(job);
+            MakeFreshDirectory(job, "misc", kSource, __LINE__);
+            if (const CString steps = MakeFreshDirectory(job, "steps", kSource, __LINE__); !steps.IsEmpty())
+                m_pSteps->m_arrSteps.WriteODBData(steps, withEda);
+            for (const char* const name :
+                 {"symbols", "input", "ext", "output", "stackups", "user", "whltemps", "wheels"})
+                MakeFreshDirectory(job, name, kSource, __LINE__);
+            for (__int64 i = 0; i < m_pSpecialSymbols->GetSize(); ++i)
+                if (const CJOBXSpecialSymbol* const symbol = m_pSpecialSymbols->GetAt(i))
+                    if (const CString folder = MakeFreshDirectory(job, symbol->m_sName, kSource, __LINE__);
+                        !folder.IsEmpty())
+                        symbol->GetLayer()->WriteODBData(folder, 0, 1); // beside "steps", not in "symbols": intended
+        });
 }
 
 void CJOBX::RebuildStepObj()

@@ -45,6 +45,13 @@ public:
     // raises CInvalidArgException, the definitions before it stay.
     void ParseODBsysAttrDataArray(CString filePath);
 
+    // Writes the job as a fresh directory tree named as the job below `outputDirectory`: one that is there is deleted
+    // first, with everything in it. The EDA data and netlists only when `withEda` is not 0. The job information and the
+    // system attributes are not written; the font only when a file named "standard" is in the current directory.
+    // Nothing outside that directory is made or deleted whatever names the job holds: an empty name, "." or "..", or
+    // one with a separator writes nothing. Nothing is reported but to the diagnostics.
+    void WriteODBData(CString outputDirectory, int withEda);
+
     // Puts steps that repeat other steps before the plain ones. No step is copied or deleted.
     void RebuildStepObj();
     // The position of the first user symbol whose name in upper case equals `upperName`; -1 when there is none. A name

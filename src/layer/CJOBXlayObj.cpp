@@ -1,11 +1,13 @@
 #include "layer/CJOBXlayObj.h"
 
+#include "foundation/Guarded.h"
 #include "foundation/framework/AsciiText.h"
+#include "layer/FeaturesWriter.h"
+#include "layer/RecordOfType.h"
 #include "layer/SharedProperties.h"
 
 #include <algorithm>
 #include <string_view>
-#include <typeinfo>
 
 template class CExPtrArray<CJOBXlayObj*, CJOBXlayObj*>;
 template class CExPtrArray<CJOBXlayObjSurfaceOB*, CJOBXlayObjSurfaceOB*>;
@@ -18,17 +20,10 @@ struct CJOBXlayObj::Extras
 
 namespace
 {
-// The record as the class that its type text says, null when it is another one.
-template <class T>
-T* As(CJOBXlayObj* object)
-{
-    return typeid(*object) == typeid(T) ? static_cast<T*>(object) : dynamic_cast<T*>(object);
-}
-
 template <class T>
 void ScaleAs(CJOBXlayObj* object, double factor)
 {
-    if (T* const record = As<T>(object))
+    if (T* const record = RecordOfType<T>(object))
         record->ScaleGeometry(factor);
 }
 
@@ -141,6 +136,18 @@ void CJOBXlayObj::vRescale(double factor)
     default:
         return;
     }
+}
+
+void CJOBXlayObj::WriteODBData(std::FILE* file) const
+{
+    CTextWriter out(file);
+    WriteFeature(out, *this);
+}
+
+void CJOBXlayObj::WriteODBFeatureAttributeData(std::FILE* file) const
+{
+    CTextWriter out(file);
+    WriteFeatureAttributes(out, *this);
 }
 
 CString CJOBXlayObj::GetViaPadStackName() const

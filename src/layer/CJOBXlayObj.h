@@ -7,7 +7,7 @@
 #include "foundation/framework/CStringArray.h"
 #include "layer/CJOBXlayObjOX.h"
 
-#include <cstdint>
+#include <cstdio>
 #include <memory>
 
 class CSharedProperties;
@@ -63,6 +63,12 @@ public:
     // pad's resize factor and all angles stay.
     void vRescale(double factor);
     void UnitConvert(const double& factor);
+
+    // Writes the record with its attribute list; a surface with its contours. Attributes without a text number are left
+    // out. A null file writes nothing.
+    void WriteODBData(std::FILE* file) const;
+    // Writes the attribute list and the line end.
+    void WriteODBFeatureAttributeData(std::FILE* file) const;
 
     // The value, in upper case, of the first property whose upper-cased name contains ".GEOMETRY" and whose value is
     // not empty; "" when there is none.

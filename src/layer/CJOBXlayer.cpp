@@ -2,14 +2,20 @@
 
 #include "eda/CJOBXcomponents.h"
 #include "foundation/CTextScanner.h"
+#include "foundation/CTextWriter.h"
 #include "foundation/Guarded.h"
+#include "foundation/corekit/CKUtility.h"
+#include "foundation/corekit/FreshDirectory.h"
 #include "layer/CJOBXtool.h"
 #include "layer/FeaturesReader.h"
+#include "layer/FeaturesWriter.h"
 
 template class CExPtrArray<CJOBXlayer*, CJOBXlayer*>;
 
 namespace
 {
+constexpr const char* kSource = "CJOBXlayer.cpp";
+
 // The text at the first position that holds `number`; "" when there is none.
 CString TextOfNumber(const CArrayN& numbers, const CStringArray& texts, int number)
 {
@@ -17,6 +23,23 @@ CString TextOfNumber(const CArrayN& numbers, const CStringArray& texts, int numb
         if (numbers[i] == number)
             return texts[i];
     return {};
+}
+
+bool IsDielectric(const CString& layerName)
+{
+    const std::string_view name = layerName.View(); // these two spellings only: intended
+    return name.starts_with("DIELECTRIC_") || name.starts_with("dielectric_");
+}
+
+// Where the attribute list file of a layer goes: beside the features when the folder is the layer's own.
+CString AttributeListFile(const CString& folder, const CString& layerName)
+{
+    const CKUtility* const files = CKUtility::GetInstance();
+    const CString last = files->GetSegmntFromFilePath(folder, 2);
+    CString own = folder;
+    if (!AsciiEqualNoCase(last.View(), layerName.View()))
+        own = IsEntryName(layerName) ? files->CKPathCombine(folder, layerName, kSource, __LINE__) : CString();
+    return own.IsEmpty() ? own : files->CKPathCombine(own, "attrlist", kSource, __LINE__);
 }
 } // namespace
 
@@ -32,10 +55,39 @@ int CJOBXlayer::ParseODBOfMFC(CString path)
     Guarded(
         [&]
         {
-            CTextScanner scanner(path, "CJOBXlayer.cpp", __LINE__);
+            CTextScanner scanner(path, kSource, __LINE__);
             ReadFeatures(scanner, *this);
         });
     return 1;
+}
+
+void CJOBXlayer::WriteODBData(CString folder, int recreateFolder, int isLayer) const
+{
+    Guarded(
+        [&]
+        {
+            if (recreateFolder == 1 && MakeFreshDirectory(folder, kSource, __LINE__).IsEmpty())
+                return;
+            if (m_pTool->GetToolDataArray()->GetSize() > 0)
+                m_pTool->WriteODBData(folder);
+            if (isLayer != 0)
+                m_pComponents->WriteODBData(folder);
+            const CKUtility* const files = CKUtility::GetInstance();
+            {
+                CTextWriter out(files->CKPathCombine(folder, isLayer != 0 ? "features" : "profile", kSource, __LINE__),
+                                kSource, __LINE__);
+                WriteFeatures(out, *this);
+            }
+            if (isLayer == 0 || !(m_dCopperWeightOrDielectric > 0))
+                return;
+            const CString path = AttributeListFile(folder, m_sName);
+            if (path.IsEmpty())
+                return;
+            CTextWriter out(path, kSource, __LINE__);
+            out << "UNITS=MM\n"
+                << (IsDielectric(m_sName) ? ".layer_dielectric=" : ".copper_weight=")
+                << General{m_dCopperWeightOrDielectric} << '\n';
+        });
 }
 
 void CJOBXlayer::AddPropertyData(CString attributeText, CJOBXlayObj* feature)
@@ -118,6 +170,26 @@ CJOBXlayer* CJOBXlayerArray::GetODBlayerFromName(const CString& name) const
             layer != nullptr && AsciiEqualNoCase(layer->m_sName.View(), name.View()))
             return layer;
     return nullptr;
+}
+
+void CJOBXlayerArray::WriteODBData(CString stepDirectory) const
+{
+    Guarded(
+        [&]
+        {
+            const CString layers = MakeFreshDirectory(stepDirectory, "layers", kSource, __LINE__);
+            if (layers.IsEmpty())
+                return;
+            for (__int64 i = 0; i < GetSize(); ++i)
+            {
+                const CJOBXlayer* const layer = GetAt(i);
+                if (layer == nullptr || !IsEntryName(layer->m_sName))
+                    continue;
+                const CString folder = MakeFreshDirectory(layers, layer->m_sName, kSource, __LINE__);
+                if (!folder.IsEmpty())
+                    layer->WriteODBData(folder, 0, 1);
+            }
+        });
 }
 
 void CJOBXlayerArray::UnitConvert(const double& factor)

@@ -28,6 +28,12 @@ public:
     // leaves the layer as it was, and a malformed line never stops the reading. Exhausted memory raises
     // CMemoryException.
     int ParseODBOfMFC(CString path);
+    // Writes the file "features" into `folder` when `isLayer` is not 0, with the drill tools and the layer's own
+    // components beside it, else the file "profile". With `recreateFolder` 1 the folder is deleted with everything in
+    // it and made again. A layer with a copper weight or dielectric value above 0 also gets its attribute list file: in
+    // `folder` when that is named as the layer, else in the folder of that name below it. A file that cannot be opened
+    // is left out.
+    void WriteODBData(CString folder, int recreateFolder, int isLayer) const;
     // Appends the properties of a feature's attribute list, items such as "3" or "3=7" separated by commas, resolved
     // with this layer's tables.
     void AddPropertyData(CString attributeText, CJOBXlayObj* feature);
@@ -91,6 +97,9 @@ public:
 
     // The first layer of that name, ASCII letters of either case; null when there is none.
     CJOBXlayer* GetODBlayerFromName(const CString& name) const;
+    // Replaces the directory "layers" of the step's directory, with everything in it, and writes each layer into a
+    // directory of its name there. A layer whose name is no plain directory name is left unwritten.
+    void WriteODBData(CString stepDirectory) const;
     // Multiplies the lengths of every layer.
     void UnitConvert(const double& factor);
 };

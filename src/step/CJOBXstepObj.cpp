@@ -7,6 +7,7 @@
 #include "foundation/ParallelLoop.h"
 #include "foundation/ProgressReport.h"
 #include "foundation/corekit/CKUtility.h"
+#include "foundation/corekit/FreshDirectory.h"
 #include "step/CJOBXstephdr.h"
 
 template class CExPtrArray<CJOBXstepObj*, CJOBXstepObj*>;
@@ -152,6 +153,37 @@ void CJOBXstepObj::ReadNetlist(const CString& stepDirectory)
     ShowStatus(m_pStatus, "Complete netlists file reading");
 }
 
+void CJOBXstepObj::WriteODBData(CString stepsDirectory, int withEda) const
+{
+    Guarded(
+        [&]
+        {
+            const CString step =
+                IsEntryName(m_sName) ? MakeFreshDirectory(stepsDirectory, m_sName, kSource, __LINE__) : CString();
+            if (step.IsEmpty())
+                return;
+            m_pProfile->WriteODBData(step, 0, 0);
+            m_pHeader->WriteODBData(step);
+            m_arrLayers.WriteODBData(step);
+            WriteComponents(CKUtility::GetInstance()->CKPathCombine(step, "layers", kSource, __LINE__));
+            if (withEda == 0)
+                return;
+            if (const CString eda = MakeFreshDirectory(step, "eda", kSource, __LINE__); !eda.IsEmpty())
+                m_pEda->m_pData->WriteODBData(eda);
+            m_pNetlist->WriteODBData(step);
+        });
+}
+
+// Each file goes into the directory of its layer, which is made when no layer made it.
+void CJOBXstepObj::WriteComponents(const CString& layersDirectory) const
+{
+    for (__int64 i = 0; i < m_arrComponents.GetSize(); ++i)
+        if (const CJOBXcomponents* const components = m_arrComponents.GetAt(i))
+            if (const CString layer = MakeEntryDirectory(layersDirectory, components->m_sLayerName, kSource, __LINE__);
+                !layer.IsEmpty())
+                components->WriteODBData(layer);
+}
+
 void CJOBXstepObj::UnitConvert(const double& factor)
 {
     m_pProfile->UnitConvert(factor);
@@ -224,6 +256,13 @@ CJOBXlayer* CJOBXstepObj::ScanLayerObjDataInLayer(CString layerName) const
 CJOBXstepObjArray::CJOBXstepObjArray() = default;
 
 CJOBXstepObjArray::~CJOBXstepObjArray() = default;
+
+void CJOBXstepObjArray::WriteODBData(CString directory, int withEda) const
+{
+    for (__int64 i = 0; i < GetSize(); ++i)
+        if (const CJOBXstepObj* const step = GetAt(i))
+            step->WriteODBData(directory, withEda);
+}
 
 void CJOBXstepObjArray::UnitConvert(const double& factor)
 {

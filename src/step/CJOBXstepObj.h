@@ -33,6 +33,10 @@ public:
     // Reads the step's directory and appends what it holds; 0 when it has no profile, and then nothing is read. The
     // status window, when there is one, is told after each stage.
     int ParseODBOfMFC(CString stepDirectory);
+    // Writes the step into a directory of its name below `stepsDirectory`, which is deleted with everything in it and
+    // made again; its EDA data and its netlist only when `withEda` is not 0. A step whose name is no plain directory
+    // name is left unwritten, and so is what cannot be made or opened; the diagnostics say why.
+    void WriteODBData(CString stepsDirectory, int withEda) const;
     void UnitConvert(const double& factor);
 
     // Moves the components whose package reference is `id` out of the step's files, into new files with the same
@@ -60,6 +64,7 @@ private:
     void ReadLayers(const CString& layersDirectory);
     void ReadEda(const CString& stepDirectory);
     void ReadNetlist(const CString& stepDirectory);
+    void WriteComponents(const CString& layersDirectory) const;
 
     std::unique_ptr<CJOBXlayer> m_pProfile;
     std::unique_ptr<CJOBXstephdr> m_pHeader;
@@ -75,6 +80,8 @@ class JOBX_API CJOBXstepObjArray : public COwningPtrArray<CJOBXstepObj>
 public:
     CJOBXstepObjArray();
     ~CJOBXstepObjArray() override;
+    // Writes every step below `directory`, in order.
+    void WriteODBData(CString directory, int withEda) const;
     // Converts every step.
     void UnitConvert(const double& factor);
 };

@@ -1,0 +1,82 @@
+#include "foundation/corekit/FreshDirectory.h"
+
+#include "foundation/corekit/CKUtility.h"
+
+#include <cerrno>
+#include <filesystem>
+#include <string_view>
+#include <system_error>
+
+namespace
+{
+#if defined(_WIN32)
+constexpr std::string_view kSeparators = "/\\";
+#else
+constexpr std::string_view kSeparators = "/";
+#endif
+
+// Whether a relative path names something strictly below its start, told by its text.
+bool LeadsBelow(std::string_view path)
+{
+    bool named = false;
+    while (!path.empty())
+    {
+        const std::size_t separator = path.find_first_of(kSeparators);
+        const std::string_view part = path.substr(0, separator);
+        if (part == "..")
+            return false;
+        named = named || (!part.empty() && part != ".");
+        path.remove_prefix(separator == std::string_view::npos ? path.size() : separator + 1);
+    }
+    return named;
+}
+
+// The path when a real directory, no link, is there now.
+CString OnlyARealDirectory(const CString& path, const char* sourceFile, int line)
+{
+    std::error_code error;
+    const auto status = std::filesystem::symlink_status(path.GetString(), error);
+    if (status.type() == std::filesystem::file_type::directory)
+        return path;
+    if (status.type() != std::filesystem::file_type::not_found) // that failure was reported where it happened
+        CKUtility::GetInstance()->Report(sourceFile, line, "make", path, ENOTDIR);
+    return {};
+}
+} // namespace
+
+bool IsEntryName(const CString& name)
+{
+    return LeadsBelow(name.View()) && name != "." && name.View().find_first_of(kSeparators) == std::string_view::npos;
+}
+
+CString MakeFreshDirectory(const CString& parent, const CString& name, const char* sourceFile, int line)
+{
+    if (!LeadsBelow(name.View()))
+    {
+        CKUtility::GetInstance()->Report(sourceFile, line, "make", name, EINVAL);
+        return {};
+    }
+    return MakeFreshDirectory(CKUtility::GetInstance()->CKPathCombine(parent, name, sourceFile, line), sourceFile,
+                              line);
+}
+
+CString MakeFreshDirectory(const CString& path, const char* sourceFile, int line)
+{
+    const CKUtility* const files = CKUtility::GetInstance();
+    if (files->IsDir(path))
+        files->DeleteDirectory(path);
+    files->MakeDirectory(path);
+    return OnlyARealDirectory(path, sourceFile, line);
+}
+
+CString MakeEntryDirectory(const CString& parent, const CString& name, const char* sourceFile, int line)
+{
+    if (!IsEntryName(name))
+    {
+        CKUtility::GetInstance()->Report(sourceFile, line, "make", name, EINVAL);
+        return {};
+    }
+    const CString path = CKUtility::GetInstance()->CKPathCombine(parent, name, sourceFile, line);
+    CKUtility::GetInstance()->MakeDirectory(path);
+    return OnlyARealDirectory(path, sourceFile, line);
+}
