@@ -6,47 +6,15 @@
 #include "foundation/CTokenScanner.h"
 #include "foundation/Guarded.h"
 #include "foundation/KeywordTable.h"
+#include "foundation/NumberedTable.h"
 #include "foundation/corekit/CKUtility.h"
 
-#include <algorithm>
-#include <map>
 #include <memory>
 
 template class CExPtrArray<CJOBXcomponents*, CJOBXcomponents*>;
 
 namespace
 {
-// The first text whose number in the parallel table equals `number`; "" when there is none.
-CString FirstOfNumber(const CArrayN& numbers, const CStringArray& texts, int number)
-{
-    const INT_PTR count = std::min(numbers.GetSize(), texts.GetSize());
-    for (INT_PTR i = 0; i < count; ++i)
-        if (numbers.GetAt(i) == number)
-            return texts.GetAt(i);
-    return CString();
-}
-
-// Where a table holds each number first, so that a large file's names are found at once.
-class CFirstPositions
-{
-public:
-    explicit CFirstPositions(const CArrayN& numbers)
-    {
-        for (INT_PTR i = 0; i < numbers.GetSize(); ++i)
-            Add(numbers.GetAt(i), i);
-    }
-
-    void Add(int number, INT_PTR position) { m_positions.try_emplace(number, position); }
-    CString TextOf(int number, const CStringArray& texts) const
-    {
-        const auto found = m_positions.find(number);
-        return found != m_positions.end() && found->second < texts.GetSize() ? texts.GetAt(found->second) : CString();
-    }
-
-private:
-    std::map<int, INT_PTR> m_positions; // no file can slow it down, as it could a table of hashes
-};
-
 // Appends the attributes of a list "0=2,1" to the component; `nameOf` gives the name of a number. The second number of
 // each stays unset, whatever its value is: intended.
 template <class NameOf>
@@ -71,28 +39,23 @@ void AddAttributes(CJOBXcmp& component, std::string_view list, NameOf nameOf)
 struct Reading
 {
     CJOBXcomponents& file;
-    CFirstPositions namePositions;
+    CNumberIndex names;
     CJOBXcmp* component = nullptr; // the one that was begun last
 };
 
-int AddTableEntry(std::string_view line, std::string_view mark, CArrayN& numbers, CStringArray& texts)
+void AddTableEntry(std::string_view line, std::string_view mark, CArrayN& numbers, CStringArray& texts)
 {
     CFieldScanner fields(line);
     std::string_view number;
     fields.Text(number);
-    const int value = ParseInteger(WithoutLeading(number, mark.front()));
-    numbers.Add(value);
+    numbers.Add(ParseInteger(WithoutLeading(number, mark.front())));
     texts.Add(CString(fields.Rest()));
-    return value;
 }
 
 void OnAttributeName(Reading& reading, std::string_view line)
 {
     CJOBXcomponents& file = reading.file;
-    const INT_PTR position = file.m_arrAttributeNameNumbers.GetSize();
-    const int number =
-        AddTableEntry(line, components_text::kNameMark, file.m_arrAttributeNameNumbers, file.m_arrAttributeNames);
-    reading.namePositions.Add(number, position);
+    AddTableEntry(line, components_text::kNameMark, file.m_arrAttributeNameNumbers, file.m_arrAttributeNames);
 }
 
 void OnAttributeText(Reading& reading, std::string_view line)
@@ -120,8 +83,7 @@ void TakeName(Reading& reading, CTokenScanner& fields, CString& name)
     }
     name = Trimmed(rest.substr(0, semicolon));
     AddAttributes(*reading.component, WithoutLeading(rest.substr(semicolon), ';'),
-                  [&reading](int number)
-                  { return reading.namePositions.TextOf(number, reading.file.m_arrAttributeNames); });
+                  [&reading](int number) { return reading.names.Text(number); });
 }
 
 int MirrorOf(std::string_view token)
@@ -212,7 +174,7 @@ int CJOBXcomponents::ParseODBOfMFC(CString path)
         [&]
         {
             CTextScanner text(path, __FILE__, __LINE__);
-            Reading reading{*this, CFirstPositions(m_arrAttributeNameNumbers)};
+            Reading reading{*this, CNumberIndex(m_arrAttributeNameNumbers, m_arrAttributeNames)};
             while (text.NextLine())
                 Dispatch(kKeywords, reading, text.Line());
             return 1;
@@ -244,12 +206,12 @@ void CJOBXcomponents::AddPropertyData(CString attributes, CJOBXcmp* component) c
 
 CString CJOBXcomponents::GetAttributeName(int number) const
 {
-    return FirstOfNumber(m_arrAttributeNameNumbers, m_arrAttributeNames, number);
+    return FirstTextOfNumber(m_arrAttributeNameNumbers, m_arrAttributeNames, number);
 }
 
 CString CJOBXcomponents::GetAttributeText(int number) const
 {
-    return FirstOfNumber(m_arrAttributeTextNumbers, m_arrAttributeTexts, number);
+    return FirstTextOfNumber(m_arrAttributeTextNumbers, m_arrAttributeTexts, number);
 }
 
 int CJOBXcomponents::nGetFirstBtmIndex() const

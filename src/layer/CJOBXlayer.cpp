@@ -4,6 +4,7 @@
 #include "foundation/CTextScanner.h"
 #include "foundation/CTextWriter.h"
 #include "foundation/Guarded.h"
+#include "foundation/NumberedTable.h"
 #include "foundation/corekit/CKUtility.h"
 #include "foundation/corekit/FreshDirectory.h"
 #include "layer/CJOBXtool.h"
@@ -15,15 +16,6 @@ template class CExPtrArray<CJOBXlayer*, CJOBXlayer*>;
 namespace
 {
 constexpr const char* kSource = "CJOBXlayer.cpp";
-
-// The text at the first position that holds `number`; "" when there is none.
-CString TextOfNumber(const CArrayN& numbers, const CStringArray& texts, int number)
-{
-    for (__int64 i = 0; i < numbers.GetSize() && i < texts.GetSize(); ++i)
-        if (numbers[i] == number)
-            return texts[i];
-    return {};
-}
 
 bool IsDielectric(const CString& layerName)
 {
@@ -117,17 +109,17 @@ int CJOBXlayer::nGetSymbolIndex(const CString& name) const
 
 CString CJOBXlayer::GetSymbolName(int number) const
 {
-    return TextOfNumber(m_arrSymbolNumbers, m_arrSymbolNames, number);
+    return FirstTextOfNumber(m_arrSymbolNumbers, m_arrSymbolNames, number);
 }
 
 CString CJOBXlayer::GetAttributeName(int number) const
 {
-    return TextOfNumber(m_arrAttributeNameNumbers, m_arrAttributeNames, number);
+    return FirstTextOfNumber(m_arrAttributeNameNumbers, m_arrAttributeNames, number);
 }
 
 CString CJOBXlayer::GetAttributeText(int number) const
 {
-    return TextOfNumber(m_arrAttributeTextNumbers, m_arrAttributeTexts, number);
+    return FirstTextOfNumber(m_arrAttributeTextNumbers, m_arrAttributeTexts, number);
 }
 
 int CJOBXlayer::nGetLayObjIndexFromSurfaceIndex(int n) const

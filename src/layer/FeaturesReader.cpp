@@ -1,36 +1,15 @@
 #include "layer/FeaturesReader.h"
 
+#include "foundation/NumberedTable.h"
 #include "layer/CJOBXlayer.h"
 #include "layer/SharedProperties.h"
 
 #include <array>
 #include <functional>
-#include <unordered_map>
 #include <utility>
 
 namespace
 {
-// Finds the first entry of a table by its number without walking the table: it follows the table as it grows.
-class CNumberIndex
-{
-public:
-    CNumberIndex(const CArrayN& numbers, const CStringArray& texts) : m_numbers(numbers), m_texts(texts) {}
-
-    CString Text(int number)
-    {
-        for (; m_known < m_numbers.GetSize(); ++m_known)
-            m_first.try_emplace(m_numbers[m_known], m_known);
-        const auto found = m_first.find(number);
-        return found != m_first.end() ? m_texts[found->second] : CString();
-    }
-
-private:
-    const CArrayN& m_numbers;
-    const CStringArray& m_texts;
-    __int64 m_known = 0;
-    std::unordered_map<int, __int64> m_first;
-};
-
 // Remembers the lists made last, by their attribute text, so that features with equal attributes share one list.
 class CPropertyCache
 {

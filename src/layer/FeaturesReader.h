@@ -2,7 +2,7 @@
 #pragma once
 
 #include "foundation/CJOBXProperty.h"
-#include "foundation/CTextScanner.h"
+#include "foundation/CTokenScanner.h"
 
 #include <memory>
 #include <string_view>
@@ -20,10 +20,9 @@ CString PadUsageText(int number);
 template <class NameOf, class TextOf>
 void AppendProperties(std::string_view attributes, CJOBXPropertyArray& properties, NameOf nameOf, TextOf textOf)
 {
-    for (std::string_view rest = WithoutLeading(attributes, ','); !rest.empty();)
+    CAttributeListScanner items(attributes);
+    for (std::string_view item; items.Next(item);)
     {
-        const std::string_view item = rest.substr(0, rest.find(','));
-        rest = WithoutLeading(rest.substr(item.size()), ',');
         auto property = std::make_unique<CJOBXProperty>();
         const std::size_t equals = item.find('=');
         property->m_nNumber = ParseInteger(item.substr(0, equals));

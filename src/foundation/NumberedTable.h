@@ -1,0 +1,40 @@
+// The attribute and symbol tables of a file: numbers and texts in parallel, found by number, the first entry wins.
+#pragma once
+
+#include "foundation/corekit/CArrayN.h"
+#include "foundation/framework/CString.h"
+#include "foundation/framework/CStringArray.h"
+
+#include <map>
+
+// The text of the first entry with that number, found by walking the table; "" when there is none.
+inline CString FirstTextOfNumber(const CArrayN& numbers, const CStringArray& texts, int number)
+{
+    for (INT_PTR i = 0; i < numbers.GetSize() && i < texts.GetSize(); ++i)
+        if (numbers[i] == number)
+            return texts[i];
+    return {};
+}
+
+// The same for readers, which ask often while the table still grows: walks each entry once. An ordered map, so that no
+// file can slow it down as it could a table of hashes.
+class CNumberIndex
+{
+public:
+    // Borrows both; they must only grow.
+    CNumberIndex(const CArrayN& numbers, const CStringArray& texts) : m_numbers(numbers), m_texts(texts) {}
+
+    CString Text(int number)
+    {
+        for (; m_known < m_numbers.GetSize(); ++m_known)
+            m_first.try_emplace(m_numbers[m_known], m_known);
+        const auto found = m_first.find(number);
+        return found != m_first.end() && found->second < m_texts.GetSize() ? m_texts[found->second] : CString();
+    }
+
+private:
+    const CArrayN& m_numbers;
+    const CStringArray& m_texts;
+    INT_PTR m_known = 0;
+    std::map<int, INT_PTR> m_first;
+};
