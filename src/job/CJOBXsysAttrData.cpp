@@ -43,7 +43,7 @@ void TakeOptions(State& state, const CStringArray& tokens)
 {
     if (state.open == nullptr)
         return;
-    const CString list = tokens[kValueToken];
+    const CString& list = tokens[kValueToken];
     std::string_view rest = list.View();
     for (int count = 0; count < kMostOptions; ++count)
     {
