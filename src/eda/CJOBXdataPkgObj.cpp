@@ -2,6 +2,7 @@
 
 #include "eda/CJOBXdataPkgObjContour.h"
 #include "eda/EdaKeywords.h"
+#include "foundation/Guarded.h"
 #include "foundation/NumberText.h"
 
 #include <array>
@@ -147,6 +148,25 @@ void Replace(CJOBXdataPkgObjArray& records, __int64 position, std::unique_ptr<CJ
     delete records.GetAt(position);
     records.SetAt(position, record.release());
 }
+
+// Every step leaves the list whole: nulls stand in the places of a contour's records until the end.
+void MakeGeometry(CJOBXdataPkgObjArray& records)
+{
+    for (__int64 i = 0; i < records.GetSize(); ++i)
+    {
+        __int64 end = i;
+        if (auto shape = MakeShape(records.GetAt(i)))
+            Replace(records, i, std::move(shape));
+        else if (auto contour = MakeContour(records, i, end))
+        {
+            Replace(records, i, std::move(contour));
+            for (++i; i < end; ++i)
+                Replace(records, i, nullptr);
+            --i;
+        }
+    }
+    records.RemoveNullElement();
+}
 } // namespace
 
 CJOBXdataPkgObj::~CJOBXdataPkgObj() = default;
@@ -200,21 +220,7 @@ bool CJOBXdataPkgObjArray::operator==(const CJOBXdataPkgObjArray& other) const
 
 void CJOBXdataPkgObjArray::vMakeGeometry()
 {
-    // Every step leaves the list whole: nulls stand in the places of a contour's records until the end.
-    for (__int64 i = 0; i < GetSize(); ++i)
-    {
-        __int64 end = i;
-        if (auto shape = MakeShape(GetAt(i)))
-            Replace(*this, i, std::move(shape));
-        else if (auto contour = MakeContour(*this, i, end))
-        {
-            Replace(*this, i, std::move(contour));
-            for (++i; i < end; ++i)
-                Replace(*this, i, nullptr);
-            --i;
-        }
-    }
-    RemoveNullElement();
+    Guarded([this] { MakeGeometry(*this); });
 }
 
 void CJOBXdataPkgObjArray::UnitConvert(const double& factor)

@@ -53,7 +53,8 @@ public:
 
     // Turns plain records into the subclass with their geometry: "CR", "SQ" and "RC" whose parameters are exactly the
     // numbers of that shape, and a run from "CT" to "CE" of well-formed contour records into one contour. Line number
-    // and parameters are kept. What does not parse stays plain.
+    // and parameters are kept. What does not parse stays plain. Null entries are taken out. Exhausted memory raises
+    // CMemoryException and leaves a list that is partly turned.
     void vMakeGeometry();
     // vMakeGeometry, then every record's UnitConvert.
     void UnitConvert(const double& factor);

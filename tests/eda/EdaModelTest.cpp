@@ -1,5 +1,6 @@
 #include "eda/CJOBXeda.h"
 #include "eda/EdaText.h"
+#include "support/FailingAllocation.h"
 
 #include <gtest/gtest.h>
 
@@ -615,4 +616,33 @@ TEST(EdaModel, CopiedContourHasItsOwnElements)
     contour.UnitConvert(5);
     EXPECT_EQ(Printed(*clone), "CT\nOS 1.000000 2.000000\nCE\n");
     EXPECT_EQ(Printed(contour), "CT\nOS 5.000000 10.000000\nCE\n");
+}
+
+TEST(EdaModel, UnitChangeThatRanOutOfMemoryLosesNothing)
+{
+    const std::initializer_list<const char*> lines = {"CR 1 2 3", "CT", "OB 1 2 I", "OE",
+                                                      "CE",       "CT", "OB x",     "SQ 1 2 3"};
+    const std::string wanted = ConvertedBy(2, lines);
+    long refused = 0;
+    for (bool done = false; !done;)
+    {
+        CJOBXdataPkgObjArray outlines;
+        for (const char* const line : lines)
+            AddOutline(outlines, line);
+        try
+        {
+            FailingAllocation allocation(refused);
+            outlines.UnitConvert(2);
+            done = true;
+            ASSERT_FALSE(allocation.HasFailed()) << "a failure was swallowed";
+        }
+        catch (CMemoryException* exception)
+        {
+            exception->Delete();
+            ++refused;
+            outlines.UnitConvert(2); // nothing was scaled yet
+        }
+        EXPECT_EQ(Printed(outlines), wanted) << refused;
+    }
+    EXPECT_GT(refused, 4);
 }

@@ -1,6 +1,7 @@
 #include "eda/CJOBXeda.h"
 #include "eda/EdaText.h"
 #include "support/CommaLocale.h"
+#include "support/FailingAllocation.h"
 #include "support/TempDir.h"
 
 #include <gtest/gtest.h>
@@ -561,6 +562,31 @@ TEST(EdaReader, EveryKeywordAloneAndCutIsHarmlessBehindEveryOther)
                 read += static_cast<std::size_t>(data->m_arrNets.GetSize() <= 3 && data->m_arrPkgs.GetSize() <= 3);
             }
     EXPECT_EQ(read, std::size(keywords) * std::size(keywords) * std::size(keywords));
+}
+
+TEST(EdaReader, ExhaustedMemoryRaisesTheFrameworksException)
+{
+    const TempDir dir;
+    dir.Write("eda/data", kWholeFile);
+    const CString directory = dir.Path("eda").c_str();
+    long refused = 0;
+    for (bool done = false; !done;)
+    {
+        CJOBXeda eda;
+        FailingAllocation allocation(refused);
+        try
+        {
+            eda.ParseODBOfMFC(directory);
+            done = true;
+            ASSERT_FALSE(allocation.HasFailed()) << "a failure was swallowed";
+        }
+        catch (CMemoryException* exception)
+        {
+            exception->Delete();
+            ++refused;
+        }
+    }
+    EXPECT_GT(refused, 25) << "every record is allocated";
 }
 
 TEST(EdaDirectory, MissingDirectoryOrFileAnswersZero)
