@@ -14,9 +14,11 @@ namespace
 constexpr __int64 kEntryBytes = sizeof(CODBstepRepeat) + sizeof(CODBstepRepeat*);
 constexpr __int64 kMaxEntries = (__int64{1} << 31) / kEntryBytes;
 
-bool IsNear(double angle, double quarterTurns)
+// Whether columns and rows change places; the bounds themselves do not count.
+bool IsNearQuarterTurn(double angle)
 {
-    return angle > quarterTurns - 0.1 && angle < quarterTurns + 0.1;
+    const double turn = std::abs(angle);
+    return (turn > 89.9 && turn < 90.1) || (turn > 269.9 && turn < 270.1);
 }
 
 // How many entries the result has; a product above the limit is never formed.
@@ -45,8 +47,7 @@ void PlaceUnder(const CODBstepRepeat& parent, CODBstepRepeat& entry)
     {
         entry.m_ptPosition.Rotate(-parent.m_dAngle);
         entry.m_ptPitch.Rotate(-parent.m_dAngle);
-        const double turn = std::abs(parent.m_dAngle);
-        if (IsNear(turn, 90.0) || IsNear(turn, 270.0))
+        if (IsNearQuarterTurn(parent.m_dAngle))
             std::swap(entry.m_ptCount.x, entry.m_ptCount.y);
     }
     entry.m_ptPosition.SetData(parent.m_ptPosition.GetX() + entry.m_ptPosition.GetX(),
