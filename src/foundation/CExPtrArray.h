@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <new>
 #include <unordered_set>
 
 // A growable array of pointers with search, removal, deletion and reordering; the base of every list of the model.
@@ -216,16 +217,24 @@ public:
     }
 
 protected:
-    // Replaces the elements by new copies of the other array's, made by `copy`; null entries are left out.
+    // Replaces the elements by new copies of the other array's, made by `copy`; null entries are left out. Exhausted
+    // memory raises CMemoryException, with the elements copied before in the array.
     template <class Copy>
     void CopyElements(const COwningPtrArray& other, Copy copy)
     {
         if (this == &other)
             return;
         this->DeleteAll();
-        for (__int64 i = 0; i < other.GetSize(); ++i)
-            if (const T* const element = other.GetAt(i))
-                Own(std::unique_ptr<T>(copy(*element)));
+        try
+        {
+            for (__int64 i = 0; i < other.GetSize(); ++i)
+                if (const T* const element = other.GetAt(i))
+                    Own(std::unique_ptr<T>(copy(*element)));
+        }
+        catch (const std::bad_alloc&) // of an element's own parts
+        {
+            AfxThrowMemoryException();
+        }
     }
 
     // Compares the argument's positions with this array's elements; null is taken past this array's end, a null equals
