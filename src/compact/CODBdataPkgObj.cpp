@@ -1,8 +1,96 @@
 #include "compact/CODBdataPkgObj.h"
 
 #include "compact/NewCopy.h"
+#include "eda/CJOBXdataPkgObjContour.h"
+
+#include <algorithm>
+#include <typeinfo>
 
 template class CExPtrArray<CODBdataPkgObj*, CODBdataPkgObj*>;
+
+namespace
+{
+bool IsPlain(const CODBdataPkgObj* record)
+{
+    return record != nullptr && typeid(*record) == typeid(CODBdataPkgObj);
+}
+
+// A plain record as the main model holds it; any other becomes one that has no keyword and so means nothing there.
+std::unique_ptr<CJOBXdataPkgObj> MakeMain(const CODBdataPkgObj* record)
+{
+    auto same = MakeNew<CJOBXdataPkgObj>();
+    if (IsPlain(record))
+    {
+        same->m_nLineNumber = record->m_nLineNumber;
+        same->m_arrParameters = record->m_arrParameters;
+        same->m_sKeyword = record->m_sKeyword;
+    }
+    return same;
+}
+
+template <class Shape>
+std::unique_ptr<Shape> MakeLike(const CJOBXdataPkgObj& record)
+{
+    auto shape = MakeNew<Shape>();
+    shape->m_nLineNumber = record.m_nLineNumber;
+    shape->m_arrParameters = record.m_arrParameters;
+    return shape;
+}
+
+std::unique_ptr<CODBdataPkgObj> MakeContour(const CJOBXdataPkgObjContour& source)
+{
+    auto contour = MakeLike<CODBdataPkgObjContour>(source);
+    const CJOBXlayObjOXArray& elements = *source.GetODBlayObjOXArray();
+    for (__int64 i = 0; i < elements.GetSize(); ++i)
+    {
+        const CJOBXlayObjOX& from = *elements.GetAt(i);
+        CODBlayObjOX& element = *contour->m_arrElements.Own(MakeNew<CODBlayObjOX>());
+        element.m_nLineNumber = from.GetLineNumber();
+        element.m_sClockwise = from.GetClockwise();
+        element.m_sPolygonType = from.GetPolygonType();
+        element.m_ptCenter = from.GetCenterPoint();
+        element.m_ptPoint = from.GetPoint();
+        element.m_sKind = from.GetKind();
+    }
+    return contour;
+}
+
+// The compact form of a record of the main model that carries geometry; null for one that carries none.
+std::unique_ptr<CODBdataPkgObj> MakeShape(const CJOBXdataPkgObj& record)
+{
+    if (const auto* const from = dynamic_cast<const CJOBXdataPkgObjCircle*>(&record))
+    {
+        auto circle = MakeLike<CODBdataPkgObjCircle>(record);
+        circle->m_ptCenter = from->m_ptCenter;
+        circle->m_dRadius = from->m_dRadius;
+        return circle;
+    }
+    if (const auto* const from = dynamic_cast<const CJOBXdataPkgObjSquare*>(&record))
+    {
+        auto square = MakeLike<CODBdataPkgObjSquare>(record);
+        square->m_ptCenter = from->m_ptCenter;
+        square->m_dHalfSide = from->m_dHalfSide;
+        return square;
+    }
+    if (const auto* const from = dynamic_cast<const CJOBXdataPkgObjRectangle*>(&record))
+    {
+        auto rectangle = MakeLike<CODBdataPkgObjRectangle>(record);
+        rectangle->m_dWidth = from->m_dWidth;
+        rectangle->m_dHeight = from->m_dHeight;
+        rectangle->m_ptLowerLeft = from->m_ptLowerLeft;
+        return rectangle;
+    }
+    const auto* const contour = dynamic_cast<const CJOBXdataPkgObjContour*>(&record);
+    return contour != nullptr ? MakeContour(*contour) : nullptr;
+}
+
+// How many plain records this one was made of: a contour also of its first and its last line.
+__int64 RecordsIn(const CJOBXdataPkgObj& record)
+{
+    const auto* const contour = dynamic_cast<const CJOBXdataPkgObjContour*>(&record);
+    return contour != nullptr ? contour->GetODBlayObjOXArray()->GetSize() + 2 : 1;
+}
+} // namespace
 
 CODBdataPkgObj::~CODBdataPkgObj() = default;
 
@@ -16,6 +104,37 @@ void CODBdataPkgObj::vRescale(double /*factor*/) {}
 CODBdataPkgObjArray* CODBdataPkgObjArray::clone() const
 {
     return NewCopy(*this);
+}
+
+// The main model reads the texts, so that both models understand the same ones.
+void CODBdataPkgObjArray::vMakeGeometry()
+{
+    if (std::none_of(GetData(), GetData() + GetSize(), IsPlain))
+        return RemoveNullElement();
+    CJOBXdataPkgObjArray records;
+    for (__int64 i = 0; i < GetSize(); ++i)
+        records.Own(MakeMain(GetAt(i)));
+    Guarded([&records] { records.vMakeGeometry(); });
+
+    __int64 first = 0; // of this array's records that the main model's record stands for
+    for (__int64 k = 0; k < records.GetSize(); ++k)
+    {
+        const __int64 end = first + RecordsIn(*records.GetAt(k));
+        if (auto shape = MakeShape(*records.GetAt(k)))
+            for (; first < end; ++first)
+            {
+                delete GetAt(first);
+                SetAt(first, shape.release());
+            }
+        first = end;
+    }
+    RemoveNullElement();
+}
+
+void CODBdataPkgObjArray::vRescale(double factor)
+{
+    vMakeGeometry();
+    CRescalableArray::vRescale(factor);
 }
 
 CODBdataPkgObjCircle::CODBdataPkgObjCircle()

@@ -4,8 +4,9 @@
 #include "foundation/framework/CStringArray.h"
 
 // One outline record of a package or pin of the compact model. A record of this class itself keeps keyword and
-// parameters as text and has no geometry; the subclasses carry it. What is rescaled is decided by the class, whatever
-// the keyword says. Every subclass sets its keyword when it is made.
+// parameters as text and has no geometry; the subclasses carry it, and rescaling a list turns into them what it can
+// (see CODBdataPkgObjArray::vMakeGeometry). What is rescaled is decided by the class, whatever the keyword says. Every
+// subclass sets its keyword when it is made.
 // Units:     lengths of the subclasses in the unit of the EDA data; texts are never rewritten.
 // Ownership: owned by its array; copies are deep. Copy with clone: an assignment would cut a subclass down.
 // Threads:   different objects may be used at once; sharing one needs the caller's lock.
@@ -18,7 +19,7 @@ public:
     virtual ~CODBdataPkgObj();
     virtual CODBdataPkgObj* clone() const; // the caller owns the copy
 
-    // Multiplies the geometry by `factor`.
+    // Multiplies the geometry by `factor`; a plain record has none.
     virtual void vRescale(double factor);
 
     int m_nLineNumber = 0;        // in the file it came from, counted from 1
@@ -33,6 +34,12 @@ class JOBX_API CODBdataPkgObjArray : public CRescalableArray<CODBdataPkgObj>
 {
 public:
     CODBdataPkgObjArray* clone() const override; // the caller owns the copy
+
+    // Turns plain records into the subclass with their geometry, by the rules of CJOBXdataPkgObjArray::vMakeGeometry.
+    // Line number and parameters are kept, what does not parse stays plain, null entries are taken out.
+    void vMakeGeometry();
+    // vMakeGeometry, then every record's vRescale.
+    void vRescale(double factor);
 };
 
 // A round outline, keyword "CR".

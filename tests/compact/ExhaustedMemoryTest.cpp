@@ -1,0 +1,93 @@
+// Copies and placements when memory is exhausted.
+#include "compact/CompactMembers.h"
+#include "support/FailingAllocation.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+namespace
+{
+// Runs `work` with no allocation, one, two, ... until it succeeds; every failure must be the framework's exception.
+// Returns how often it failed.
+template <class Work>
+int FailuresUntilSuccess(Work work)
+{
+    for (int failures = 0;; ++failures)
+    {
+        const FailingAllocation failing(failures);
+        try
+        {
+            work();
+            return failures;
+        }
+        catch (CMemoryException* exception)
+        {
+            exception->Delete();
+        }
+    }
+}
+} // namespace
+
+TEST(ExhaustedMemory, CloningRaisesTheMemoryExceptionAndKeepsTheSource)
+{
+    CODB odb;
+    Fill(odb);
+    const Members before = MembersOf(odb);
+    std::unique_ptr<CODB> copy;
+    EXPECT_GT(FailuresUntilSuccess([&] { copy.reset(odb.clone()); }), 10);
+    EXPECT_EQ(MembersOf(*copy), before);
+    EXPECT_EQ(MembersOf(odb), before);
+}
+
+TEST(ExhaustedMemory, AssigningRaisesTheMemoryExceptionAndSucceedsLater)
+{
+    CODB odb;
+    Fill(odb);
+    CODB target;
+    Fill(target, 5000);
+    EXPECT_GT(FailuresUntilSuccess([&] { target = odb; }), 10);
+    EXPECT_EQ(MembersOf(target), MembersOf(odb));
+}
+
+TEST(ExhaustedMemory, AssigningANetRaisesTheMemoryException)
+{
+    CODBdataNet net;
+    Fill(net);
+    CODBdataNet target;
+    EXPECT_GT(FailuresUntilSuccess([&] { target = net; }), 5);
+    EXPECT_EQ(MembersOf(target), MembersOf(net));
+}
+
+TEST(ExhaustedMemory, MakingAJobRaisesTheMemoryException)
+{
+    EXPECT_GT(FailuresUntilSuccess([] { const CODB odb; }), 0);
+}
+
+TEST(ExhaustedMemory, FlatteningRaisesTheMemoryException)
+{
+    CODBstepRepeatArray table;
+    Fill(table);
+    CODBstepRepeat parent;
+    parent.m_ptCount.SetData(3, 4);
+    std::unique_ptr<CODBstepRepeatArray> result;
+    EXPECT_GT(FailuresUntilSuccess([&] { result.reset(table.Add_Parent(&parent)); }), 10);
+    EXPECT_EQ(result->GetSize(), 24);
+}
+
+TEST(ExhaustedMemory, MakingGeometryRaisesTheMemoryExceptionAndKeepsTheList)
+{
+    CODBdataPkgObjArray outlines;
+    for (const char* const keyword : {"CR", "CT", "OE", "CE", "CR"})
+    {
+        outlines.Add(new CODBdataPkgObj);
+        outlines.GetLastElement()->m_sKeyword = keyword;
+        if (outlines.GetLastElement()->m_sKeyword == "CR")
+            for (const char* const text : {"1", "2", "3"})
+                outlines.GetLastElement()->m_arrParameters.Add(text);
+    }
+    EXPECT_GT(FailuresUntilSuccess([&] { outlines.vRescale(2.0); }), 5);
+    ASSERT_EQ(outlines.GetSize(), 3);
+    for (const int i : {0, 2})
+        EXPECT_EQ(dynamic_cast<CODBdataPkgObjCircle&>(*outlines.GetAt(i)).m_dRadius, 6.0);
+}
