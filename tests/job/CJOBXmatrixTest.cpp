@@ -567,6 +567,15 @@ TEST(Matrix, TopAndBottomAreTheFirstAndLastCopperLayers)
     EXPECT_EQ(matrix.GetBottomLayerName(), "BOTTOM");
 }
 
+TEST(Matrix, TheOnlyCopperLayerIsTopAndBottom)
+{
+    CJOBXmatrix matrix;
+    AddLayer(matrix, "ONE");
+    AddLayer(matrix, "MASK", "SOLDER_MASK");
+    EXPECT_EQ(matrix.GetTopLayerName(), "ONE");
+    EXPECT_EQ(matrix.GetBottomLayerName(), "ONE");
+}
+
 TEST(Matrix, PowerLayerOfAnyContextCountsAsCopper)
 {
     CJOBXmatrix matrix;
