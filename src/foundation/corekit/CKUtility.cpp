@@ -3,6 +3,7 @@
 #include "foundation/corekit/CFileBytes.h"
 #include "foundation/corekit/CReplacingFile.h"
 #include "foundation/corekit/LzwDecoder.h"
+#include "foundation/corekit/RemoveTree.h"
 #include "foundation/framework/AsciiText.h"
 #include "foundation/framework/MemoryGuard.h"
 
@@ -224,8 +225,6 @@ int DecompressTo(const CString& target, std::string_view compressed, ULONGLONG l
 
 CKUtility::CKUtility() = default;
 
-CKUtility::~CKUtility() = default;
-
 CKUtility* CKUtility::GetInstance()
 {
     static CKUtility* const kInstance = new CKUtility; // never deleted: threads may use it until the process ends
@@ -285,7 +284,7 @@ CString CKUtility::FindPath(const CString& dir, const CString& name, const CStri
     return WithMemoryException(
         [&]
         {
-            const CString exact = CKPathCombine(dir, name);
+            CString exact = CKPathCombine(dir, name);
             if (Examine(exact, sourceFile, line) != fs::file_type::not_found || !IsPossible(exact))
                 return exact;
             CString path = dir;
@@ -356,22 +355,11 @@ void CKUtility::DeleteDirectory(const CString& path) const
         [&]
         {
             const std::string_view last = LastComponent(path.View());
+            const bool isEntry = IsPossible(path) && !last.empty() && last != "." && last != "..";
             // A separator at the end would make the system follow a link.
-            const fs::path place(WithoutTrailingSeparators(path.View()));
-            std::error_code error;
-            fs::file_type type = fs::file_type::none;
-            if (!IsPossible(path) || last.empty() || last == "." || last == "..")
-                error = std::make_error_code(std::errc::invalid_argument);
-            else
-                type = fs::symlink_status(place, error).type();
-            if (type == fs::file_type::not_found)
-                return;
-            if (!error && type != fs::file_type::directory && type != fs::file_type::symlink)
-                error = std::make_error_code(std::errc::not_a_directory);
-            if (!error)
-                fs::remove_all(place, error);
-            if (error)
-                Report("", 0, "delete directory", path, error.value());
+            const int error = isEntry ? RemoveTree(CString(WithoutTrailingSeparators(path.View()))) : EINVAL;
+            if (error != 0)
+                Report("", 0, "delete directory", path, error);
         });
 }
 

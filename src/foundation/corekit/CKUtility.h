@@ -79,7 +79,7 @@ public:
 
 private:
     CKUtility();
-    ~CKUtility();
+    ~CKUtility() = default;
 
     static constexpr ULONGLONG kDefaultDecompressionLimit = 1ULL << 30U;
 

@@ -1,0 +1,156 @@
+#include "foundation/corekit/RemoveTree.h"
+
+#if defined(_WIN32)
+
+#include <cerrno>
+#include <filesystem>
+
+int RemoveTree(const CString& path)
+{
+    std::error_code error;
+    const std::filesystem::path place(path.View());
+    const auto type = std::filesystem::symlink_status(place, error).type();
+    if (type == std::filesystem::file_type::not_found)
+        return 0;
+    if (!error && type == std::filesystem::file_type::regular)
+        return ENOTDIR;
+    if (!error)
+        std::filesystem::remove_all(place, error);
+    return error.value();
+}
+
+#else
+
+#include <cerrno>
+#include <dirent.h>
+#include <fcntl.h>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <utility>
+#include <vector>
+
+namespace
+{
+constexpr int kOpenFlags = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC;
+
+struct CloseDirectory
+{
+    void operator()(DIR* directory) const noexcept { ::closedir(directory); }
+};
+using Directory = std::unique_ptr<DIR, CloseDirectory>;
+
+// Null with the reason in errno when there is no such directory; a link is none.
+Directory OpenDirectory(int parent, const char* name)
+{
+    const int number = ::openat(parent, name, kOpenFlags);
+    DIR* const directory = number >= 0 ? ::fdopendir(number) : nullptr;
+    if (directory == nullptr && number >= 0)
+    {
+        const int error = errno;
+        ::close(number);
+        errno = error;
+    }
+    return Directory(directory);
+}
+
+// A directory on the way from the top down to the one that is being emptied.
+struct Level
+{
+    std::string name;
+    dev_t device;
+    ino_t node;
+    std::vector<std::string> directories; // in it, still to be removed
+};
+
+// Only the directory that is being emptied is open; the way back up is checked, so that a directory moved elsewhere
+// meanwhile does not lead out of the tree.
+class CTreeRemover
+{
+public:
+    int Run(const char* path)
+    {
+        int error = Enter(AT_FDCWD, path);
+        while (error == 0 && !m_levels.empty())
+        {
+            if (m_levels.back().directories.empty())
+            {
+                error = Leave();
+                continue;
+            }
+            const std::string name = std::move(m_levels.back().directories.back());
+            m_levels.back().directories.pop_back();
+            error = Enter(::dirfd(m_current.get()), name.c_str());
+        }
+        return error;
+    }
+
+private:
+    int Enter(int parent, const char* name)
+    {
+        Directory directory = OpenDirectory(parent, name);
+        struct stat info = {};
+        if (!directory || ::fstat(::dirfd(directory.get()), &info) != 0)
+            return errno;
+        m_current = std::move(directory);
+        m_levels.push_back({name, info.st_dev, info.st_ino, {}});
+        return RemoveFiles(m_levels.back().directories);
+    }
+
+    // Removes everything but the directories of the current directory.
+    int RemoveFiles(std::vector<std::string>& directories)
+    {
+        for (;;)
+        {
+            errno = 0;
+            const dirent* const entry = ::readdir(m_current.get());
+            if (entry == nullptr)
+                return errno;
+            const std::string_view name = static_cast<const char*>(entry->d_name);
+            if (name == "." || name == "..")
+                continue;
+            struct stat info = {};
+            if (::fstatat(::dirfd(m_current.get()), name.data(), &info, AT_SYMLINK_NOFOLLOW) != 0)
+                return errno;
+            if (S_ISDIR(info.st_mode))
+                directories.emplace_back(name);
+            else if (::unlinkat(::dirfd(m_current.get()), name.data(), 0) != 0)
+                return errno;
+        }
+    }
+
+    // Removes the emptied directory and goes up.
+    int Leave()
+    {
+        const Level left = std::move(m_levels.back());
+        m_levels.pop_back();
+        if (m_levels.empty())
+            return ::rmdir(left.name.c_str()) == 0 ? 0 : errno;
+        Directory parent = OpenDirectory(::dirfd(m_current.get()), "..");
+        struct stat info = {};
+        if (!parent || ::fstat(::dirfd(parent.get()), &info) != 0)
+            return errno;
+        if (info.st_dev != m_levels.back().device || info.st_ino != m_levels.back().node)
+            return ESTALE;
+        m_current = std::move(parent);
+        return ::unlinkat(::dirfd(m_current.get()), left.name.c_str(), AT_REMOVEDIR) == 0 ? 0 : errno;
+    }
+
+    Directory m_current;
+    std::vector<Level> m_levels;
+};
+} // namespace
+
+int RemoveTree(const CString& path)
+{
+    struct stat info = {};
+    if (::lstat(path, &info) != 0)
+        return errno == ENOENT || errno == ENOTDIR ? 0 : errno;
+    if (S_ISLNK(info.st_mode))
+        return ::unlink(path) == 0 ? 0 : errno;
+    return S_ISDIR(info.st_mode) ? CTreeRemover().Run(path) : ENOTDIR;
+}
+
+#endif
