@@ -1,0 +1,183 @@
+#include "foundation/corekit/CFileBytes.h"
+#include "foundation/corekit/RecordingSink.h"
+#include "foundation/framework/CException.h"
+#include "support/TempDir.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <cerrno>
+#include <filesystem>
+#include <string>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <thread>
+#include <unistd.h>
+
+namespace fs = std::filesystem;
+
+namespace
+{
+CString Text(const std::string& text)
+{
+    return CString(std::string_view(text));
+}
+
+void ExpectZerosBehind(const CFileBytes& bytes)
+{
+    for (std::size_t i = 0; i < CFileBytes::kZeroBytes; ++i)
+        ASSERT_EQ(bytes.View().data()[bytes.View().size() + i], '\0');
+}
+// Limits the memory of this process for a while.
+class AddressSpaceLimit
+{
+public:
+    explicit AddressSpaceLimit(rlim_t bytes)
+    {
+        ::getrlimit(RLIMIT_AS, &m_old);
+        const rlimit limit{bytes, m_old.rlim_max};
+        ::setrlimit(RLIMIT_AS, &limit);
+    }
+    ~AddressSpaceLimit() { ::setrlimit(RLIMIT_AS, &m_old); }
+    AddressSpaceLimit(const AddressSpaceLimit&) = delete;
+    AddressSpaceLimit& operator=(const AddressSpaceLimit&) = delete;
+
+private:
+    rlimit m_old = {};
+};
+} // namespace
+
+TEST(FileBytes, Load_GivesEveryByteAndZerosBehind)
+{
+    const TempDir dir;
+    std::string all;
+    for (int i = 0; i < 1000; ++i)
+        all.push_back(static_cast<char>(i));
+    for (const std::string& content : {std::string(), std::string("\0", 1), all, std::string(5000000, '\xFF')})
+    {
+        CFileBytes bytes;
+        ASSERT_TRUE(bytes.Load(Text(dir.Write("file", content)), __FILE__, __LINE__));
+        EXPECT_TRUE(bytes.View() == content);
+        ExpectZerosBehind(bytes);
+    }
+}
+
+TEST(FileBytes, Load_ReplacesWhatWasThere)
+{
+    const TempDir dir;
+    CFileBytes bytes;
+    ASSERT_TRUE(bytes.Load(Text(dir.Write("a", "first and long")), "", 0));
+    ASSERT_TRUE(bytes.Load(Text(dir.Write("b", "second")), "", 0));
+    EXPECT_EQ(bytes.View(), "second");
+    EXPECT_FALSE(bytes.Load(Text(dir.Path("missing")), "", 0));
+    EXPECT_EQ(bytes.View(), "");
+    ExpectZerosBehind(bytes);
+}
+
+TEST(FileBytes, View_BeforeLoadingIsEmptyButNoNullAddress)
+{
+    const CFileBytes bytes;
+    EXPECT_NE(bytes.View().data(), nullptr);
+    EXPECT_EQ(bytes.View().size(), 0U);
+    ExpectZerosBehind(bytes);
+}
+
+TEST(FileBytes, Load_ThatFailsReportsWhoAsked)
+{
+    const TempDir dir;
+    const RecordingSink sink;
+    CFileBytes bytes;
+    EXPECT_FALSE(bytes.Load(Text(dir.Path("missing")), "Reader.cpp", 33));
+    EXPECT_FALSE(bytes.Load(Text(dir.Path()), "Reader.cpp", 34));
+    EXPECT_FALSE(bytes.Load("", "Reader.cpp", 35));
+    ASSERT_EQ(sink.all.size(), 3U);
+    EXPECT_EQ(sink.all[0].operation, "read");
+    EXPECT_EQ(sink.all[0].sourceFile, "Reader.cpp");
+    EXPECT_EQ(sink.all[0].line, 33);
+    EXPECT_EQ(sink.all[0].path, Text(dir.Path("missing")));
+    EXPECT_EQ(sink.all[0].systemError, ENOENT);
+    EXPECT_EQ(sink.all[1].systemError, EISDIR);
+}
+
+TEST(FileBytes, Load_RefusesPipesAndDevicesWithoutWaiting)
+{
+    const TempDir dir;
+    ASSERT_EQ(::mkfifo(dir.Path("pipe").c_str(), 0600), 0);
+    fs::create_symlink("pipe", dir.Path("to-pipe"));
+    CFileBytes bytes;
+    EXPECT_FALSE(bytes.Load(Text(dir.Path("pipe")), "", 0));
+    EXPECT_FALSE(bytes.Load(Text(dir.Path("to-pipe")), "", 0));
+    EXPECT_FALSE(bytes.Load("/dev/zero", "", 0));
+    EXPECT_FALSE(bytes.Load("/dev/null", "", 0));
+}
+
+TEST(FileBytes, Load_FollowsLinksToFilesAndEndsLinkLoops)
+{
+    const TempDir dir;
+    dir.Write("file", "text");
+    fs::create_symlink("file", dir.Path("link"));
+    fs::create_symlink("loop", dir.Path("loop"));
+    CFileBytes bytes;
+    EXPECT_TRUE(bytes.Load(Text(dir.Path("link")), "", 0));
+    EXPECT_EQ(bytes.View(), "text");
+    const RecordingSink sink;
+    EXPECT_FALSE(bytes.Load(Text(dir.Path("loop")), "", 0));
+    ASSERT_EQ(sink.all.size(), 1U);
+    EXPECT_EQ(sink.all[0].systemError, ELOOP);
+}
+
+TEST(FileBytes, Load_RefusesAPathWithANul)
+{
+    const TempDir dir;
+    dir.Write("file", "text");
+    CFileBytes bytes;
+    EXPECT_FALSE(bytes.Load(Text(dir.Path("file") + std::string("\0x", 2)), "", 0));
+}
+
+TEST(FileBytes, Load_OfAFileThatChangesMeanwhileGivesWhatWasRead)
+{
+    const TempDir dir;
+    const std::string path = dir.Write("file", std::string(100000, 'x'));
+    std::atomic<bool> stop{false};
+    std::thread changer(
+        [&]
+        {
+            for (off_t size = 0; !stop; size = (size + 37117) % 200000)
+                EXPECT_EQ(::truncate(path.c_str(), size), 0);
+        });
+    for (int round = 0; round < 2000; ++round)
+    {
+        CFileBytes bytes;
+        EXPECT_TRUE(bytes.Load(Text(path), "", 0));
+        EXPECT_LT(bytes.View().size(), 200000U);
+        ExpectZerosBehind(bytes);
+    }
+    stop = true;
+    changer.join();
+}
+
+TEST(FileBytes, Load_OfAFileLargerThanTheMemoryRaisesTheMemoryException)
+{
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+    GTEST_SKIP() << "the checker ends the process when memory is refused";
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
+    GTEST_SKIP() << "the checker ends the process when memory is refused";
+#endif
+#endif
+    const TempDir dir;
+    const std::string path = dir.Write("file", "");
+    ASSERT_EQ(::truncate(path.c_str(), off_t{1} << 32U), 0); // holes only
+    const AddressSpaceLimit limit(rlim_t{1} << 30U);
+    CFileBytes bytes;
+    try
+    {
+        bytes.Load(Text(path), "", 0);
+        FAIL() << "no memory could hold that";
+    }
+    catch (CMemoryException* exception)
+    {
+        exception->Delete();
+    }
+    EXPECT_EQ(bytes.View().size(), 0U);
+}

@@ -1,0 +1,52 @@
+#include "foundation/corekit/CKDiagnostic.h"
+#include "foundation/corekit/CKUtility.h"
+#include "foundation/corekit/RecordingSink.h"
+
+#include <gtest/gtest.h>
+
+#include <cerrno>
+
+TEST(CKDiagnostic, Text_NamesOperationPathReasonAndCaller)
+{
+    const CKDiagnostic diagnostic{"Reader.cpp", 12, "read", "/job/matrix", ENOENT};
+    EXPECT_EQ(diagnostic.Text(), "cannot read /job/matrix: No such file or directory (Reader.cpp:12)");
+}
+
+TEST(CKDiagnostic, Text_LeavesOutWhatIsUnknown)
+{
+    EXPECT_EQ((CKDiagnostic{"", 0, "list", "/job", 0}).Text(), "cannot list /job");
+    EXPECT_EQ((CKDiagnostic{"", 0, "decompress", "f.Z", EBADMSG}).Text(), "cannot decompress f.Z: the data is damaged");
+}
+
+TEST(CKDiagnostic, Text_IsOneLineWhateverThePathHolds)
+{
+    const CKDiagnostic diagnostic{"", 0, "read", "a\nb\r\x1B[0m\x7F %s\xE4", 0};
+    EXPECT_EQ(diagnostic.Text(), "cannot read a?b??[0m? %s\xE4");
+}
+
+TEST(CKDiagnostic, Report_HandsEveryFieldToTheSink)
+{
+    const RecordingSink sink;
+    CKUtility::GetInstance()->Report("Writer.cpp", 5, "write", "/job/file", ENOSPC);
+    ASSERT_EQ(sink.all.size(), 1U);
+    EXPECT_EQ(sink.all[0].sourceFile, "Writer.cpp");
+    EXPECT_EQ(sink.all[0].line, 5);
+    EXPECT_EQ(sink.all[0].operation, "write");
+    EXPECT_EQ(sink.all[0].path, "/job/file");
+    EXPECT_EQ(sink.all[0].systemError, ENOSPC);
+}
+
+TEST(CKDiagnostic, SetDiagnosticSink_ReturnsTheFormerOne)
+{
+    CKDiagnosticSink* const before = CKUtility::GetInstance()->SetDiagnosticSink(nullptr);
+    RecordingSink first;
+    {
+        RecordingSink second;
+        EXPECT_EQ(CKUtility::GetInstance()->SetDiagnosticSink(&second), &second);
+    }
+    EXPECT_EQ(CKUtility::GetInstance()->SetDiagnosticSink(&first), &first);
+    CKUtility::GetInstance()->SetDiagnosticSink(before);
+    CKUtility::GetInstance()->Report("", 0, "read", "x", 0);
+    EXPECT_TRUE(first.all.empty());
+    CKUtility::GetInstance()->SetDiagnosticSink(&first);
+}
