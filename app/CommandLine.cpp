@@ -1,0 +1,172 @@
+#include "CommandLine.h"
+
+#include "ComponentsCommand.h"
+#include "ExitError.h"
+#include "InfoCommand.h"
+#include "JsonCommand.h"
+#include "NetsCommand.h"
+#include "PackagesCommand.h"
+#include "Text.h"
+
+#include <CLI/CLI.hpp>
+#include <fmt/core.h>
+
+#include <sstream>
+#include <string>
+
+namespace
+{
+constexpr const char* kAbout =
+    "Shows what is in an ODB++ job: the directory tree in which a circuit board goes from its design tool to its\n"
+    "manufacturer.";
+
+constexpr const char* kFooter = R"(
+Examples:
+  jobx info board                      what is in the job directory "board"
+  jobx info board --steps pcb          the same, of one step only
+  jobx components board --csv > c.csv  the components as a spreadsheet
+  jobx json board > board.json         everything, for another program
+
+A job is a directory; unpack an archive (.tgz, .zip) first. Reading unpacks compressed user symbols in place:
+symbols/NAME/features.Z gets a file "features" beside it. Nothing else in the job is changed.
+
+Data goes to standard output, messages and the progress line to standard error.
+
+Exit codes:
+  0  done
+  2  wrong usage, or a step that the job does not have
+  3  the input cannot be read
+  4  the output cannot be written
+  70 an internal error)";
+
+// What the commands' options fill.
+struct Arguments
+{
+    ReadOptions read;
+    bool json = false;
+    bool csv = false;
+    bool latin1 = false;
+};
+
+[[noreturn]] void RaiseWrongUsage(const std::string& message)
+{
+    throw ExitError(ExitCode::WrongUsage, message + " (try: jobx --help)");
+}
+
+std::vector<std::string> SplitAtCommas(const std::string& text)
+{
+    std::vector<std::string> pieces;
+    std::istringstream stream(text + ",");
+    for (std::string piece; std::getline(stream, piece, ',');)
+    {
+        if (piece.empty())
+            RaiseWrongUsage("--steps needs step names with commas between them");
+        pieces.push_back(piece);
+    }
+    return pieces;
+}
+
+// Adds a command with what all commands take; `run` is called with the arguments' values.
+template <class Run>
+CLI::App* AddCommand(CLI::App& app, Arguments& arguments, const char* name, const char* about, Run run)
+{
+    CLI::App* const command = app.add_subcommand(name, about);
+    command->add_option("JOB", arguments.read.jobPath, "The job's directory")->required()->type_name("");
+    command->footer("Examples and exit codes: jobx --help");
+    command->add_flag("--quiet", arguments.read.quiet, "No progress line");
+    command->callback([run] { run(); });
+    return command;
+}
+
+void AddStepsAndAttributes(CLI::App& command, Arguments& arguments)
+{
+    command
+        .add_option_function<std::string>(
+            "--steps", [&arguments](const std::string& names) { arguments.read.steps = SplitAtCommas(names); },
+            "Only these steps, with commas between them")
+        ->type_name("A,B");
+    command
+        .add_option("--sysattr", arguments.read.sysAttrFile, "Read definitions of system attributes from this file too")
+        ->type_name("FILE");
+}
+
+// A command whose result is one table.
+template <class Run>
+void AddTableCommand(CLI::App& app, Arguments& arguments, const char* name, const char* about, Run run)
+{
+    CLI::App* const command = AddCommand(app, arguments, name, about,
+                                         [&arguments, run]
+                                         {
+                                             const TableForm form = arguments.csv    ? TableForm::Csv
+                                                                    : arguments.json ? TableForm::Json
+                                                                                     : TableForm::Aligned;
+                                             run(arguments.read, form);
+                                         });
+    command
+        ->add_option_function<std::string>(
+            "--step", [&arguments](const std::string& step) { arguments.read.steps = {step}; }, "Only this step")
+        ->type_name("NAME");
+    CLI::Option* const csv = command->add_flag("--csv", arguments.csv, "As comma-separated values (RFC 4180)");
+    command->add_flag("--json", arguments.json, "As a JSON array")->excludes(csv);
+}
+
+void AddCommands(CLI::App& app, Arguments& arguments)
+{
+    CLI::App* const info = AddCommand(app, arguments, "info", "Prints a summary of the job",
+                                      [&arguments] { RunInfo(arguments.read, arguments.json); });
+    AddStepsAndAttributes(*info, arguments);
+    info->add_flag("--json", arguments.json, "As a JSON document");
+    AddTableCommand(app, arguments, "nets", "Prints the nets as a table", RunNets);
+    AddTableCommand(app, arguments, "components", "Prints the placed components as a table", RunComponents);
+    AddTableCommand(app, arguments, "packages", "Prints the packages as a table", RunPackages);
+    CLI::App* const json = AddCommand(
+        app, arguments, "json", "Prints everything as one JSON document (see docs/job.schema.json)",
+        [&arguments] { RunJson(arguments.read, arguments.latin1 ? TextBytes::Latin1 : TextBytes::Utf8OrLatin1); });
+    AddStepsAndAttributes(*json, arguments);
+    json->add_flag("--latin1", arguments.latin1,
+                   "Carry every byte of a text as the character of that number, also where it is UTF-8");
+}
+
+std::string UsageProblem(const CLI::App& app, const CLI::ParseError& error)
+{
+    if (!app.get_subcommands().empty())
+        return Printable(error.what());
+    const std::vector<std::string> words = app.remaining();
+    return words.empty() ? "a command is needed"
+                         : fmt::format("unknown {} \"{}\"", words.front().starts_with("-") ? "option" : "command",
+                                       Printable(words.front()));
+}
+
+// Help or version, as the arguments asked for.
+void PrintAnswer(const CLI::App& app, const CLI::Success& answer)
+{
+    std::ostringstream text;
+    std::ostringstream errors;
+    app.exit(answer, text, errors);
+    Output output;
+    output.Write(text.str());
+    output.Flush();
+}
+} // namespace
+
+void RunCommandLine(int argc, const char* const* argv)
+{
+    CLI::App app(kAbout, "jobx");
+    app.footer(kFooter);
+    app.set_version_flag("--version", "jobx " JOBX_VERSION, "Print the version and exit");
+    app.require_subcommand(1);
+    Arguments arguments;
+    AddCommands(app, arguments);
+    try
+    {
+        app.parse(argc, argv);
+    }
+    catch (const CLI::Success& answer)
+    {
+        PrintAnswer(app, answer);
+    }
+    catch (const CLI::ParseError& error)
+    {
+        RaiseWrongUsage(UsageProblem(app, error));
+    }
+}

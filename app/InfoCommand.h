@@ -1,0 +1,6 @@
+#pragma once
+
+#include "JobReader.h"
+
+// jobx info: prints what there is in a job, for a person or as one JSON document.
+void RunInfo(const ReadOptions& options, bool asJson);

@@ -1,0 +1,36 @@
+// What the program says on standard error.
+#pragma once
+
+#include "JOBXCLSDLL.h"
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+// Prints "jobx: <line>".
+void PrintError(const std::string& line);
+
+// Prints "jobx: warning: <line>".
+void PrintWarning(const std::string& line);
+
+// Collects the failed file operations of the library while it lives, and prints the first of them as warnings.
+// Threads: one lives at a time.
+class FailedOperations : public CKDiagnosticSink
+{
+public:
+    FailedOperations();
+    ~FailedOperations() override;
+
+    void OnDiagnostic(const CKDiagnostic& diagnostic) override;
+    // Prints what was collected, and how many there were beyond the bound.
+    void PrintWarnings() const;
+    // The system's reason for the first failure on exactly that path, "" when there was none.
+    std::string ReasonFor(const CString& path) const;
+
+private:
+    static constexpr std::size_t kPrinted = 20;
+
+    CKDiagnosticSink* m_pBefore;
+    std::vector<CKDiagnostic> m_first;
+    std::size_t m_nMore = 0;
+};

@@ -1,0 +1,46 @@
+#include "CommandLine.h"
+#include "ExitError.h"
+#include "Messages.h"
+#include "Text.h"
+
+#include <csignal>
+#include <exception>
+
+namespace
+{
+int End(ExitCode code, const std::string& line)
+{
+    PrintError(line);
+    return static_cast<int>(code);
+}
+} // namespace
+
+int main(int argc, char** argv)
+{
+#if defined(SIGPIPE)
+    std::signal(SIGPIPE, SIG_IGN); // writing to a closed pipe then fails like any other write
+#endif
+    try
+    {
+        RunCommandLine(argc, argv);
+        return static_cast<int>(ExitCode::Done);
+    }
+    catch (const ExitError& error)
+    {
+        return End(error.Code(), error.what());
+    }
+    catch (CException* exception)
+    {
+        const std::string reason = Printable(exception->GetMessageText().View());
+        exception->Delete();
+        return End(ExitCode::InternalError, "internal error: " + reason);
+    }
+    catch (const std::exception& exception)
+    {
+        return End(ExitCode::InternalError, "internal error: " + Printable(exception.what()));
+    }
+    catch (...)
+    {
+        return End(ExitCode::InternalError, "internal error");
+    }
+}

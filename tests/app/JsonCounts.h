@@ -1,0 +1,21 @@
+// Counts what is in a JSON document without keeping it.
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <string>
+#include <utility>
+
+// A place is the keys that lead to it with "/" between them; array positions do not count.
+struct JsonCounts
+{
+    bool isValid = false;
+    std::map<std::string, std::int64_t> objects;                       // how many objects stand at a place
+    std::map<std::pair<std::string, std::string>, std::int64_t> texts; // how often a text stands at a place
+    std::map<std::string, std::string> firstKeys;                      // the keys of the first object at a place
+
+    std::int64_t Objects(const std::string& place) const;
+    std::int64_t Texts(const std::string& place, const std::string& text) const;
+};
+
+JsonCounts CountJson(const std::string& document);

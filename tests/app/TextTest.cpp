@@ -1,0 +1,70 @@
+#include "Text.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+
+TEST(JobxText, Utf8IsOnlyWhatIsWellFormed)
+{
+    const std::pair<std::string_view, bool> table[] = {
+        {"", true},
+        {"plain", true},
+        {std::string_view("a\0b", 3), true},
+        {"\xC3\xA9", true},
+        {"\xE2\x82\xAC", true},
+        {"\xF0\x9F\x98\x80", true},
+        {"\xF4\x8F\xBF\xBF", true},
+        {"\xEF\xBF\xBF", true},
+        {"\x80", false},
+        {"\xC3", false},
+        {"\xC3(", false},
+        {"\xC0\xAF", false},         // overlong
+        {"\xE0\x80\xAF", false},     // overlong
+        {"\xF0\x80\x80\xAF", false}, // overlong
+        {"\xED\xA0\x80", false},     // a surrogate
+        {"\xF4\x90\x80\x80", false}, // above the last character
+        {"\xF5\x80\x80\x80", false},
+        {"\xE2\x82", false},
+        {"\xFF", false},
+        {"ok\xE9", false},
+    };
+    for (const auto& [text, isUtf8] : table)
+        EXPECT_EQ(IsUtf8(text), isUtf8) << Printable(text);
+}
+
+TEST(JobxText, EveryByteBecomesTheCharacterOfItsNumber)
+{
+    EXPECT_EQ(BytesAsCharacters("a\x7F\x80\xBF\xC0\xFF"), "a\x7F\xC2\x80\xC2\xBF\xC3\x80\xC3\xBF");
+}
+
+TEST(JobxText, PrintableShowsControlCharactersAndStrayBytes)
+{
+    EXPECT_EQ(Printable("a\tb\n\x1B[0m\x7F"), "a\\x09b\\x0A\\x1B[0m\\x7F");
+    EXPECT_EQ(Printable("\xC3\xA9\xC2\x85\xE9\xC2"), "\xC3\xA9\\xC2\\x85\\xE9\\xC2");
+    EXPECT_EQ(Printable(std::string_view("\0", 1)), "\\x00");
+    EXPECT_EQ(CharacterCount("a\xC3\xA9\xE2\x82\xAC"), 3U);
+}
+
+TEST(JobxText, NumbersAreShortAndReadBackEqual)
+{
+    constexpr double kInfinity = std::numeric_limits<double>::infinity();
+    constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
+    const std::pair<double, std::string_view> table[] = {
+        {0.0, "0"},
+        {-0.0, "-0.0"},
+        {1.0, "1"},
+        {-2.5, "-2.5"},
+        {0.1, "0.1"},
+        {1e21, "1e+21"},
+        {1e-7, "1e-07"},
+        {100000, "1e+05"},
+        {123456, "123456"},
+        {kInfinity, "inf"},
+        {-kInfinity, "-inf"},
+        {kNan, "nan"},
+        {-kNan, "-nan"},
+        {std::numeric_limits<double>::max(), "1.7976931348623157e+308"},
+        {std::numeric_limits<double>::denorm_min(), "5e-324"}};
+    for (const auto& [number, text] : table)
+        EXPECT_EQ(NumberText(number).View(), text);
+}
