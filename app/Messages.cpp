@@ -5,6 +5,7 @@
 #include <fmt/core.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdio>
 #include <system_error>
 
@@ -62,6 +63,7 @@ void FailedOperations::PrintWarnings() const
 std::string FailedOperations::ReasonFor(const CString& path) const
 {
     const auto found = std::find_if(m_first.begin(), m_first.end(),
-                                    [&](const CKDiagnostic& diagnostic) { return diagnostic.path == path; });
+                                    [&](const CKDiagnostic& diagnostic)
+                                    { return diagnostic.path == path && diagnostic.systemError != ENOENT; });
     return found == m_first.end() ? std::string() : Reason(*found);
 }

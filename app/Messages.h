@@ -24,7 +24,8 @@ public:
     void OnDiagnostic(const CKDiagnostic& diagnostic) override;
     // Prints what was collected, and how many there were beyond the bound.
     void PrintWarnings() const;
-    // The system's reason for the first failure on exactly that path, "" when there was none.
+    // The system's reason for the first failure on exactly that path; "" when there was none, and when there is no
+    // such entry.
     std::string ReasonFor(const CString& path) const;
 
 private:

@@ -99,8 +99,8 @@ TEST(JobxInfo, FeaturesOfTheSampleByKindAreTheLinesOfItsFiles)
 TEST(JobxInfo, FeaturesOfRealJobsByKindAreTheLinesOfTheirFiles)
 {
     JOBX_REQUIRE_REAL_JOBS(jobs);
-    ExpectLayersAsInFiles(jobs + "/beagleboneblack", "STP", jobs + "/beagleboneblack/steps/stp", 19);
-    ExpectLayersAsInFiles(jobs + "/flat_hierarchy", "PCB", jobs + "/flat_hierarchy/steps/pcb", 23);
+    ExpectLayersAsInFiles(jobs + "/beagleboneblack", "STP", jobs + "/beagleboneblack/steps/stp", 21);
+    ExpectLayersAsInFiles(jobs + "/flat_hierarchy", "PCB", jobs + "/flat_hierarchy/steps/pcb", 24);
 }
 
 TEST(JobxInfo, ReadsOnlyTheChosenSteps)

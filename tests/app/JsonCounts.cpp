@@ -2,6 +2,7 @@
 
 #include <rapidjson/reader.h>
 
+#include <string_view>
 #include <vector>
 
 namespace
@@ -14,44 +15,43 @@ public:
     bool Default() { return true; }
     bool Key(const char* text, rapidjson::SizeType length, bool)
     {
-        m_keys.back().assign(text, length);
-        if (m_isFirst.back())
-            m_counts.firstKeys[Place(m_keys.size() - 1)] += (std::string(text, length) + " ");
+        Level& level = m_levels.back();
+        if (level.isFirst)
+            m_counts.firstKeys[m_place.substr(0, level.length)].append(text, length).append(" ");
+        m_place.resize(level.length);
+        m_place.append(level.length == 0 ? "" : "/").append(text, length);
+        m_isKind = std::string_view(text, length) == "kind" || std::string_view(text, length) == "type";
         return true;
     }
     bool String(const char* text, rapidjson::SizeType length, bool)
     {
-        if (length <= kLongestText)
-            ++m_counts.texts[{Place(m_keys.size()), std::string(text, length)}];
+        if (m_isKind)
+            ++m_counts.texts[{m_place, std::string(text, length)}];
         return true;
     }
     bool StartObject()
     {
-        m_isFirst.push_back(++m_counts.objects[Place(m_keys.size())] == 1);
-        m_keys.emplace_back();
+        m_levels.push_back({m_place.size(), ++m_counts.objects[m_place] == 1});
         return true;
     }
     bool EndObject(rapidjson::SizeType)
     {
-        m_isFirst.pop_back();
-        m_keys.pop_back();
+        m_place.resize(m_levels.back().length);
+        m_levels.pop_back();
         return true;
     }
 
 private:
-    static constexpr rapidjson::SizeType kLongestText = 8; // the kinds that tests ask for are short
-
-    std::string Place(std::size_t depth) const
+    struct Level
     {
-        std::string place;
-        for (std::size_t i = 0; i < depth; ++i)
-            place += (i == 0 ? "" : "/") + m_keys[i];
-        return place;
-    }
+        std::size_t length; // of the place of the object
+        bool isFirst;       // at its place
+    };
 
     JsonCounts& m_counts;
-    std::vector<std::string> m_keys;
-    std::vector<bool> m_isFirst;
+    std::string m_place;
+    std::vector<Level> m_levels;
+    bool m_isKind = false;
 };
 } // namespace
 

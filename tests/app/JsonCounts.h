@@ -11,7 +11,7 @@ struct JsonCounts
 {
     bool isValid = false;
     std::map<std::string, std::int64_t> objects;                       // how many objects stand at a place
-    std::map<std::pair<std::string, std::string>, std::int64_t> texts; // how often a text stands at a place
+    std::map<std::pair<std::string, std::string>, std::int64_t> texts; // how often a kind or type stands at a place
     std::map<std::string, std::string> firstKeys;                      // the keys of the first object at a place
 
     std::int64_t Objects(const std::string& place) const;
