@@ -1,7 +1,7 @@
 // How the compact model makes objects: exhausted memory leaves as the framework's exception.
 #pragma once
 
-#include "foundation/Guarded.h"
+#include "foundation/framework/Guarded.h"
 
 #include <memory>
 

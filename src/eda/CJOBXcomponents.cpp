@@ -4,10 +4,10 @@
 #include "foundation/CTextScanner.h"
 #include "foundation/CTextWriter.h"
 #include "foundation/CTokenScanner.h"
-#include "foundation/Guarded.h"
 #include "foundation/KeywordTable.h"
 #include "foundation/NumberedTable.h"
 #include "foundation/corekit/CKUtility.h"
+#include "foundation/framework/Guarded.h"
 
 #include <memory>
 

@@ -2,8 +2,8 @@
 
 #include "eda/CJOBXdataPkgObjContour.h"
 #include "eda/EdaKeywords.h"
-#include "foundation/Guarded.h"
 #include "foundation/NumberText.h"
+#include "foundation/framework/Guarded.h"
 
 #include <array>
 #include <cmath>

@@ -1,8 +1,8 @@
 #include "eda/CJOBXeda.h"
 
 #include "eda/CJOBXdata.h"
-#include "foundation/Guarded.h"
 #include "foundation/corekit/CKUtility.h"
+#include "foundation/framework/Guarded.h"
 
 CJOBXeda::CJOBXeda() : m_pData(new CJOBXdata) {}
 

@@ -2,9 +2,9 @@
 
 #include "eda/NetlistText.h"
 #include "foundation/CTextScanner.h"
-#include "foundation/Guarded.h"
 #include "foundation/KeywordTable.h"
 #include "foundation/corekit/CKUtility.h"
+#include "foundation/framework/Guarded.h"
 
 #include <map>
 #include <memory>

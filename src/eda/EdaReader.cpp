@@ -1,8 +1,8 @@
 #include "eda/CJOBXdata.h"
 #include "eda/EdaKeywords.h"
 #include "foundation/CTokenScanner.h"
-#include "foundation/Guarded.h"
 #include "foundation/KeywordTable.h"
+#include "foundation/framework/Guarded.h"
 
 #include <memory>
 #include <string>

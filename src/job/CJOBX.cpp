@@ -1,11 +1,11 @@
 #include "job/CJOBX.h"
 
-#include "foundation/Guarded.h"
 #include "foundation/ParallelLoop.h"
 #include "foundation/ProgressReport.h"
 #include "foundation/corekit/CKUtility.h"
 #include "foundation/corekit/FreshDirectory.h"
 #include "foundation/corekit/TextTools.h"
+#include "foundation/framework/Guarded.h"
 #include "job/CJOBXmatrix.h"
 #include "job/CJOBXmisc.h"
 #include "job/CJOBXsteps.h"

@@ -1,8 +1,8 @@
 #include "job/CJOBXmatrix.h"
 
-#include "foundation/Guarded.h"
 #include "foundation/KeywordTable.h"
 #include "foundation/corekit/CKUtility.h"
+#include "foundation/framework/Guarded.h"
 #include "job/MatrixFile.h"
 
 #include <memory>

@@ -1,8 +1,8 @@
 #include "job/CJOBXsteps.h"
 
-#include "foundation/Guarded.h"
 #include "foundation/ProgressReport.h"
 #include "foundation/corekit/CKUtility.h"
+#include "foundation/framework/Guarded.h"
 
 #include <string_view>
 #include <unordered_map>

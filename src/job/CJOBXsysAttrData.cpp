@@ -1,8 +1,8 @@
 #include "job/CJOBXsysAttrData.h"
 
 #include "foundation/CTextScanner.h"
-#include "foundation/Guarded.h"
 #include "foundation/corekit/TextTools.h"
+#include "foundation/framework/Guarded.h"
 
 #include <memory>
 #include <utility>

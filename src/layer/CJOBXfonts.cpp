@@ -1,8 +1,8 @@
 #include "layer/CJOBXfonts.h"
 
-#include "foundation/Guarded.h"
 #include "foundation/KeywordTable.h"
 #include "foundation/corekit/CKUtility.h"
+#include "foundation/framework/Guarded.h"
 #include "layer/FontFile.h"
 
 #include <memory>

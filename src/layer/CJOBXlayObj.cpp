@@ -1,7 +1,7 @@
 #include "layer/CJOBXlayObj.h"
 
-#include "foundation/Guarded.h"
 #include "foundation/framework/AsciiText.h"
+#include "foundation/framework/Guarded.h"
 #include "layer/FeaturesWriter.h"
 #include "layer/RecordOfType.h"
 #include "layer/SharedProperties.h"

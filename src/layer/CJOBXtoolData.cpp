@@ -1,6 +1,6 @@
 #include "layer/CJOBXtoolData.h"
 
-#include "foundation/Guarded.h"
+#include "foundation/framework/Guarded.h"
 #include "layer/ToolFile.h"
 
 template class CExPtrArray<CJOBXtoolData*, CJOBXtoolData*>;

@@ -3,11 +3,11 @@
 #include "eda/CJOBXdata.h"
 #include "eda/CJOBXeda.h"
 #include "eda/CJOBXnetlist.h"
-#include "foundation/Guarded.h"
 #include "foundation/ParallelLoop.h"
 #include "foundation/ProgressReport.h"
 #include "foundation/corekit/CKUtility.h"
 #include "foundation/corekit/FreshDirectory.h"
+#include "foundation/framework/Guarded.h"
 #include "step/CJOBXstephdr.h"
 
 template class CExPtrArray<CJOBXstepObj*, CJOBXstepObj*>;

@@ -2,9 +2,9 @@
 
 #include "foundation/CTextScanner.h"
 #include "foundation/CTextWriter.h"
-#include "foundation/Guarded.h"
 #include "foundation/KeywordTable.h"
 #include "foundation/corekit/CKUtility.h"
+#include "foundation/framework/Guarded.h"
 #include "step/StephdrText.h"
 
 #include <memory>

@@ -5,7 +5,7 @@
 #include "foundation/corekit/LzwDecoder.h"
 #include "foundation/corekit/RemoveTree.h"
 #include "foundation/framework/AsciiText.h"
-#include "foundation/framework/MemoryGuard.h"
+#include "foundation/framework/Guarded.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -261,12 +261,12 @@ CString CKUtility::GetSegmntFromFilePath(const CString& path, int which) const
 
 bool CKUtility::DoesFileExist(const CString& path, const CString& sourceFile, int line) const
 {
-    return WithMemoryException([&] { return Examine(path, sourceFile, line) == fs::file_type::regular; });
+    return Guarded([&] { return Examine(path, sourceFile, line) == fs::file_type::regular; });
 }
 
 bool CKUtility::DoesFileOrDirExist(const CString& path, const CString& sourceFile, int line) const
 {
-    return WithMemoryException([&] { return IsFileOrDirectory(Examine(path, sourceFile, line)); });
+    return Guarded([&] { return IsFileOrDirectory(Examine(path, sourceFile, line)); });
 }
 
 bool CKUtility::IsFile(const CString& path) const
@@ -276,12 +276,12 @@ bool CKUtility::IsFile(const CString& path) const
 
 bool CKUtility::IsDir(const CString& path) const
 {
-    return WithMemoryException([&] { return Examine(path, CString(), 0) == fs::file_type::directory; });
+    return Guarded([&] { return Examine(path, CString(), 0) == fs::file_type::directory; });
 }
 
 CString CKUtility::FindPath(const CString& dir, const CString& name, const CString& sourceFile, int line) const
 {
-    return WithMemoryException(
+    return Guarded(
         [&]
         {
             CString exact = CKPathCombine(dir, name);
@@ -313,7 +313,7 @@ CString CKUtility::FindPath(const CString& dir, const CString& name, const CStri
 void CKUtility::GetAllFileListIn(const CString& dir, CStringArray& list, const CString& pattern, int recurse) const
 {
     const bool every = pattern.View() == kEveryFile;
-    WithMemoryException(
+    Guarded(
         [&]
         {
             AppendEntries(dir, recurse != 0, list,
@@ -326,7 +326,7 @@ void CKUtility::GetAllFileListIn(const CString& dir, CStringArray& list, const C
 
 void CKUtility::GetAllSubDirListIn(const CString& dir, CStringArray& list, int recurse) const
 {
-    WithMemoryException(
+    Guarded(
         [&]
         {
             AppendEntries(dir, recurse != 0, list,
@@ -336,7 +336,7 @@ void CKUtility::GetAllSubDirListIn(const CString& dir, CStringArray& list, int r
 
 void CKUtility::MakeDirectory(const CString& path) const
 {
-    WithMemoryException(
+    Guarded(
         [&]
         {
             std::error_code error;
@@ -351,7 +351,7 @@ void CKUtility::MakeDirectory(const CString& path) const
 
 void CKUtility::DeleteDirectory(const CString& path) const
 {
-    WithMemoryException(
+    Guarded(
         [&]
         {
             const std::string_view last = LastComponent(path.View());
@@ -365,7 +365,7 @@ void CKUtility::DeleteDirectory(const CString& path) const
 
 int CKUtility::GDecompress(const CString& path) const
 {
-    return WithMemoryException(
+    return Guarded(
         [&]
         {
             const std::string_view name = LastComponent(path.View());

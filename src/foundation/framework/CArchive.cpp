@@ -1,8 +1,8 @@
 #include "foundation/framework/CArchive.h"
 
-#include "foundation/Guarded.h"
 #include "foundation/framework/CException.h"
 #include "foundation/framework/CFile.h"
+#include "foundation/framework/Guarded.h"
 #include "foundation/framework/Utf8Text.h"
 
 #include <algorithm>

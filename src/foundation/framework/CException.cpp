@@ -1,7 +1,7 @@
 #include "foundation/framework/CException.h"
 
-#include "foundation/Guarded.h"
 #include "foundation/framework/CWnd.h"
+#include "foundation/framework/Guarded.h"
 
 #include <algorithm>
 #include <cerrno>

@@ -1,6 +1,6 @@
 #include "foundation/framework/CFile.h"
 
-#include "foundation/Guarded.h"
+#include "foundation/framework/Guarded.h"
 
 #include <cerrno>
 #include <filesystem>
