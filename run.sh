@@ -5,21 +5,25 @@ root=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 # shellcheck source=scripts/packages.sh
 source "$root/scripts/packages.sh"
 
+job=
 if (($#)); then
-    job=$1
-else
-    samples=("$root"/samples/*/matrix)
-    job=${samples[0]%/matrix}
+    if [[ ! -d $1 ]]; then
+        echo "error: no such job directory: $1" >&2
+        exit 1
+    fi
+    job=$(cd "$1" && pwd)
 fi
-if [[ ! -d $job ]]; then
-    echo "error: no such job directory: $job" >&2
-    exit 1
-fi
-job=$(cd "$job" && pwd)
 
 need_packages "${JOBX_BUILD_PACKAGES[@]}"
 cd "$root"
 # A folder of its own, so that the build of the tests does not depend on what was asked for here.
 cmake --preset release -B build/run -DJOBX_BUILD_TESTS=OFF -DJOBX_WERROR=OFF >/dev/null
 cmake --build build/run
+if [[ -z $job ]]; then
+    # A copy, because reading unpacks compressed symbols in place.
+    rm -rf build/run/sample
+    mkdir -p build/run/sample
+    cp -R samples/blinker build/run/sample/
+    job=build/run/sample/blinker
+fi
 exec build/run/bin/jobx info "$job"
