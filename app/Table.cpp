@@ -88,6 +88,7 @@ void Table::PrintAligned(Output& output, std::string_view indent) const
         for (std::size_t i = 0; i < line.size(); ++i)
             widths[i] = std::max(widths[i], CharacterCount(line[i]));
     std::vector<std::string> rules;
+    rules.reserve(widths.size());
     for (const std::size_t width : widths)
         rules.emplace_back(width, '-');
     lines.insert(lines.begin() + 1, std::move(rules));
