@@ -1,6 +1,7 @@
 #include "CommandLine.h"
 
 #include "ComponentsCommand.h"
+#include "DiffCommand.h"
 #include "ExitError.h"
 #include "InfoCommand.h"
 #include "JsonCommand.h"
@@ -26,6 +27,7 @@ Examples:
   jobx info board --steps pcb          the same, of one step only
   jobx components board --csv > c.csv  the components as a spreadsheet
   jobx json board > board.json         everything, for another program
+  jobx diff board newer                what differs between two jobs
 
 A job is a directory; unpack an archive (.tgz, .zip) first. Reading unpacks compressed user symbols in place:
 symbols/NAME/features.Z gets a file "features" beside it. Nothing else in the job is changed.
@@ -34,6 +36,7 @@ Data goes to standard output, messages and the progress line to standard error.
 
 Exit codes:
   0  done
+  1  diff: the jobs differ
   2  wrong usage, or a step that the job does not have
   3  the input cannot be read
   4  the output cannot be written
@@ -46,6 +49,8 @@ struct Arguments
     bool json = false;
     bool csv = false;
     bool latin1 = false;
+    DiffOptions diff;
+    ExitCode exitCode = ExitCode::Done; // what the command answered
 };
 
 [[noreturn]] void RaiseWrongUsage(const std::string& message)
@@ -110,6 +115,25 @@ void AddTableCommand(CLI::App& app, Arguments& arguments, const char* name, cons
     command->add_flag("--json", arguments.json, "As a JSON array")->excludes(csv);
 }
 
+void AddDiffCommand(CLI::App& app, Arguments& arguments)
+{
+    CLI::App* const command = app.add_subcommand("diff", "Prints what differs between two jobs");
+    DiffOptions& diff = arguments.diff;
+    command->add_option("A", diff.jobA, "The one job's directory")->required()->type_name("");
+    command->add_option("B", diff.jobB, "The other job's directory")->required()->type_name("");
+    command
+        ->add_option("--tolerance", diff.rules.tolerance,
+                     "Coordinates and lengths that differ by no more than this are equal, in the unit of the files")
+        ->check(CLI::NonNegativeNumber)
+        ->type_name("T");
+    command->add_flag("--ignore-line-numbers", diff.rules.ignoreLineNumbers,
+                      "Leave out on which lines of their files records stand");
+    command->add_flag("--json", diff.json, "As a JSON document");
+    command->add_flag("--quiet", diff.quiet, "No progress line");
+    command->footer("Examples and exit codes: jobx --help");
+    command->callback([&arguments] { arguments.exitCode = RunDiff(arguments.diff); });
+}
+
 void AddCommands(CLI::App& app, Arguments& arguments)
 {
     CLI::App* const info = AddCommand(app, arguments, "info", "Prints a summary of the job",
@@ -125,6 +149,7 @@ void AddCommands(CLI::App& app, Arguments& arguments)
     AddStepsAndAttributes(*json, arguments);
     json->add_flag("--latin1", arguments.latin1,
                    "Carry every byte of a text as the character of that number, also where it is UTF-8");
+    AddDiffCommand(app, arguments);
 }
 
 std::string UsageProblem(const CLI::App& app, const CLI::ParseError& error)
@@ -149,7 +174,7 @@ void PrintAnswer(const CLI::App& app, const CLI::Success& answer)
 }
 } // namespace
 
-void RunCommandLine(int argc, const char* const* argv)
+ExitCode RunCommandLine(int argc, const char* const* argv)
 {
     CLI::App app(kAbout, "jobx");
     app.footer(kFooter);
@@ -169,4 +194,5 @@ void RunCommandLine(int argc, const char* const* argv)
     {
         RaiseWrongUsage(UsageProblem(app, error));
     }
+    return arguments.exitCode;
 }

@@ -1,5 +1,7 @@
 #pragma once
 
-// Runs what the arguments ask for; prints help and version too.
+#include "ExitError.h"
+
+// Runs what the arguments ask for; prints help and version too. Answers what the program answers.
 // Results: anything that goes wrong raises ExitError.
-void RunCommandLine(int argc, const char* const* argv);
+ExitCode RunCommandLine(int argc, const char* const* argv);

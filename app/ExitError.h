@@ -7,6 +7,7 @@
 enum class ExitCode
 {
     Done = 0,
+    Different = 1, // of "diff" only
     WrongUsage = 2,
     UnreadableInput = 3,
     UnwritableOutput = 4,

@@ -22,8 +22,7 @@ int main(int argc, char** argv)
 #endif
     try
     {
-        RunCommandLine(argc, argv);
-        return static_cast<int>(ExitCode::Done);
+        return static_cast<int>(RunCommandLine(argc, argv));
     }
     catch (const ExitError& error)
     {

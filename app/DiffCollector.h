@@ -1,0 +1,118 @@
+// The differences between two jobs as they are found: a stream of events, of which only the counts and the first few
+// of each group are kept, so that memory does not grow with the jobs.
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <string>
+#include <string_view>
+#include <tuple>
+#include <variant>
+#include <vector>
+
+enum class DiffChange
+{
+    OnlyInA,
+    OnlyInB,
+    Changed,
+};
+
+// One side of a change; nothing where there is no value to show.
+using DiffValue = std::variant<std::monostate, std::string, std::int64_t, double>;
+// The same while it is found; texts are borrowed.
+using DiffValueView = std::variant<std::monostate, std::string_view, std::int64_t, double>;
+
+// Which record of its list: kinds are what differences are counted under, words what paths are made of.
+struct RecordPlace
+{
+    std::string_view kind;
+    std::string_view word;
+    std::string_view name; // borrowed from the record; empty for a record that is known by its position only
+    std::string_view mark; // shown in brackets; may be empty
+};
+
+struct DiffExample
+{
+    std::string path; // of the record, its place included
+    DiffValue a;
+    DiffValue b;
+};
+
+// Differences of one place (a layer, the matrix, ...) that have their kind, their change and their field in common.
+struct DiffGroup
+{
+    std::string place;
+    std::string_view kind;
+    DiffChange change = DiffChange::Changed;
+    std::string_view field; // empty for records that only one job has
+    std::int64_t count = 0;
+    std::vector<DiffExample> examples;
+};
+
+// Kinds and fields are texts that live as long as the program.
+class DiffCollector
+{
+public:
+    static constexpr std::size_t kExamples = 3; // kept of each group
+
+    void Add(std::string_view kind, DiffChange change, std::string_view field = {}, DiffValueView a = {},
+             DiffValueView b = {});
+
+    const std::vector<DiffGroup>& Groups() const noexcept { return m_groups; } // in the order they were found
+    std::int64_t Differences() const noexcept { return m_nDifferences; }
+    std::int64_t Places() const noexcept { return static_cast<std::int64_t>(m_placesWithDifferences.size()); }
+
+private:
+    friend class DiffPlace;
+    friend class DiffScope;
+
+    struct Segment
+    {
+        RecordPlace place;
+        std::int64_t index;
+    };
+    using GroupKey = std::tuple<std::string, std::string_view, DiffChange, std::string_view>;
+
+    std::string Path() const;
+
+    std::string m_place;
+    std::vector<Segment> m_segments;
+    std::map<GroupKey, std::size_t, std::less<>> m_positions; // of the groups in the list
+    std::map<std::string, std::int64_t> m_placesWithDifferences;
+    std::vector<DiffGroup> m_groups;
+    std::int64_t m_nDifferences = 0;
+};
+
+// While it lives, differences belong to that place.
+class DiffPlace
+{
+public:
+    DiffPlace(DiffCollector& collector, std::string place) : m_collector(collector)
+    {
+        place.swap(collector.m_place);
+        m_before = std::move(place);
+    }
+    DiffPlace(const DiffPlace&) = delete;
+    DiffPlace& operator=(const DiffPlace&) = delete;
+    ~DiffPlace() { m_collector.m_place.swap(m_before); }
+
+private:
+    DiffCollector& m_collector;
+    std::string m_before;
+};
+
+// While it lives, differences belong to that record of the place, or of the record around it.
+class DiffScope
+{
+public:
+    DiffScope(DiffCollector& collector, const RecordPlace& place, std::int64_t index) : m_collector(collector)
+    {
+        collector.m_segments.push_back({place, index});
+    }
+    DiffScope(const DiffScope&) = delete;
+    DiffScope& operator=(const DiffScope&) = delete;
+    ~DiffScope() { m_collector.m_segments.pop_back(); }
+
+private:
+    DiffCollector& m_collector;
+};
