@@ -53,7 +53,7 @@ std::string DiffCollector::Path() const
         if (!place.mark.empty())
         {
             path += " (";
-            path += place.mark;
+            path += Printable(Shortened(place.mark));
             path += ')';
         }
     }

@@ -12,6 +12,7 @@ struct TableRow
 {
     std::string_view kind;
     int number = 0;
+    std::string label; // the number as a text
     CString text;
     CString second;
 };
@@ -38,7 +39,7 @@ inline RecordPlace PlaceOf(const CJOBXlayObjOX& /*element*/)
 }
 inline RecordPlace PlaceOf(const TableRow& row)
 {
-    return {row.kind, row.kind, {}, {}};
+    return {row.kind, row.kind, row.label, {}};
 }
 inline RecordPlace PlaceOf(const CString& /*name*/)
 {
@@ -121,7 +122,7 @@ std::string KeyOf(const Record& record)
 }
 inline std::string KeyOf(const TableRow& row)
 {
-    return std::to_string(row.number);
+    return row.label;
 }
 inline std::string KeyOf(const CJOBXmatrixStep& step)
 {

@@ -185,7 +185,7 @@ private:
         RowList list;
         for (INT_PTR i = 0; i < table.numbers.GetSize() && i < table.texts.GetSize(); ++i)
             list.rows.push_back(
-                {kind, table.numbers[i], table.texts[i],
+                {kind, table.numbers[i], std::to_string(table.numbers[i]), table.texts[i],
                  table.seconds != nullptr && i < table.seconds->GetSize() ? (*table.seconds)[i] : CString()});
         return list;
     }
