@@ -8,18 +8,21 @@
 #include "NetsCommand.h"
 #include "PackagesCommand.h"
 #include "Text.h"
+#include "WriteCommand.h"
 
 #include <CLI/CLI.hpp>
 #include <fmt/core.h>
 
+#include <charconv>
+#include <cmath>
 #include <sstream>
 #include <string>
 
 namespace
 {
-constexpr const char* kAbout =
-    "Shows what is in an ODB++ job: the directory tree in which a circuit board goes from its design tool to its\n"
-    "manufacturer.";
+constexpr const char* kAbout = "Shows what is in an ODB++ job, and writes it anew: the directory tree in which a "
+                               "circuit board goes from its design tool to its\n"
+                               "manufacturer.";
 
 constexpr const char* kFooter = R"(
 Examples:
@@ -28,6 +31,7 @@ Examples:
   jobx components board --csv > c.csv  the components as a spreadsheet
   jobx json board > board.json         everything, for another program
   jobx diff board newer                what differs between two jobs
+  jobx write board -o out              the job as the library writes it, in out/board
 
 A job is a directory; unpack an archive (.tgz, .zip) first. Reading unpacks compressed user symbols in place:
 symbols/NAME/features.Z gets a file "features" beside it. Nothing else in the job is changed.
@@ -46,6 +50,7 @@ Exit codes:
 struct Arguments
 {
     ReadOptions read;
+    WriteOptions write;
     bool json = false;
     bool csv = false;
     bool latin1 = false;
@@ -78,18 +83,23 @@ CLI::App* AddCommand(CLI::App& app, Arguments& arguments, const char* name, cons
     CLI::App* const command = app.add_subcommand(name, about);
     command->add_option("JOB", arguments.read.jobPath, "The job's directory")->required()->type_name("");
     command->footer("Examples and exit codes: jobx --help");
-    command->add_flag("--quiet", arguments.read.quiet, "No progress line");
+    command->add_flag("--quiet", arguments.read.quiet, "No progress line and no notes");
     command->callback([run] { run(); });
     return command;
 }
 
-void AddStepsAndAttributes(CLI::App& command, Arguments& arguments)
+void AddSteps(CLI::App& command, Arguments& arguments)
 {
     command
         .add_option_function<std::string>(
             "--steps", [&arguments](const std::string& names) { arguments.read.steps = SplitAtCommas(names); },
             "Only these steps, with commas between them")
         ->type_name("A,B");
+}
+
+void AddStepsAndAttributes(CLI::App& command, Arguments& arguments)
+{
+    AddSteps(command, arguments);
     command
         .add_option("--sysattr", arguments.read.sysAttrFile, "Read definitions of system attributes from this file too")
         ->type_name("FILE");
@@ -134,6 +144,50 @@ void AddDiffCommand(CLI::App& app, Arguments& arguments)
     command->callback([&arguments] { arguments.exitCode = RunDiff(arguments.diff); });
 }
 
+constexpr const char* kWriteFooter =
+    R"(The job lands in DIR/NAME, NAME being the name of the directory that was read; DIR is made when its parent exists.
+It is written beside that place first and moved there when it is complete: after a failure everything is as before.
+The changes are made in this order: scale, steps, name.
+
+Not written, as the library does it:
+  user symbols  when the whole job is read; with --steps they are written, beside "steps"
+  the font      unless a file named "standard" is in the current directory
+  misc          stays empty: neither the job information nor attributes are written
+  other files   attribute lists, tools and whatever else of the job is not read
+
+Examples and exit codes: jobx --help)";
+
+// A number greater than 0, written with a decimal point whatever the language.
+double ScaleOf(const std::string& text)
+{
+    double scale = 0;
+    const char* const end = text.data() + text.size();
+    const auto [rest, problem] = std::from_chars(text.data(), end, scale);
+    if (problem != std::errc() || rest != end || !std::isfinite(scale) || scale <= 0)
+        RaiseWrongUsage(fmt::format("--scale needs a number greater than 0, not \"{}\"", Printable(text)));
+    return scale;
+}
+
+void AddWriteCommand(CLI::App& app, Arguments& arguments)
+{
+    WriteOptions& options = arguments.write;
+    CLI::App* const write = AddCommand(app, arguments, "write", "Writes the job as a new directory tree",
+                                       [&arguments] { RunWrite(arguments.read, arguments.write); });
+    write->add_option("-o,--output", options.directory, "Where the job's directory goes")->required()->type_name("DIR");
+    AddSteps(*write, arguments);
+    write->add_flag_callback(
+        "--no-eda", [&options] { options.withEda = false; }, "Without the EDA data and netlists of the steps");
+    write
+        ->add_option_function<std::string>(
+            "--scale", [&options](const std::string& factor) { options.scale = ScaleOf(factor); },
+            "Multiply every length by this; the units' names stay as they are")
+        ->type_name("FACTOR");
+    write->add_flag("--rebuild-steps", options.rebuildSteps, "Put steps that repeat others before the plain ones");
+    write->add_option("--name", options.name, "The written job's name")->type_name("NAME");
+    write->add_flag("--force", options.force, "Replace a directory that is there");
+    write->footer(kWriteFooter);
+}
+
 void AddCommands(CLI::App& app, Arguments& arguments)
 {
     CLI::App* const info = AddCommand(app, arguments, "info", "Prints a summary of the job",
@@ -150,6 +204,7 @@ void AddCommands(CLI::App& app, Arguments& arguments)
     json->add_flag("--latin1", arguments.latin1,
                    "Carry every byte of a text as the character of that number, also where it is UTF-8");
     AddDiffCommand(app, arguments);
+    AddWriteCommand(app, arguments);
 }
 
 std::string UsageProblem(const CLI::App& app, const CLI::ParseError& error)

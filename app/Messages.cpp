@@ -11,16 +11,16 @@
 
 namespace
 {
-std::string Reason(const CKDiagnostic& diagnostic)
-{
-    return diagnostic.systemError == 0 ? "no reason given" : std::generic_category().message(diagnostic.systemError);
-}
-
 bool AreEqual(const CKDiagnostic& a, const CKDiagnostic& b)
 {
     return a.operation == b.operation && a.path == b.path && a.systemError == b.systemError;
 }
 } // namespace
+
+std::string ReasonOf(const CKDiagnostic& diagnostic)
+{
+    return diagnostic.systemError == 0 ? "no reason given" : std::generic_category().message(diagnostic.systemError);
+}
 
 void PrintError(const std::string& line)
 {
@@ -55,7 +55,7 @@ void FailedOperations::PrintWarnings() const
 {
     for (const CKDiagnostic& diagnostic : m_first)
         PrintWarning(fmt::format("cannot {} {}: {}", Printable(diagnostic.operation.View()),
-                                 Printable(diagnostic.path.View()), Reason(diagnostic)));
+                                 Printable(diagnostic.path.View()), ReasonOf(diagnostic)));
     if (m_nMore > 0)
         PrintWarning(fmt::format("{} further file operations failed", m_nMore));
 }
@@ -65,5 +65,5 @@ std::string FailedOperations::ReasonFor(const CString& path) const
     const auto found = std::find_if(m_first.begin(), m_first.end(),
                                     [&](const CKDiagnostic& diagnostic)
                                     { return diagnostic.path == path && diagnostic.systemError != ENOENT; });
-    return found == m_first.end() ? std::string() : Reason(*found);
+    return found == m_first.end() ? std::string() : ReasonOf(*found);
 }

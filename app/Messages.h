@@ -7,6 +7,9 @@
 #include <string>
 #include <vector>
 
+// The system's reason for a failed file operation.
+std::string ReasonOf(const CKDiagnostic& diagnostic);
+
 // Prints "jobx: <line>".
 void PrintError(const std::string& line);
 

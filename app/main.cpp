@@ -20,6 +20,9 @@ int main(int argc, char** argv)
 #if defined(SIGPIPE)
     std::signal(SIGPIPE, SIG_IGN); // writing to a closed pipe then fails like any other write
 #endif
+#if defined(SIGXFSZ)
+    std::signal(SIGXFSZ, SIG_IGN); // so does writing beyond the allowed size of a file
+#endif
     try
     {
         return static_cast<int>(RunCommandLine(argc, argv));
