@@ -180,7 +180,7 @@ void AddWriteCommand(CLI::App& app, Arguments& arguments)
     write
         ->add_option_function<std::string>(
             "--scale", [&options](const std::string& factor) { options.scale = ScaleOf(factor); },
-            "Multiply every length by this; the units' names stay as they are")
+            "Multiply lengths by this; units' names, symbol names and step headers stay as they are")
         ->type_name("FACTOR");
     write->add_flag("--rebuild-steps", options.rebuildSteps, "Put steps that repeat others before the plain ones");
     write->add_option("--name", options.name, "The written job's name")->type_name("NAME");
