@@ -20,9 +20,9 @@
 
 namespace
 {
-constexpr const char* kAbout = "Shows what is in an ODB++ job, and writes it anew: the directory tree in which a "
-                               "circuit board goes from its design tool to its\n"
-                               "manufacturer.";
+constexpr const char* kAbout = "Shows what is in an ODB++ job, and writes it anew. A job is the directory tree in "
+                               "which a circuit board goes from\n"
+                               "its design tool to its manufacturer.";
 
 constexpr const char* kFooter = R"(
 Examples:
