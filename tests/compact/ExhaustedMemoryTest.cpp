@@ -31,6 +31,7 @@ int FailuresUntilSuccess(Work work)
 
 TEST(ExhaustedMemory, CloningRaisesTheMemoryExceptionAndKeepsTheSource)
 {
+    JOBX_REQUIRE_FAILING_ALLOCATION();
     CODB odb;
     Fill(odb);
     const Members before = MembersOf(odb);
@@ -42,6 +43,7 @@ TEST(ExhaustedMemory, CloningRaisesTheMemoryExceptionAndKeepsTheSource)
 
 TEST(ExhaustedMemory, AssigningRaisesTheMemoryExceptionAndSucceedsLater)
 {
+    JOBX_REQUIRE_FAILING_ALLOCATION();
     CODB odb;
     Fill(odb);
     CODB target;
@@ -52,6 +54,7 @@ TEST(ExhaustedMemory, AssigningRaisesTheMemoryExceptionAndSucceedsLater)
 
 TEST(ExhaustedMemory, AssigningANetRaisesTheMemoryException)
 {
+    JOBX_REQUIRE_FAILING_ALLOCATION();
     CODBdataNet net;
     Fill(net);
     CODBdataNet target;
@@ -61,11 +64,13 @@ TEST(ExhaustedMemory, AssigningANetRaisesTheMemoryException)
 
 TEST(ExhaustedMemory, MakingAJobRaisesTheMemoryException)
 {
+    JOBX_REQUIRE_FAILING_ALLOCATION();
     EXPECT_GT(FailuresUntilSuccess([] { const CODB odb; }), 0);
 }
 
 TEST(ExhaustedMemory, FlatteningRaisesTheMemoryException)
 {
+    JOBX_REQUIRE_FAILING_ALLOCATION();
     CODBstepRepeatArray table;
     Fill(table);
     CODBstepRepeat parent;
@@ -77,6 +82,7 @@ TEST(ExhaustedMemory, FlatteningRaisesTheMemoryException)
 
 TEST(ExhaustedMemory, MakingGeometryRaisesTheMemoryExceptionAndKeepsTheList)
 {
+    JOBX_REQUIRE_FAILING_ALLOCATION();
     CODBdataPkgObjArray outlines;
     for (const char* const keyword : {"CR", "CT", "OE", "CE", "CR"})
     {

@@ -483,6 +483,7 @@ TEST(Components, Reader_DoesNotDependOnTheLocale)
 
 TEST(Components, Reader_ExhaustedMemoryRaisesTheFrameworksException)
 {
+    JOBX_REQUIRE_FAILING_ALLOCATION();
     const TempDir dir;
     const std::string path = dir.Write("components", Input());
     long refused = 0;

@@ -362,6 +362,7 @@ TEST(Netlist, Reader_DoesNotDependOnTheLocale)
 
 TEST(Netlist, Reader_ExhaustedMemoryRaisesTheFrameworksException)
 {
+    JOBX_REQUIRE_FAILING_ALLOCATION();
     const TempDir dir;
     const std::string path = dir.Write("netlist", Input());
     long refused = 0;

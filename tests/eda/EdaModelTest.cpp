@@ -620,6 +620,7 @@ TEST(EdaModel, CopiedContourHasItsOwnElements)
 
 TEST(EdaModel, UnitChangeThatRanOutOfMemoryLosesNothing)
 {
+    JOBX_REQUIRE_FAILING_ALLOCATION();
     const std::initializer_list<const char*> lines = {"CR 1 2 3", "CT", "OB 1 2 I", "OE",
                                                       "CE",       "CT", "OB x",     "SQ 1 2 3"};
     const std::string wanted = ConvertedBy(2, lines);

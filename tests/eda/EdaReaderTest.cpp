@@ -566,6 +566,7 @@ TEST(EdaReader, EveryKeywordAloneAndCutIsHarmlessBehindEveryOther)
 
 TEST(EdaReader, ExhaustedMemoryRaisesTheFrameworksException)
 {
+    JOBX_REQUIRE_FAILING_ALLOCATION();
     const TempDir dir;
     dir.Write("eda/data", kWholeFile);
     const CString directory = dir.Path("eda").c_str();

@@ -411,6 +411,7 @@ TEST(Matrix, Reader_EveryBeginningOfAFileGivesTheBlocksBegunInIt)
 
 TEST(Matrix, Reader_ExhaustedMemoryLeavesAsTheFrameworksException)
 {
+    JOBX_REQUIRE_FAILING_ALLOCATION();
     const TempDir dir;
     dir.Write("matrix", "STEP {\nNAME=a step with a long name\n}\nLAYER {\nNAME=a layer with a long name\n}\n");
     const CString path = dir.Path().c_str();

@@ -189,6 +189,7 @@ TEST(Misc, Reader_EveryBeginningOfAFileGivesTheValuesBegunInIt)
 
 TEST(Misc, Reader_ExhaustedMemoryLeavesAsTheFrameworksException)
 {
+    JOBX_REQUIRE_FAILING_ALLOCATION();
     const TempDir dir;
     dir.Write("info", kWhole);
     const CString path = dir.Path().c_str();

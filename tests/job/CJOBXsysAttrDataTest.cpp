@@ -249,6 +249,7 @@ TEST(SysAttrData, Reader_EveryBeginningOfAFileGivesTheDefinitionsClosedInIt)
 
 TEST(SysAttrData, Reader_ExhaustedMemoryLeavesAsTheFrameworksException)
 {
+    JOBX_REQUIRE_FAILING_ALLOCATION();
     const TempDir dir;
     const CString path = dir.Write("a", "OPTION\nNAME = a_name_of_some_length\nOPTIONS = a;b\n}\nOPTION\n").c_str();
     EXPECT_GT(CountFailedAllocations(

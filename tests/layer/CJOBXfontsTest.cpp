@@ -286,6 +286,7 @@ TEST(Fonts, Reader_EveryBeginningOfAFileGivesTheRecordsBegunInIt)
 
 TEST(Fonts, Reader_ExhaustedMemoryLeavesAsTheFrameworksException)
 {
+    JOBX_REQUIRE_FAILING_ALLOCATION();
     const TempDir dir;
     dir.Write("standard", kWhole);
     const CString path = dir.Path().c_str();

@@ -257,6 +257,7 @@ TEST(Tool, NoToolsGivenLeaveNoneAndItsOwnStay)
 
 TEST(Tool, CopyThatRunsOutOfMemoryRaisesTheFrameworksException)
 {
+    JOBX_REQUIRE_FAILING_ALLOCATION();
     const CJOBXtool tool = MakeToolList();
     EXPECT_EQ(CountFailedAllocations([&] { const CJOBXtool copy(tool); }), 2);
     EXPECT_EQ(CountFailedAllocations([&] { delete tool.GetToolDataArray()->clone(); }), 3);

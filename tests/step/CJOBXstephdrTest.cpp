@@ -420,6 +420,7 @@ TEST(StepHeader, Reader_DoesNotDependOnTheLocale)
 
 TEST(StepHeader, Reader_ExhaustedMemoryRaisesTheFrameworksException)
 {
+    JOBX_REQUIRE_FAILING_ALLOCATION();
     const TempDir dir;
     const std::string path = dir.Write("stephdr", "STEP-REPEAT {\n}\nSTEP-REPEAT {\nSTEP-REPEAT {\n}\n");
     long refused = 0;

@@ -10,10 +10,6 @@ namespace
 constexpr long kUnlimited = std::numeric_limits<long>::max();
 std::atomic<long> succeedingLeft{kUnlimited};
 
-bool MayAllocate()
-{
-    return succeedingLeft.load() == kUnlimited || succeedingLeft.fetch_sub(1) > 0;
-}
 } // namespace
 
 FailingAllocation::FailingAllocation(long succeeding)
@@ -30,6 +26,15 @@ bool FailingAllocation::HasFailed() const
 {
     return succeedingLeft.load() < 0;
 }
+
+#if !defined(JOBX_NO_FAILING_ALLOCATION)
+namespace
+{
+bool MayAllocate()
+{
+    return succeedingLeft.load() == kUnlimited || succeedingLeft.fetch_sub(1) > 0;
+}
+} // namespace
 
 void* operator new(std::size_t size)
 {
@@ -48,3 +53,4 @@ void operator delete(void* block, std::size_t /*size*/) noexcept
 {
     std::free(block);
 }
+#endif
