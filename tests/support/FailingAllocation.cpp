@@ -27,7 +27,7 @@ bool FailingAllocation::HasFailed() const
     return succeedingLeft.load() < 0;
 }
 
-#if !defined(JOBX_NO_FAILING_ALLOCATION)
+#if !defined(JOBX_RACE_DETECTOR)
 namespace
 {
 bool MayAllocate()

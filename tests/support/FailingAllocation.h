@@ -1,17 +1,12 @@
 // Runs a piece of a test in which memory runs out.
 #pragma once
 
+#include "support/RaceDetector.h"
+
 #include <gtest/gtest.h>
 
-// The race detector brings an `operator new` of its own, which cannot be replaced.
-#if defined(__has_feature)
-#if __has_feature(thread_sanitizer)
-#define JOBX_NO_FAILING_ALLOCATION 1
-#endif
-#endif
-
-// Skips the test visibly where `operator new` cannot be replaced.
-#if defined(JOBX_NO_FAILING_ALLOCATION)
+// Skips the test visibly where `operator new` cannot be replaced: the race detector brings its own.
+#if defined(JOBX_RACE_DETECTOR)
 #define JOBX_REQUIRE_FAILING_ALLOCATION() GTEST_SKIP() << "operator new cannot be replaced in this build"
 #else
 #define JOBX_REQUIRE_FAILING_ALLOCATION() static_cast<void>(0)
