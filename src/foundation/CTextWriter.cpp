@@ -4,6 +4,40 @@
 
 #include <cerrno>
 #include <charconv>
+#include <cmath>
+#include <cstdint>
+
+namespace
+{
+constexpr double kDecimals = 1e6;
+// Below this the product with kDecimals is off by less than a millionth, however it was rounded.
+constexpr double kShortWayLimit = 8000.0;
+constexpr double kSurelyNearer = 0.5 - 2e-6;
+
+// Prints six decimals when it is plain to which side the number rounds; null when the exact way has to decide.
+char* PrintShortFixed(char* at, double value)
+{
+    const double magnitude = std::fabs(value);
+    if (!(magnitude < kShortWayLimit))
+        return nullptr;
+    const double scaled = magnitude * kDecimals;
+    const auto below = static_cast<std::uint64_t>(scaled);
+    const double rest = scaled - static_cast<double>(below);
+    const bool up = rest > 1.0 - kSurelyNearer;
+    if (!up && rest > kSurelyNearer)
+        return nullptr;
+    if (std::signbit(value))
+        *at++ = '-';
+    const std::uint64_t digits = below + (up ? 1 : 0);
+    constexpr std::uint64_t kUnit = 1'000'000;
+    at = std::to_chars(at, at + 8, digits / kUnit).ptr;
+    auto decimals = static_cast<std::uint32_t>(digits % kUnit);
+    at[0] = '.';
+    for (int i = 6; i > 0; --i, decimals /= 10)
+        at[i] = static_cast<char>('0' + decimals % 10);
+    return at + 7;
+}
+} // namespace
 
 CTextWriter::CTextWriter(const CString& path, const char* sourceFile, int line)
     : m_owned(true), m_path(path), m_sourceFile(sourceFile), m_line(line)
@@ -68,8 +102,10 @@ CTextWriter& CTextWriter::operator<<(int number)
 CTextWriter& CTextWriter::operator<<(Fixed number)
 {
     char* const at = Room(kLongestNumber);
-    const auto end = std::to_chars(at, at + kLongestNumber, number.value, std::chars_format::fixed, 6);
-    m_used = static_cast<std::size_t>(end.ptr - m_buffer.data());
+    char* end = PrintShortFixed(at, number.value);
+    if (end == nullptr)
+        end = std::to_chars(at, at + kLongestNumber, number.value, std::chars_format::fixed, 6).ptr;
+    m_used = static_cast<std::size_t>(end - m_buffer.data());
     return *this;
 }
 

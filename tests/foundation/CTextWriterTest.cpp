@@ -71,6 +71,28 @@ TEST(TextWriter, PrintsRandomNumbersAsPrintfDoes)
     EXPECT_EQ(dir.Read("f"), expected);
 }
 
+TEST(TextWriter, RoundsNumbersNearTheMiddleOfTwoAsPrintfDoes)
+{
+    const TempDir dir;
+    std::mt19937_64 random(11);
+    std::string expected;
+    {
+        CTextWriter out(dir.Path("f").c_str(), "test", 1);
+        for (int i = 0; i < 50'000; ++i)
+        {
+            // Half a millionth above a printed number, and the doubles beside it; also around the bound of the short
+            // way.
+            double value = (static_cast<double>(random() % 8'500'000'000) + 0.5) / 1e6;
+            for (int step = static_cast<int>(random() % 3); step > 0; --step)
+                value = std::nextafter(value, i % 2 == 0 ? 1e9 : -1e9);
+            value = i % 5 == 0 ? -value : value;
+            out << Fixed{value} << '\n';
+            expected += Printf("%lf", value) + "\n";
+        }
+    }
+    EXPECT_EQ(dir.Read("f"), expected);
+}
+
 TEST(TextWriter, PrintsTextsUpToTheirFirstNulAndLongOnesWhole)
 {
     const TempDir dir;
