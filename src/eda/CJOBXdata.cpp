@@ -18,17 +18,17 @@ void CJOBXdata::UnitConvert(const double& factor)
     m_arrPkgs.UnitConvert(factor);
 }
 
-int CJOBXdata::GetLayerIndex(CString name) const // NOLINT(performance-unnecessary-value-param)
+int CJOBXdata::GetLayerIndex(CString name) const
 {
     return FindText(m_arrLayerNames, name, 0);
 }
 
-int CJOBXdata::FindAttributeNameIndex(CString name) const // NOLINT(performance-unnecessary-value-param)
+int CJOBXdata::FindAttributeNameIndex(CString name) const
 {
     return FindText(m_arrAttributeNames, name, -1);
 }
 
-int CJOBXdata::FindAttributeContentIndex(CString text) const // NOLINT(performance-unnecessary-value-param)
+int CJOBXdata::FindAttributeContentIndex(CString text) const
 {
     return FindText(m_arrAttributeTexts, text, -1);
 }

@@ -33,7 +33,7 @@ CJOBXdataNet* CJOBXdataNetArray::GetNetData(const CString& name) const
     return GetAt(FindName(*this, name, 0));
 }
 
-__int64 CJOBXdataNetArray::FindNetID(CString name) const // NOLINT(performance-unnecessary-value-param)
+__int64 CJOBXdataNetArray::FindNetID(CString name) const
 {
     const __int64 found = FindName(*this, name, 1);
     return found < 0 ? 0 : found;

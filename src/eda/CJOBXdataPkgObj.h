@@ -74,7 +74,7 @@ public:
 
     void UnitConvert(const double& factor);
     void SetCenterPoint(double x, double y) { m_ptCenter.SetData(x, y); }
-    void SetCenterPt(CPointD center) { m_ptCenter = center; } // NOLINT(performance-unnecessary-value-param)
+    void SetCenterPt(const CPointD& center) { m_ptCenter = center; }
     void SetRadius(double radius) { m_dRadius = radius; }
     CPointD GetCenterPt() const { return m_ptCenter; }
     double GetRadius() const { return m_dRadius; }
@@ -111,7 +111,7 @@ public:
 
     void UnitConvert(const double& factor);
     void SetLowerLeftPoint(double x, double y) { m_ptLowerLeft.SetData(x, y); }
-    void SetLowerLeftPt(CPointD corner) { m_ptLowerLeft = corner; } // NOLINT(performance-unnecessary-value-param)
+    void SetLowerLeftPt(const CPointD& corner) { m_ptLowerLeft = corner; }
     void SetWidth(double width) { m_dWidth = width; }
     void SetHeight(double height) { m_dHeight = height; }
     CPointD GetLowerLeftPt() const { return m_ptLowerLeft; }

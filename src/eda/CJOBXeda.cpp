@@ -11,7 +11,7 @@ CJOBXeda::~CJOBXeda()
     delete m_pData;
 }
 
-int CJOBXeda::ParseODBOfMFC(CString edaDirectory) // NOLINT(performance-unnecessary-value-param)
+int CJOBXeda::ParseODBOfMFC(CString edaDirectory)
 {
     return Guarded(
         [&]

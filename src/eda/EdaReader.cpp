@@ -287,7 +287,7 @@ bool IsSkipped(std::string_view line)
 }
 } // namespace
 
-int CJOBXdata::ParseODBOfMFC(CString path) // NOLINT(performance-unnecessary-value-param)
+int CJOBXdata::ParseODBOfMFC(CString path)
 {
     return Guarded(
         [&]

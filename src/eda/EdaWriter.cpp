@@ -217,7 +217,7 @@ void WriteAllTo(std::FILE* file, const COwningPtrArray<T>& records)
 }
 } // namespace
 
-void CJOBXdata::WriteODBData(CString dir) const // NOLINT(performance-unnecessary-value-param)
+void CJOBXdata::WriteODBData(CString dir) const
 {
     CTextWriter out(CKUtility::GetInstance()->CKPathCombine(dir, "data", __FILE__, __LINE__), __FILE__, __LINE__);
     Write(out, *this);

@@ -41,7 +41,9 @@ CJOBXProperty* CJOBXProperty::clone() const
     return new CJOBXProperty(*this);
 }
 
-CJOBXProperty& CJOBXProperty::operator=(const CJOBXProperty& other) // NOLINT(bugprone-unhandled-self-assignment)
+// Texts take themselves, so that the same object on both sides needs no test.
+// NOLINTNEXTLINE(bugprone-unhandled-self-assignment)
+CJOBXProperty& CJOBXProperty::operator=(const CJOBXProperty& other)
 {
     m_sName = other.m_sName;
     m_sValue = other.m_sValue;

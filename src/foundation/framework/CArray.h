@@ -252,7 +252,7 @@ private:
             std::destroy(m_pData, m_pData + m_nSize);
             std::free(m_pData);
             m_pData = block;
-            memory.release(); // NOLINT(bugprone-unused-return-value)
+            memory.release(); // NOLINT(bugprone-unused-return-value): m_pData holds the block from here on
         }
         m_nMaxSize = capacity;
     }

@@ -58,7 +58,8 @@ std::size_t Clamped(int count, std::size_t limit) noexcept
 
 CString::Block* CString::Shared() const noexcept
 {
-    return reinterpret_cast<Block*>(static_cast<std::uintptr_t>(m_rep.word)); // NOLINT(performance-no-int-to-ptr)
+    // The word is the block's address. NOLINTNEXTLINE(performance-no-int-to-ptr)
+    return reinterpret_cast<Block*>(static_cast<std::uintptr_t>(m_rep.word));
 }
 
 void CString::AddReference() const noexcept
