@@ -1,11 +1,13 @@
 #!/usr/bin/env bash
-# Builds and runs all tests: ./test.sh [PRESET]   (without PRESET: debug; see CMakePresets.json)
+# Builds and runs all tests: ./test.sh [PRESET [PROGRAM...]]   (without PRESET: debug; see CMakePresets.json)
+# With names of test programs (job_tests ...) it builds and runs those only.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")"
 # shellcheck source=scripts/packages.sh
 source scripts/packages.sh
 
 preset=${1:-debug}
+programs=("${@:2}")
 need_packages "${JOBX_BUILD_PACKAGES[@]}" "${JOBX_TEST_PACKAGES[@]}"
 case $preset in
 asan | clang | tsan) need_packages "${JOBX_CHECK_PACKAGES[@]}" ;;
@@ -18,5 +20,13 @@ if [[ $preset == tsan ]] && setarch -R true 2>/dev/null; then
 fi
 
 cmake --preset "$preset"
-cmake --build --preset "$preset"
-"${run[@]}" ctest --preset "$preset" --parallel "$(nproc)"
+build=() only=()
+if ((${#programs[@]})); then
+    build=(--target "${programs[@]}")
+    only=(--tests-regex "^($(
+        IFS='|'
+        echo "${programs[*]}"
+    ))\\.")
+fi
+cmake --build --preset "$preset" "${build[@]}"
+"${run[@]}" ctest --preset "$preset" --parallel "$(nproc)" "${only[@]}"
