@@ -26,6 +26,7 @@
 #include "compact/CODBstepRepeat.h"
 #include "compact/CODBstephdr.h"
 #include "compact/CODBsysAttrData.h"
+#include "compact/CompactModel.h"
 #include "eda/CJOBXSnt.h"
 #include "eda/CJOBXcmp.h"
 #include "eda/CJOBXcmpTop.h"

@@ -55,6 +55,12 @@ CStringArray& CJOBXlayObj::GetTexts()
     return m_pExtras->texts;
 }
 
+const CStringArray& CJOBXlayObj::GetTexts() const
+{
+    static const CStringArray kNone;
+    return m_pExtras != nullptr ? m_pExtras->texts : kNone;
+}
+
 __int64 CJOBXlayObj::GetUserValue() const
 {
     return m_pExtras != nullptr ? m_pExtras->value : 0;

@@ -46,6 +46,7 @@ public:
     void SetSurfaceIndex(int index) { m_nSurfaceIndex = index; }
     // Texts of the host's own; nothing in the library fills or writes them. Kept empty until first asked for.
     CStringArray& GetTexts();
+    const CStringArray& GetTexts() const;
     // A value of the host's own, 0 at first; nothing in the library fills or writes it.
     __int64 GetUserValue() const;
     void SetUserValue(__int64 value);

@@ -1,4 +1,5 @@
 // Copies and placements when memory is exhausted.
+#include "JOBXCLSDLL.h"
 #include "compact/CompactMembers.h"
 #include "support/FailingAllocation.h"
 
@@ -96,4 +97,26 @@ TEST(ExhaustedMemory, MakingGeometryRaisesTheMemoryExceptionAndKeepsTheList)
     ASSERT_EQ(outlines.GetSize(), 3);
     for (const int i : {0, 2})
         EXPECT_EQ(dynamic_cast<CODBdataPkgObjCircle&>(*outlines.GetAt(i)).m_dRadius, 6.0);
+}
+
+TEST(ExhaustedMemory, MakingTheModelOfAStepRaisesTheMemoryException)
+{
+    JOBX_REQUIRE_FAILING_ALLOCATION();
+    CJOBX job;
+    job.m_pSteps->m_arrSteps.Add(new CJOBXstepObj);
+    CJOBXstepObj& step = *job.m_pSteps->m_arrSteps.GetAt(0);
+    for (const char* const name : {"comp_+_top", "comp_+_bot"})
+    {
+        step.m_arrLayers.Add(new CJOBXlayer);
+        step.m_arrLayers.GetLastElement()->GetFeatures()->Add(new CJOBXlayObjText);
+        step.m_arrLayers.GetLastElement()->m_sUnits = "UNITS=mm and a text too long to lie inside";
+        step.m_arrComponents.Add(new CJOBXcomponents);
+        step.m_arrComponents.GetLastElement()->m_sLayerName = name;
+        step.m_arrComponents.GetLastElement()->m_arrAttributeNames.Add(name);
+        step.m_arrComponents.GetLastElement()->m_arrAttributeNameNumbers.Add(0);
+    }
+    std::unique_ptr<CODB> model;
+    EXPECT_GT(FailuresUntilSuccess([&] { model.reset(pMakeCompactModel(job, &step)); }), 10);
+    EXPECT_EQ(model->m_arrLayers.GetSize(), 2);
+    EXPECT_EQ(model->m_pComponents->m_arrAttributeNames.GetSize(), 2);
 }
