@@ -1,8 +1,10 @@
 // The one home of reading numbers. Nothing here depends on a locale.
 #pragma once
 
-#include <cmath>
+#include <bit>
+#include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <limits>
 #include <string_view>
 
@@ -24,42 +26,85 @@ namespace number_text
 // The powers of ten that a double holds exactly.
 inline constexpr double kPowersOfTen[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,  1e10, 1e11,
                                           1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+inline constexpr std::uint64_t kSmallPowersOfTen[] = {1,       10,        100,        1'000,      10'000,
+                                                      100'000, 1'000'000, 10'000'000, 100'000'000};
 inline constexpr int kMaxFastDigits = 18; // always fit into 64 bits
 
 constexpr bool IsDigit(char c) noexcept
 {
     return static_cast<unsigned char>(c - '0') < 10;
 }
-} // namespace number_text
 
-// As ReadRealSlowly, with a short way for plain decimal numbers: an integer below 2^53 divided by an exact power of ten
-// is correctly rounded (Clinger, "How to Read Floating Point Numbers Accurately", 1990).
-inline NumberRead<double> ReadReal(const char* begin, const char* end) noexcept
+// The value of eight digits, one in each byte, the first in the lowest.
+constexpr std::uint64_t ValueOfEightDigits(std::uint64_t digits) noexcept
 {
-    using namespace number_text;
+    digits = (digits * (1 + (10U << 8U))) >> 8U;
+    digits = ((digits & 0x00FF00FF00FF00FFU) * (1 + (std::uint64_t{100} << 16U))) >> 16U;
+    return ((digits & 0x0000FFFF0000FFFFU) * (1 + (std::uint64_t{10'000} << 32U))) >> 32U;
+}
+
+// Appends the digits that begin at `at` to `mantissa`, which may overflow; answers where they end.
+inline const char* AppendDigits(const char* at, const char* end, std::uint64_t& mantissa) noexcept
+{
+    if constexpr (std::endian::native == std::endian::little)
+    {
+        // Eight characters at once: how many digits there are is told without a branch for each.
+        while (end - at >= 8 && IsDigit(*at))
+        {
+            std::uint64_t bytes = 0;
+            std::memcpy(&bytes, at, sizeof bytes);
+            bytes ^= 0x3030303030303030U; // digits become 0 to 9, all else 10 or more
+            // The lowest byte marked is the first that is no digit; carries reach the ones behind it only.
+            const std::uint64_t others = (bytes | (bytes + 0x7676767676767676U)) & 0x8080808080808080U;
+            const unsigned count = others != 0 ? static_cast<unsigned>(std::countr_zero(others)) / 8 : 8;
+            mantissa = mantissa * kSmallPowersOfTen[count] + ValueOfEightDigits(bytes << (64 - 8 * count));
+            at += count;
+            if (count != 8)
+                return at;
+        }
+    }
+    for (; at != end && IsDigit(*at); ++at)
+        mantissa = mantissa * 10 + static_cast<std::uint64_t>(*at - '0');
+    return at;
+}
+
+// Reads a plain decimal number, a sign "-" before it or not; null when it is not plain or needs more than a double's
+// exact integers, and `value` is then left alone. An integer below 2^53 divided by an exact power of ten is correctly
+// rounded (Clinger, "How to Read Floating Point Numbers Accurately", 1990).
+inline const char* ReadPlainReal(const char* begin, const char* end, double& value) noexcept
+{
     const char* at = begin;
     const bool negative = at != end && *at == '-';
     at += negative ? 1 : 0;
     const char* const digits = at;
     std::uint64_t mantissa = 0;
-    while (at != end && IsDigit(*at))
-        mantissa = mantissa * 10 + static_cast<std::uint64_t>(*at++ - '0');
+    for (; at != end && IsDigit(*at); ++at) // mostly one or two
+        mantissa = mantissa * 10 + static_cast<std::uint64_t>(*at - '0');
     auto count = at - digits;
     std::ptrdiff_t fraction = 0;
     if (at != end && *at == '.')
     {
         const char* const point = ++at;
-        while (at != end && IsDigit(*at))
-            mantissa = mantissa * 10 + static_cast<std::uint64_t>(*at++ - '0');
+        at = AppendDigits(at, end, mantissa);
         fraction = at - point;
         count += fraction;
     }
     constexpr std::uint64_t kExact = 1ULL << 53U;
     const bool plain = at == end || (*at | 0x20) < 'a'; // no letter of an exponent, a hexadecimal or another number
     if (count == 0 || count > kMaxFastDigits || mantissa > kExact || !plain)
-        return ReadRealSlowly(begin, end);
-    const double value = static_cast<double>(mantissa) / kPowersOfTen[fraction];
-    return {negative ? -value : value, at};
+        return nullptr;
+    const double magnitude = static_cast<double>(mantissa) / kPowersOfTen[fraction];
+    value = negative ? -magnitude : magnitude;
+    return at;
+}
+} // namespace number_text
+
+// As ReadRealSlowly, with a short way for plain decimal numbers.
+inline NumberRead<double> ReadReal(const char* begin, const char* end) noexcept
+{
+    double value = 0.0;
+    const char* const read = number_text::ReadPlainReal(begin, end, value);
+    return read != nullptr ? NumberRead<double>{value, read} : ReadRealSlowly(begin, end);
 }
 
 // As atoi: leading white space, a sign, digits; what follows is ignored and text without a number reads as 0. A number

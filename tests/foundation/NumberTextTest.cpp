@@ -138,6 +138,44 @@ TEST(NumberText, RandomTextsReadAsTheCLibraryReadsThem)
     }
 }
 
+// Every count of digits before and behind the point, with and without text behind the number: the digits are taken
+// several at a time.
+TEST(NumberText, PlainNumbersOfEveryLengthAreRoundedAsTheCLibraryRoundsThem)
+{
+    const unsigned seed = Seed();
+    SCOPED_TRACE("JOBX_TEST_SEED=" + std::to_string(seed));
+    std::mt19937_64 random(seed);
+    for (int i = 0; i < 20; ++i)
+        for (std::size_t before = 0; before <= 20; ++before)
+            for (std::size_t behind = 0; behind <= 25; ++behind)
+                for (const char* tail :
+                     {"", " ", " 123456789", ";12345678", "\n0.5 1", "/", ":", "\xB0", "e", "E-3", "x"})
+                {
+                    std::string text = random() % 2 == 0 ? "-" : "";
+                    for (std::size_t k = 0; k < before; ++k)
+                        text += static_cast<char>('0' + random() % 10);
+                    text += '.';
+                    for (std::size_t k = 0; k < behind; ++k)
+                        text += static_cast<char>('0' + random() % 10);
+                    text += tail;
+                    ExpectAsAtof(text);
+                    if (HasFailure())
+                        return;
+                }
+}
+
+TEST(NumberText, TakesNoByteBehindTheTextIntoTheNumber)
+{
+    const std::string digits = "1.2345678901234567";
+    for (std::size_t length = 0; length <= digits.size(); ++length)
+    {
+        const std::string_view text = std::string_view(digits).substr(0, length);
+        const auto read = ReadReal(text.data(), text.data() + text.size());
+        EXPECT_EQ(read.value, std::atof(std::string(text).c_str())) << text;
+        EXPECT_EQ(read.end, text.data() + text.size()) << text;
+    }
+}
+
 TEST(NumberText, RealsDoNotDependOnTheLocale)
 {
     JOBX_REQUIRE_COMMA_LOCALE(comma);
