@@ -4,18 +4,16 @@
 #include "foundation/corekit/CReplacingFile.h"
 #include "foundation/corekit/LzwDecoder.h"
 #include "foundation/corekit/RemoveTree.h"
+#include "foundation/corekit/SystemEntries.h"
 #include "foundation/framework/AsciiText.h"
 #include "foundation/framework/Guarded.h"
 
 #include <algorithm>
 #include <cerrno>
-#include <filesystem>
 #include <optional>
 #include <string>
-#include <system_error>
+#include <utility>
 #include <vector>
-
-namespace fs = std::filesystem;
 
 namespace
 {
@@ -51,11 +49,6 @@ bool IsPossible(const CString& path)
     return path.Find('\0') < 0;
 }
 
-bool IsNotThere(const std::error_code& error)
-{
-    return error == std::errc::no_such_file_or_directory || error == std::errc::not_a_directory;
-}
-
 // Whether the name fits the pattern: "*" any characters, "?" any one, letters in any case. When a later part does not
 // fit, only the last "*" has to take more, so no pattern takes longer than its length times the name's.
 bool Matches(std::string_view name, std::string_view pattern)
@@ -89,39 +82,17 @@ bool Matches(std::string_view name, std::string_view pattern)
     return pattern.find_first_not_of('*', p) == std::string_view::npos;
 }
 
-// Calls `visit` with each entry of a directory; the error that ended it, if one did.
-template <class Visit>
-std::error_code ForEachEntry(const fs::path& directory, Visit visit)
+// `name` below `directory`, which is not empty and ends in a separator only when it is the root.
+std::string EntryPath(const std::string& directory, const char* name)
 {
-    std::error_code error;
-    const fs::directory_iterator end;
-    for (fs::directory_iterator entry(directory, error); !error && entry != end; entry.increment(error))
-        visit(*entry);
-    return error;
-}
-
-struct EntryKind
-{
-    bool isFile;      // links followed
-    bool isDirectory; // links followed
-    bool isLink;
-};
-
-// Asks the system only for links and where the directory itself does not tell.
-EntryKind KindOf(const fs::directory_entry& entry)
-{
-    std::error_code error;
-    const bool isLink = entry.is_symlink(error);
-    const bool isFile = entry.is_regular_file(error);
-    const EntryKind kind{isFile, !isFile && entry.is_directory(error), isLink};
-    if (error && !IsNotThere(error)) // a link to nowhere is just no file
-        CKUtility::GetInstance()->Report("", 0, "examine", CString(std::string_view(entry.path().string())),
-                                         error.value());
-    return kind;
+    std::string path = directory;
+    if (kSeparators.find(path.back()) == std::string_view::npos)
+        path += '/';
+    return path += name;
 }
 
 // Appends to `list`, sorted, the paths of all entries of `directory`, and of its subdirectories when asked to, for
-// which `isWanted(entry, kind)` holds. The directories still to do are kept in a list, so that depth costs no stack.
+// which `isWanted(entry)` holds. The directories still to do are kept in a list, so that depth costs no stack.
 template <class IsWanted>
 void AppendEntries(const CString& directory, bool recurse, CStringArray& list, IsWanted isWanted)
 {
@@ -131,21 +102,23 @@ void AppendEntries(const CString& directory, bool recurse, CStringArray& list, I
         return;
     }
     std::vector<std::string> found;
-    std::vector<fs::path> pending{fs::path(DirectoryText(directory.View()))};
-    const auto visit = [&](const fs::directory_entry& entry)
-    {
-        const EntryKind kind = KindOf(entry);
-        if (isWanted(entry, kind))
-            found.push_back(entry.path().string());
-        if (recurse && kind.isDirectory && !kind.isLink)
-            pending.push_back(entry.path());
-    };
+    std::vector<std::string> pending{std::string(DirectoryText(directory.View()))};
     while (!pending.empty())
     {
-        const fs::path current = std::move(pending.back());
+        const std::string current = std::move(pending.back());
         pending.pop_back();
-        if (const std::error_code error = ForEachEntry(current, visit))
-            CKUtility::GetInstance()->Report("", 0, "list", CString(std::string_view(current.string())), error.value());
+        const auto visit = [&](const ListedEntry& entry)
+        {
+            if (entry.error != 0)
+                CKUtility::GetInstance()->Report("", 0, "examine", CString(EntryPath(current, entry.name)),
+                                                 entry.error);
+            if (isWanted(entry))
+                found.push_back(EntryPath(current, entry.name));
+            if (recurse && entry.type == EntryType::Directory && !entry.isLink)
+                pending.push_back(EntryPath(current, entry.name));
+        };
+        if (const int error = ListEntries(current, visit); error != 0)
+            CKUtility::GetInstance()->Report("", 0, "list", CString(current), error);
     }
     std::sort(found.begin(), found.end());
     INT_PTR at = list.GetSize();
@@ -159,38 +132,31 @@ std::optional<std::string> FindIgnoringCase(const CString& directory, std::strin
                                             int line)
 {
     std::optional<std::string> best;
-    const std::error_code error =
-        ForEachEntry(fs::path(directory.IsEmpty() ? "." : DirectoryText(directory.View())),
-                     [&](const fs::directory_entry& entry)
-                     {
-                         std::string candidate = entry.path().filename().string();
-                         if (AsciiEqualNoCase(candidate, name) && (!best || candidate < *best))
-                             best = std::move(candidate);
-                     });
-    if (error && !IsNotThere(error))
-        CKUtility::GetInstance()->Report(sourceFile, line, "list", directory, error.value());
+    const int error = ListEntries(directory.IsEmpty() ? std::string(".") : std::string(DirectoryText(directory.View())),
+                                  [&](const ListedEntry& entry)
+                                  {
+                                      const std::string_view candidate = entry.name;
+                                      if (AsciiEqualNoCase(candidate, name) && (!best || candidate < *best))
+                                          best = candidate;
+                                  });
+    if (error != 0 && error != ENOENT && error != ENOTDIR)
+        CKUtility::GetInstance()->Report(sourceFile, line, "list", directory, error);
     return best;
 }
 
-// The type of what is at `path`, links followed; not_found when nothing is or when it cannot be told.
-fs::file_type Examine(const CString& path, const CString& sourceFile, int line)
+// The type of what is at `path`, links followed; None also when it cannot be told.
+EntryType Examine(const CString& path, const CString& sourceFile, int line)
 {
-    if (!IsPossible(path))
-    {
-        CKUtility::GetInstance()->Report(sourceFile, line, "examine", path, EINVAL);
-        return fs::file_type::not_found;
-    }
-    std::error_code error;
-    const fs::file_type type = fs::status(path.View(), error).type();
-    if (!error || IsNotThere(error))
-        return type;
-    CKUtility::GetInstance()->Report(sourceFile, line, "examine", path, error.value());
-    return fs::file_type::not_found;
+    EntryType type = EntryType::None;
+    const int error = IsPossible(path) ? ExamineEntry(path, type) : EINVAL;
+    if (error != 0)
+        CKUtility::GetInstance()->Report(sourceFile, line, "examine", path, error);
+    return type;
 }
 
-bool IsFileOrDirectory(fs::file_type type)
+bool IsFileOrDirectory(EntryType type)
 {
-    return type == fs::file_type::regular || type == fs::file_type::directory;
+    return type == EntryType::File || type == EntryType::Directory;
 }
 
 int SystemError(LzwResult result, int outputError)
@@ -261,7 +227,7 @@ CString CKUtility::GetSegmntFromFilePath(const CString& path, int which) const
 
 bool CKUtility::DoesFileExist(const CString& path, const CString& sourceFile, int line) const
 {
-    return Guarded([&] { return Examine(path, sourceFile, line) == fs::file_type::regular; });
+    return Guarded([&] { return Examine(path, sourceFile, line) == EntryType::File; });
 }
 
 bool CKUtility::DoesFileOrDirExist(const CString& path, const CString& sourceFile, int line) const
@@ -276,7 +242,7 @@ bool CKUtility::IsFile(const CString& path) const
 
 bool CKUtility::IsDir(const CString& path) const
 {
-    return Guarded([&] { return Examine(path, CString(), 0) == fs::file_type::directory; });
+    return Guarded([&] { return Examine(path, CString(), 0) == EntryType::Directory; });
 }
 
 CString CKUtility::FindPath(const CString& dir, const CString& name, const CString& sourceFile, int line) const
@@ -285,7 +251,7 @@ CString CKUtility::FindPath(const CString& dir, const CString& name, const CStri
         [&]
         {
             CString exact = CKPathCombine(dir, name);
-            if (Examine(exact, sourceFile, line) != fs::file_type::not_found || !IsPossible(exact))
+            if (Examine(exact, sourceFile, line) != EntryType::None || !IsPossible(exact))
                 return exact;
             CString path = dir;
             std::string_view rest = WithoutTrailingSeparators(name.View());
@@ -297,7 +263,7 @@ CString CKUtility::FindPath(const CString& dir, const CString& name, const CStri
                 if (component.IsEmpty())
                     continue;
                 CString next = CKPathCombine(path, component);
-                if (Examine(next, sourceFile, line) == fs::file_type::not_found)
+                if (Examine(next, sourceFile, line) == EntryType::None)
                 {
                     const auto found = FindIgnoringCase(path, component.View(), sourceFile, line);
                     if (!found)
@@ -317,10 +283,8 @@ void CKUtility::GetAllFileListIn(const CString& dir, CStringArray& list, const C
         [&]
         {
             AppendEntries(dir, recurse != 0, list,
-                          [&](const fs::directory_entry& entry, const EntryKind& kind) {
-                              return kind.isFile &&
-                                     (every || Matches(entry.path().filename().string(), pattern.View()));
-                          });
+                          [&](const ListedEntry& entry)
+                          { return entry.type == EntryType::File && (every || Matches(entry.name, pattern.View())); });
         });
 }
 
@@ -330,7 +294,7 @@ void CKUtility::GetAllSubDirListIn(const CString& dir, CStringArray& list, int r
         [&]
         {
             AppendEntries(dir, recurse != 0, list,
-                          [](const fs::directory_entry& /*entry*/, const EntryKind& kind) { return kind.isDirectory; });
+                          [](const ListedEntry& entry) { return entry.type == EntryType::Directory; });
         });
 }
 
@@ -339,13 +303,9 @@ void CKUtility::MakeDirectory(const CString& path) const
     Guarded(
         [&]
         {
-            std::error_code error;
-            if (IsPossible(path))
-                fs::create_directory(path.View(), error);
-            else
-                error = std::make_error_code(std::errc::invalid_argument);
-            if (error)
-                Report("", 0, "make directory", path, error.value());
+            const int error = IsPossible(path) ? MakeOneDirectory(path) : EINVAL;
+            if (error != 0)
+                Report("", 0, "make directory", path, error);
         });
 }
 

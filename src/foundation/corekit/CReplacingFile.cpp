@@ -1,11 +1,11 @@
 #include "foundation/corekit/CReplacingFile.h"
 
 #include "foundation/corekit/CKUtility.h"
+#include "foundation/corekit/SystemEntries.h"
 #include "foundation/framework/FrameworkTypes.h"
 
 #include <atomic>
 #include <cerrno>
-#include <filesystem>
 #include <random>
 
 namespace
@@ -75,11 +75,8 @@ bool CReplacingFile::Commit()
 {
     if (!Close())
         return false;
-    std::error_code error;
-    std::filesystem::rename(m_sUnfinished.View(), m_sTarget.View(), error);
-    if (error)
-        m_nError = error.value();
-    else
+    m_nError = RenameEntry(m_sUnfinished, m_sTarget);
+    if (m_nError == 0)
         m_sUnfinished.Empty();
     return m_nError == 0;
 }

@@ -1,11 +1,10 @@
 #include "foundation/corekit/FreshDirectory.h"
 
 #include "foundation/corekit/CKUtility.h"
+#include "foundation/corekit/SystemEntries.h"
 
 #include <cerrno>
-#include <filesystem>
 #include <string_view>
-#include <system_error>
 
 namespace
 {
@@ -34,11 +33,13 @@ bool LeadsBelow(std::string_view path)
 // The path when a real directory, no link, is there now.
 CString OnlyARealDirectory(const CString& path, const char* sourceFile, int line)
 {
-    std::error_code error;
-    const auto status = std::filesystem::symlink_status(path.GetString(), error);
-    if (status.type() == std::filesystem::file_type::directory)
+    EntryType type = EntryType::None;
+    const int error = ExamineEntryItself(path, type);
+    if (type == EntryType::Directory)
         return path;
-    if (status.type() != std::filesystem::file_type::not_found) // that failure was reported where it happened
+    if (error != 0)
+        CKUtility::GetInstance()->Report(sourceFile, line, "examine", path, error);
+    else if (type != EntryType::None) // that failure was reported where it happened
         CKUtility::GetInstance()->Report(sourceFile, line, "make", path, ENOTDIR);
     return {};
 }

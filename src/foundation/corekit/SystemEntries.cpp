@@ -1,0 +1,187 @@
+#include "foundation/corekit/SystemEntries.h"
+
+#include <cerrno>
+#include <string_view>
+
+#if defined(_WIN32)
+
+#include <filesystem>
+#include <system_error>
+
+namespace fs = std::filesystem;
+
+namespace
+{
+EntryType TypeOf(fs::file_status status)
+{
+    switch (status.type())
+    {
+    case fs::file_type::none:
+    case fs::file_type::not_found:
+        return EntryType::None;
+    case fs::file_type::regular:
+        return EntryType::File;
+    case fs::file_type::directory:
+        return EntryType::Directory;
+    case fs::file_type::symlink:
+    case fs::file_type::junction:
+        return EntryType::Link;
+    default:
+        return EntryType::Other;
+    }
+}
+
+bool IsNotThere(const std::error_code& error)
+{
+    return error == std::errc::no_such_file_or_directory || error == std::errc::not_a_directory;
+}
+
+int Answer(const std::error_code& error)
+{
+    return error ? error.default_error_condition().value() : 0;
+}
+} // namespace
+
+int ExamineEntry(const CString& path, EntryType& type)
+{
+    std::error_code error;
+    type = TypeOf(fs::status(path.View(), error));
+    return IsNotThere(error) ? 0 : Answer(error);
+}
+
+int ExamineEntryItself(const CString& path, EntryType& type)
+{
+    std::error_code error;
+    type = TypeOf(fs::symlink_status(path.View(), error));
+    return IsNotThere(error) ? 0 : Answer(error);
+}
+
+int ListEntries(const std::string& path, const std::function<void(const ListedEntry&)>& visit)
+{
+    std::error_code error;
+    const fs::directory_iterator end;
+    for (fs::directory_iterator entry(path, error); !error && entry != end; entry.increment(error))
+    {
+        std::error_code typeError;
+        const std::string name = entry->path().filename().string();
+        const bool isLink = entry->is_symlink(typeError);
+        const EntryType type = TypeOf(entry->status(typeError));
+        visit({name.c_str(), type, isLink, IsNotThere(typeError) ? 0 : Answer(typeError)});
+    }
+    return Answer(error);
+}
+
+int MakeOneDirectory(const CString& path)
+{
+    std::error_code error;
+    fs::create_directory(path.View(), error);
+    return Answer(error);
+}
+
+int RenameEntry(const CString& from, const CString& to)
+{
+    std::error_code error;
+    fs::rename(from.View(), to.View(), error);
+    return Answer(error);
+}
+
+#else
+
+#include <cstdio>
+#include <dirent.h>
+#include <fcntl.h>
+#include <memory>
+#include <sys/stat.h>
+
+namespace
+{
+struct CloseDirectory
+{
+    void operator()(DIR* directory) const noexcept { ::closedir(directory); }
+};
+
+EntryType TypeOf(mode_t mode)
+{
+    if (S_ISREG(mode))
+        return EntryType::File;
+    if (S_ISDIR(mode))
+        return EntryType::Directory;
+    return S_ISLNK(mode) ? EntryType::Link : EntryType::Other;
+}
+
+// What fstatat says about `name` in the open directory; AT_FDCWD for a path.
+int Examine(int directory, const char* name, int flags, EntryType& type)
+{
+    type = EntryType::None;
+    struct stat info = {};
+    if (::fstatat(directory, name, &info, flags) == 0)
+        type = TypeOf(info.st_mode);
+    else if (errno != ENOENT && errno != ENOTDIR)
+        return errno;
+    return 0;
+}
+
+// Asks the system only for links and where the directory itself does not tell.
+ListedEntry Describe(int directory, const dirent& entry)
+{
+    const char* const name = static_cast<const char*>(entry.d_name);
+    ListedEntry found{name, EntryType::Other, entry.d_type == DT_LNK, 0};
+    if (entry.d_type == DT_REG)
+        found.type = EntryType::File;
+    else if (entry.d_type == DT_DIR)
+        found.type = EntryType::Directory;
+    else if (entry.d_type == DT_UNKNOWN)
+    {
+        found.error = Examine(directory, name, AT_SYMLINK_NOFOLLOW, found.type);
+        found.isLink = found.type == EntryType::Link;
+    }
+    if (found.isLink)
+        found.error = Examine(directory, name, 0, found.type);
+    return found;
+}
+} // namespace
+
+int ExamineEntry(const CString& path, EntryType& type)
+{
+    return Examine(AT_FDCWD, path, 0, type);
+}
+
+int ExamineEntryItself(const CString& path, EntryType& type)
+{
+    return Examine(AT_FDCWD, path, AT_SYMLINK_NOFOLLOW, type);
+}
+
+int ListEntries(const std::string& path, const std::function<void(const ListedEntry&)>& visit)
+{
+    const std::unique_ptr<DIR, CloseDirectory> directory(::opendir(path.c_str()));
+    if (!directory)
+        return errno;
+    for (;;)
+    {
+        errno = 0;
+        const dirent* const entry = ::readdir(directory.get());
+        if (entry == nullptr)
+            return errno;
+        const std::string_view name = static_cast<const char*>(entry->d_name);
+        if (name != "." && name != "..")
+            visit(Describe(::dirfd(directory.get()), *entry));
+    }
+}
+
+int MakeOneDirectory(const CString& path)
+{
+    if (::mkdir(path, S_IRWXU | S_IRWXG | S_IRWXO) == 0)
+        return 0;
+    const int reason = errno;
+    EntryType type = EntryType::None;
+    if (reason == EEXIST && ExamineEntry(path, type) == 0 && type == EntryType::Directory)
+        return 0;
+    return reason;
+}
+
+int RenameEntry(const CString& from, const CString& to)
+{
+    return std::rename(from, to) == 0 ? 0 : errno;
+}
+
+#endif
