@@ -1,11 +1,13 @@
 #include "foundation/CTextWriter.h"
 
 #include "foundation/corekit/CKUtility.h"
+#include "foundation/framework/CException.h"
 
 #include <cerrno>
 #include <charconv>
 #include <cmath>
 #include <cstdint>
+#include <utility>
 
 namespace
 {
@@ -44,34 +46,59 @@ CTextWriter::CTextWriter(const CString& path, const char* sourceFile, int line)
 {
     m_stream = std::fopen(path, "w");
     if (m_stream == nullptr)
-        CKUtility::GetInstance()->Report(m_sourceFile, m_line, "write", m_path, errno);
+        Report(errno);
     else
         std::setvbuf(m_stream, nullptr, _IONBF, 0); // one buffer is enough
 }
 
 CTextWriter::CTextWriter(std::FILE* stream) : m_stream(stream) {}
 
-CTextWriter::~CTextWriter()
+CTextWriter::~CTextWriter() noexcept(false)
 {
-    Flush();
-    if (m_owned && m_stream != nullptr && std::fclose(m_stream) != 0 && !m_failed)
-        CKUtility::GetInstance()->Report(m_sourceFile, m_line, "write", m_path, errno);
+    int error = 0;
+    if (IsGood() && m_used > 0 && std::fwrite(m_buffer.data(), 1, m_used, m_stream) != m_used)
+        error = errno;
+    if (m_owned && m_stream != nullptr && std::fclose(m_stream) != 0 && error == 0)
+        error = errno;
+    if (error != 0 && !m_failed)
+        ReportAtEnd(error);
 }
 
-void CTextWriter::Emit(const char* data, std::size_t size) noexcept
+void CTextWriter::ReportAtEnd(int error)
+{
+    if (std::uncaught_exceptions() == m_exceptions)
+        return Report(error);
+    try
+    {
+        Report(error);
+    }
+    catch (CException* exception) // another one is on its way already
+    {
+        exception->Delete();
+    }
+    catch (...)
+    {
+    }
+}
+
+void CTextWriter::Report(int error) const
+{
+    CKUtility::GetInstance()->Report(m_sourceFile, m_line, "write", m_path, error);
+}
+
+void CTextWriter::Emit(const char* data, std::size_t size)
 {
     if (m_stream == nullptr || m_failed || size == 0)
         return;
     if (std::fwrite(data, 1, size, m_stream) == size)
         return;
     m_failed = true;
-    CKUtility::GetInstance()->Report(m_sourceFile, m_line, "write", m_path, errno);
+    Report(errno);
 }
 
-void CTextWriter::Flush() noexcept
+void CTextWriter::Flush()
 {
-    Emit(m_buffer.data(), m_used);
-    m_used = 0;
+    Emit(m_buffer.data(), std::exchange(m_used, 0));
 }
 
 CTextWriter& CTextWriter::WriteLong(std::string_view text)

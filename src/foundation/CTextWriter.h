@@ -6,6 +6,7 @@
 
 #include <array>
 #include <cstdio>
+#include <exception>
 #include <string_view>
 
 // Prints as "%lf" does: six decimals.
@@ -21,7 +22,9 @@ struct General
 };
 
 // Text output through one buffer, to a file of its own or to a stream that the caller keeps.
-// Results: writing never raises; a failure is reported to the diagnostics once and leaves IsGood() false.
+// Results: writing raises nothing of its own; a failure is reported to the diagnostics once and leaves IsGood() false.
+//          What the sink of the diagnostics raises passes, also out of the destructor unless another exception is on
+//          its way; the file is closed then.
 class CTextWriter
 {
 public:
@@ -33,7 +36,7 @@ public:
     CTextWriter(const CTextWriter&) = delete;
     CTextWriter& operator=(const CTextWriter&) = delete;
     // Writes what is left; closes a file of its own.
-    ~CTextWriter();
+    ~CTextWriter() noexcept(false);
 
     // False when there is nothing to write to or a write failed.
     bool IsGood() const noexcept { return m_stream != nullptr && !m_failed; }
@@ -60,8 +63,10 @@ private:
 
     CTextWriter& WriteLong(std::string_view text);
     char* Room(std::size_t size);
-    void Flush() noexcept;
-    void Emit(const char* data, std::size_t size) noexcept;
+    void Flush();
+    void Emit(const char* data, std::size_t size);
+    void Report(int error) const;
+    void ReportAtEnd(int error);
 
     std::FILE* m_stream = nullptr;
     bool m_owned = false;
@@ -69,6 +74,7 @@ private:
     CString m_path;
     const char* m_sourceFile = nullptr;
     int m_line = 0;
+    int m_exceptions = std::uncaught_exceptions(); // on their way when the writer was made
     std::size_t m_used = 0;
     std::array<char, kBufferSize> m_buffer;
 };

@@ -11,6 +11,7 @@
 #include <cstdio>
 #include <limits>
 #include <random>
+#include <stdexcept>
 #include <string>
 
 namespace
@@ -34,6 +35,20 @@ std::string Written(double value, bool fixed)
     }
     return dir.Read("f");
 }
+
+// Raises for every failure, as a host may that gives up at the first.
+struct RaisingSink : CKDiagnosticSink
+{
+    RaisingSink() : before(CKUtility::GetInstance()->SetDiagnosticSink(this)) {}
+    ~RaisingSink() override { CKUtility::GetInstance()->SetDiagnosticSink(before); }
+    void OnDiagnostic(const CKDiagnostic& /*diagnostic*/) override
+    {
+        ++count;
+        throw std::runtime_error("the sink gives up");
+    }
+    int count = 0;
+    CKDiagnosticSink* before;
+};
 
 struct Failures : CKDiagnosticSink
 {
@@ -142,6 +157,26 @@ TEST(TextWriter, ReportsAFullDiskOnce)
     }
     CKUtility::GetInstance()->SetDiagnosticSink(before);
     EXPECT_EQ(failures.count, 1);
+}
+
+TEST(TextWriter, LetsWhatTheSinkRaisesPass)
+{
+    if (std::FILE* const full = std::fopen("/dev/full", "w"))
+        std::fclose(full);
+    else
+        GTEST_SKIP() << "no /dev/full on this machine";
+    const RaisingSink sink;
+    EXPECT_THROW(CTextWriter("/nowhere/f", "test", 1), std::runtime_error);
+    EXPECT_THROW(CTextWriter("/dev/full", "test", 1) << std::string(100'000, 'x'), std::runtime_error);
+    EXPECT_THROW(CTextWriter("/dev/full", "test", 1) << "from the destructor", std::runtime_error);
+    const auto failWhileWriting = []
+    {
+        CTextWriter out("/dev/full", "test", 1);
+        out << "text";
+        throw std::logic_error("the first");
+    };
+    EXPECT_THROW(failWhileWriting(), std::logic_error); // the sink's comes too late to be raised
+    EXPECT_EQ(sink.count, 4);
 }
 
 TEST(TextWriter, WritesIntoABorrowedStream)
