@@ -6,32 +6,50 @@
 
 #include <gtest/gtest.h>
 
-// Runs `work` again and again, with one more allocation succeeding each time, until it comes through. Answers how many
-// runs failed; each of them must have left by CMemoryException.
-template <class Work>
-long CountFailedAllocations(Work work)
+// What happened to one run of a piece of work.
+struct RunWithoutMemory
 {
-    constexpr long kMost = 100000;
-    work(); // whatever is made once only
-    for (long succeeding = 0; succeeding < kMost; ++succeeding)
+    bool raised; // the framework's memory exception
+    bool failed; // an allocation was refused
+    long lost;   // blocks that were not given back
+};
+
+// Runs `work` with that many allocations succeeding. Another exception than the framework's passes.
+template <class Work>
+RunWithoutMemory RunWithAllocations(Work& work, long succeeding, Refused refused)
+{
+    const long live = FailingAllocation::LiveBlocks();
+    RunWithoutMemory run{false, false, 0};
     {
-        bool raised = false;
-        bool failed = false;
+        const FailingAllocation failing(succeeding, refused);
+        try
         {
-            const FailingAllocation failing(succeeding);
-            try
-            {
-                work();
-            }
-            catch (CMemoryException* exception)
-            {
-                exception->Delete();
-                raised = true;
-            }
-            failed = failing.HasFailed();
+            work();
         }
-        EXPECT_EQ(raised, failed) << "after " << succeeding << " allocations";
-        if (!failed)
+        catch (CMemoryException* exception)
+        {
+            exception->Delete();
+            run.raised = true;
+        }
+        run.failed = failing.HasFailed();
+    }
+    run.lost = FailingAllocation::LiveBlocks() - live;
+    return run;
+}
+
+// Runs `work` again and again, with `step` more allocations succeeding each time, until it comes through. Answers how
+// many allocations succeeded then; every run that failed must have left by CMemoryException, and none may keep a block.
+template <class Work>
+long CountFailedAllocations(Work work, Refused refused = Refused::Every, long step = 1)
+{
+    constexpr long kMost = 1'000'000;
+    work(); // whatever is made once only
+    for (long succeeding = 0; succeeding < kMost; succeeding += step)
+    {
+        const RunWithoutMemory run = RunWithAllocations(work, succeeding, refused);
+        EXPECT_EQ(run.raised, run.failed) << "after " << succeeding << " allocations";
+        EXPECT_EQ(run.lost, 0) << "after " << succeeding << " allocations";
+        if (!run.failed)
             return succeeding;
     }
     ADD_FAILURE() << "never came through";

@@ -9,11 +9,14 @@ namespace
 {
 constexpr long kUnlimited = std::numeric_limits<long>::max();
 std::atomic<long> succeedingLeft{kUnlimited};
-
+std::atomic<bool> refusesOnlyOne{false};
+std::atomic<long> liveBlocks{0};
+thread_local bool isInOperator = false;
 } // namespace
 
-FailingAllocation::FailingAllocation(long succeeding)
+FailingAllocation::FailingAllocation(long succeeding, Refused refused)
 {
+    refusesOnlyOne = refused == Refused::One;
     succeedingLeft = succeeding;
 }
 
@@ -27,30 +30,53 @@ bool FailingAllocation::HasFailed() const
     return succeedingLeft.load() < 0;
 }
 
-#if !defined(JOBX_RACE_DETECTOR)
-namespace
+bool FailingAllocation::MayAllocate()
 {
-bool MayAllocate()
-{
-    return succeedingLeft.load() == kUnlimited || succeedingLeft.fetch_sub(1) > 0;
+    if (succeedingLeft.load() == kUnlimited)
+        return true;
+    const long left = succeedingLeft.fetch_sub(1);
+    return left > 0 || (left < 0 && refusesOnlyOne);
 }
-} // namespace
 
+long FailingAllocation::LiveBlocks()
+{
+    return liveBlocks.load();
+}
+
+void FailingAllocation::CountLiveBlock(int change)
+{
+    liveBlocks.fetch_add(change, std::memory_order_relaxed);
+}
+
+bool FailingAllocation::IsInOperator()
+{
+    return isInOperator;
+}
+
+#if !defined(JOBX_RACE_DETECTOR)
 void* operator new(std::size_t size)
 {
-    void* const block = MayAllocate() ? std::malloc(size != 0 ? size : 1) : nullptr;
+    isInOperator = true;
+    void* const block = FailingAllocation::MayAllocate() ? std::malloc(size != 0 ? size : 1) : nullptr;
+    isInOperator = false;
     if (block == nullptr)
         throw std::bad_alloc();
+    FailingAllocation::CountLiveBlock(1);
     return block;
 }
 
 void operator delete(void* block) noexcept
 {
+    if (block == nullptr)
+        return;
+    FailingAllocation::CountLiveBlock(-1);
+    isInOperator = true;
     std::free(block);
+    isInOperator = false;
 }
 
 void operator delete(void* block, std::size_t /*size*/) noexcept
 {
-    std::free(block);
+    operator delete(block);
 }
 #endif
