@@ -1,0 +1,36 @@
+// Makes calls of the library to the file system fail, one after the other.
+#pragma once
+
+#include <string>
+#include <vector>
+
+// What a chosen call does instead of its work.
+enum class CallFault
+{
+    Error,       // answers the error
+    Interrupted, // read is told once that a signal came
+    Short        // read gives one byte at a time
+};
+
+// While it lives, the library's calls to the file system are counted, and one of them, or every read, goes wrong. The
+// linker sends the calls of this program to the counting ones; what the standard library calls itself is not concerned,
+// so that the tests' own files are safe.
+// Threads: counts the whole process; make one at a time.
+class FailingCalls
+{
+public:
+    static constexpr long kNone = -1;
+
+    // The call of that number, from 0 on, fails with the system's error number; kNone only counts.
+    explicit FailingCalls(long number, int error = 5 /* EIO */);
+    // Every read goes wrong in that way.
+    explicit FailingCalls(CallFault reads);
+    ~FailingCalls();
+    FailingCalls(const FailingCalls&) = delete;
+    FailingCalls& operator=(const FailingCalls&) = delete;
+
+    // The calls made so far, by name.
+    std::vector<std::string> Made() const;
+    // The name of the call that failed; "" when none did.
+    std::string Failed() const;
+};
