@@ -3,11 +3,30 @@
 #include <malloc.h>
 
 #include <charconv>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <ctime>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <new>
+#include <stdexcept>
+#include <system_error>
+
+namespace
+{
+bool IsDigit(char character)
+{
+    return character >= '0' && character <= '9';
+}
+
+bool IsWordCharacter(char character)
+{
+    return IsDigit(character) || (character >= 'a' && character <= 'z') || (character >= 'A' && character <= 'Z') ||
+           character == '_' || character == '.' || character == '-';
+}
+} // namespace
 
 double SplitAndConvert(std::string_view text)
 {
@@ -34,6 +53,82 @@ double SplitAndConvert(std::string_view text)
         at = newline != nullptr ? newline + 1 : end;
     }
     return sum;
+}
+
+std::vector<PrintedNumber> NumbersOf(std::string_view text)
+{
+    std::vector<PrintedNumber> numbers;
+    const char* at = text.data();
+    const char* const end = at + text.size();
+    bool inWord = false; // digits in a name are no number
+    while (at != end)
+    {
+        PrintedNumber number;
+        const char* const begin = at;
+        const auto converted = inWord ? std::from_chars_result{at, std::errc::invalid_argument}
+                                      : std::from_chars(at, end, number.value, std::chars_format::fixed);
+        const bool isNumber = converted.ec == std::errc() && (IsDigit(*begin) || *begin == '-' || *begin == '.');
+        if (!isNumber)
+        {
+            inWord = IsWordCharacter(*at);
+            ++at;
+            continue;
+        }
+        at = converted.ptr;
+        const std::string_view token(begin, static_cast<std::size_t>(at - begin));
+        const std::size_t point = token.find('.');
+        number.decimals = point == std::string_view::npos ? 0 : static_cast<int>(token.size() - point - 1);
+        numbers.push_back(number);
+        inWord = true;
+    }
+    return numbers;
+}
+
+void PrintNumbers(const std::vector<PrintedNumber>& numbers, const std::string& path)
+{
+    constexpr std::size_t kBuffer = 1U << 16U;
+    constexpr std::size_t kLongest = 400; // digits of the largest double, its point and its decimals
+    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(path.c_str(), "wb"), &std::fclose);
+    if (!file)
+        throw std::runtime_error("cannot make " + path);
+    std::setvbuf(file.get(), nullptr, _IONBF, 0);
+    const auto buffer = std::make_unique<char[]>(kBuffer);
+    char* at = buffer.get();
+    bool written = true;
+    const auto flush = [&]
+    {
+        const auto used = static_cast<std::size_t>(at - buffer.get());
+        written = std::fwrite(buffer.get(), 1, used, file.get()) == used && written;
+        at = buffer.get();
+    };
+    for (const PrintedNumber& number : numbers)
+    {
+        if (buffer.get() + kBuffer - at < static_cast<std::ptrdiff_t>(kLongest))
+            flush();
+        at = number.decimals == 0
+                 ? std::to_chars(at, at + kLongest, static_cast<std::int64_t>(number.value)).ptr
+                 : std::to_chars(at, at + kLongest, number.value, std::chars_format::fixed, number.decimals).ptr;
+        *at++ = ' ';
+    }
+    flush();
+    if (!written)
+        throw std::runtime_error("cannot write " + path);
+}
+
+double FreeingSeconds(std::size_t blocks, std::size_t size)
+{
+    std::vector<void*> allocated(blocks);
+    for (void*& block : allocated)
+    {
+        block = std::malloc(size);
+        if (block == nullptr)
+            throw std::bad_alloc();
+        std::memset(block, 0, size);
+    }
+    const std::clock_t begin = std::clock();
+    for (void* const block : allocated)
+        std::free(block);
+    return static_cast<double>(std::clock() - begin) / CLOCKS_PER_SEC;
 }
 
 std::string InputFile(std::string_view realPath, std::string_view samplePath)
@@ -69,5 +164,5 @@ void RunFloor(benchmark::State& state, const std::string& text)
 {
     for (auto _ : state)
         benchmark::DoNotOptimize(SplitAndConvert(text));
-    state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * text.size()));
+    state.SetBytesProcessed(static_cast<std::int64_t>(static_cast<std::size_t>(state.iterations()) * text.size()));
 }

@@ -7,10 +7,29 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 // Splits the text into lines and blank-separated tokens and converts every token that begins like a number with
 // std::from_chars, keeping nothing but a sum: the least that any reader of such a file has to do.
 double SplitAndConvert(std::string_view text);
+
+// A number of a text, with as many decimals as it has there.
+struct PrintedNumber
+{
+    double value = 0.0;
+    int decimals = 0;
+};
+
+// All numbers of a text, in order.
+std::vector<PrintedNumber> NumbersOf(std::string_view text);
+
+// Prints the numbers with std::to_chars and a blank behind each through one buffer into a file: the least that any
+// writer of a text with these numbers has to do. Raises std::runtime_error when the file cannot be written.
+void PrintNumbers(const std::vector<PrintedNumber>& numbers, const std::string& path);
+
+// The processor seconds that freeing so many blocks takes, of equal size, in the order in which they were allocated:
+// the least that destroying a model of so many blocks takes.
+double FreeingSeconds(std::size_t blocks, std::size_t size);
 
 // A file of a real job when there is one (environment variable JOBX_REAL_JOBS, else beside the sources), else of the
 // sample; the relative paths are below the job's directory.
@@ -44,6 +63,6 @@ void RunReader(benchmark::State& state, const std::string& text, Read read)
         model.reset();
         state.ResumeTiming();
     }
-    state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * text.size()));
+    state.SetBytesProcessed(static_cast<std::int64_t>(static_cast<std::size_t>(state.iterations()) * text.size()));
     state.counters["memory/byte"] = memory / static_cast<double>(text.size());
 }

@@ -228,6 +228,7 @@ void PutContour(Source& source, bool island)
     }
     source.file << "OE\n";
     ++source.counts.contours;
+    source.counts.contourElements += points + 2; // with its begin and its end
 }
 
 void PutSurface(Source& source, const AttributeList& list)

@@ -61,6 +61,7 @@ struct JobCounts
     std::int64_t texts = 0;
     std::int64_t barcodes = 0;
     std::int64_t contours = 0;
+    std::int64_t contourElements = 0; // one for each OB, OS, OC and OE line
     std::int64_t featureAttributes = 0;
     std::int64_t nets = 0; // in the EDA data and, again, in the netlists
     std::int64_t subnets = 0;

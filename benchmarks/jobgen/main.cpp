@@ -30,6 +30,7 @@ void Print(const JobCounts& counts)
     Print("  texts", counts.texts);
     Print("  barcodes", counts.barcodes);
     Print("contours", counts.contours);
+    Print("contour elements", counts.contourElements);
     Print("feature attributes", counts.featureAttributes);
     Print("nets", counts.nets);
     Print("subnets", counts.subnets);
