@@ -1,28 +1,27 @@
 #include "AllocationCount.h"
 
 #include <cstddef>
-#include <cstdlib>
-#include <new>
+
+// The allocator of the GNU C library under the names it keeps for those who put their own before it.
+// NOLINTBEGIN(bugprone-reserved-identifier, readability-inconsistent-declaration-parameter-name)
+extern "C"
+{
+    void* __libc_malloc(std::size_t size);
+    void* __libc_calloc(std::size_t count, std::size_t size);
+    void* __libc_realloc(void* block, std::size_t size);
+    void __libc_free(void* block);
+}
 
 namespace
 {
 // Each thread counts for itself, so that counting costs threads no shared cache line.
 thread_local std::int64_t t_liveBlocks = 0;
 
-void* Allocate(std::size_t size)
-{
-    void* const block = std::malloc(size == 0 ? 1 : size);
-    if (block == nullptr)
-        throw std::bad_alloc();
-    ++t_liveBlocks;
-    return block;
-}
-
-void Free(void* block) noexcept
+void* Counted(void* block)
 {
     if (block != nullptr)
-        --t_liveBlocks;
-    std::free(block);
+        ++t_liveBlocks;
+    return block;
 }
 } // namespace
 
@@ -31,27 +30,25 @@ std::int64_t LiveBlocks()
     return t_liveBlocks;
 }
 
-void* operator new(std::size_t size)
+extern "C"
 {
-    return Allocate(size);
+    void* malloc(std::size_t size)
+    {
+        return Counted(__libc_malloc(size));
+    }
+    void* calloc(std::size_t count, std::size_t size)
+    {
+        return Counted(__libc_calloc(count, size));
+    }
+    void* realloc(void* block, std::size_t size)
+    {
+        return block == nullptr ? malloc(size) : __libc_realloc(block, size);
+    }
+    void free(void* block)
+    {
+        if (block != nullptr)
+            --t_liveBlocks;
+        __libc_free(block);
+    }
 }
-void* operator new[](std::size_t size)
-{
-    return Allocate(size);
-}
-void operator delete(void* block) noexcept
-{
-    Free(block);
-}
-void operator delete[](void* block) noexcept
-{
-    Free(block);
-}
-void operator delete(void* block, std::size_t) noexcept
-{
-    Free(block);
-}
-void operator delete[](void* block, std::size_t) noexcept
-{
-    Free(block);
-}
+// NOLINTEND(bugprone-reserved-identifier, readability-inconsistent-declaration-parameter-name)

@@ -1,4 +1,4 @@
-// Counts the blocks that a program which links this allocates with operator new.
+// Counts the blocks of memory that a program which links this allocates, whatever with.
 #pragma once
 
 #include <cstdint>
