@@ -1,0 +1,149 @@
+// A whole job, from an archive of its files: read, scaled, reordered, written, read again and destroyed.
+#include "FuzzTargets.h"
+#include "JOBXCLSDLL.h"
+#include "JobArchive.h"
+#include "Scratch.h"
+#include "support/CurrentDir.h"
+
+#include <filesystem>
+#include <iterator>
+#include <memory>
+
+namespace fs = std::filesystem;
+
+namespace
+{
+constexpr double kFactor = 25.4;
+constexpr ULONGLONG kDecompressionLimit = 1U << 20U;
+
+class QuietWindow : public CWnd
+{
+public:
+    BOOL UpdateData(BOOL /*saveAndValidate*/) override { return TRUE; }
+    CWnd* SetFocus() override { return nullptr; }
+    void SetWindowTextA(LPCSTR text) override { Require(text != nullptr, "a status text is a text"); }
+    LRESULT SendMessageA(UINT /*message*/, WPARAM position, LPARAM /*lParam*/) override
+    {
+        Require(position <= 100, "progress ends at 100");
+        return 0;
+    }
+    BOOL RedrawWindow(const RECT* /*rectangle*/, CRgn* /*region*/, UINT /*flags*/) override { return TRUE; }
+};
+
+// Makes the text of every diagnostic, as a host that shows them would.
+class QuietSink : public CKDiagnosticSink
+{
+public:
+    void OnDiagnostic(const CKDiagnostic& diagnostic) override
+    {
+        Require(diagnostic.Text().FindOneOf("\n\r") < 0, "a diagnostic is one line");
+    }
+};
+
+// What the whole process is told, until the end of one run.
+class ScopedHost
+{
+public:
+    ScopedHost()
+        : m_oldSink(Files().SetDiagnosticSink(&m_sink)),
+          m_oldLimit(Files().GetDecompressionLimit()),
+          m_oldBoxes(SetMessageBoxHandler([](CWnd*, LPCSTR, LPCSTR, UINT) { return 1; }))
+    {
+        Files().SetDecompressionLimit(kDecompressionLimit);
+    }
+    ~ScopedHost()
+    {
+        SetMessageBoxHandler(m_oldBoxes);
+        Files().SetDecompressionLimit(m_oldLimit);
+        Files().SetDiagnosticSink(m_oldSink);
+    }
+    ScopedHost(const ScopedHost&) = delete;
+    ScopedHost& operator=(const ScopedHost&) = delete;
+
+private:
+    static CKUtility& Files() { return *CKUtility::GetInstance(); }
+
+    QuietSink m_sink;
+    CKDiagnosticSink* m_oldSink;
+    ULONGLONG m_oldLimit;
+    JobxMessageBoxHandler m_oldBoxes;
+};
+
+void LookAt(CJOBX& job)
+{
+    for (__int64 i = 0; i < job.m_pSteps->m_arrSteps.GetSize(); ++i)
+    {
+        CJOBXstepObj& step = *job.m_pSteps->m_arrSteps.GetAt(i);
+        step.ScanLayerObjDataInLayer("TOP");
+        delete step.ScaneODBComponents(0);
+        delete step.ScanUsedODBcmpIDDataIndataNet(0, "T");
+    }
+    job.FindSpecialSymbolID("MARK");
+}
+
+// Nothing is made beside the one directory that the writer was to make, whatever names the job holds.
+void RequireOnlyTheJobIn(const std::string& out)
+{
+    for (const fs::directory_entry& entry : fs::directory_iterator(out))
+        Require(entry.path().filename() == "job", "the writer stays inside its directory");
+}
+
+void ReadAndWrite(const std::string& source, const std::string& out, QuietWindow& window)
+{
+    CJOBX job;
+    job.m_pProgress = &window;
+    job.m_pStatus = &window;
+    job.ParseODBOfMFC(source.c_str());
+    if (const std::string sysattr = source + "/misc/sysattr"; fs::exists(sysattr))
+    {
+        try
+        {
+            job.ParseODBsysAttrDataArray(sysattr.c_str());
+        }
+        catch (CInvalidArgException* exception) // a definition without a value
+        {
+            exception->Delete();
+        }
+    }
+    job.UnitConvert(kFactor);
+    job.RebuildStepObj();
+    job.WriteODBData(out.c_str(), 1);
+    LookAt(job);
+}
+
+void ReadChosenStepsAndWrite(const std::string& source, const std::string& out)
+{
+    CJOBX job;
+    CStringArray steps;
+    if (job.ParseMatrixInODBOfMFC(source.c_str(), steps) == 0)
+        return;
+    if (steps.GetSize() > 1)
+        steps.RemoveAt(0);
+    job.ParseODBOfMFC(source.c_str(), steps);
+    job.RebuildStepObj();
+    job.WriteODBData(out.c_str(), 0); // user symbols too, in place of what was there
+}
+} // namespace
+
+void FuzzJob(std::string_view input)
+{
+    const TempDir& scratch = Scratch();
+    const std::string whole = scratch.MakeDir("whole");
+    const std::string source = scratch.MakeDir("whole/job");
+    const std::string out = scratch.MakeDir("whole/out");
+    UnpackFiles(input, source);
+    {
+        // A file named "standard" there is a font and lets the font be written.
+        const CurrentDir current(source);
+        const ScopedHost host;
+        QuietWindow window;
+        ReadAndWrite(source, out, window);
+        RequireOnlyTheJobIn(out);
+        const std::string further = scratch.MakeDir("whole/further");
+        ReadAndWrite(out + "/job", further, window);
+        RequireOnlyTheJobIn(further);
+        ReadChosenStepsAndWrite(source, out);
+        RequireOnlyTheJobIn(out);
+    }
+    fs::remove_all(whole);
+}
