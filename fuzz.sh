@@ -8,6 +8,9 @@ cd "$(dirname "${BASH_SOURCE[0]}")"
 source scripts/packages.sh
 
 targets=(features eda_data components netlist matrix stephdr font info sysattr decompress properties job)
+# Bytes of an input; 4096 for the others. Short ones are tried more often, and reach as much.
+declare -A longest=([decompress]=16384 [properties]=70000 [job]=12288)
+
 usage() {
     echo "usage: ./fuzz.sh [-j PROCESSES] [-p PRESET] [SECONDS] [TARGET...]" >&2
     echo "       targets: ${targets[*]}" >&2
@@ -64,8 +67,8 @@ fuzz() {
     done
     mkdir -p "$build/fuzz-corpus/$target" "$artifacts/$target" "$scratch/$target"
     local status=0
-    TMPDIR=$scratch/$target "$build/bin/fuzz_$target" -max_total_time="$seconds" -rss_limit_mb=2048 \
-        -malloc_limit_mb=1024 -timeout=10 -print_final_stats=1 -verbosity=1 -dict="fuzz/$target.dict" \
+    TMPDIR=$scratch/$target "$build/bin/fuzz_$target" -max_total_time="$seconds" -max_len="${longest[$target]:-4096}" \
+        -rss_limit_mb=2048 -malloc_limit_mb=1024 -timeout=60 -print_final_stats=1 -dict="fuzz/$target.dict" \
         -artifact_prefix="$artifacts/$target/" "${corpora[@]}" >"$logs/$target" 2>&1 || status=$?
     echo "exit status $status" >>"$logs/$target"
     rm -rf "${scratch:?}/$target"

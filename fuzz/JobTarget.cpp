@@ -69,11 +69,40 @@ private:
     JobxMessageBoxHandler m_oldBoxes;
 };
 
+// Flattens what stays small: a table of step-and-repeat entries may ask for any number of copies.
+void Flatten(const CODBstepRepeatArray& entries)
+{
+    constexpr __int64 kMostCopies = 1000;
+    for (__int64 i = 0; i < entries.GetSize(); ++i)
+    {
+        const CODBstepRepeat& parent = *entries.GetAt(i);
+        const __int64 columns = parent.m_ptCount.GetX();
+        const __int64 rows = parent.m_ptCount.GetY();
+        if (columns > kMostCopies || rows > kMostCopies || columns * rows * entries.GetSize() > kMostCopies)
+            continue;
+        const std::unique_ptr<CODBstepRepeatArray> flat(entries.Add_Parent(&parent));
+        Require(columns < 1 || rows < 1 || (flat && flat->GetSize() == columns * rows * entries.GetSize()),
+                "a flattened table has every copy");
+    }
+}
+
+void FillCompactModel(const CJOBX& job, const CJOBXstepObj& step)
+{
+    const std::unique_ptr<CODB> model(pMakeCompactModel(job, &step));
+    Require(model != nullptr, "there is a compact model of a step");
+    Require(model->m_arrLayers.GetSize() == step.m_arrLayers.GetSize(), "a compact model has every layer");
+    const std::unique_ptr<CODB> copy(model->clone());
+    copy->vChangeUnit(0);
+    for (__int64 i = 0; i < copy->m_arrStephdrs.GetSize(); ++i)
+        Flatten(copy->m_arrStephdrs.GetAt(i)->m_arrStepRepeats);
+}
+
 void LookAt(CJOBX& job)
 {
     for (__int64 i = 0; i < job.m_pSteps->m_arrSteps.GetSize(); ++i)
     {
         CJOBXstepObj& step = *job.m_pSteps->m_arrSteps.GetAt(i);
+        FillCompactModel(job, step);
         step.ScanLayerObjDataInLayer("TOP");
         delete step.ScaneODBComponents(0);
         delete step.ScanUsedODBcmpIDDataIndataNet(0, "T");
