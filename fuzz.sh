@@ -67,11 +67,12 @@ fuzz() {
     done
     mkdir -p "$build/fuzz-corpus/$target" "$artifacts/$target" "$scratch/$target"
     local status=0
-    TMPDIR=$scratch/$target "$build/bin/fuzz_$target" -max_total_time="$seconds" -max_len="${longest[$target]:-4096}" \
-        -rss_limit_mb=2048 -malloc_limit_mb=1024 -timeout=60 -print_final_stats=1 -dict="fuzz/$target.dict" \
-        -artifact_prefix="$artifacts/$target/" "${corpora[@]}" >"$logs/$target" 2>&1 || status=$?
-    echo "exit status $status" >>"$logs/$target"
+    local TIMEFORMAT='processor seconds: %1U'
+    time TMPDIR=$scratch/$target "$build/bin/fuzz_$target" -max_total_time="$seconds" \
+        -max_len="${longest[$target]:-4096}" -rss_limit_mb=2048 -malloc_limit_mb=1024 -timeout=60 -print_final_stats=1 -dict="fuzz/$target.dict" \
+        -artifact_prefix="$artifacts/$target/" "${corpora[@]}" || status=$?
     rm -rf "${scratch:?}/$target"
+    echo "exit status $status"
 }
 
 running=0
@@ -80,7 +81,7 @@ for target in "${targets[@]}"; do
         wait -n
         running=$((running - 1))
     fi
-    fuzz "$target" &
+    fuzz "$target" >"$logs/$target" 2>&1 &
     running=$((running + 1))
 done
 wait
@@ -88,12 +89,12 @@ wait
 # The last number that the log names after a word; "-" when there is none.
 number() {
     local found
-    found=$(grep -oE "$2 *[0-9]+" "$logs/$1" | tail -n 1 | grep -oE '[0-9]+$') || found=-
+    found=$(grep -aoE "$2 *[0-9.]+" "$logs/$1" | tail -n 1 | grep -oE '[0-9.]+$') || found=-
     echo "$found"
 }
 
 findings=()
-printf '%-12s %12s %7s %7s %7s  %s\n' target executions edges features new result
+printf '%-12s %12s %9s %7s %8s %7s  %s\n' target executions processor edges features new result
 for target in "${targets[@]}"; do
     result=$(tail -n 1 "$logs/$target")
     case $result in
@@ -103,14 +104,15 @@ for target in "${targets[@]}"; do
         findings+=("$target")
         ;;
     esac
-    printf '%-12s %12s %7s %7s %7s  %s\n' "$target" "$(number "$target" stat::number_of_executed_units:)" \
-        "$(number "$target" ' cov:')" "$(number "$target" ' ft:')" "$(number "$target" stat::new_units_added:)" "$result"
+    printf '%-12s %12s %7s s %7s %8s %7s  %s\n' "$target" "$(number "$target" stat::number_of_executed_units:)" \
+        "$(number "$target" 'processor seconds:')" "$(number "$target" ' cov:')" \
+        "$(number "$target" ' ft:')" "$(number "$target" stat::new_units_added:)" "$result"
 done
 
 for target in "${findings[@]}"; do
     echo
     echo "=== $target: the end of $logs/$target"
     tail -n 60 "$logs/$target"
-    echo "=== $target: input: $(grep -oE 'Test unit written to .*' "$logs/$target" | tail -n 1 | sed 's/^Test unit written to //')"
+    echo "=== $target: the input: $(grep -aoE 'Test unit written to .*' "$logs/$target" | tail -n 1 | sed 's/^Test unit written to //')"
 done
 ((${#findings[@]} == 0))
