@@ -80,7 +80,8 @@ TEST_P(Replay, WhatOnceWasAFindingIsTaken)
 }
 
 INSTANTIATE_TEST_SUITE_P(Fuzz, Replay, testing::ValuesIn(FuzzTargets().begin(), FuzzTargets().end()),
-                         [](const testing::TestParamInfo<FuzzTarget>& info) { return std::string(info.param.name); });
+                         [](const testing::TestParamInfo<FuzzTarget>& target)
+                         { return std::string(target.param.name); });
 
 TEST(ReplayedInputs, EveryFolderOfInputsIsNamedAsATarget)
 {
