@@ -3,16 +3,18 @@
 #include "JOBXCLSDLL.h"
 #include "Scratch.h"
 
+#include <algorithm>
 #include <memory>
 
 namespace
 {
 constexpr double kFactor = 25.4;
+constexpr __int64 kMostLookups = 50; // each may walk a whole table
 
 void LookAt(CJOBXlayer& layer)
 {
     CJOBXlayObjArray& features = *layer.GetFeatures();
-    for (__int64 i = 0; i < features.GetSize(); ++i)
+    for (__int64 i = 0; i < std::min(features.GetSize(), kMostLookups); ++i)
     {
         CJOBXlayObj& feature = *features.GetAt(i);
         layer.GetViaPadStackName(static_cast<int>(i));
@@ -72,7 +74,7 @@ void FuzzComponents(std::string_view input)
 {
     CJOBXcomponents components;
     components.ParseODBOfMFC(ScratchFile("components.txt", input));
-    for (__int64 i = 0; i < components.m_arrCmps.GetSize(); ++i)
+    for (__int64 i = 0; i < std::min(components.m_arrCmps.GetSize(), kMostLookups); ++i)
     {
         CJOBXcmp& component = *components.m_arrCmps.GetAt(i);
         component.sGetPartName();
@@ -105,7 +107,7 @@ void FuzzMatrix(std::string_view input)
     Require(matrix.ParseODBOfMFC(folder) == 1, "a matrix that is there is read");
     matrix.GetTopLayerName();
     matrix.GetBottomLayerName();
-    for (int i = 0; i < static_cast<int>(matrix.m_arrLayers.GetSize()); ++i)
+    for (int i = 0; i < static_cast<int>(std::min(matrix.m_arrLayers.GetSize(), kMostLookups)); ++i)
     {
         CString name = matrix.m_arrLayers.GetAt(i)->m_sName;
         matrix.sGetMatrixLayerType(i);
@@ -164,7 +166,7 @@ void FuzzSysattr(std::string_view input)
     {
         exception->Delete();
     }
-    for (__int64 i = 0; i < definitions.GetSize(); ++i)
+    for (__int64 i = 0; i < std::min(definitions.GetSize(), kMostLookups); ++i)
     {
         const CJOBXsysAttrData& definition = *definitions.GetAt(i);
         definition.sGetOptionsFromIndexID(static_cast<int>(i));
