@@ -17,9 +17,10 @@ CString FirstValueOf(const CLPropertyArray& properties, const char* name)
     }
     return CString();
 }
+
 // The end of the component's line. Each attribute that has both numbers takes the place of the one before it, so that
 // only the last is written: intended.
-void WriteAttributes(CTextWriter& out, const CJOBXPropertyArray& attributes)
+void WriteAttributes(CTextLine& out, const CJOBXPropertyArray& attributes)
 {
     for (__int64 i = attributes.GetLastIndex(); i >= 0; --i)
     {
@@ -35,14 +36,15 @@ void WriteAttributes(CTextWriter& out, const CJOBXPropertyArray& attributes)
 void WriteToeprint(CTextWriter& out, const CJOBXcmpTop& top, double rotation)
 {
     using namespace components_text;
-    out << kToeprint << ' ' << top.m_nPin << ' ' << Fixed{top.m_ptLocation.x} << ' ' << Fixed{top.m_ptLocation.y} << ' '
-        << Fixed{rotation} << ' ' << (top.m_nMirror == 1 ? kMirrored : kNotMirrored) << ' ' << top.m_nNet << ' '
-        << top.m_nSubnet << ' ' << top.m_sName << '\n';
+    CTextLine(out) << kToeprint << ' ' << top.m_nPin << ' ' << Fixed{top.m_ptLocation.x} << ' '
+                   << Fixed{top.m_ptLocation.y} << ' ' << Fixed{rotation} << ' '
+                   << (top.m_nMirror == 1 ? kMirrored : kNotMirrored) << ' ' << top.m_nNet << ' ' << top.m_nSubnet
+                   << ' ' << top.m_sName << '\n';
 }
-} // namespace
 
-void WriteComponent(CTextWriter& out, const CJOBXcmp& component)
+void WriteHead(CTextWriter& writer, const CJOBXcmp& component)
 {
+    CTextLine out(writer);
     using namespace components_text;
     out << kNewComponent << ' ' << component.m_nNumber << '\n';
     out << kComponent << ' ' << component.m_nPkgRef << ' ' << Fixed{component.m_ptLocation.x} << ' '
@@ -50,9 +52,16 @@ void WriteComponent(CTextWriter& out, const CJOBXcmp& component)
         << (component.m_nMirror == 1 ? kMirrored : kNotMirrored) << ' ' << component.m_sName << ' '
         << component.m_sPartName;
     WriteAttributes(out, component.m_arrAttributes);
+}
+} // namespace
+
+void WriteComponent(CTextWriter& out, const CJOBXcmp& component)
+{
+    using namespace components_text;
+    WriteHead(out, component);
     for (__int64 i = 0; i < component.m_arrProperties.GetSize(); ++i)
         if (const CLProperty* const property = component.m_arrProperties.GetAt(i))
-            out << kProperty << ' ' << property->m_sName << " '" << property->m_sValue << "'\n";
+            CTextLine(out) << kProperty << ' ' << property->m_sName << " '" << property->m_sValue << "'\n";
     for (__int64 i = 0; i < component.m_arrTops.GetSize(); ++i)
         if (const CJOBXcmpTop* const top = component.m_arrTops.GetAt(i))
             WriteToeprint(out, *top, component.m_dRotation); // not the toeprint's own rotation: intended

@@ -8,8 +8,9 @@ template class CExPtrArray<CJOBXnet*, CJOBXnet*>;
 
 namespace
 {
-void WritePoint(CTextWriter& out, const CJOBXnetPt& point, int net)
+void WritePoint(CTextWriter& writer, const CJOBXnetPt& point, int net)
 {
+    CTextLine out(writer);
     out << net << ' ' << Fixed{point.m_dRadius} << ' ' << Fixed{point.m_ptPosition.x} << ' '
         << Fixed{point.m_ptPosition.y} << ' ' << point.m_sSide << ' ';
     if (point.m_dRadius == 0.0)
@@ -46,7 +47,7 @@ void CJOBXnetArray::WriteODBData(CString dir) const
     out << kComment << "\nUNITS=" << m_sUnits << '\n' << kComment << '\n';
     for (__int64 i = 0; i < GetSize(); ++i)
         if (const CJOBXnet* const net = GetAt(i))
-            out << kNet << net->m_nNumber << ' ' << net->m_sName << '\n';
+            CTextLine(out) << kNet << net->m_nNumber << ' ' << net->m_sName << '\n';
     out << kComment << '\n' << kComment << "Netlist points\n" << kComment << '\n';
     for (__int64 i = 0; i < GetSize(); ++i)
     {

@@ -12,14 +12,15 @@ namespace
 {
 using namespace eda_keyword;
 
-CTextWriter& operator<<(CTextWriter& out, const CPointD& point)
+CTextLine& operator<<(CTextLine& out, const CPointD& point)
 {
     return out << Fixed{point.x} << ' ' << Fixed{point.y};
 }
 
 void Write(CTextWriter& out, const CJOBXdataNetObj& object)
 {
-    out << kFeature << ' ' << object.m_sKind << ' ' << object.m_nLayerIndex << ' ' << object.m_nFeatureIndex << '\n';
+    CTextLine(out) << kFeature << ' ' << object.m_sKind << ' ' << object.m_nLayerIndex << ' ' << object.m_nFeatureIndex
+                   << '\n';
 }
 
 void Write(CTextWriter& out, const CJOBXSnt& subnet);
@@ -35,20 +36,26 @@ void WriteAll(CTextWriter& out, const COwningPtrArray<T>& records)
             Write(out, *record);
 }
 
-void Write(CTextWriter& out, const CJOBXSnt& subnet)
+void WriteHead(CTextWriter& writer, const CJOBXSnt& subnet)
 {
+    CTextLine out(writer);
     out << kSubnet << ' ' << subnet.m_sKind;
     if (subnet.m_sKind.View() == kToeprint)
         out << ' ' << subnet.m_sSide << ' ' << subnet.m_nComponentNumber << ' ' << subnet.m_nToeprintNumber;
     else if (subnet.m_sKind.View() == kPlane)
         out << ' ' << subnet.m_sFillType << ' ' << subnet.m_sCutoutType << ' ' << Fixed{subnet.m_dFillSize};
     out << '\n';
+}
+
+void Write(CTextWriter& out, const CJOBXSnt& subnet)
+{
+    WriteHead(out, subnet);
     WriteAll(out, subnet.m_arrNetObjs);
 }
 
 void Write(CTextWriter& out, const CJOBXdataNet& net)
 {
-    out << kNet << ' ' << net.m_sName << " \n";
+    CTextLine(out) << kNet << ' ' << net.m_sName << " \n";
     WriteAll(out, net.m_arrSnts);
 }
 
@@ -57,13 +64,14 @@ void Write(CTextWriter& out, const CJOBXdataNetArray& nets)
     for (int i = 0; i < static_cast<int>(nets.GetSize()); ++i)
         if (const CJOBXdataNet* const net = nets.GetAt(i))
         {
-            out << kNumberedNet << ' ' << i << '\n'; // the position, not the net's number
+            CTextLine(out) << kNumberedNet << ' ' << i << '\n'; // the position, not the net's number
             Write(out, *net);
         }
 }
 
-void Write(CTextWriter& out, const CJOBXlayObjOX& element)
+void Write(CTextWriter& writer, const CJOBXlayObjOX& element)
 {
+    CTextLine out(writer);
     const CString kind = element.GetKind();
     out << kind;
     if (kind.View() == kPolygon)
@@ -77,18 +85,18 @@ void Write(CTextWriter& out, const CJOBXlayObjOX& element)
 
 void WriteShape(CTextWriter& out, const CJOBXdataPkgObjCircle& circle)
 {
-    out << kCircle << ' ' << circle.m_ptCenter << ' ' << Fixed{circle.m_dRadius} << '\n';
+    CTextLine(out) << kCircle << ' ' << circle.m_ptCenter << ' ' << Fixed{circle.m_dRadius} << '\n';
 }
 
 void WriteShape(CTextWriter& out, const CJOBXdataPkgObjSquare& square)
 {
-    out << kSquare << ' ' << square.m_ptCenter << ' ' << Fixed{square.m_dHalfSide} << '\n';
+    CTextLine(out) << kSquare << ' ' << square.m_ptCenter << ' ' << Fixed{square.m_dHalfSide} << '\n';
 }
 
 void WriteShape(CTextWriter& out, const CJOBXdataPkgObjRectangle& rectangle)
 {
-    out << kRectangle << ' ' << rectangle.m_ptLowerLeft << ' ' << Fixed{rectangle.m_dWidth} << ' '
-        << Fixed{rectangle.m_dHeight} << '\n';
+    CTextLine(out) << kRectangle << ' ' << rectangle.m_ptLowerLeft << ' ' << Fixed{rectangle.m_dWidth} << ' '
+                   << Fixed{rectangle.m_dHeight} << '\n';
 }
 
 void WriteShape(CTextWriter& out, const CJOBXdataPkgObjContour& contour)
@@ -105,8 +113,9 @@ void WriteAs(CTextWriter& out, const CJOBXdataPkgObj& record)
         WriteShape(out, *shape);
 }
 
-void WritePlain(CTextWriter& out, const CJOBXdataPkgObj& record)
+void WritePlain(CTextWriter& writer, const CJOBXdataPkgObj& record)
 {
+    CTextLine out(writer);
     out << record.m_sKeyword;
     for (INT_PTR i = 0; i < record.m_arrParameters.GetSize(); ++i)
         out << ' ' << record.m_arrParameters[i];
@@ -131,8 +140,8 @@ void Write(CTextWriter& out, const CJOBXdataPkgObj& record)
 
 void Write(CTextWriter& out, const CJOBXdataPkgPin& pin)
 {
-    out << kPin << ' ' << pin.m_sName << ' ' << pin.m_sType << ' ' << pin.m_ptCenter << ' ' << Fixed{pin.m_dHoleSize}
-        << ' ' << pin.m_sElectricalType << ' ' << pin.m_sMountType << '\n';
+    CTextLine(out) << kPin << ' ' << pin.m_sName << ' ' << pin.m_sType << ' ' << pin.m_ptCenter << ' '
+                   << Fixed{pin.m_dHoleSize} << ' ' << pin.m_sElectricalType << ' ' << pin.m_sMountType << '\n';
     WriteAll(out, pin.m_arrOutlines);
 }
 
@@ -155,17 +164,23 @@ std::string AttributeList(const CJOBXPropertyArray& properties)
     return list;
 }
 
-void Write(CTextWriter& out, const CJOBXdataPkg& package)
+void WriteHead(CTextWriter& writer, const CJOBXdataPkg& package)
 {
+    CTextLine out(writer);
     out << kPackage << ' ' << package.m_sName << ' ' << Fixed{package.m_dPitch} << ' ' << package.m_ptLowerLeft << ' '
         << package.m_ptUpperRight;
     if (const std::string list = AttributeList(package.m_arrProperties); !list.empty())
         out << " ; " << list;
     out << '\n';
+}
+
+void Write(CTextWriter& out, const CJOBXdataPkg& package)
+{
+    WriteHead(out, package);
     WriteAll(out, package.m_arrOutlines);
     for (__int64 i = 0; i < package.m_arrAttributes.GetSize(); ++i)
         if (const CLProperty* const attribute = package.m_arrAttributes.GetAt(i))
-            out << kProperty << ' ' << attribute->m_sName << " '" << attribute->m_sValue << "'\n";
+            CTextLine(out) << kProperty << ' ' << attribute->m_sName << " '" << attribute->m_sValue << "'\n";
     WriteAll(out, package.m_arrPins);
 }
 
@@ -186,7 +201,7 @@ void WriteTable(CTextWriter& out, const char* title, char mark, const CStringArr
         return;
     out << "#\n#" << title << "\n#\n";
     for (int i = 0; i < static_cast<int>(texts.GetSize()); ++i)
-        out << mark << i << ' ' << texts[i] << '\n';
+        CTextLine(out) << mark << i << ' ' << texts[i] << '\n';
     out << "#\n";
 }
 

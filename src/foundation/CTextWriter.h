@@ -2,10 +2,13 @@
 // locale.
 #pragma once
 
+#include "foundation/NumberPrint.h"
 #include "foundation/framework/CString.h"
 
 #include <array>
+#include <cstddef>
 #include <cstdio>
+#include <cstring>
 #include <exception>
 #include <string_view>
 
@@ -41,29 +44,22 @@ public:
     // False when there is nothing to write to or a write failed.
     bool IsGood() const noexcept { return m_stream != nullptr && !m_failed; }
 
-    CTextWriter& operator<<(std::string_view text)
-    {
-        if (text.size() > m_buffer.size() - m_used)
-            return WriteLong(text);
-        text.copy(m_buffer.data() + m_used, text.size());
-        m_used += text.size();
-        return *this;
-    }
-    CTextWriter& operator<<(const char* text) { return *this << std::string_view(text); }
-    // Up to the first NUL, as "%s" prints it.
-    CTextWriter& operator<<(const CString& text) { return *this << std::string_view(text.GetString()); }
-    CTextWriter& operator<<(char character) { return *this << std::string_view(&character, 1); }
-    CTextWriter& operator<<(int number);
-    CTextWriter& operator<<(Fixed number);
-    CTextWriter& operator<<(General number);
+    // Prints whatever a CTextLine prints.
+    template <class T>
+    CTextWriter& operator<<(const T& value);
 
 private:
-    static constexpr std::size_t kBufferSize = 65536;
-    static constexpr std::size_t kLongestNumber = 400; // "%lf" of the largest double has 317 characters
+    friend class CTextLine;
 
-    CTextWriter& WriteLong(std::string_view text);
-    char* Room(std::size_t size);
-    void Flush();
+    // Blocks of this size, from the begin of the file on, are what the system's page cache takes fastest.
+    static constexpr std::size_t kBlock = 65536;
+    // What one element may store behind the block before the block is written.
+    static constexpr std::size_t kSlack = 512;
+    static_assert(number_print::kLongest <= kSlack);
+
+    // Each returns where printing goes on; `at` is where it has come to.
+    char* WriteBlock(char* at);
+    char* WriteLong(char* at, std::string_view text);
     void Emit(const char* data, std::size_t size);
     void Report(int error) const;
     void ReportAtEnd(int error);
@@ -75,6 +71,75 @@ private:
     const char* m_sourceFile = nullptr;
     int m_line = 0;
     int m_exceptions = std::uncaught_exceptions(); // on their way when the writer was made
-    std::size_t m_used = 0;
-    std::array<char, kBufferSize> m_buffer;
+    std::array<char, kBlock + kSlack> m_buffer;
+    char* m_at = m_buffer.data(); // inside the block
 };
+
+// Prints one run of elements. It keeps the place in the buffer to itself, so that the compiler need not look it up
+// again for each character; until it ends its writer must not be used otherwise.
+class CTextLine
+{
+public:
+    explicit CTextLine(CTextWriter& out) noexcept
+        : m_out(out), m_at(out.m_at), m_end(out.m_buffer.data() + CTextWriter::kBlock)
+    {
+    }
+    CTextLine(const CTextLine&) = delete;
+    CTextLine& operator=(const CTextLine&) = delete;
+    ~CTextLine() { m_out.m_at = m_at; }
+
+    CTextLine& operator<<(char character)
+    {
+        *m_at = character;
+        return Printed(m_at + 1);
+    }
+    CTextLine& operator<<(int number) { return Printed(PrintInteger(m_at, number)); }
+    CTextLine& operator<<(Fixed number) { return Printed(PrintFixed(m_at, number.value)); }
+    CTextLine& operator<<(General number) { return Printed(PrintGeneral(m_at, number.value)); }
+    CTextLine& operator<<(std::string_view text)
+    {
+        if (text.size() > CTextWriter::kSlack)
+        {
+            m_at = m_out.WriteLong(m_at, text);
+            return *this;
+        }
+        std::memcpy(m_at, text.data(), text.size());
+        return Printed(m_at + text.size());
+    }
+    CTextLine& operator<<(const char* text) { return *this << std::string_view(text); }
+    // Up to the first NUL, as "%s" prints it.
+    CTextLine& operator<<(const CString& text)
+    {
+        const std::string_view all = text.View();
+        if (all.size() > kFew)
+            return *this << all.substr(0, all.find('\0'));
+        char* at = m_at;
+        for (const char character : all)
+        {
+            if (character == '\0')
+                break;
+            *at++ = character;
+        }
+        return Printed(at);
+    }
+
+private:
+    static constexpr std::size_t kFew = 8; // characters that are copied one by one
+
+    CTextLine& Printed(char* at)
+    {
+        m_at = at < m_end ? at : m_out.WriteBlock(at);
+        return *this;
+    }
+
+    CTextWriter& m_out;
+    char* m_at;
+    char* const m_end; // of the block
+};
+
+template <class T>
+CTextWriter& CTextWriter::operator<<(const T& value)
+{
+    CTextLine(*this) << value;
+    return *this;
+}

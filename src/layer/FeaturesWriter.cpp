@@ -1,20 +1,73 @@
 #include "layer/FeaturesWriter.h"
 
+#include "foundation/framework/Guarded.h"
 #include "layer/CJOBXlayer.h"
 #include "layer/RecordOfType.h"
+
+#include <string>
 
 namespace
 {
 // A point's coordinates with a blank between them.
 struct At
 {
-    CPointD point;
+    explicit At(const CPointD& point) : x(point.x), y(point.y) {}
+
+    double x;
+    double y;
 };
 
-CTextWriter& operator<<(CTextWriter& out, const At& at)
+CTextLine& operator<<(CTextLine& out, const At& at)
 {
-    return out << Fixed{at.point.GetX()} << ' ' << Fixed{at.point.GetY()};
+    return out << Fixed{at.x} << ' ' << Fixed{at.y};
 }
+
+// What follows a record: its attribute list, of the attributes that have both numbers, and the line end. The last one
+// is kept, because features in a row mostly share one list.
+class CAttributeText
+{
+public:
+    std::string_view Of(const CJOBXlayObj& feature)
+    {
+        const int count = feature.nGetPropertyCount();
+        if (count == 0)
+            return "\n";
+        const CJOBXProperty* const first = feature.pGetProperty(0); // no two lists have the same
+        if (first == nullptr || first != m_first || count != m_count)
+        {
+            Print(feature, count);
+            m_first = first;
+            m_count = count;
+        }
+        return m_text;
+    }
+
+private:
+    void Print(const CJOBXlayObj& feature, int count)
+    {
+        m_first = nullptr;
+        m_text.clear();
+        for (int i = 0; i < count; ++i)
+            if (const CJOBXProperty* const property = feature.pGetProperty(i);
+                property != nullptr && property->m_nNumber != -1 && property->m_nTextNumber != -1)
+            {
+                m_text += m_text.empty() ? " ; " : ", ";
+                Print(property->m_nNumber);
+                m_text += '=';
+                Print(property->m_nTextNumber);
+            }
+        m_text += '\n';
+    }
+    void Print(int number)
+    {
+        char digits[16];
+        m_text.append(digits, PrintInteger(digits, number));
+    }
+
+    const CJOBXProperty* m_first = nullptr;
+    int m_count = 0;
+    std::string m_text;
+};
 
 // Codes with an angle of their own.
 bool IsTurnedByAngle(int orientation)
@@ -22,13 +75,13 @@ bool IsTurnedByAngle(int orientation)
     return orientation == 8 || orientation == 9;
 }
 
-void WriteRecord(CTextWriter& out, const CJOBXlayObjLine& line)
+void WriteRecord(CTextLine& out, const CJOBXlayObjLine& line)
 {
     out << "L " << At{line.GetStartPoint()} << ' ' << At{line.GetEndPoint()} << ' ' << line.GetSymbolNumber() << ' '
         << line.GetPolarity() << ' ' << line.GetDcode();
 }
 
-void WriteRecord(CTextWriter& out, const CJOBXlayObjPad& pad)
+void WriteRecord(CTextLine& out, const CJOBXlayObjPad& pad)
 {
     out << "P " << At{pad.GetCenterPoint()} << ' ';
     if (pad.GetResizeFlag() == 1)
@@ -40,7 +93,7 @@ void WriteRecord(CTextWriter& out, const CJOBXlayObjPad& pad)
         out << ' ' << Fixed{pad.GetRotationAngle()};
 }
 
-void WriteRecord(CTextWriter& out, const CJOBXlayObjArc& arc)
+void WriteRecord(CTextLine& out, const CJOBXlayObjArc& arc)
 {
     out << "A " << At{arc.GetStartPoint()} << ' ' << At{arc.GetEndPoint()} << ' ' << At{arc.GetCenterPoint()} << ' '
         << arc.GetSymbolNumber() << ' ' << arc.GetPolarity() << ' ' << arc.GetDcode() << ' ' << arc.GetClockwise();
@@ -48,7 +101,7 @@ void WriteRecord(CTextWriter& out, const CJOBXlayObjArc& arc)
 
 // The angle is written for the codes 0 and 8 and the text stands without quotes, unlike what the reader expects.
 // Intended: hosts rely on it.
-void WriteRecord(CTextWriter& out, const CJOBXlayObjText& text)
+void WriteRecord(CTextLine& out, const CJOBXlayObjText& text)
 {
     out << "T " << At{text.GetPosition()} << ' ' << text.GetFontName() << ' ' << text.GetPolarity() << ' '
         << text.GetOrientation() << ' ';
@@ -59,7 +112,7 @@ void WriteRecord(CTextWriter& out, const CJOBXlayObjText& text)
 }
 
 // The orientation code and the E flag run together. Intended: hosts rely on it.
-void WriteRecord(CTextWriter& out, const CJOBXlayObjBarcode& barcode)
+void WriteRecord(CTextLine& out, const CJOBXlayObjBarcode& barcode)
 {
     out << "B " << At{barcode.m_ptPosition} << ' ' << barcode.m_sBarcodeName << ' ' << barcode.m_sFontName << ' '
         << barcode.GetPolarity() << ' ' << barcode.m_nOrientation;
@@ -68,21 +121,32 @@ void WriteRecord(CTextWriter& out, const CJOBXlayObjBarcode& barcode)
         << barcode.m_sAstrPosition << " '" << barcode.m_sText << '\'';
 }
 
-void WriteRecord(CTextWriter& out, const CJOBXlayObjSurface& surface)
+void WriteRecord(CTextLine& out, const CJOBXlayObjSurface& surface)
 {
     out << "S " << surface.GetPolarity() << ' ' << surface.GetDcode();
 }
 
-void WriteElement(CTextWriter& out, const CJOBXlayObjOX& element)
+void WriteElement(CTextWriter& writer, const CJOBXlayObjOX& element)
 {
     const CString kind = element.GetKind();
-    if (kind == "OB")
+    if (kind.GetLength() != 2 || kind.View()[0] != 'O')
+        return;
+    CTextLine out(writer);
+    switch (kind.View()[1])
+    {
+    case 'B':
         out << "OB " << At{element.GetPoint()} << ' ' << element.GetPolygonType() << '\n';
-    else if (kind == "OS")
+        break;
+    case 'S':
         out << "OS " << At{element.GetPoint()} << '\n';
-    else if (kind == "OC")
+        break;
+    case 'C':
         out << "OC " << At{element.GetPoint()} << ' ' << At{element.GetCenterPoint()} << ' ' << element.GetClockwise()
             << '\n';
+        break;
+    default:
+        break;
+    }
 }
 
 // Each contour ends with the kind of its last element, which is the end that its elements leave out.
@@ -104,10 +168,44 @@ void WriteContours(CTextWriter& out, const CJOBXlayObjSurface& surface)
 }
 
 template <class T>
-void WriteAs(CTextWriter& out, const CJOBXlayObj& feature)
+void WriteAs(CTextLine& out, const CJOBXlayObj& feature)
 {
     if (const T* const record = RecordOfType<T>(&feature))
         WriteRecord(out, *record);
+}
+
+// The fields of the record, without what follows them.
+void WriteFields(CTextWriter& writer, const CJOBXlayObj& feature, char type)
+{
+    CTextLine out(writer);
+    switch (type)
+    {
+    case 'L':
+        return WriteAs<CJOBXlayObjLine>(out, feature);
+    case 'P':
+        return WriteAs<CJOBXlayObjPad>(out, feature);
+    case 'A':
+        return WriteAs<CJOBXlayObjArc>(out, feature);
+    case 'T':
+        return WriteAs<CJOBXlayObjText>(out, feature);
+    case 'B':
+        return WriteAs<CJOBXlayObjBarcode>(out, feature);
+    case 'S':
+        return WriteAs<CJOBXlayObjSurface>(out, feature);
+    default:
+        return;
+    }
+}
+
+void Write(CTextWriter& out, const CJOBXlayObj& feature, CAttributeText& attributes)
+{
+    const CString text = feature.GetType();
+    const char type = text.GetLength() == 1 ? text.View()[0] : '\0';
+    WriteFields(out, feature, type);
+    out << attributes.Of(feature);
+    if (type == 'S')
+        if (const auto* const surface = RecordOfType<CJOBXlayObjSurface>(&feature))
+            WriteContours(out, *surface);
 }
 
 void WriteTable(CTextWriter& out, const char* title, char mark, const CArrayN& numbers, const CStringArray& texts)
@@ -139,49 +237,17 @@ void WriteSymbols(CTextWriter& out, const CJOBXlayer& layer)
 
 void WriteFeatureAttributes(CTextWriter& out, const CJOBXlayObj& feature)
 {
-    const char* before = " ; ";
-    for (int i = 0; i < feature.nGetPropertyCount(); ++i)
-        if (const CJOBXProperty* const property = feature.pGetProperty(i);
-            property != nullptr && property->m_nNumber != -1 && property->m_nTextNumber != -1)
-        {
-            out << before << property->m_nNumber << '=' << property->m_nTextNumber;
-            before = ", ";
-        }
-    out << '\n';
+    Guarded([&] { out << CAttributeText().Of(feature); });
 }
 
 void WriteFeature(CTextWriter& out, const CJOBXlayObj& feature)
 {
-    const CString type = feature.GetType();
-    switch (type.GetLength() == 1 ? type.GetAt(0) : '\0')
-    {
-    case 'L':
-        WriteAs<CJOBXlayObjLine>(out, feature);
-        break;
-    case 'P':
-        WriteAs<CJOBXlayObjPad>(out, feature);
-        break;
-    case 'A':
-        WriteAs<CJOBXlayObjArc>(out, feature);
-        break;
-    case 'T':
-        WriteAs<CJOBXlayObjText>(out, feature);
-        break;
-    case 'B':
-        WriteAs<CJOBXlayObjBarcode>(out, feature);
-        break;
-    case 'S':
-        if (const auto* const surface = RecordOfType<CJOBXlayObjSurface>(&feature))
+    Guarded(
+        [&]
         {
-            WriteRecord(out, *surface);
-            WriteFeatureAttributes(out, feature);
-            return WriteContours(out, *surface);
-        }
-        break;
-    default:
-        break;
-    }
-    WriteFeatureAttributes(out, feature);
+            CAttributeText attributes;
+            Write(out, feature, attributes);
+        });
 }
 
 void WriteFeatures(CTextWriter& out, const CJOBXlayer& layer)
@@ -191,8 +257,10 @@ void WriteFeatures(CTextWriter& out, const CJOBXlayer& layer)
     WriteTable(out, "#Feature attribute names", '@', layer.m_arrAttributeNameNumbers, layer.m_arrAttributeNames);
     WriteTable(out, "#Feature attribute text strings", '&', layer.m_arrAttributeTextNumbers, layer.m_arrAttributeTexts);
     out << "#Layer features\n#\n";
-    for (__int64 i = 0; i < layer.GetFeatures()->GetSize(); ++i)
-        if (const CJOBXlayObj* const feature = layer.GetFeatures()->GetAt(i))
-            WriteFeature(out, *feature);
+    CAttributeText attributes;
+    const CJOBXlayObjArray& features = *layer.GetFeatures();
+    for (__int64 i = 0; i < features.GetSize(); ++i)
+        if (const CJOBXlayObj* const feature = features.GetAt(i))
+            Write(out, *feature, attributes);
     out << '\n';
 }

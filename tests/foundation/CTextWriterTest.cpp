@@ -120,6 +120,25 @@ TEST(TextWriter, PrintsTextsUpToTheirFirstNulAndLongOnesWhole)
     EXPECT_EQ(dir.Read("f"), "a|c-12" + large + "%d\x80");
 }
 
+// Elements of every length end at, before and behind every block of the buffer.
+TEST(TextWriter, LosesNothingWhereBlocksMeet)
+{
+    const TempDir dir;
+    std::mt19937 random(3);
+    std::string expected;
+    {
+        CTextWriter out(dir.Path("f").c_str(), "test", 1);
+        while (expected.size() < 1'000'000)
+        {
+            const std::string text(random() % 16 == 0 ? random() % 100'000 : random() % 600, 'a');
+            out << CString(std::string_view(text)) << ' ' << 12345 << '\n' << Fixed{1e300} << text.c_str();
+            CTextLine(out) << text << 0 << Fixed{-0.25} << std::string_view("z");
+            expected += text + " 12345\n" + Printf("%lf", 1e300) + text + text + "0-0.250000z";
+        }
+    }
+    EXPECT_TRUE(dir.Read("f") == expected);
+}
+
 TEST(TextWriter, DoesNotDependOnTheLocale)
 {
     JOBX_REQUIRE_COMMA_LOCALE(comma);

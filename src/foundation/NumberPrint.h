@@ -1,0 +1,102 @@
+// The one home of printing numbers: the same characters as printf in the C locale, without a terminator. Nothing here
+// depends on a locale.
+#pragma once
+
+#include <array>
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+
+namespace number_print
+{
+// The most that any of the printers below stores: "%lf" of the largest double has 317 characters.
+inline constexpr std::size_t kLongest = 400;
+
+// The numbers below 1000 with leading zeros, three characters each.
+inline constexpr auto kPadded = []
+{
+    std::array<char[4], 1000> table{};
+    for (unsigned n = 0; n < table.size(); ++n)
+    {
+        table[n][0] = static_cast<char>('0' + n / 100);
+        table[n][1] = static_cast<char>('0' + n / 10 % 10);
+        table[n][2] = static_cast<char>('0' + n % 10);
+    }
+    return table;
+}();
+
+// The same without leading zeros; the fourth byte says how many characters there are.
+inline constexpr auto kShort = []
+{
+    std::array<char[4], 1000> table{};
+    for (unsigned n = 0; n < table.size(); ++n)
+    {
+        const int length = n < 10 ? 1 : n < 100 ? 2 : 3;
+        for (int i = 0; i < length; ++i)
+            table[n][i] = kPadded[n][3 - length + i];
+        table[n][3] = static_cast<char>(length);
+    }
+    return table;
+}();
+
+// Both store four characters at most and may store more than they count.
+inline char* PrintBelow1000(char* at, std::uint32_t number) noexcept
+{
+    const char* const entry = kShort[number];
+    std::memcpy(at, entry, 4);
+    return at + entry[3];
+}
+
+inline char* PrintPadded(char* at, std::uint32_t number) noexcept
+{
+    std::memcpy(at, kPadded[number], 4);
+    return at + 3;
+}
+
+// As the printers below, for what is rare: long integers, large numbers and those close to the middle of two.
+char* PrintLongInteger(char* at, std::uint32_t number) noexcept;
+char* PrintFixedSlowly(char* at, double value) noexcept;
+
+// A number of millionths with its point.
+inline char* PrintMillionths(char* at, std::int64_t millionths) noexcept
+{
+    constexpr std::int64_t kUnit = 1'000'000;
+    const auto whole = static_cast<std::uint32_t>(millionths / kUnit);
+    const auto decimals = static_cast<std::uint32_t>(millionths % kUnit);
+    at = whole < 1000 ? PrintBelow1000(at, whole) : PrintLongInteger(at, whole);
+    *at = '.';
+    return PrintPadded(PrintPadded(at + 1, decimals / 1000), decimals % 1000);
+}
+} // namespace number_print
+
+// As "%d".
+inline char* PrintInteger(char* at, std::int32_t number) noexcept
+{
+    *at = '-';
+    at += number < 0 ? 1 : 0;
+    const auto bits = static_cast<std::uint32_t>(number);
+    const std::uint32_t magnitude = number < 0 ? 0U - bits : bits;
+    return magnitude < 1000 ? number_print::PrintBelow1000(at, magnitude)
+                            : number_print::PrintLongInteger(at, magnitude);
+}
+
+// As "%lf": six decimals.
+inline char* PrintFixed(char* at, double value) noexcept
+{
+    constexpr double kLimit = 8000.0;   // below it the rounded product and sum are off by less than two millionths
+    constexpr double kUncertain = 4e-6; // of a millionth: so close to the middle of two numbers nothing is decided
+    const double magnitude = std::fabs(value);
+    if (!(magnitude < kLimit))
+        return number_print::PrintFixedSlowly(at, value);
+    const double scaled = magnitude * 1e6 + 0.5;
+    const auto millionths = static_cast<std::int64_t>(scaled);
+    const double rest = scaled - static_cast<double>(millionths);
+    if (std::fabs(rest - 0.5) > 0.5 - kUncertain)
+        return number_print::PrintFixedSlowly(at, value);
+    *at = '-';
+    return number_print::PrintMillionths(at + (std::signbit(value) ? 1 : 0), millionths);
+}
+
+// As "%g": six significant digits in the shorter form.
+char* PrintGeneral(char* at, double value) noexcept;
