@@ -4,6 +4,7 @@
 #include "foundation/CTextScanner.h"
 #include "foundation/KeywordTable.h"
 #include "foundation/corekit/CKUtility.h"
+#include "foundation/corekit/FreshDirectory.h"
 #include "foundation/framework/Guarded.h"
 
 #include <map>
@@ -133,12 +134,8 @@ void CJOBXnetlist::WriteODBData(CString stepDir) const
     const CKUtility* const files = CKUtility::GetInstance();
     const CString netlists = files->CKPathCombine(stepDir, "netlists", __FILE__, __LINE__);
     const CString cadnet = files->CKPathCombine(netlists, "cadnet", __FILE__, __LINE__);
-    for (const CString& dir : {netlists, cadnet})
-    {
-        if (files->IsDir(dir))
-            files->DeleteDirectory(dir);
-        files->MakeDirectory(dir);
-    }
+    ReplaceDirectory(netlists);
+    ReplaceDirectory(cadnet);
     m_arrNets.WriteODBData(cadnet);
 }
 

@@ -2,6 +2,7 @@
 
 #include "foundation/KeywordTable.h"
 #include "foundation/corekit/CKUtility.h"
+#include "foundation/corekit/FreshDirectory.h"
 #include "foundation/framework/Guarded.h"
 #include "job/MatrixFile.h"
 
@@ -122,9 +123,7 @@ void CJOBXmatrix::WriteODBData(const CString& jobDirectory) const
 {
     CKUtility& utility = *CKUtility::GetInstance();
     const CString directory = utility.CKPathCombine(jobDirectory, kMatrix, __FILE__, __LINE__);
-    if (utility.IsDir(directory))
-        utility.DeleteDirectory(directory);
-    utility.MakeDirectory(directory);
+    ReplaceDirectory(directory);
     CTextWriter out(utility.CKPathCombine(directory, kMatrix, __FILE__, __LINE__), __FILE__, __LINE__);
     WriteBlocks(out, m_arrSteps);
     WriteBlocks(out, m_arrLayers);

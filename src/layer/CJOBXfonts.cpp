@@ -2,6 +2,7 @@
 
 #include "foundation/KeywordTable.h"
 #include "foundation/corekit/CKUtility.h"
+#include "foundation/corekit/FreshDirectory.h"
 #include "foundation/framework/Guarded.h"
 #include "layer/FontFile.h"
 
@@ -99,9 +100,7 @@ void CJOBXfonts::WriteStandardFont(const CString& jobFolder) const
 {
     CKUtility& utility = *CKUtility::GetInstance();
     const CString folder = utility.CKPathCombine(jobFolder, kFolder, __FILE__, __LINE__);
-    if (utility.IsDir(folder))
-        utility.DeleteDirectory(folder);
-    utility.MakeDirectory(folder);
+    ReplaceDirectory(folder);
     if (!utility.DoesFileExist(kFile, __FILE__, __LINE__)) // in the current directory
         return;
     CTextWriter out(utility.CKPathCombine(folder, kFile, __FILE__, __LINE__), __FILE__, __LINE__);

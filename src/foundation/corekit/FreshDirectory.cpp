@@ -30,6 +30,26 @@ bool LeadsBelow(std::string_view path)
     return named;
 }
 
+// Makes a directory where nothing is, with one system call; what that makes is no link.
+int MakeWhereNothingIs(const CString& path)
+{
+    return path.Find('\0') < 0 ? MakeNewDirectory(path) : EINVAL;
+}
+
+void ReportNotMade(const CString& path, int error)
+{
+    CKUtility::GetInstance()->Report("", 0, "make directory", path, error);
+}
+
+// Deletes the directory that is in the way, and makes it.
+void MakeAgain(const CString& path)
+{
+    const CKUtility* const files = CKUtility::GetInstance();
+    if (files->IsDir(path))
+        files->DeleteDirectory(path);
+    files->MakeDirectory(path);
+}
+
 // The path when a real directory, no link, is there now.
 CString OnlyARealDirectory(const CString& path, const char* sourceFile, int line)
 {
@@ -63,11 +83,41 @@ CString MakeFreshDirectory(const CString& parent, const CString& name, const cha
 
 CString MakeFreshDirectory(const CString& path, const char* sourceFile, int line)
 {
-    const CKUtility* const files = CKUtility::GetInstance();
-    if (files->IsDir(path))
-        files->DeleteDirectory(path);
-    files->MakeDirectory(path);
+    const int error = MakeWhereNothingIs(path);
+    if (error == 0)
+        return path;
+    if (error != EEXIST)
+    {
+        ReportNotMade(path, error);
+        return {};
+    }
+    MakeAgain(path);
     return OnlyARealDirectory(path, sourceFile, line);
+}
+
+void ReplaceDirectory(const CString& path)
+{
+    const int error = MakeWhereNothingIs(path);
+    if (error == EEXIST)
+        MakeAgain(path);
+    else if (error != 0)
+        ReportNotMade(path, error);
+}
+
+bool MakeDirectoryBelow(const CString& parent, const CString& name, CString& path)
+{
+    if (!LeadsBelow(name.View()))
+        return false;
+    path = CKUtility::GetInstance()->CKPathCombine(parent, name);
+    const int error = MakeWhereNothingIs(path);
+    if (error == EEXIST)
+        return false;
+    if (error != 0)
+    {
+        ReportNotMade(path, error);
+        path.Empty();
+    }
+    return true;
 }
 
 CString MakeEntryDirectory(const CString& parent, const CString& name, const char* sourceFile, int line)
@@ -78,6 +128,11 @@ CString MakeEntryDirectory(const CString& parent, const CString& name, const cha
         return {};
     }
     const CString path = CKUtility::GetInstance()->CKPathCombine(parent, name, sourceFile, line);
-    CKUtility::GetInstance()->MakeDirectory(path);
-    return OnlyARealDirectory(path, sourceFile, line);
+    const int error = MakeWhereNothingIs(path);
+    if (error == 0)
+        return path;
+    if (error == EEXIST)
+        return OnlyARealDirectory(path, sourceFile, line);
+    ReportNotMade(path, error);
+    return {};
 }

@@ -15,5 +15,13 @@ CString MakeFreshDirectory(const CString& parent, const CString& name, const cha
 // The same for a directory given by its path alone.
 CString MakeFreshDirectory(const CString& path, const char* sourceFile, int line);
 
+// The same without an answer, for who writes there whatever comes of it.
+void ReplaceDirectory(const CString& path);
+
+// The first half of MakeFreshDirectory, for who has something to do before anything is replaced: false when the name
+// leads out of the parent or when something is there, and then nothing was done. `path` is the directory that was made,
+// "" when it could not be made.
+bool MakeDirectoryBelow(const CString& parent, const CString& name, CString& path);
+
 // As MakeFreshDirectory, but a directory that is there already stays with what it holds; one entry name only.
 CString MakeEntryDirectory(const CString& parent, const CString& name, const char* sourceFile, int line);

@@ -65,14 +65,14 @@ struct Level
     std::vector<std::string> directories; // in it, still to be removed
 };
 
-// Only the directory that is being emptied is open; the way back up is checked, so that a directory moved elsewhere
-// meanwhile does not lead out of the tree.
+// Only the directory that is being emptied and the one it was found in are open; the way back up is checked, so that a
+// directory moved elsewhere meanwhile does not lead out of the tree.
 class CTreeRemover
 {
 public:
     int Run(const char* path)
     {
-        int error = Enter(AT_FDCWD, path);
+        int error = Remove(AT_FDCWD, path);
         while (error == 0 && !m_levels.empty())
         {
             if (m_levels.back().directories.empty())
@@ -82,43 +82,66 @@ public:
             }
             const std::string name = std::move(m_levels.back().directories.back());
             m_levels.back().directories.pop_back();
-            error = Enter(::dirfd(m_current.get()), name.c_str());
+            error = Remove(::dirfd(m_current.get()), name.c_str());
         }
         return error;
     }
 
 private:
-    int Enter(int parent, const char* name)
+    // Removes a directory's files, and itself when that was all, else goes down into it.
+    int Remove(int parent, const char* name)
     {
         Directory directory = OpenDirectory(parent, name);
+        if (!directory)
+            return errno;
+        std::vector<std::string> below;
+        if (const int error = RemoveFiles(directory.get(), below); error != 0)
+            return error;
+        if (below.empty())
+            return ::unlinkat(parent, name, AT_REMOVEDIR) == 0 ? 0 : errno;
         struct stat info = {};
-        if (!directory || ::fstat(::dirfd(directory.get()), &info) != 0)
+        if (::fstat(::dirfd(directory.get()), &info) != 0)
             return errno;
         m_current = std::move(directory);
-        m_levels.push_back({name, info.st_dev, info.st_ino, {}});
-        return RemoveFiles(m_levels.back().directories);
+        m_levels.push_back({name, info.st_dev, info.st_ino, std::move(below)});
+        return 0;
     }
 
-    // Removes everything but the directories of the current directory.
-    int RemoveFiles(std::vector<std::string>& directories)
+    // Removes everything but the directories of a directory.
+    static int RemoveFiles(DIR* directory, std::vector<std::string>& directories)
     {
         for (;;)
         {
             errno = 0;
-            const dirent* const entry = ::readdir(m_current.get());
+            const dirent* const entry = ::readdir(directory);
             if (entry == nullptr)
                 return errno;
             const std::string_view name = static_cast<const char*>(entry->d_name);
             if (name == "." || name == "..")
                 continue;
-            struct stat info = {};
-            if (::fstatat(::dirfd(m_current.get()), name.data(), &info, AT_SYMLINK_NOFOLLOW) != 0)
-                return errno;
-            if (S_ISDIR(info.st_mode))
+            bool isDirectory = false;
+            if (const int error = Examine(::dirfd(directory), *entry, isDirectory); error != 0)
+                return error;
+            if (isDirectory)
                 directories.emplace_back(name);
-            else if (::unlinkat(::dirfd(m_current.get()), name.data(), 0) != 0)
+            else if (::unlinkat(::dirfd(directory), name.data(), 0) != 0)
                 return errno;
         }
+    }
+
+    // Most file systems say in the entry what it is.
+    static int Examine(int directory, const dirent& entry, bool& isDirectory)
+    {
+#if defined(DT_DIR) && defined(DT_UNKNOWN)
+        isDirectory = entry.d_type == DT_DIR;
+        if (entry.d_type != DT_UNKNOWN)
+            return 0;
+#endif
+        struct stat info = {};
+        if (::fstatat(directory, static_cast<const char*>(entry.d_name), &info, AT_SYMLINK_NOFOLLOW) != 0)
+            return errno;
+        isDirectory = S_ISDIR(info.st_mode);
+        return 0;
     }
 
     // Removes the emptied directory and goes up.

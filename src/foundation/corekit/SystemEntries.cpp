@@ -78,6 +78,14 @@ int MakeOneDirectory(const CString& path)
     return Answer(error);
 }
 
+int MakeNewDirectory(const CString& path)
+{
+    std::error_code error;
+    if (fs::create_directory(path.View(), error))
+        return 0;
+    return error ? Answer(error) : EEXIST;
+}
+
 int RenameEntry(const CString& from, const CString& to)
 {
     std::error_code error;
@@ -168,11 +176,14 @@ int ListEntries(const std::string& path, const std::function<void(const ListedEn
     }
 }
 
+int MakeNewDirectory(const CString& path)
+{
+    return ::mkdir(path, S_IRWXU | S_IRWXG | S_IRWXO) == 0 ? 0 : errno;
+}
+
 int MakeOneDirectory(const CString& path)
 {
-    if (::mkdir(path, S_IRWXU | S_IRWXG | S_IRWXO) == 0)
-        return 0;
-    const int reason = errno;
+    const int reason = MakeNewDirectory(path);
     EntryType type = EntryType::None;
     if (reason == EEXIST && ExamineEntry(path, type) == 0 && type == EntryType::Directory)
         return 0;

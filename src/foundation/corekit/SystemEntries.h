@@ -37,5 +37,8 @@ int ListEntries(const std::string& path, const std::function<void(const ListedEn
 // Makes one directory; one that is there already, or a link to one, is fine.
 int MakeOneDirectory(const CString& path);
 
+// Makes one directory where nothing is; EEXIST when something is there, whatever it is.
+int MakeNewDirectory(const CString& path);
+
 // Gives the entry at `from` the name `to`; a file or link of that name is replaced.
 int RenameEntry(const CString& from, const CString& to);
