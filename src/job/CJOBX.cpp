@@ -13,6 +13,7 @@
 #include "layer/CJOBXSpecialSymbol.h"
 #include "layer/CJOBXfonts.h"
 #include "step/CJOBXstephdr.h"
+#include "step/StepWrites.h"
 
 #include <algorithm>
 #include <iterator>
@@ -90,6 +91,23 @@ bool Repeats(const CJOBXstepObj& step, const CString& upperName)
             entry != nullptr && MakeUpper(entry->m_sName) == upperName)
             return true;
     return false;
+}
+
+void AddSymbolWrites(CWriteTasks& tasks, const CJOBXSpecialSymbolArray& symbols, const CString& jobDirectory)
+{
+    for (__int64 i = 0; i < symbols.GetSize(); ++i)
+    {
+        const CJOBXSpecialSymbol* const symbol = symbols.GetAt(i);
+        if (symbol == nullptr)
+            continue;
+        if (!IsEntryName(symbol->m_sName))
+            tasks.Run(); // it may lead to where another symbol's file goes
+        // Beside "steps", not in "symbols": intended.
+        const CString folder = tasks.MakeFreshDirectory(jobDirectory, symbol->m_sName, kSource, __LINE__);
+        const CJOBXlayer* const layer = symbol->GetLayer();
+        if (!folder.IsEmpty())
+            tasks.Add(layer->GetFeatures()->GetSize(), [layer, folder] { layer->WriteODBData(folder, 0, 1); });
+    }
 }
 } // namespace
 
@@ -222,19 +240,26 @@ void CJOBX::WriteODBData(CString outputDirectory, int withEda)
                 IsEntryName(m_sName) ? MakeFreshDirectory(outputDirectory, m_sName, kSource, __LINE__) : CString();
             if (job.IsEmpty())
                 return;
-            m_pFonts->WriteStandardFont(job);
-            m_pMatrix->WriteODBData(job);
-            MakeFreshDirectory(job, "misc", kSource, __LINE__);
-            if (const CString steps = MakeFreshDirectory(job, "steps", kSource, __LINE__); !steps.IsEmpty())
-                m_pSteps->m_arrSteps.WriteODBData(steps, withEda);
-            for (const char* const name :
-                 {"symbols", "input", "ext", "output", "stackups", "user", "whltemps", "wheels"})
-                MakeFreshDirectory(job, name, kSource, __LINE__);
-            for (__int64 i = 0; i < m_pSpecialSymbols->GetSize(); ++i)
-                if (const CJOBXSpecialSymbol* const symbol = m_pSpecialSymbols->GetAt(i))
-                    if (const CString folder = MakeFreshDirectory(job, symbol->m_sName, kSource, __LINE__);
-                        !folder.IsEmpty())
-                        symbol->GetLayer()->WriteODBData(folder, 0, 1); // beside "steps", not in "symbols": intended
+            CWriteTasks tasks;
+            tasks.Add(0,
+                      [&]
+                      {
+                          m_pFonts->WriteStandardFont(job);
+                          m_pMatrix->WriteODBData(job);
+                          MakeFreshDirectory(job, "misc", kSource, __LINE__);
+                      });
+            if (const CString steps = tasks.MakeFreshDirectory(job, "steps", kSource, __LINE__); !steps.IsEmpty())
+                AddStepWrites(tasks, m_pSteps->m_arrSteps, steps, withEda);
+            tasks.Add(0,
+                      [&]
+                      {
+                          for (const char* const name :
+                               {"symbols", "input", "ext", "output", "stackups", "user", "whltemps", "wheels"})
+                              MakeFreshDirectory(job, name, kSource, __LINE__);
+                      });
+            tasks.Run();
+            AddSymbolWrites(tasks, *m_pSpecialSymbols, job);
+            tasks.Run();
         });
 }
 

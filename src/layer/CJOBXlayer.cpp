@@ -10,6 +10,7 @@
 #include "layer/CJOBXtool.h"
 #include "layer/FeaturesReader.h"
 #include "layer/FeaturesWriter.h"
+#include "layer/LayerWrites.h"
 
 template class CExPtrArray<CJOBXlayer*, CJOBXlayer*>;
 
@@ -169,18 +170,9 @@ void CJOBXlayerArray::WriteODBData(CString stepDirectory) const
     Guarded(
         [&]
         {
-            const CString layers = MakeFreshDirectory(stepDirectory, "layers", kSource, __LINE__);
-            if (layers.IsEmpty())
-                return;
-            for (__int64 i = 0; i < GetSize(); ++i)
-            {
-                const CJOBXlayer* const layer = GetAt(i);
-                if (layer == nullptr || !IsEntryName(layer->m_sName))
-                    continue;
-                const CString folder = MakeFreshDirectory(layers, layer->m_sName, kSource, __LINE__);
-                if (!folder.IsEmpty())
-                    layer->WriteODBData(folder, 0, 1);
-            }
+            CWriteTasks tasks;
+            AddLayerWrites(tasks, *this, stepDirectory);
+            tasks.Run();
         });
 }
 
@@ -189,4 +181,20 @@ void CJOBXlayerArray::UnitConvert(const double& factor)
     for (__int64 i = 0; i < GetSize(); ++i)
         if (CJOBXlayer* const layer = GetAt(i))
             layer->UnitConvert(factor);
+}
+
+void AddLayerWrites(CWriteTasks& tasks, const CJOBXlayerArray& layers, const CString& stepDirectory)
+{
+    const CString directory = tasks.MakeFreshDirectory(stepDirectory, "layers", kSource, __LINE__);
+    if (directory.IsEmpty())
+        return;
+    for (__int64 i = 0; i < layers.GetSize(); ++i)
+    {
+        const CJOBXlayer* const layer = layers.GetAt(i);
+        if (layer == nullptr || !IsEntryName(layer->m_sName))
+            continue;
+        const CString folder = tasks.MakeFreshDirectory(directory, layer->m_sName, kSource, __LINE__);
+        if (!folder.IsEmpty())
+            tasks.Add(layer->GetFeatures()->GetSize(), [layer, folder] { layer->WriteODBData(folder, 0, 1); });
+    }
 }

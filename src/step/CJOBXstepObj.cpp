@@ -7,8 +7,13 @@
 #include "foundation/ProgressReport.h"
 #include "foundation/corekit/CKUtility.h"
 #include "foundation/corekit/FreshDirectory.h"
+#include "foundation/corekit/TextTools.h"
 #include "foundation/framework/Guarded.h"
+#include "layer/LayerWrites.h"
 #include "step/CJOBXstephdr.h"
+#include "step/StepWrites.h"
+
+#include <set>
 
 template class CExPtrArray<CJOBXstepObj*, CJOBXstepObj*>;
 
@@ -20,6 +25,10 @@ constexpr const char* kSeparators = "\\/";
 #else
 constexpr const char* kSeparators = "/";
 #endif
+
+// About how many lines a net, and a component or package, takes in a file.
+constexpr __int64 kLinesOfNet = 8;
+constexpr __int64 kLinesOfPart = 10;
 
 CString Find(const CString& directory, const char* name)
 {
@@ -60,6 +69,29 @@ template <class T>
 T* NullWhenEmpty(std::unique_ptr<T> array)
 {
     return array->GetSize() > 0 ? array.release() : nullptr;
+}
+// Each file goes into the directory of its layer, which is made when no layer made it. Where another file of that name
+// is on its way there, that one is written first.
+void AddComponents(CWriteTasks& tasks, const CJOBXstepObj& step, const CString& layersDirectory)
+{
+    std::set<CString> taken;
+    for (__int64 i = 0; i < step.m_arrLayers.GetSize(); ++i)
+        if (const CJOBXlayer* const layer = step.m_arrLayers.GetAt(i);
+            layer != nullptr && layer->GetComponents()->GetSize() > 0)
+            taken.insert(MakeUpper(layer->m_sName));
+    for (__int64 i = 0; i < step.m_arrComponents.GetSize(); ++i)
+    {
+        const CJOBXcomponents* const components = step.m_arrComponents.GetAt(i);
+        if (components == nullptr)
+            continue;
+        const CString layer = tasks.MakeEntryDirectory(layersDirectory, components->m_sLayerName, kSource, __LINE__);
+        if (layer.IsEmpty())
+            continue;
+        if (!taken.insert(MakeUpper(components->m_sLayerName)).second)
+            tasks.Run();
+        tasks.Add(kLinesOfPart * components->m_arrCmps.GetSize(),
+                  [components, layer] { components->WriteODBData(layer); });
+    }
 }
 } // namespace
 
@@ -158,30 +190,10 @@ void CJOBXstepObj::WriteODBData(CString stepsDirectory, int withEda) const
     Guarded(
         [&]
         {
-            const CString step =
-                IsEntryName(m_sName) ? MakeFreshDirectory(stepsDirectory, m_sName, kSource, __LINE__) : CString();
-            if (step.IsEmpty())
-                return;
-            m_pProfile->WriteODBData(step, 0, 0);
-            m_pHeader->WriteODBData(step);
-            m_arrLayers.WriteODBData(step);
-            WriteComponents(CKUtility::GetInstance()->CKPathCombine(step, "layers", kSource, __LINE__));
-            if (withEda == 0)
-                return;
-            if (const CString eda = MakeFreshDirectory(step, "eda", kSource, __LINE__); !eda.IsEmpty())
-                m_pEda->m_pData->WriteODBData(eda);
-            m_pNetlist->WriteODBData(step);
+            CWriteTasks tasks;
+            AddStepWrites(tasks, *this, stepsDirectory, withEda);
+            tasks.Run();
         });
-}
-
-// Each file goes into the directory of its layer, which is made when no layer made it.
-void CJOBXstepObj::WriteComponents(const CString& layersDirectory) const
-{
-    for (__int64 i = 0; i < m_arrComponents.GetSize(); ++i)
-        if (const CJOBXcomponents* const components = m_arrComponents.GetAt(i))
-            if (const CString layer = MakeEntryDirectory(layersDirectory, components->m_sLayerName, kSource, __LINE__);
-                !layer.IsEmpty())
-                components->WriteODBData(layer);
 }
 
 void CJOBXstepObj::UnitConvert(const double& factor)
@@ -259,9 +271,13 @@ CJOBXstepObjArray::~CJOBXstepObjArray() = default;
 
 void CJOBXstepObjArray::WriteODBData(CString directory, int withEda) const
 {
-    for (__int64 i = 0; i < GetSize(); ++i)
-        if (const CJOBXstepObj* const step = GetAt(i))
-            step->WriteODBData(directory, withEda);
+    Guarded(
+        [&]
+        {
+            CWriteTasks tasks;
+            AddStepWrites(tasks, *this, directory, withEda);
+            tasks.Run();
+        });
 }
 
 void CJOBXstepObjArray::UnitConvert(const double& factor)
@@ -269,4 +285,36 @@ void CJOBXstepObjArray::UnitConvert(const double& factor)
     for (__int64 i = 0; i < GetSize(); ++i)
         if (CJOBXstepObj* const step = GetAt(i))
             step->UnitConvert(factor);
+}
+
+void AddStepWrites(CWriteTasks& tasks, const CJOBXstepObj& step, const CString& stepsDirectory, int withEda)
+{
+    const CString directory = IsEntryName(step.m_sName)
+                                  ? tasks.MakeFreshDirectory(stepsDirectory, step.m_sName, kSource, __LINE__)
+                                  : CString();
+    if (directory.IsEmpty())
+        return;
+    tasks.Add(step.GetProfile()->GetFeatures()->GetSize(),
+              [&step, directory]
+              {
+                  step.GetProfile()->WriteODBData(directory, 0, 0);
+                  step.GetHeader()->WriteODBData(directory);
+              });
+    AddLayerWrites(tasks, step.m_arrLayers, directory);
+    AddComponents(tasks, step, CKUtility::GetInstance()->CKPathCombine(directory, "layers", kSource, __LINE__));
+    if (withEda == 0)
+        return;
+    const CJOBXnetlist* const netlist = step.GetNetlist();
+    const CJOBXdata* const data = step.GetEda()->m_pData;
+    if (const CString eda = tasks.MakeFreshDirectory(directory, "eda", kSource, __LINE__); !eda.IsEmpty())
+        tasks.Add(kLinesOfNet * data->m_arrNets.GetSize() + kLinesOfPart * data->m_arrPkgs.GetSize(),
+                  [data, eda] { data->WriteODBData(eda); });
+    tasks.Add(kLinesOfNet * netlist->m_arrNets.GetSize(), [netlist, directory] { netlist->WriteODBData(directory); });
+}
+
+void AddStepWrites(CWriteTasks& tasks, const CJOBXstepObjArray& steps, const CString& directory, int withEda)
+{
+    for (__int64 i = 0; i < steps.GetSize(); ++i)
+        if (const CJOBXstepObj* const step = steps.GetAt(i))
+            AddStepWrites(tasks, *step, directory, withEda);
 }

@@ -21,7 +21,7 @@ class CWnd;
 // the
 //            caller, who deletes them; what a scan moves into them is no longer the step's.
 // Results:   a missing part of a step is no error. Exhausted memory raises CMemoryException.
-// Threads:   one thread calls; layer directories are read on a team of worker threads.
+// Threads:   one thread calls; layers are read and files are written on a team of worker threads.
 class JOBX_API CJOBXstepObj
 {
 public:
@@ -64,7 +64,6 @@ private:
     void ReadLayers(const CString& layersDirectory);
     void ReadEda(const CString& stepDirectory);
     void ReadNetlist(const CString& stepDirectory);
-    void WriteComponents(const CString& layersDirectory) const;
 
     std::unique_ptr<CJOBXlayer> m_pProfile;
     std::unique_ptr<CJOBXstephdr> m_pHeader;

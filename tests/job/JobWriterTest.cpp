@@ -1,5 +1,6 @@
 // Writing a whole job: the tree, what is replaced, what is never touched.
 #include "JOBXCLSDLL.h"
+#include "foundation/corekit/RecordingSink.h"
 #include "support/TempDir.h"
 #include "support/TestPaths.h"
 
@@ -233,6 +234,90 @@ TEST(JobWriter, LaterComponentsOfOneLayerReplaceEarlierOnes)
     EXPECT_EQ(written.find("U1"), std::string::npos);
     EXPECT_NE(written.find("U2"), std::string::npos);
     EXPECT_FALSE(dir.Exists("steps/pcb/components"));
+}
+
+TEST(JobWriter, LaterLayersAndStepsOfOneNameReplaceEarlierOnes)
+{
+    const TempDir dir;
+    dir.MakeDir("out");
+    CJOBX job;
+    job.SetODBProjectName("job");
+    for (const char* const units : {"FIRST", "SECOND"})
+    {
+        CJOBXstepObj* const step = job.m_pSteps->m_arrSteps.Own(std::make_unique<CJOBXstepObj>());
+        step->m_sName = "pcb";
+        for (const char* const name : {"top", units, "top", "bottom"})
+        {
+            CJOBXlayer* const layer = step->m_arrLayers.Own(std::make_unique<CJOBXlayer>());
+            layer->m_sName = name;
+            layer->m_sUnits = CString(units) + (step->m_arrLayers.GetSize() == 1 ? " EARLIER" : "");
+        }
+    }
+    job.WriteODBData(dir.Path("out").c_str(), 1);
+    EXPECT_EQ(
+        Tree(dir.Path("out/job/steps/pcb/layers")),
+        (std::vector<std::string>{"SECOND/", "SECOND/features", "bottom/", "bottom/features", "top/", "top/features"}));
+    EXPECT_NE(dir.Read("out/job/steps/pcb/layers/top/features").find("UNITS=SECOND\n"), std::string::npos);
+}
+
+TEST(JobWriter, TheStepsComponentsReplaceThoseOfALayersOwn)
+{
+    const TempDir dir;
+    dir.MakeDir("steps");
+    CJOBXstepObj step;
+    step.m_sName = "pcb";
+    CJOBXlayer* const layer = step.m_arrLayers.Own(std::make_unique<CJOBXlayer>());
+    layer->m_sName = "comp_+_top";
+    layer->GetComponents()->Own(std::make_unique<CJOBXcomponents>())->m_sUnits = "LAYER";
+    for (const char* const units : {"FIRST", "SECOND"})
+    {
+        CJOBXcomponents* const components = step.m_arrComponents.Own(std::make_unique<CJOBXcomponents>());
+        components->m_sLayerName = "comp_+_top";
+        components->m_sUnits = units;
+    }
+    step.WriteODBData(dir.Path("steps").c_str(), 0);
+    EXPECT_NE(dir.Read("steps/pcb/layers/comp_+_top/components").find("UNITS=SECOND\n"), std::string::npos);
+}
+
+TEST(JobWriter, ASymbolNamedAsTheFileOfAnotherStaysUnwritten)
+{
+    const TempDir dir;
+    dir.MakeDir("out");
+    CJOBX job;
+    job.SetODBProjectName("job");
+    for (const char* const name : {"a", "a/features", "a/b", "c", "a"})
+        job.m_pSpecialSymbols->Own(std::make_unique<CJOBXSpecialSymbol>())->m_sName = name;
+    job.m_pSpecialSymbols->GetAt(4)->GetLayer()->m_sUnits = "LAST";
+    job.WriteODBData(dir.Path("out").c_str(), 1);
+    EXPECT_EQ(Tree(dir.Path("out/job/a")), std::vector<std::string>{"features"});
+    EXPECT_NE(dir.Read("out/job/a/features").find("UNITS=LAST\n"), std::string::npos);
+    EXPECT_TRUE(dir.Exists("out/job/c/features"));
+}
+
+TEST(JobWriter, FailuresAreToldInTheOrderOfTheJob)
+{
+    const TempDir dir;
+    dir.MakeDir("steps");
+    CJOBXstepObj step;
+    step.m_sName = "pcb";
+    std::vector<std::string> expected;
+    for (char number = '0'; number <= '9'; ++number)
+    {
+        const std::string name(300, number); // longer than any name on disk
+        step.m_arrLayers.Own(std::make_unique<CJOBXlayer>())->m_sName = name.c_str();
+        step.m_arrLayers.Own(std::make_unique<CJOBXlayer>())->m_sName = CString(number);
+        step.m_arrLayers.GetLastElement()->m_sUnits = CString(number);
+        expected.push_back(dir.Path("steps/pcb/layers/") + name);
+    }
+    step.m_arrComponents.Own(std::make_unique<CJOBXcomponents>())->m_sLayerName = "..";
+    expected.emplace_back("..");
+    const RecordingSink sink;
+    step.WriteODBData(dir.Path("steps").c_str(), 1);
+    std::vector<std::string> told;
+    for (const CKDiagnostic& diagnostic : sink.all)
+        told.emplace_back(diagnostic.path.View());
+    EXPECT_EQ(told, expected);
+    EXPECT_TRUE(dir.Exists("steps/pcb/layers/9/features"));
 }
 
 TEST(JobWriter, RealAndSampleJobsReadBackWithTheSameFeatures)

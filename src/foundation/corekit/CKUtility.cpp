@@ -1,5 +1,6 @@
 #include "foundation/corekit/CKUtility.h"
 
+#include "foundation/corekit/CDiagnosticCapture.h"
 #include "foundation/corekit/CFileBytes.h"
 #include "foundation/corekit/CReplacingFile.h"
 #include "foundation/corekit/LzwDecoder.h"
@@ -365,7 +366,7 @@ void CKUtility::Report(const char* sourceFile, int line, const char* operation, 
                        int systemError) const
 {
     thread_local bool isReporting = false;
-    if (isReporting)
+    if (isReporting || CDiagnosticCapture::Take(sourceFile, line, operation, path, systemError))
         return;
     const std::lock_guard lock(m_sinkLock);
     if (m_pSink == nullptr)
