@@ -1,11 +1,14 @@
-// Writing a features file beside a loop that prints the same numbers with fprintf, and a whole job written beside its
+// The writers of a step's files beside a loop that only prints the same numbers, and a whole job written beside its
 // read.
 #include "Floor.h"
 
 #include "JOBXCLSDLL.h"
+#include "foundation/CTextWriter.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <ctime>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -38,43 +41,97 @@ const Place& Output()
     return place;
 }
 
-std::string LayerFile()
+// The numbers of a written file: blank-separated words, and what stands around "=" and "," in attribute lists.
+struct Numbers
 {
-    return InputFile("steps/stp/layers/ssb/features", "steps/pcb/layers/sst/features");
+    std::vector<double> reals;
+    std::vector<int> integers;
+};
+
+Numbers NumbersOf(const fs::path& path)
+{
+    Numbers numbers;
+    const std::string text = FileBytes(path.string());
+    constexpr const char* kBetween = " \n=,";
+    for (std::size_t at = 0; (at = text.find_first_not_of(kBetween, at)) != std::string::npos;)
+    {
+        const std::size_t end = std::min(text.find_first_of(kBetween, at), text.size());
+        const std::string word = text.substr(at, end - at);
+        at = end;
+        char* rest = nullptr;
+        const double value = std::strtod(word.c_str(), &rest);
+        if (*rest != '\0')
+            continue;
+        if (word.find('.') != std::string::npos)
+            numbers.reals.push_back(value);
+        else
+            numbers.integers.push_back(static_cast<int>(value));
+    }
+    return numbers;
 }
 
-const CJOBXlayer& Layer()
+// The least that any writer of them has to do: each number and a blank, through the same buffer.
+void Print(const Numbers& numbers, const CString& path)
 {
-    static const std::unique_ptr<CJOBXlayer> layer = []
+    CTextWriter writer(path, "", 0);
+    CTextLine out(writer);
+    for (const double number : numbers.reals)
+        out << Fixed{number} << ' ';
+    for (const int number : numbers.integers)
+        out << number << ' ';
+}
+
+// Times `write`, which makes the file `name` of the output directory, with the floor of its numbers in between. The
+// counters say what the floor took and how many times that `write` took, in processor time.
+template <class Write>
+void RunBesideFloor(benchmark::State& state, const char* name, Write write)
+{
+    write();
+    const fs::path path = Output().Path(name);
+    const Numbers numbers = NumbersOf(path);
+    const CString floorPath = Output().Path("numbers").c_str();
+    std::clock_t floorTime = 0;
+    std::clock_t writeTime = 0;
+    for (auto _ : state)
     {
-        auto made = std::make_unique<CJOBXlayer>();
-        for (int i = 0; i < 10; ++i)
-            made->ParseODBOfMFC(LayerFile().c_str());
-        return made;
-    }();
-    return *layer;
+        const std::clock_t begin = std::clock();
+        Print(numbers, floorPath);
+        const std::clock_t middle = std::clock();
+        write();
+        const std::clock_t end = std::clock();
+        floorTime += middle - begin;
+        writeTime += end - middle;
+        state.SetIterationTime(static_cast<double>(end - middle) / CLOCKS_PER_SEC);
+    }
+    state.SetBytesProcessed(
+        static_cast<std::int64_t>(static_cast<std::uintmax_t>(state.iterations()) * fs::file_size(path)));
+    state.counters["floor_ms"] =
+        1e3 * static_cast<double>(floorTime) / CLOCKS_PER_SEC / static_cast<double>(state.iterations());
+    state.counters["times_floor"] = static_cast<double>(writeTime) / static_cast<double>(floorTime);
+}
+
+// A file of the real job read ten times into one model.
+template <class Model>
+std::unique_ptr<Model> TenTimes(const char* realPath, const char* samplePath)
+{
+    auto model = std::make_unique<Model>();
+    for (int i = 0; i < 10; ++i)
+        model->ParseODBOfMFC(InputFile(realPath, samplePath).c_str());
+    return model;
 }
 
 void BM_FeaturesWriter(benchmark::State& state)
 {
-    const CJOBXlayer& layer = Layer();
-    const CString folder = Output().Path("layer").c_str();
-    for (auto _ : state)
-        layer.WriteODBData(folder, 1, 1);
-    state.SetBytesProcessed(static_cast<std::int64_t>(static_cast<std::uintmax_t>(state.iterations()) *
-                                                      fs::file_size(Output().Path("layer") / "features")));
+    const auto layer = TenTimes<CJOBXlayer>("steps/stp/layers/ssb/features", "steps/pcb/layers/sst/features");
+    RunBesideFloor(state, "features", [&] { layer->WriteODBData(Output().Path("").c_str(), 0, 1); });
 }
 
-// The coordinates of every line and pad of the layer and nothing else, through the stream's own buffer.
+// The reals of that file and nothing else, through the stream's own buffer.
 void BM_FprintfLoop(benchmark::State& state)
 {
-    std::vector<double> numbers;
-    const CJOBXlayObjArray& features = *Layer().GetFeatures();
-    for (__int64 i = 0; i < features.GetSize(); ++i)
-        if (const auto* const line = dynamic_cast<const CJOBXlayObjLine*>(features.GetAt(i)))
-            for (const double number : {line->GetStartPoint().GetX(), line->GetStartPoint().GetY(),
-                                        line->GetEndPoint().GetX(), line->GetEndPoint().GetY()})
-                numbers.push_back(number);
+    TenTimes<CJOBXlayer>("steps/stp/layers/ssb/features", "steps/pcb/layers/sst/features")
+        ->WriteODBData(Output().Path("").c_str(), 0, 1);
+    const Numbers numbers = NumbersOf(Output().Path("features"));
     const fs::path path = Output().Path("numbers");
     for (auto _ : state)
     {
@@ -84,12 +141,39 @@ void BM_FprintfLoop(benchmark::State& state)
             state.SkipWithError("the file cannot be made");
             break;
         }
-        for (const double number : numbers)
+        for (const double number : numbers.reals)
             std::fprintf(file, "%lf ", number);
         std::fclose(file);
     }
     state.SetBytesProcessed(
         static_cast<std::int64_t>(static_cast<std::uintmax_t>(state.iterations()) * fs::file_size(path)));
+}
+
+// Mostly surfaces.
+void BM_SurfacesWriter(benchmark::State& state)
+{
+    const auto layer = TenTimes<CJOBXlayer>("steps/stp/layers/bottom/features", "steps/pcb/layers/bottom/features");
+    RunBesideFloor(state, "features", [&] { layer->WriteODBData(Output().Path("").c_str(), 0, 1); });
+}
+
+void BM_EdaWriter(benchmark::State& state)
+{
+    const auto data = TenTimes<CJOBXdata>("steps/stp/eda/data", "steps/pcb/eda/data");
+    RunBesideFloor(state, "data", [&] { data->WriteODBData(Output().Path("").c_str()); });
+}
+
+void BM_ComponentsWriter(benchmark::State& state)
+{
+    const auto components =
+        TenTimes<CJOBXcomponents>("steps/stp/layers/comp_+_top/components", "steps/pcb/layers/comp_+_top/components");
+    RunBesideFloor(state, "components", [&] { components->WriteODBData(Output().Path("").c_str()); });
+}
+
+void BM_NetlistWriter(benchmark::State& state)
+{
+    const auto netlist =
+        TenTimes<CJOBXnetlist>("steps/stp/netlists/cadnet/netlist", "steps/pcb/netlists/cadnet/netlist");
+    RunBesideFloor(state, "netlist", [&] { netlist->m_arrNets.WriteODBData(Output().Path("").c_str()); });
 }
 
 CString JobPath()
@@ -118,8 +202,12 @@ void BM_WriteJob(benchmark::State& state)
         job.WriteODBData(output, 1);
 }
 
-BENCHMARK(BM_FeaturesWriter)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_FeaturesWriter)->UseManualTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_FprintfLoop)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_SurfacesWriter)->UseManualTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_EdaWriter)->UseManualTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_ComponentsWriter)->UseManualTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_NetlistWriter)->UseManualTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_ReadJob)->UseRealTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_WriteJob)->UseRealTime()->Unit(benchmark::kMillisecond);
 } // namespace
