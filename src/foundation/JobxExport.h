@@ -1,4 +1,5 @@
 // JOBX_API marks what the shared library exports; everything else stays hidden.
+// JOBX_LOCAL hides a member of an exported class.
 #pragma once
 
 #if defined(_WIN32)
@@ -7,6 +8,8 @@
 #else
 #define JOBX_API __declspec(dllimport)
 #endif
+#define JOBX_LOCAL
 #else
 #define JOBX_API __attribute__((visibility("default")))
+#define JOBX_LOCAL __attribute__((visibility("hidden")))
 #endif

@@ -89,9 +89,9 @@ public:
 
 private:
     template <class T>
-    void StoreValue(T value);
+    JOBX_LOCAL void StoreValue(T value);
     template <class T>
-    void LoadValue(T& value);
+    JOBX_LOCAL void LoadValue(T& value);
     void RequireStoring() const;
     void RequireLoading() const;
     void FlushStored();
