@@ -1,0 +1,61 @@
+# Completes the commands and options of jobx in bash.
+# shellcheck shell=bash
+
+_jobx_options() {
+    case $1 in
+    info) echo "--help --json --quiet --steps --sysattr" ;;
+    nets | components | packages) echo "--csv --help --json --quiet --step" ;;
+    json) echo "--help --latin1 --quiet --steps --sysattr" ;;
+    diff) echo "--help --ignore-line-numbers --json --quiet --tolerance" ;;
+    write) echo "--force --help --name --no-eda --output --quiet --rebuild-steps --scale --steps" ;;
+    *) echo "--help --version" ;;
+    esac
+}
+
+# The steps of the job among the words, as its matrix names them; without names that a shell would take apart.
+_jobx_steps() {
+    local word matrix
+    for word in "${COMP_WORDS[@]:2}"; do
+        for matrix in "$word"/matrix/matrix "$word"/MATRIX/MATRIX; do
+            [[ -f $matrix ]] || continue
+            awk '{ sub(/\r$/, "") } /^ *STEP *\{/ { inside = 1 } /^ *\}/ { inside = 0 }
+                 inside && sub(/^ *NAME=/, "") && /^[A-Za-z0-9_.+-]+$/' "$matrix"
+            return
+        done
+    done
+}
+
+_jobx() {
+    local current=${COMP_WORDS[COMP_CWORD]} before=${COMP_WORDS[COMP_CWORD - 1]} command='' taken='' line
+    ((COMP_CWORD > 1)) && command=${COMP_WORDS[1]}
+    COMPREPLY=()
+
+    case $before in
+    --scale | --tolerance | --name)
+        return
+        ;;
+    --sysattr)
+        compopt -o filenames 2>/dev/null
+        mapfile -t COMPREPLY < <(compgen -f -- "$current")
+        return
+        ;;
+    --step | --steps)
+        [[ $before == --steps && $current == *,* ]] && taken=${current%,*},
+        while IFS= read -r line; do
+            [[ $taken$line == "$current"* ]] && COMPREPLY+=("$taken$line")
+        done < <(_jobx_steps)
+        return
+        ;;
+    esac
+
+    if [[ $current == -* ]]; then
+        mapfile -t COMPREPLY < <(compgen -W "$(_jobx_options "$command")" -- "$current")
+    elif [[ -z $command ]]; then
+        mapfile -t COMPREPLY < <(compgen -W "components diff info json nets packages write" -- "$current")
+    else
+        compopt -o filenames 2>/dev/null
+        mapfile -t COMPREPLY < <(compgen -d -- "$current") # a job is a directory
+    fi
+}
+
+complete -F _jobx jobx

@@ -1,0 +1,81 @@
+# What `cmake --install` puts where: the library, its headers and the files by which hosts find it, and jobx with its
+# manual page and completion. The tree may be moved as a whole afterwards.
+include(GNUInstallDirs)
+include(CMakePackageConfigHelpers)
+
+set(JOBX_INSTALL_CMAKEDIR ${CMAKE_INSTALL_LIBDIR}/cmake/JOBXCLSDLL)
+
+# The headers have a folder of their own, because they include each other by names such as "job/CJOBX.h".
+install(
+  TARGETS JOBXCLSDLL
+  EXPORT JOBXCLSDLLTargets
+  RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT library
+  LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
+          COMPONENT library
+          NAMELINK_COMPONENT development
+  ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT development
+  FILE_SET HEADERS
+  DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/JOBXCLSDLL
+  COMPONENT development)
+
+# CMake package: find_package(JOBXCLSDLL)
+install(
+  EXPORT JOBXCLSDLLTargets
+  NAMESPACE JOBXCLSDLL::
+  DESTINATION ${JOBX_INSTALL_CMAKEDIR}
+  COMPONENT development)
+configure_package_config_file(${CMAKE_CURRENT_LIST_DIR}/JOBXCLSDLLConfig.cmake.in
+                              ${PROJECT_BINARY_DIR}/JOBXCLSDLLConfig.cmake INSTALL_DESTINATION ${JOBX_INSTALL_CMAKEDIR})
+write_basic_package_version_file(${PROJECT_BINARY_DIR}/JOBXCLSDLLConfigVersion.cmake COMPATIBILITY SameMajorVersion)
+install(
+  FILES ${PROJECT_BINARY_DIR}/JOBXCLSDLLConfig.cmake ${PROJECT_BINARY_DIR}/JOBXCLSDLLConfigVersion.cmake
+  DESTINATION ${JOBX_INSTALL_CMAKEDIR}
+  COMPONENT development)
+
+# pkg-config; its paths start from where the file itself lies, unless absolute ones were asked for.
+file(RELATIVE_PATH JOBX_PC_TO_PREFIX ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig ${CMAKE_INSTALL_PREFIX})
+set(JOBX_PC_INCLUDEDIR "\${prefix}")
+cmake_path(APPEND JOBX_PC_INCLUDEDIR ${CMAKE_INSTALL_INCLUDEDIR} JOBXCLSDLL)
+set(JOBX_PC_LIBDIR "\${prefix}")
+cmake_path(APPEND JOBX_PC_LIBDIR ${CMAKE_INSTALL_LIBDIR})
+configure_file(${CMAKE_CURRENT_LIST_DIR}/jobxclsdll.pc.in ${PROJECT_BINARY_DIR}/jobxclsdll.pc @ONLY)
+install(
+  FILES ${PROJECT_BINARY_DIR}/jobxclsdll.pc
+  DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig
+  COMPONENT development)
+
+install(
+  FILES ${PROJECT_SOURCE_DIR}/LICENSE ${PROJECT_SOURCE_DIR}/README.md ${PROJECT_SOURCE_DIR}/CHANGELOG.md
+  DESTINATION ${CMAKE_INSTALL_DOCDIR}
+  COMPONENT development)
+install(
+  DIRECTORY ${PROJECT_SOURCE_DIR}/docs
+  DESTINATION ${CMAKE_INSTALL_DOCDIR}
+  COMPONENT development
+  FILES_MATCHING
+  PATTERN "*.md"
+  PATTERN "*.json")
+install(
+  DIRECTORY ${PROJECT_SOURCE_DIR}/examples
+  DESTINATION ${CMAKE_INSTALL_DOCDIR}
+  COMPONENT development)
+
+if(JOBX_BUILD_APP)
+  install(TARGETS jobx RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT jobx)
+  install(
+    FILES ${PROJECT_SOURCE_DIR}/app/jobx.1
+    DESTINATION ${CMAKE_INSTALL_MANDIR}/man1
+    COMPONENT jobx)
+  install(
+    FILES ${PROJECT_SOURCE_DIR}/app/jobx.bash
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions
+    RENAME jobx
+    COMPONENT jobx)
+  # The installed program finds the library by the way from the one to the other.
+  file(RELATIVE_PATH to_library ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_LIBDIR})
+  if(APPLE)
+    set_property(TARGET jobx PROPERTY INSTALL_RPATH "@loader_path/${to_library}")
+  else()
+    set_property(TARGET jobx PROPERTY INSTALL_RPATH "$ORIGIN/${to_library}")
+  endif()
+endif()

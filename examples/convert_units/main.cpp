@@ -1,0 +1,111 @@
+// A host of the library: reads a job, tells how far it has come, multiplies its lengths and writes it anew.
+//
+//   convert_units JOB DIRECTORY FACTOR      convert_units board out 25.4
+//
+// With CMake: see CMakeLists.txt. Without:
+//   c++ -std=c++20 main.cpp $(pkg-config --cflags --libs jobxclsdll) -o convert_units
+#include "JOBXCLSDLL.h"
+
+#include <cstdio>
+#include <cstdlib>
+
+namespace
+{
+constexpr UINT kSetPosition = 0x402; // the message by which the library moves a progress bar
+
+// Stands for both the progress bar and the status text, and prints what they would show.
+class ProgressPrinter : public CWnd
+{
+public:
+    BOOL UpdateData(BOOL) override { return TRUE; }
+    CWnd* SetFocus() override { return nullptr; }
+    BOOL RedrawWindow(const RECT*, CRgn*, UINT) override { return TRUE; }
+    void SetWindowTextA(LPCSTR text) override { std::printf("%s\n", text); }
+    LRESULT SendMessageA(UINT message, WPARAM position, LPARAM) override
+    {
+        if (message == kSetPosition)
+            std::printf("%d %%\n", static_cast<int>(position));
+        return 0;
+    }
+};
+
+// Hears of every file that could not be written.
+class WriteFailures : public CKDiagnosticSink
+{
+public:
+    WriteFailures() : m_pBefore(CKUtility::GetInstance()->SetDiagnosticSink(this)) {}
+    WriteFailures(const WriteFailures&) = delete;
+    WriteFailures& operator=(const WriteFailures&) = delete;
+    ~WriteFailures() override { CKUtility::GetInstance()->SetDiagnosticSink(m_pBefore); }
+
+    void OnDiagnostic(const CKDiagnostic& diagnostic) override
+    {
+        ++m_nCount;
+        std::fprintf(stderr, "%s\n", diagnostic.Text().GetString());
+    }
+    int Count() const { return m_nCount; }
+
+private:
+    CKDiagnosticSink* m_pBefore;
+    int m_nCount = 0;
+};
+
+void PrintStep(const CJOBXstepObj& step)
+{
+    int features = 0;
+    int pads = 0;
+    for (__int64 i = 0; i < step.m_arrLayers.GetSize(); ++i)
+    {
+        const CJOBXlayObjArray& all = *step.m_arrLayers.GetAt(i)->GetFeatures();
+        for (__int64 k = 0; k < all.GetSize(); ++k)
+        {
+            ++features;
+            if (dynamic_cast<const CJOBXlayObjPad*>(all.GetAt(k)) != nullptr)
+                ++pads;
+        }
+    }
+    std::printf("%s: %d layers, %d features, %d of them pads\n", step.m_sName.GetString(),
+                static_cast<int>(step.m_arrLayers.GetSize()), features, pads);
+}
+
+int Convert(const char* path, const char* directory, double factor)
+{
+    ProgressPrinter progress;
+    CJOBX job;
+    job.m_pProgress = &progress; // borrowed: they must live as long as the job reads
+    job.m_pStatus = &progress;
+    CStringArray steps;
+    if (job.ParseMatrixInODBOfMFC(path, steps) == 0)
+        return 1;
+    job.ParseODBOfMFC(path, steps); // read this way, the job's own symbols are written, too
+
+    for (__int64 i = 0; i < job.m_pSteps->m_arrSteps.GetSize(); ++i)
+        PrintStep(*job.m_pSteps->m_arrSteps.GetAt(i));
+
+    job.UnitConvert(factor);
+    const WriteFailures failures;
+    CKUtility::GetInstance()->MakeDirectory(directory);
+    job.WriteODBData(directory, 1); // deletes what is in the directory of that name first
+    return failures.Count() == 0 ? 0 : 1;
+}
+} // namespace
+
+int main(int argc, char** argv)
+{
+    const double factor = argc == 4 ? std::strtod(argv[3], nullptr) : 0.0;
+    if (!(factor > 0.0))
+    {
+        std::fprintf(stderr, "usage: convert_units JOB DIRECTORY FACTOR\n");
+        return 2;
+    }
+    try
+    {
+        return Convert(argv[1], argv[2], factor);
+    }
+    catch (CException* exception) // the library throws pointers; who catches one calls its Delete
+    {
+        std::fprintf(stderr, "%s\n", exception->GetMessageText().GetString());
+        exception->Delete();
+        return 1;
+    }
+}
