@@ -19,8 +19,8 @@ set(CPACK_VERBATIM_VARIABLES ON)
 
 set(library libjobxclsdll${PROJECT_VERSION_MAJOR})
 set(about
-    "ODB++ is the directory tree of text files in which a circuit board goes from its
-design tool to its manufacturer.")
+    "ODB++ is the directory tree of text files in which a circuit board goes from
+its design tool to its manufacturer.")
 set(CPACK_COMPONENTS_ALL library development)
 set(CPACK_COMPONENTS_GROUPING IGNORE)
 set(CPACK_DEB_COMPONENT_INSTALL ON)
@@ -32,6 +32,7 @@ set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${CMAKE_LIBRARY_OUTPUT_DIRECTORY
 set(CPACK_DEBIAN_LIBRARY_PACKAGE_NAME ${library})
 set(CPACK_DEBIAN_LIBRARY_PACKAGE_SECTION libs)
 set(CPACK_DEBIAN_LIBRARY_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_LIBRARY_PACKAGE_CONTROL_EXTRA ${PROJECT_SOURCE_DIR}/packaging/triggers)
 set(CPACK_COMPONENT_LIBRARY_DESCRIPTION "library that reads, changes and writes ODB++ jobs
 ${about}
 
