@@ -1,11 +1,10 @@
 #!/usr/bin/env bash
-# Installs a built tree to another place and uses it there: scripts/check_install.sh [PRESET]   (without PRESET: package)
+# Installs the optimised build to another place and uses it there.
 # The example host is built by find_package, by pkg-config and by add_subdirectory, and run on the sample.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 root=$PWD
-preset=${1:-package}
-built=$root/build/$preset
+built=$root/build/release
 work=$root/build/install_check
 host=$root/examples/convert_units
 
@@ -14,6 +13,8 @@ fail() {
     exit 1
 }
 
+cmake --preset release >/dev/null
+cmake --build --preset release --target JOBXCLSDLL jobx | tail -n 1
 rm -rf "$work/installed" "$work/moved" "$work/run" "$work/found" "$work/by_hand"
 mkdir -p "$work/run" "$work/by_hand"
 cmake --install "$built" --prefix "$work/installed" >/dev/null

@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
-# Makes the Debian packages of the preset "package", installs them in a test root and runs jobx there.
+# Makes Debian packages of the optimised build, installs them in a test root and runs jobx there.
 # Needs to be root or to be allowed user namespaces; says so and ends with 0 otherwise.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
-built=$PWD/build/package
+built=$PWD/build/release
 work=$PWD/build/package_check
 
 fail() {
@@ -17,6 +17,8 @@ if ! command -v dpkg-shlibdeps >/dev/null; then
 fi
 rm -rf "$work" "$built/packages" "$built/_CPack_Packages"
 mkdir -p "$work"
+cmake --preset package >/dev/null
+cmake --build --preset package --target JOBXCLSDLL jobx | tail -n 1
 (cd "$built" && cpack -G DEB >"$work/cpack.log" 2>&1) || { cat "$work/cpack.log" && fail "cpack failed"; }
 packages=("$built"/packages/*.deb)
 for package in "${packages[@]}"; do
@@ -41,7 +43,7 @@ has libjobxclsdll-dev '*/JOBXCLSDLLConfigVersion.cmake'
 has libjobxclsdll-dev '*/pkgconfig/jobxclsdll.pc'
 has libjobxclsdll-dev include/JOBXCLSDLL/JOBXCLSDLL.h
 has libjobxclsdll-dev '*/libJOBXCLSDLL.so'
-has libjobxclsdll0 '*/libJOBXCLSDLL.so.0'
+has libjobxclsdll0 'lib/*-linux-gnu*/libJOBXCLSDLL.so.0'
 if command -v lintian >/dev/null; then
     # CPack itself writes scripts that call ldconfig.
     lintian --allow-root --fail-on error,warning --suppress-tags maintscript-calls-ldconfig "${packages[@]}" ||
