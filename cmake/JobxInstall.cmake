@@ -34,6 +34,7 @@ install(
 
 # pkg-config; its paths start from where the file itself lies, unless absolute ones were asked for.
 file(RELATIVE_PATH JOBX_PC_TO_PREFIX ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig ${CMAKE_INSTALL_PREFIX})
+string(REGEX REPLACE "/$" "" JOBX_PC_TO_PREFIX ${JOBX_PC_TO_PREFIX})
 set(JOBX_PC_INCLUDEDIR "\${prefix}")
 cmake_path(APPEND JOBX_PC_INCLUDEDIR ${CMAKE_INSTALL_INCLUDEDIR} JOBXCLSDLL)
 set(JOBX_PC_LIBDIR "\${prefix}")
