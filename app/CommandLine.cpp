@@ -7,6 +7,7 @@
 #include "JsonCommand.h"
 #include "NetsCommand.h"
 #include "PackagesCommand.h"
+#include "PanelCommand.h"
 #include "Text.h"
 #include "WriteCommand.h"
 
@@ -29,6 +30,7 @@ Examples:
   jobx info board                      what is in the job directory "board"
   jobx info board --steps pcb          the same, of one step only
   jobx components board --csv > c.csv  the components as a spreadsheet
+  jobx panel board --step panel        where boards lie in a panel
   jobx json board > board.json         everything, for another program
   jobx diff board newer                what differs between two jobs
   jobx write board -o out              the job as the library writes it, in out/board
@@ -54,6 +56,8 @@ struct Arguments
     bool json = false;
     bool csv = false;
     bool latin1 = false;
+    bool compact = false;
+    std::string panelStep;
     DiffOptions diff;
     ExitCode exitCode = ExitCode::Done; // what the command answered
 };
@@ -105,24 +109,51 @@ void AddStepsAndAttributes(CLI::App& command, Arguments& arguments)
         ->type_name("FILE");
 }
 
+TableForm FormOf(const Arguments& arguments)
+{
+    if (arguments.csv)
+        return TableForm::Csv;
+    return arguments.json ? TableForm::Json : TableForm::Aligned;
+}
+
+void AddTableForms(CLI::App& command, Arguments& arguments)
+{
+    CLI::Option* const csv = command.add_flag("--csv", arguments.csv, "As comma-separated values (RFC 4180)");
+    command.add_flag("--json", arguments.json, "As a JSON array")->excludes(csv);
+}
+
 // A command whose result is one table.
 template <class Run>
 void AddTableCommand(CLI::App& app, Arguments& arguments, const char* name, const char* about, Run run)
 {
-    CLI::App* const command = AddCommand(app, arguments, name, about,
-                                         [&arguments, run]
-                                         {
-                                             const TableForm form = arguments.csv    ? TableForm::Csv
-                                                                    : arguments.json ? TableForm::Json
-                                                                                     : TableForm::Aligned;
-                                             run(arguments.read, form);
-                                         });
+    CLI::App* const command =
+        AddCommand(app, arguments, name, about, [&arguments, run] { run(arguments.read, FormOf(arguments)); });
     command
         ->add_option_function<std::string>(
             "--step", [&arguments](const std::string& step) { arguments.read.steps = {step}; }, "Only this step")
         ->type_name("NAME");
-    CLI::Option* const csv = command->add_flag("--csv", arguments.csv, "As comma-separated values (RFC 4180)");
-    command->add_flag("--json", arguments.json, "As a JSON array")->excludes(csv);
+    AddTableForms(*command, arguments);
+}
+
+constexpr const char* kPanelFooter =
+    R"(Every placement is one row, numbered from 1 in each step, each before those that lie in it. LEVEL counts from 1;
+PARENT is the number of the placement that a row lies in. X and Y are where the placed step's datum lies in the step
+that was asked for, in the unit of the step headers; ANGLE is clockwise, the sum of all turns. A mirror anywhere on the
+way makes MIRROR "YES"; FLIP is that of the outermost placement.
+
+A step that repeats itself, directly or through others, and more than 100000 placements in all are errors (exit code 3).
+docs/panel.schema.json describes the JSON document.
+
+Examples and exit codes: jobx --help)";
+
+void AddPanelCommand(CLI::App& app, Arguments& arguments)
+{
+    CLI::App* const panel =
+        AddCommand(app, arguments, "panel", "Prints where steps lie in the steps that repeat them, as a table",
+                   [&arguments] { RunPanel(arguments.read, arguments.panelStep, FormOf(arguments)); });
+    panel->add_option("--step", arguments.panelStep, "Only what lies in this step")->type_name("NAME");
+    AddTableForms(*panel, arguments);
+    panel->footer(kPanelFooter);
 }
 
 void AddDiffCommand(CLI::App& app, Arguments& arguments)
@@ -191,12 +222,15 @@ void AddWriteCommand(CLI::App& app, Arguments& arguments)
 void AddCommands(CLI::App& app, Arguments& arguments)
 {
     CLI::App* const info = AddCommand(app, arguments, "info", "Prints a summary of the job",
-                                      [&arguments] { RunInfo(arguments.read, arguments.json); });
+                                      [&arguments] { RunInfo(arguments.read, arguments.json, arguments.compact); });
     AddStepsAndAttributes(*info, arguments);
     info->add_flag("--json", arguments.json, "As a JSON document");
+    info->add_flag("--compact", arguments.compact,
+                   "The compact model of every step instead, before and after its change to inch");
     AddTableCommand(app, arguments, "nets", "Prints the nets as a table", RunNets);
     AddTableCommand(app, arguments, "components", "Prints the placed components as a table", RunComponents);
     AddTableCommand(app, arguments, "packages", "Prints the packages as a table", RunPackages);
+    AddPanelCommand(app, arguments);
     CLI::App* const json = AddCommand(
         app, arguments, "json", "Prints everything as one JSON document (see docs/job.schema.json)",
         [&arguments] { RunJson(arguments.read, arguments.latin1 ? TextBytes::Latin1 : TextBytes::Utf8OrLatin1); });

@@ -15,6 +15,30 @@ double TurnBetween(double from, double to)
     return turn < 0.0 ? turn + kFullTurn : turn;
 }
 
+// One element of a contour, of either model.
+struct ContourElement
+{
+    ContourElement(const CJOBXlayObjOX& element)
+        : kind(element.GetKind()),
+          point(element.GetPoint()),
+          centre(element.GetCenterPoint()),
+          isClockwise(element.GetClockwise() == "Y")
+    {
+    }
+    ContourElement(const CODBlayObjOX& element)
+        : kind(element.m_sKind),
+          point(element.m_ptPoint),
+          centre(element.m_ptCenter),
+          isClockwise(element.m_sClockwise == "Y")
+    {
+    }
+
+    CString kind;
+    CPointD point;
+    CPointD centre;
+    bool isClockwise;
+};
+
 double DirectionOf(const CPointD& point, const CPointD& centre)
 {
     return std::atan2(point.y - centre.y, point.x - centre.x);
@@ -69,7 +93,7 @@ void Extents::Add(const CJOBXlayObj& feature)
         const CJOBXlayObjSurfaceOBArray& contours = *surface->GetContours();
         for (__int64 i = 0; i < contours.GetSize(); ++i)
             if (const CJOBXlayObjSurfaceOB* const contour = contours.GetAt(i))
-                Add(*contour->GetODBlayObjOXArray());
+                AddContour(*contour->GetODBlayObjOXArray());
     }
     else if (const auto* const line = dynamic_cast<const CJOBXlayObjLine*>(&feature))
     {
@@ -86,19 +110,51 @@ void Extents::Add(const CJOBXlayObj& feature)
         Add(barcode->m_ptPosition);
 }
 
-void Extents::Add(const CJOBXlayObjOXArray& contour)
+void Extents::Add(const CODBlayer& layer)
+{
+    for (__int64 i = 0; i < layer.m_arrFeatures.GetSize(); ++i)
+        if (const CODBlayObj* const feature = layer.m_arrFeatures.GetAt(i))
+            Add(*feature);
+}
+
+void Extents::Add(const CODBlayObj& feature)
+{
+    if (const auto* const surface = dynamic_cast<const CODBlayObjSurface*>(&feature))
+    {
+        for (__int64 i = 0; i < surface->m_arrContours.GetSize(); ++i)
+            if (const CODBlayObjSurfaceOB* const contour = surface->m_arrContours.GetAt(i))
+                AddContour(contour->m_arrElements);
+    }
+    else if (const auto* const line = dynamic_cast<const CODBlayObjLine*>(&feature))
+    {
+        Add(line->m_ptStart);
+        Add(line->m_ptEnd);
+    }
+    else if (const auto* const arc = dynamic_cast<const CODBlayObjArc*>(&feature))
+        AddArc(arc->m_ptStart, arc->m_ptEnd, arc->m_ptCenter, arc->m_sClockwise == "Y");
+    else if (const auto* const pad = dynamic_cast<const CODBlayObjPad*>(&feature))
+        Add(pad->m_ptCenter);
+    else if (const auto* const text = dynamic_cast<const CODBlayObjText*>(&feature))
+        Add(text->m_ptPosition);
+    else if (const auto* const barcode = dynamic_cast<const CODBlayObjBarcode*>(&feature))
+        Add(barcode->m_ptPosition);
+}
+
+template <class Elements>
+void Extents::AddContour(const Elements& contour)
 {
     CPointD previous;
     for (__int64 i = 0; i < contour.GetSize(); ++i)
     {
-        const CJOBXlayObjOX* const element = contour.GetAt(i);
-        if (element == nullptr || element->GetKind() == "OE")
+        if (contour.GetAt(i) == nullptr)
             continue;
-        const CPointD point = element->GetPoint();
-        if (element->GetKind() == "OC")
-            AddArc(previous, point, element->GetCenterPoint(), element->GetClockwise() == "Y");
+        const ContourElement element(*contour.GetAt(i));
+        if (element.kind == "OE")
+            continue;
+        if (element.kind == "OC")
+            AddArc(previous, element.point, element.centre, element.isClockwise);
         else
-            Add(point);
-        previous = point;
+            Add(element.point);
+        previous = element.point;
     }
 }

@@ -14,6 +14,7 @@ public:
     void AddArc(const CPointD& start, const CPointD& end, const CPointD& centre, bool isClockwise);
     // The centre lines of lines and arcs, the places of pads and texts, the edges of surfaces.
     void Add(const CJOBXlayer& layer);
+    void Add(const CODBlayer& layer);
 
     bool IsEmpty() const { return !(m_lowX <= m_highX && m_lowY <= m_highY); }
     CPointD LowerLeft() const { return {m_lowX, m_lowY}; }
@@ -21,7 +22,9 @@ public:
 
 private:
     void Add(const CJOBXlayObj& feature);
-    void Add(const CJOBXlayObjOXArray& contour);
+    void Add(const CODBlayObj& feature);
+    template <class Elements>
+    void AddContour(const Elements& contour);
 
     double m_lowX = std::numeric_limits<double>::infinity();
     double m_lowY = std::numeric_limits<double>::infinity();

@@ -2,5 +2,6 @@
 
 #include "JobReader.h"
 
-// jobx info: prints what there is in a job, for a person or as one JSON document.
-void RunInfo(const ReadOptions& options, bool asJson);
+// jobx info: prints what there is in a job, or in the compact models of its steps, for a person or as one JSON
+// document.
+void RunInfo(const ReadOptions& options, bool asJson, bool ofCompactModel);

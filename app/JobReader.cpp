@@ -151,3 +151,14 @@ std::unique_ptr<CJOBX> ReadGoodJob(const ReadOptions& options)
         throw ExitError(ExitCode::UnreadableInput, read.problem);
     return std::move(read.job);
 }
+
+const CJOBXstepObj& StepNamed(const CJOBX& job, const std::string& name)
+{
+    CStringArray known;
+    const CJOBXstepObjArray& steps = job.m_pSteps->m_arrSteps;
+    for (__int64 i = 0; i < steps.GetSize(); ++i)
+        known.Add(steps.GetAt(i)->m_sName);
+    const CString chosen = ChosenNames({name}, known)[0];
+    const CString* const found = std::find(known.GetData(), known.GetData() + known.GetSize(), chosen);
+    return *steps.GetAt(found - known.GetData());
+}

@@ -30,3 +30,7 @@ ReadJob ReadJobDirectory(const ReadOptions& options);
 
 // The same, with that problem raised as ExitError too.
 std::unique_ptr<CJOBX> ReadGoodJob(const ReadOptions& options);
+
+// The step of that name among those that were read, ASCII letters of either case when no name is exactly so.
+// Results: a name that none has raises ExitError.
+const CJOBXstepObj& StepNamed(const CJOBX& job, const std::string& name);

@@ -1,4 +1,5 @@
 #include "FileCounts.h"
+#include "JsonCounts.h"
 #include "RunProgram.h"
 #include "support/TestPaths.h"
 
@@ -9,6 +10,7 @@
 #include <fstream>
 #include <map>
 
+using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::Not;
 
@@ -162,4 +164,68 @@ TEST(JobxInfo, CallsAJobByItsDirectoryAlsoFromWithin)
     const ProgramResult result = RunShell("cd " + ShellWord(job) + " && \"$JOBX\" info .");
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_THAT(result.out, testing::StartsWith("Job               blinker\n"));
+}
+
+TEST(JobxInfo, PrintsTheCompactModelsOfTheSampleAsItAlwaysDid)
+{
+    const TempDir directory;
+    const std::string job = CopySample(directory);
+    const ProgramResult result = RunJobx({"info", job, "--compact", "--sysattr", job + "/misc/sysattr"});
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_EQ(result.err, "");
+    EXPECT_EQ(result.out, ReadWhole(TestDataDir() + "/app/info_compact_blinker.txt"));
+}
+
+TEST(JobxInfo, CompactModelShowsLengthsBeforeAndAfterTheUnitChange)
+{
+    const TempDir directory;
+    const std::string job =
+        MakeJob(directory, "UNITS=MM\n$0 r1\nL 0 254 508 -762 0 P 0\nS P 0\nOB 0 0 I\nOS 1 0\nOE\n"
+                           "OB 0 0 H\nOE\nSE\n");
+    const std::vector<std::string> lines = LinesOf(RunJobx({"info", job, "--compact"}).out);
+    std::vector<std::vector<std::string>> rows;
+    for (const std::string& line : lines)
+        if (line.starts_with("  layer "))
+            rows.push_back(WordsOf(line));
+    ASSERT_EQ(rows.size(), 2U);
+    EXPECT_THAT(rows[0], ElementsAre("layer", "top", "MM", "1", "2", "2", "0", "-762", "508", "254"));
+    EXPECT_THAT(rows[1], ElementsAre("layer", "top", "MM", "0.03937007874015748", "2", "2", "0", "-30", "20", "10"));
+}
+
+TEST(JobxInfo, CompactModelAsJson)
+{
+    const TempDir directory;
+    const std::string job = MakeJob(directory, "U MM\n$0 r1\nP 254 508 0 P 0 0\n");
+    const ProgramResult result = RunJobx({"info", job, "--compact", "--json"});
+    EXPECT_EQ(result.exitCode, 0);
+    const JsonCounts counts = CountJson(result.out);
+    EXPECT_TRUE(counts.isValid);
+    EXPECT_EQ(counts.Objects(""), 1);
+    EXPECT_EQ(counts.Objects("asRead"), 5); // layer, profile, components, packages, netlist
+    EXPECT_EQ(counts.Objects("inInch"), 5);
+    EXPECT_THAT(result.out, HasSubstr("[{\"step\":\"PCB\",\"source\":\"\",\"tool\":\"unknown\",\"matrixLayers\":1,"));
+    EXPECT_THAT(result.out,
+                HasSubstr("{\"part\":\"layer\",\"name\":\"top\",\"units\":\"MM\",\"factor\":1,\"records\":1,"
+                          "\"pieces\":0,\"left\":254,\"bottom\":508,\"right\":254,\"top\":508}"));
+    EXPECT_THAT(result.out,
+                HasSubstr("\"factor\":0.03937007874015748,\"records\":1,\"pieces\":0,\"left\":10,\"bottom\":20,"));
+}
+
+TEST(JobxInfo, CompactModelOfARealJobHasTheCountsOfItsFiles)
+{
+    JOBX_REQUIRE_REAL_JOBS(jobs);
+    const std::string job = jobs + "/beagleboneblack";
+    const ProgramResult result = RunJobx({"info", job, "--compact"});
+    ASSERT_EQ(result.exitCode, 0) << result.err;
+    for (const std::string& line : LinesOf(result.out))
+    {
+        const std::vector<std::string> words = WordsOf(line);
+        if (words.empty() || words[0] != "layer")
+            continue;
+        std::int64_t features = 0;
+        for (const std::string_view kind : kKinds)
+            features += CountLines(job + "/steps/stp/layers/" + words.at(1) + "/features", kind);
+        EXPECT_EQ(words.at(4), std::to_string(features)) << words[1];
+        EXPECT_EQ(words.at(5), std::to_string(CountLines(job + "/steps/stp/layers/" + words[1] + "/features", "OB ")));
+    }
 }

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "JOBXCLSDLL.h"
+
+#include <cstdint>
+#include <memory>
+#include <unordered_set>
+#include <vector>
+
+// One step placed once, somewhere in a panel.
+struct Placement
+{
+    std::unique_ptr<CODBstepRepeat> entry; // where it stands in the panel; its count is 1
+    int level = 1;                         // 1 in the panel itself, 2 in a step that the panel repeats, and so on
+    std::int64_t parent = -1;              // the position, in the list, of the placement that it lies in; -1 for none
+};
+
+struct Placements
+{
+    std::vector<Placement> all;               // each before what lies in it; by column, then row, then entry of a table
+    std::unordered_set<CString> unknownSteps; // placed, but not in the job
+};
+
+// More than this many placements are refused: a wrong count in a file could ask for any number of them.
+inline constexpr std::int64_t kMaxPlacements = 100000;
+
+// Follows the step-and-repeat tables of a job down to the last repeated step. Steps are found by name, ASCII letters of
+// either case; the first one of a name counts. Any depth of nesting is fine: nothing here is recursive.
+// Ownership: borrows the job, which must outlive it and not change.
+class PlacementFinder
+{
+public:
+    explicit PlacementFinder(const CJOBX& job);
+    PlacementFinder(const PlacementFinder&) = delete;
+    PlacementFinder& operator=(const PlacementFinder&) = delete;
+    ~PlacementFinder();
+
+    // What the step repeats, and what those steps repeat.
+    // Units:   lengths as the headers have them.
+    // Results: a step that repeats itself, directly or through others, raises ExitError, and so do more than `room`
+    //          placements; nothing is placed then.
+    Placements Find(const CJOBXstepObj& step, std::int64_t room = kMaxPlacements);
+
+private:
+    struct Parts;
+
+    std::unique_ptr<Parts> m_pParts;
+};
