@@ -12,6 +12,7 @@ class CCopyablePtr
 {
 public:
     CCopyablePtr() = default;
+    // Takes the part over; null leaves it absent.
     CCopyablePtr(std::unique_ptr<T> part) noexcept : m_pPart(std::move(part)) {}
     CCopyablePtr(const CCopyablePtr& other) : m_pPart(other.m_pPart != nullptr ? other.m_pPart->clone() : nullptr) {}
     CCopyablePtr(CCopyablePtr&&) noexcept = default;

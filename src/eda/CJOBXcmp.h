@@ -58,5 +58,6 @@ public:
     CJOBXcmpArray();
     ~CJOBXcmpArray() override;
 
+    // Converts every component.
     void UnitConvert(const double& factor);
 };

@@ -42,5 +42,6 @@ public:
     CJOBXcmpTop* pGetCmpToeWithPinID(int pin) const;
     int nGetCmpPinIndexWithPinID(int pin) const;
 
+    // Converts every toeprint.
     void UnitConvert(const double& factor);
 };

@@ -60,5 +60,6 @@ public:
 
     // Writes each element into the directory `dir`, in order; a later one replaces an earlier one's file.
     void WriteODBData(CString dir) const;
+    // Converts every file.
     void UnitConvert(const double& factor);
 };

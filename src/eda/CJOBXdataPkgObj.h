@@ -72,7 +72,9 @@ public:
     ~CJOBXdataPkgObjCircle() override;
     CJOBXdataPkgObjCircle* clone() const override;
 
+    // Multiplies centre and radius by `factor`.
     void UnitConvert(const double& factor);
+    // Replace or answer one of the lengths.
     void SetCenterPoint(double x, double y) { m_ptCenter.SetData(x, y); }
     void SetCenterPt(const CPointD& center) { m_ptCenter = center; }
     void SetRadius(double radius) { m_dRadius = radius; }
@@ -93,6 +95,7 @@ public:
     ~CJOBXdataPkgObjSquare() override;
     CJOBXdataPkgObjSquare* clone() const override;
 
+    // Multiplies centre and half side by `factor`.
     void UnitConvert(const double& factor);
 
     CPointD m_ptCenter;
@@ -109,7 +112,9 @@ public:
     ~CJOBXdataPkgObjRectangle() override;
     CJOBXdataPkgObjRectangle* clone() const override;
 
+    // Multiplies corner, width and height by `factor`.
     void UnitConvert(const double& factor);
+    // Replace or answer one of the lengths.
     void SetLowerLeftPoint(double x, double y) { m_ptLowerLeft.SetData(x, y); }
     void SetLowerLeftPt(const CPointD& corner) { m_ptLowerLeft = corner; }
     void SetWidth(double width) { m_dWidth = width; }

@@ -14,6 +14,7 @@ public:
     ~CJOBXdataPkgObjContour() override;
     CJOBXdataPkgObjContour* clone() const override;
 
+    // Multiplies the points of every element by `factor`.
     void UnitConvert(const double& factor);
     // The elements; they stay this outline's.
     CJOBXlayObjOXArray* GetODBlayObjOXArray() { return &m_arrElements; }

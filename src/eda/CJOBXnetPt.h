@@ -22,6 +22,7 @@ public:
 
     // All further words of the point's line, in order; few points have any.
     const CStringArray& GetFlags() const;
+    // Append one of them, or take all away.
     void AddFlag(const CString& flag);
     void RemoveAllFlags();
 
@@ -52,5 +53,6 @@ public:
     CJOBXnetPtArray();
     ~CJOBXnetPtArray() override;
 
+    // Converts every point.
     void UnitConvert(const double& factor);
 };

@@ -53,11 +53,15 @@ public:
         if (IsInside(index))
             this->m_pData[index] = element;
     }
+    // The element at `index`, or the last one; null when there is none.
     TYPE GetAt(__int64 index) const { return IsInside(index) ? this->m_pData[index] : TYPE{}; }
     TYPE GetLastElement() const { return GetAt(GetLastIndex()); }
+    // -1 when empty.
     __int64 GetLastIndex() const { return this->m_nSize - 1; }
+    // Whether an element stands there.
     bool IsValidIndex(const int& index) const { return IsInside(index); }
 
+    // Whether `element` is in the array, and at which index first; -1 when it is not.
     bool Exists(const TYPE element) const { return FindIndex(element) >= 0; }
     int FindIndex(const TYPE element) const
     {
@@ -141,6 +145,7 @@ public:
         Base::RemoveAt(kept, this->m_nSize - kept);
     }
 
+    // Puts the elements into the opposite order; deletes nothing.
     void Reverse() { std::reverse(this->m_pData, this->m_pData + this->m_nSize); }
 
     // Same size and the same pointers in the same order.

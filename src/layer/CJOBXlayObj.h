@@ -118,6 +118,7 @@ public:
     void SetStartPoint(const CPointD& point) { m_ptStart = point; }
     CString GetPadName() const { return m_sPadName; }
     void SetPadName(const CString& name) { m_sPadName = name; }
+    // Multiplies the lengths of this kind by `factor`, as vRescale does.
     void ScaleGeometry(double factor);
 
 private:
@@ -148,6 +149,7 @@ public:
     void SetRotationAngle(double angle) { m_dAngle = angle; }
     CPointD GetCenterPoint() const { return m_ptCenter; }
     void SetCenterPoint(const CPointD& point) { m_ptCenter = point; }
+    // Multiplies the lengths of this kind by `factor`, as vRescale does.
     void ScaleGeometry(double factor);
 
 private:
@@ -177,6 +179,7 @@ public:
     void SetStartPoint(const CPointD& point) { m_ptStart = point; }
     CString GetPadName() const { return m_sPadName; }
     void SetPadName(const CString& name) { m_sPadName = name; }
+    // Multiplies the lengths of this kind by `factor`, as vRescale does.
     void ScaleGeometry(double factor);
 
 private:
@@ -213,6 +216,7 @@ public:
     void SetPosition(const CPointD& point) { m_ptPosition = point; }
     double GetRotationAngle() const { return m_dAngle; }
     void SetRotationAngle(double angle) { m_dAngle = angle; }
+    // Multiplies the lengths of this kind by `factor`, as vRescale does.
     void ScaleGeometry(double factor);
 
 private:
@@ -232,6 +236,7 @@ class JOBX_API CJOBXlayObjBarcode : public CJOBXlayObj
 public:
     CJOBXlayObjBarcode();
     ~CJOBXlayObjBarcode() override;
+    // Multiplies the lengths of this kind by `factor`, as vRescale does.
     void ScaleGeometry(double factor);
 
     CString m_sText;
@@ -294,6 +299,7 @@ public:
     // The contours, borrowed.
     CJOBXlayObjSurfaceOBArray* GetContours() { return &m_arrContours; }
     const CJOBXlayObjSurfaceOBArray* GetContours() const { return &m_arrContours; }
+    // Multiplies the lengths of this kind by `factor`, as vRescale does.
     void ScaleGeometry(double factor);
 
 private:

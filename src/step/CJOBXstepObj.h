@@ -37,6 +37,7 @@ public:
     // made again; its EDA data and its netlist only when `withEda` is not 0. A step whose name is no plain directory
     // name is left unwritten, and so is what cannot be made or opened; the diagnostics say why.
     void WriteODBData(CString stepsDirectory, int withEda) const;
+    // Multiplies the lengths of profile, layers, components, packages and netlist by `factor`.
     void UnitConvert(const double& factor);
 
     // Moves the components whose package reference is `id` out of the step's files, into new files with the same

@@ -43,5 +43,6 @@ public:
 
     // Writes every entry to an open file; a null file writes nothing.
     void WriteODBData(std::FILE* file) const;
+    // Converts every entry.
     void UnitConvert(const double& factor);
 };

@@ -62,5 +62,6 @@ public:
 
     // Writes each header into the directory `stepDir`, in order; a later one replaces an earlier one's file.
     void WriteODBData(CString stepDir) const;
+    // Converts every header.
     void UnitConvert(const double& factor);
 };

@@ -11,6 +11,7 @@ class JOBX_API CECadClsLvl
 {
 public:
     CECadClsLvl() = default;
+    // With that label and no items.
     explicit CECadClsLvl(const CString& label) : m_sLabel(label) {}
     CECadClsLvl(const CECadClsLvl&) = default;
     CECadClsLvl& operator=(const CECadClsLvl&) = default;

@@ -10,6 +10,7 @@ class JOBX_API CLProperty
 {
 public:
     CLProperty() = default;
+    // With that name and value.
     CLProperty(const CString& name, const CString& value) : m_sName(name), m_sValue(value) {}
     CLProperty(const CLProperty&) = default;
     CLProperty& operator=(const CLProperty&) = default;

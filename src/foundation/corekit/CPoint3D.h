@@ -12,6 +12,7 @@ class JOBX_API CPoint3D
 {
 public:
     CPoint3D() = default;
+    // A point at these coordinates.
     CPoint3D(double newX, double newY, double newZ) : x(newX), y(newY), z(newZ) {}
     CPoint3D(const CPoint3D&) = default;
     CPoint3D& operator=(const CPoint3D&) = default;
@@ -24,6 +25,7 @@ public:
         return this == &other || (x == other.x && y == other.y && z == other.z);
     }
 
+    // Answer or replace all three coordinates.
     void GetData(double& valueX, double& valueY, double& valueZ) const
     {
         valueX = x;
@@ -36,9 +38,11 @@ public:
         y = newY;
         z = newZ;
     }
+    // Answer or replace the third coordinate.
     double GetZ() const { return z; }
     void SetZ(double newZ) { z = newZ; }
 
+    // The coordinates.
     double x = 0.0;
     double y = 0.0;
     double z = 0.0;

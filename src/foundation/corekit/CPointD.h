@@ -12,6 +12,7 @@ class JOBX_API CPointD
 {
 public:
     CPointD() = default;
+    // A point at these coordinates.
     CPointD(double newX, double newY) : x(newX), y(newY) {}
     CPointD(const CPointD&) = default;
     CPointD& operator=(const CPointD&) = default;
@@ -21,11 +22,13 @@ public:
     virtual bool operator==(const CPointD& other) const;
 
     void Init() { SetData(0.0, 0.0); } // back to (0, 0)
+    // Replaces both coordinates.
     void SetData(double newX, double newY)
     {
         x = newX;
         y = newY;
     }
+    // Replace or answer one coordinate.
     void SetX(double newX) { x = newX; }
     void SetY(double newY) { y = newY; }
     double GetX() const { return x; }
@@ -42,6 +45,7 @@ public:
     // Turns the point about the origin by `angle` degrees, counter-clockwise when positive. Multiples of 90 are exact.
     void Rotate(const double& angle);
 
+    // The coordinates.
     double x = 0.0;
     double y = 0.0;
 };

@@ -12,6 +12,7 @@ class JOBX_API CPointF
 {
 public:
     CPointF() = default;
+    // A point at these coordinates.
     CPointF(float newX, float newY) : x(newX), y(newY) {}
     CPointF(const CPointF&) = default;
     CPointF& operator=(const CPointF&) = default;
@@ -23,6 +24,7 @@ public:
     // Stores or loads x and then y, 32 bits each. Too short an archive raises CArchiveException.
     virtual void Serialize(CArchive& archive);
 
+    // The coordinates.
     float x = 0.0F;
     float y = 0.0F;
 };

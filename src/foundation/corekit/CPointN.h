@@ -11,19 +11,23 @@ class JOBX_API CPointN
 {
 public:
     CPointN() = default;
+    // A point at these coordinates.
     CPointN(int newX, int newY) : x(newX), y(newY) {}
     CPointN(const CPointN&) = default;
     CPointN& operator=(const CPointN&) = default;
     virtual ~CPointN();
 
+    // Both coordinates equal.
     bool operator==(const CPointN& other) const { return x == other.x && y == other.y; }
 
     void Init() { SetData(0, 0); } // back to (0, 0)
+    // Replaces both coordinates.
     void SetData(int newX, int newY)
     {
         x = newX;
         y = newY;
     }
+    // Replace or answer one coordinate.
     void SetX(int newX) { x = newX; }
     void SetY(int newY) { y = newY; }
     int GetX() const { return x; }
@@ -31,6 +35,7 @@ public:
     void GetX(int& value) const { value = x; }
     void GetY(int& value) const { value = y; }
 
+    // The coordinates.
     int x = 0;
     int y = 0;
 };

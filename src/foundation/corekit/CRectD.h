@@ -12,6 +12,7 @@ class JOBX_API CRectD
 {
 public:
     CRectD() = default;
+    // A rectangle with these bounds; they are kept as given, also the wrong way round.
     CRectD(double left, double right, double bottom, double top)
         : m_dLeft(left), m_dRight(right), m_dBottom(bottom), m_dTop(top)
     {

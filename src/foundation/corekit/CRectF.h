@@ -14,6 +14,7 @@ class JOBX_API CRectF
 {
 public:
     CRectF() = default;
+    // A rectangle with these bounds; they are kept as given, also the wrong way round.
     CRectF(float left, float right, float bottom, float top)
         : m_fLeft(left), m_fRight(right), m_fBottom(bottom), m_fTop(top)
     {
@@ -21,6 +22,7 @@ public:
     CRectF(const CRectD& rect); // each bound narrowed to single precision
     CRectF(const CRectF&) = default;
     CRectF& operator=(const CRectF&) = default;
+    // Each bound narrowed to single precision.
     CRectF& operator=(const CRectD& rect);
     virtual ~CRectF();
 

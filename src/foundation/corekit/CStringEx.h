@@ -13,6 +13,7 @@ class JOBX_API CStringEx
 {
 public:
     CStringEx() = default;
+    // With that text.
     CStringEx(const CString& text) : m_sText(text) {}
     CStringEx(const char* text) : m_sText(text) {}
     CStringEx(const CStringEx&) = default;

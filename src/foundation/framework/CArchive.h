@@ -17,6 +17,7 @@ class CFile;
 class JOBX_API CArchive
 {
 public:
+    // What the archive is for.
     enum Mode
     {
         store = 0,
@@ -30,6 +31,7 @@ public:
     // Closes the archive; a failure to write the rest is dropped here (call Close to see it).
     ~CArchive();
 
+    // Which way values go.
     BOOL IsLoading() const;
     BOOL IsStoring() const;
     CFile* GetFile() const; // null after Close and Abort
@@ -38,6 +40,7 @@ public:
     UINT Read(void* buffer, UINT size);
     // Reads exactly `size` bytes; fewer raise the end-of-file archive exception.
     void ReadExactly(void* buffer, std::size_t size);
+    // Stores exactly `size` bytes.
     void Write(const void* buffer, UINT size);
     // Hands everything stored so far to the file; when loading, puts the file's position behind what was read.
     void Flush();
@@ -50,6 +53,7 @@ public:
     void WriteCount(ULONGLONG count);
     ULONGLONG ReadCount();
 
+    // Store one value in as many bytes as its type has, little-endian.
     CArchive& operator<<(BYTE value);
     CArchive& operator<<(WORD value);
     CArchive& operator<<(short value);
@@ -64,11 +68,13 @@ public:
     CArchive& operator<<(LONG value);
     CArchive& operator<<(DWORD value);
 #endif
+    // One byte, 0 or 1.
     CArchive& operator<<(bool value);
     // The length (one byte below 0xFF; 0xFF and 16 bits below 0xFFFE; 0xFF, 0xFFFF and 32 bits below 0xFFFFFFFF; then
     // 64 bits), then the characters without terminator.
     CArchive& operator<<(const CString& value);
     CArchive& operator<<(const void*) = delete; // would be stored as a bool
+    // Load one value of as many bytes as its type has, little-endian.
     CArchive& operator>>(BYTE& value);
     CArchive& operator>>(WORD& value);
     CArchive& operator>>(short& value);
@@ -83,6 +89,7 @@ public:
     CArchive& operator>>(LONG& value);
     CArchive& operator>>(DWORD& value);
 #endif
+    // One byte; any but 0 is true.
     CArchive& operator>>(bool& value);
     // Also takes the wide form (0xFF, 0xFFFE, the length again, UTF-16 units), which becomes UTF-8.
     CArchive& operator>>(CString& value);

@@ -34,8 +34,10 @@ public:
     }
     CRuntimeClass* GetRuntimeClass() const override { return GetThisClass(); }
 
+    // The number of elements.
     INT_PTR GetSize() const { return m_nSize; }
     INT_PTR GetCount() const { return m_nSize; }
+    // Whether there are no elements, and the last index: -1 then.
     BOOL IsEmpty() const { return m_nSize == 0 ? TRUE : FALSE; }
     INT_PTR GetUpperBound() const { return m_nSize - 1; }
 
@@ -77,6 +79,7 @@ public:
         m_nMaxSize = 0;
     }
 
+    // The element at that index, for reading or changing; SetAt replaces it. A bad index raises CInvalidArgException.
     const TYPE& GetAt(INT_PTR index) const { return m_pData[Checked(index)]; }
     TYPE& GetAt(INT_PTR index) { return m_pData[Checked(index)]; }
     void SetAt(INT_PTR index, ARG_TYPE element) { m_pData[Checked(index)] = element; }
@@ -84,6 +87,7 @@ public:
     TYPE& ElementAt(INT_PTR index) { return m_pData[Checked(index)]; }
     const TYPE& operator[](INT_PTR index) const { return m_pData[Checked(index)]; }
     TYPE& operator[](INT_PTR index) { return m_pData[Checked(index)]; }
+    // The block of all elements, valid until the array grows, shrinks or ends; null when there is none.
     const TYPE* GetData() const { return m_pData; }
     TYPE* GetData() { return m_pData; }
 
@@ -204,6 +208,7 @@ public:
     }
 
 protected:
+    // The index itself; a bad one raises CInvalidArgException.
     INT_PTR Checked(INT_PTR index) const
     {
         if (index < 0 || index >= m_nSize)

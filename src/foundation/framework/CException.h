@@ -37,6 +37,7 @@ private:
 class JOBX_API CMemoryException : public CException
 {
 public:
+    // `autoDelete`: as for CException.
     explicit CMemoryException(BOOL autoDelete = TRUE);
     static CRuntimeClass* GetThisClass();
     CRuntimeClass* GetRuntimeClass() const override;
@@ -48,6 +49,7 @@ public:
 class JOBX_API CInvalidArgException : public CException
 {
 public:
+    // `autoDelete`: as for CException.
     explicit CInvalidArgException(BOOL autoDelete = TRUE);
     static CRuntimeClass* GetThisClass();
     CRuntimeClass* GetRuntimeClass() const override;
@@ -58,6 +60,7 @@ public:
 class JOBX_API CFileException : public CException
 {
 public:
+    // Why it failed.
     enum Cause
     {
         none,
@@ -76,6 +79,7 @@ public:
         diskFull,
         endOfFile
     };
+    // `cause`: one of Cause; `osError`: the system's error number, -1 when unknown.
     explicit CFileException(int cause = none, LONG osError = -1, CString fileName = CString());
     static CRuntimeClass* GetThisClass();
     CRuntimeClass* GetRuntimeClass() const override;
@@ -92,6 +96,7 @@ public:
 class JOBX_API CArchiveException : public CException
 {
 public:
+    // Why it failed.
     enum Cause
     {
         none,
@@ -103,6 +108,7 @@ public:
         badClass,
         badSchema
     };
+    // `cause`: one of Cause; `fileName`: the archive's file.
     explicit CArchiveException(int cause = none, CString fileName = CString());
     static CRuntimeClass* GetThisClass();
     CRuntimeClass* GetRuntimeClass() const override;

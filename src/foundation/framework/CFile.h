@@ -15,6 +15,7 @@
 class JOBX_API CFile : public CObject
 {
 public:
+    // How a file is opened: one access mode, and any of the others.
     enum OpenFlags : UINT
     {
         modeRead = 0x0000,
@@ -31,6 +32,7 @@ public:
         typeText = 0x4000,
         typeBinary = 0x8000
     };
+    // What an offset counts from.
     enum SeekPosition
     {
         begin = 0,
@@ -52,13 +54,16 @@ public:
     // closed first. Only modeCreate makes or empties a file. A directory is refused. The share flags are accepted and
     // have no effect where the system has no such locks.
     virtual BOOL Open(LPCSTR fileName, UINT openFlags, CFileException* error = nullptr);
+    // Whether a file is open.
     virtual BOOL IsOpen() const;
     // Reads up to `count` bytes and returns how many there were; fewer mean the end of the file.
     virtual UINT Read(void* buffer, UINT count);
+    // Writes exactly `count` bytes.
     virtual void Write(const void* buffer, UINT count);
     // Moves to `offset` bytes from the begin, the current position or the end; returns the new position. A position
     // past the end is kept, one before the begin raises CFileException.
     virtual ULONGLONG Seek(__int64 offset, UINT from);
+    // The current position, and the length of the file.
     virtual ULONGLONG GetPosition() const;
     virtual ULONGLONG GetLength() const;
     // Cuts the file, or makes it longer with zero bytes, and moves to the new end.
@@ -71,11 +76,13 @@ public:
     // Closes and drops every failure.
     virtual void Abort();
 
+    // Moves to the first byte, or behind the last; the latter answers the length.
     void SeekToBegin();
     ULONGLONG SeekToEnd();
     virtual CString GetFilePath() const;  // as given to Open, "" when none is open
     virtual CString GetFileName() const;  // its last component
     virtual CString GetFileTitle() const; // its last component without the extension
+    // Changes what the three above answer; renames nothing.
     virtual void SetFilePath(LPCSTR path);
 
     // Deletes a file; a directory is refused.
@@ -84,6 +91,7 @@ public:
     static void Rename(LPCSTR oldName, LPCSTR newName);
 
 protected:
+    // What the stream was used for last: a switch needs a seek between.
     enum class LastUse
     {
         none,
@@ -95,6 +103,7 @@ protected:
     // To be called before each direct use of the stream: it is open for that use and was switched over to it.
     void BeginReading();
     void BeginWriting();
+    // Raises CFileException with the cause that fits a system error number.
     [[noreturn]] void ThrowErrno(int error) const;
 
     std::FILE* m_pStream = nullptr;

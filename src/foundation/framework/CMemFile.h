@@ -11,8 +11,10 @@
 class JOBX_API CMemFile : public CFile
 {
 public:
+    // An empty file that grows by at least so many bytes.
     explicit CMemFile(UINT growBytes = 1024);
     CMemFile(const BYTE* buffer, UINT size); // attached for reading: writing raises CFileException
+    // Attached, as by Attach.
     CMemFile(BYTE* buffer, UINT size, UINT growBytes = 0);
     ~CMemFile() override;
 

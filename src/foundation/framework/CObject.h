@@ -28,6 +28,7 @@ struct JOBX_API CRuntimeClass
 class JOBX_API CObject
 {
 public:
+    // The run-time class of the object, whatever it is seen as.
     virtual CRuntimeClass* GetRuntimeClass() const;
     virtual ~CObject();
     // Stores the object into `archive` or loads it from there; the base has nothing to store.

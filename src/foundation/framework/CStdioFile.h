@@ -8,6 +8,7 @@ class JOBX_API CStdioFile : public CFile
 {
 public:
     CStdioFile();
+    // Opens at once; a failure raises CFileException.
     CStdioFile(LPCSTR fileName, UINT openFlags);
     explicit CStdioFile(std::FILE* stream); // takes the stream and closes it
     ~CStdioFile() override;

@@ -28,12 +28,12 @@ public:
             AddReference();
     }
     CString(CString&& other) noexcept : m_rep(other.m_rep) { other.m_rep = Rep{}; }
-    CString(LPCSTR text);             // null gives the empty text
-    CString(LPCSTR text, int length); // null with a length above 0 raises CInvalidArgException
-    explicit CString(std::string_view text);
-    explicit CString(char character, int repeat = 1);
-    explicit CString(const wchar_t* text); // becomes UTF-8
-    explicit CString(const unsigned char* text);
+    CString(LPCSTR text);                             // null gives the empty text
+    CString(LPCSTR text, int length);                 // null with a length above 0 raises CInvalidArgException
+    explicit CString(std::string_view text);          // the bytes of a view
+    explicit CString(char character, int repeat = 1); // one character, repeated; a count below 1 gives ""
+    explicit CString(const wchar_t* text);            // becomes UTF-8
+    explicit CString(const unsigned char* text);      // the bytes as they are
     CString& operator=(const CString& other) noexcept
     {
         CString copy(other);
@@ -45,6 +45,7 @@ public:
         std::swap(m_rep, other.m_rep);
         return *this;
     }
+    // Become that text, as the constructors make it.
     CString& operator=(LPCSTR text);
     CString& operator=(std::string_view text);
     CString& operator=(const wchar_t* text);
@@ -56,12 +57,15 @@ public:
             Release();
     }
 
+    // In bytes, without the terminator.
     int GetLength() const noexcept
     {
         return IsInside() ? static_cast<int>(static_cast<unsigned char>(m_rep.bytes[kTag]) >> 1U) : SharedLength();
     }
+    // Whether the text is empty; makes it so.
     bool IsEmpty() const noexcept { return GetLength() == 0; }
     void Empty() noexcept { *this = CString(); }
+    // The characters with a terminator behind them, valid until the text changes or ends.
     LPCSTR GetString() const noexcept { return IsInside() ? m_rep.bytes + kText : SharedText(); }
     operator LPCSTR() const noexcept { return GetString(); }
     // The bytes as a view, valid until the text changes or ends.
@@ -69,7 +73,9 @@ public:
 
     char GetAt(int index) const;      // the terminator's position gives NUL
     char operator[](int index) const; // as GetAt
+    // Replaces one character.
     void SetAt(int index, char character);
+    // Become that text; a length cuts it.
     void SetString(LPCSTR text);
     void SetString(LPCSTR text, int length);
 
@@ -85,6 +91,7 @@ public:
     void FreeExtra();
     void Truncate(int length);
 
+    // Append a text, a character, or as many characters as the length says.
     CString& operator+=(const CString& text);
     CString& operator+=(LPCSTR text);
     CString& operator+=(char character);
@@ -102,12 +109,15 @@ public:
     CString SpanIncluding(LPCSTR characters) const;
     CString SpanExcluding(LPCSTR characters) const;
 
+    // The position of the first occurrence from `start` on; of the first of several characters; of the last occurrence.
     int Find(char character, int start = 0) const noexcept;
     int Find(LPCSTR text, int start = 0) const noexcept;
     int Find(const CString& text, int start = 0) const noexcept;
     int FindOneOf(LPCSTR characters) const noexcept;
     int ReverseFind(char character) const noexcept;
 
+    // Cut white space, that character or all of those characters off at both ends, on the left or on the right. Answer
+    // this text.
     CString& Trim();
     CString& Trim(char target);
     CString& Trim(LPCSTR targets);
@@ -118,6 +128,7 @@ public:
     CString& TrimRight(char target);
     CString& TrimRight(LPCSTR targets);
 
+    // Change the letters to upper or lower case, or put the bytes the other way round. Answer this text.
     CString& MakeUpper();
     CString& MakeLower();
     CString& MakeReverse();
@@ -168,6 +179,7 @@ public:
     // The same for every run and platform of one build; equal texts have equal hashes.
     std::size_t Hash() const noexcept { return std::hash<std::string_view>{}(View()); }
 
+    // Texts are equal byte by byte, letter case included, and sort by byte value.
     friend bool operator==(const CString& a, const CString& b) noexcept
     {
         // Equal inside forms are equal bytes, and so are two copies of one shared text.
@@ -180,6 +192,7 @@ public:
         return a.View() <=> b.View();
     }
     friend std::strong_ordering operator<=>(const CString& a, LPCSTR b) noexcept { return a.View() <=> ViewOf(b); }
+    // Both one after the other.
     friend CString operator+(const CString& a, const CString& b) { return Joined(a.View(), b.View()); }
     friend CString operator+(const CString& a, LPCSTR b) { return Joined(a.View(), ViewOf(b)); }
     friend CString operator+(LPCSTR a, const CString& b) { return Joined(ViewOf(a), b.View()); }
@@ -238,9 +251,11 @@ private:
     Rep m_rep{};
 };
 
+// Texts as keys of the standard containers.
 template <>
 struct std::hash<CString>
 {
+    // The hash of the text.
     std::size_t operator()(const CString& text) const noexcept { return text.Hash(); }
 };
 

@@ -22,6 +22,7 @@ public:
     virtual BOOL UpdateData(BOOL saveAndValidate = TRUE) = 0;
     // Gives the window the input focus; returns the window that had it, or null.
     virtual CWnd* SetFocus() = 0;
+    // Replaces the text that the window shows.
     virtual void SetWindowTextA(LPCSTR text) = 0;
     // Sends a window message; the library sends the progress bar's set-position message, the position in `wParam`.
     virtual LRESULT SendMessageA(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) = 0;
