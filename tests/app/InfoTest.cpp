@@ -179,9 +179,8 @@ TEST(JobxInfo, PrintsTheCompactModelsOfTheSampleAsItAlwaysDid)
 TEST(JobxInfo, CompactModelShowsLengthsBeforeAndAfterTheUnitChange)
 {
     const TempDir directory;
-    const std::string job =
-        MakeJob(directory, "UNITS=MM\n$0 r1\nL 0 254 508 -762 0 P 0\nS P 0\nOB 0 0 I\nOS 1 0\nOE\n"
-                           "OB 0 0 H\nOE\nSE\n");
+    const std::string job = MakeJob(directory, "UNITS=MM\n$0 r1\nL 0 254 508 -762 0 P 0\nS P 0\nOB 0 0 I\nOS 1 0\nOE\n"
+                                               "OB 0 0 H\nOE\nSE\n");
     const std::vector<std::string> lines = LinesOf(RunJobx({"info", job, "--compact"}).out);
     std::vector<std::vector<std::string>> rows;
     for (const std::string& line : lines)
