@@ -19,27 +19,48 @@ public:
 
     std::string_view Token() noexcept
     {
-        const std::size_t blank = m_rest.find(' ');
-        if (blank == std::string_view::npos)
-            return {};
-        const std::string_view token = m_rest.substr(0, blank);
-        m_rest = Trimmed(m_rest.substr(blank));
-        return token;
+        const char* const begin = m_rest.data();
+        const char* const blank = TakeTo(begin);
+        return blank != nullptr ? std::string_view(begin, static_cast<std::size_t>(blank - begin)) : std::string_view();
     }
-    int Integer() noexcept { return ParseInteger(Token()); }
-    double Real() noexcept { return ParseReal(Token()); }
+    int Integer() noexcept { return Number(ReadInteger(m_rest.data(), m_rest.data() + m_rest.size())); }
+    double Real() noexcept { return Number(ReadReal(m_rest.data(), m_rest.data() + m_rest.size())); }
 
     // The next token, or all that is left when no blank is left; nothing is left then.
     std::string_view TokenOrRest() noexcept
     {
-        if (HasBlank())
-            return Token();
+        const char* const begin = m_rest.data();
+        const char* const blank = TakeTo(begin);
+        if (blank != nullptr)
+            return {begin, static_cast<std::size_t>(blank - begin)};
         const std::string_view rest = m_rest;
         m_rest = {};
         return rest;
     }
 
 private:
+    // The value, when a blank ends its token; no number goes past a blank.
+    template <class T>
+    T Number(const NumberRead<T>& read) noexcept
+    {
+        return TakeTo(read.end) != nullptr ? read.value : T{};
+    }
+    // Removes the token that reaches at least to `at`, with the blanks behind it, and answers where it ended; null, and
+    // nothing removed, when no blank ends it. Tokens are short: a loop finds the blank sooner than a search.
+    const char* TakeTo(const char* at) noexcept
+    {
+        const char* const end = m_rest.data() + m_rest.size();
+        while (at != end && *at != ' ')
+            ++at;
+        if (at == end)
+            return nullptr;
+        const char* const blank = at;
+        while (at != end && IsAsciiSpace(*at)) // the end is trimmed already
+            ++at;
+        m_rest = {at, static_cast<std::size_t>(end - at)};
+        return blank;
+    }
+
     std::string_view m_rest;
 };
 

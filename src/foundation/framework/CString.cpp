@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <atomic>
+#include <cstdint>
 #include <cstdlib>
 #include <limits>
 #include <new>
@@ -98,17 +99,41 @@ void CString::SetLengthInPlace(std::size_t length) noexcept
     Shared()->Text()[length] = '\0';
 }
 
+unsigned long long CString::InsideWord(const char* text, std::size_t length) noexcept
+{
+    Rep made;
+    made.word = 0;
+    if constexpr (!kLittle)
+    {
+        made.bytes[kTag] = static_cast<char>((length << 1U) | 1U);
+        std::copy_n(text, length, made.bytes + kText);
+        return made.word;
+    }
+    // Put together in a register: bytes that were stored one by one could not be loaded as a word without a wait.
+    unsigned long long bytes = 0;
+    if (length >= 4)
+    {
+        std::uint32_t first = 0;
+        std::uint32_t last = 0; // overlaps the first four
+        std::memcpy(&first, text, sizeof first);
+        std::memcpy(&last, text + length - sizeof last, sizeof last);
+        bytes = first | static_cast<unsigned long long>(last) << (8 * (length - sizeof last));
+    }
+    else
+    {
+        for (std::size_t i = length; i > 0; --i)
+            bytes = bytes << 8U | static_cast<unsigned char>(text[i - 1]);
+    }
+    return bytes << 8U | length << 1U | 1U;
+}
+
 void CString::Assign(const char* text, std::size_t length)
 {
     if (length > kMaxLength)
         AfxThrowMemoryException();
     Rep made;
     if (length <= kInsideCapacity)
-    {
-        made.word = 0;
-        made.bytes[kTag] = static_cast<char>((length << 1U) | 1U);
-        std::copy_n(text, length, made.bytes + kText);
-    }
+        made.word = InsideWord(text, length);
     else
     {
         void* const memory = std::malloc(sizeof(Block) + length + 1);

@@ -222,6 +222,7 @@ private:
     int SharedLength() const noexcept;
     LPCSTR SharedText() const noexcept;
     void Assign(const char* text, std::size_t length); // `text` may lie in this object
+    static unsigned long long InsideWord(const char* text, std::size_t length) noexcept; // of a text that fits inside
     int CompareBytes(std::string_view text) const noexcept { return View().compare(text); }
     int CompareLetters(std::string_view text) const noexcept;
     int FindBytes(std::string_view text, int start) const noexcept;
