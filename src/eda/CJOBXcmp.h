@@ -3,6 +3,7 @@
 #include "eda/CJOBXcmpTop.h"
 #include "foundation/CExPtrArray.h"
 #include "foundation/CJOBXProperty.h"
+#include "foundation/CPooledRecord.h"
 #include "foundation/JobxExport.h"
 #include "foundation/corekit/CLProperty.h"
 #include "foundation/corekit/CPointD.h"
@@ -14,7 +15,7 @@
 // Units:     lengths in the unit of the file it came from; the rotation in degrees as in the file.
 // Ownership: owned by its array; owns its toeprints, properties and attributes; not copyable.
 // Threads:   different objects may be used at once; sharing one object needs the caller's lock.
-class JOBX_API CJOBXcmp
+class JOBX_API CJOBXcmp : public CPooledRecord
 {
 public:
     CJOBXcmp();

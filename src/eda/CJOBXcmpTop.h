@@ -1,6 +1,7 @@
 #pragma once
 
 #include "foundation/CExPtrArray.h"
+#include "foundation/CPooledRecord.h"
 #include "foundation/JobxExport.h"
 #include "foundation/corekit/CPointD.h"
 #include "foundation/framework/CString.h"
@@ -9,7 +10,7 @@
 // Units:     lengths in the unit of the file it came from; the rotation in degrees as in the file.
 // Ownership: owned by its component's list; not copyable.
 // Threads:   different objects may be used at once; sharing one object needs the caller's lock.
-class JOBX_API CJOBXcmpTop
+class JOBX_API CJOBXcmpTop : public CPooledRecord
 {
 public:
     CJOBXcmpTop();
@@ -24,9 +25,9 @@ public:
     int m_nNet = -1;    // position of the net among the EDA data's nets
     int m_nSubnet = -1; // position of the subnet in that net
     int m_nMirror = 0;  // 1 mirrored, 0 not
+    int m_nPin = -1;    // position of the pin in the component's package
     double m_dRotation = 0.0;
     CPointD m_ptLocation;
-    int m_nPin = -1; // position of the pin in the component's package
 };
 
 extern template class JOBX_API CExPtrArray<CJOBXcmpTop*, CJOBXcmpTop*>;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "foundation/CExPtrArray.h"
+#include "foundation/CPooledRecord.h"
 #include "foundation/framework/CString.h"
 
 #include <cstdio>
@@ -10,7 +11,7 @@
 // Ownership: owned by its array; not copyable, pGetSameODBdataNetObj makes a copy.
 // Threads:   different objects may be used at once; sharing one needs the caller's lock.
 // A board has more of these than of anything else: 40 bytes, and the usual kinds need no memory of their own.
-class JOBX_API CJOBXdataNetObj
+class JOBX_API CJOBXdataNetObj : public CPooledRecord
 {
 public:
     CJOBXdataNetObj() = default;

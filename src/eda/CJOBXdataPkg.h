@@ -8,7 +8,7 @@
 // Units:     lengths in the unit of the file.
 // Ownership: owned by its array, owns its outlines, pins, properties and attributes; copies are deep.
 // Threads:   different objects may be used at once; sharing one needs the caller's lock.
-class JOBX_API CJOBXdataPkg
+class JOBX_API CJOBXdataPkg : public CPooledRecord
 {
 public:
     CJOBXdataPkg() = default;

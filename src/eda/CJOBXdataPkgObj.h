@@ -1,6 +1,7 @@
 #pragma once
 
 #include "foundation/CExPtrArray.h"
+#include "foundation/CPooledRecord.h"
 #include "foundation/corekit/CPointD.h"
 #include "foundation/framework/CStringArray.h"
 
@@ -11,7 +12,7 @@
 // Units:     lengths of the subclasses in the unit of the file; texts are never rewritten.
 // Ownership: owned by its array; copies are deep. Copy with clone: an assignment would cut a subclass down.
 // Threads:   different objects may be used at once; sharing one needs the caller's lock.
-class JOBX_API CJOBXdataPkgObj
+class JOBX_API CJOBXdataPkgObj : public CPooledRecord
 {
 public:
     CJOBXdataPkgObj() = default;

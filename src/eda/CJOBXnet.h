@@ -2,6 +2,7 @@
 
 #include "eda/CJOBXnetPt.h"
 #include "foundation/CExPtrArray.h"
+#include "foundation/CPooledRecord.h"
 #include "foundation/JobxExport.h"
 #include "foundation/framework/CString.h"
 
@@ -9,7 +10,7 @@
 // Units:     lengths in the unit of the file it came from.
 // Ownership: owned by its array; owns its points; not copyable.
 // Threads:   different objects may be used at once; sharing one object needs the caller's lock.
-class JOBX_API CJOBXnet
+class JOBX_API CJOBXnet : public CPooledRecord
 {
 public:
     CJOBXnet();

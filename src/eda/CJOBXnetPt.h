@@ -1,6 +1,7 @@
 #pragma once
 
 #include "foundation/CExPtrArray.h"
+#include "foundation/CPooledRecord.h"
 #include "foundation/JobxExport.h"
 #include "foundation/corekit/CPointD.h"
 #include "foundation/framework/CString.h"
@@ -12,7 +13,7 @@
 // Units:     lengths in the unit of the file it came from.
 // Ownership: owned by its array; not copyable.
 // Threads:   different objects may be used at once; sharing one object needs the caller's lock.
-class JOBX_API CJOBXnetPt
+class JOBX_API CJOBXnetPt : public CPooledRecord
 {
 public:
     CJOBXnetPt();

@@ -14,6 +14,20 @@
 #define JOBX_REQUIRE_FAILING_ALLOCATION() static_cast<void>(0)
 #endif
 
+// Whether every record has a block of its own, so that each can be refused. Elsewhere they lie in larger blocks, of
+// which a short test may not need a new one.
+#if defined(__SANITIZE_ADDRESS__)
+inline constexpr bool kRecordsHaveOwnBlocks = true;
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer)
+inline constexpr bool kRecordsHaveOwnBlocks = true;
+#else
+inline constexpr bool kRecordsHaveOwnBlocks = false;
+#endif
+#else
+inline constexpr bool kRecordsHaveOwnBlocks = false;
+#endif
+
 // Which allocations are refused once the given number succeeded.
 enum class Refused
 {

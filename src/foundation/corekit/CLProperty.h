@@ -1,12 +1,13 @@
 #pragma once
 
 #include "foundation/CExPtrArray.h"
+#include "foundation/CPooledRecord.h"
 #include "foundation/framework/CString.h"
 
 // A name and a value: the plain attribute of packages and components.
 // Ownership: a plain value; copies are deep.
 // Threads:   different objects may be used at once; sharing one needs the caller's lock.
-class JOBX_API CLProperty
+class JOBX_API CLProperty : public CPooledRecord
 {
 public:
     CLProperty() = default;

@@ -9,8 +9,6 @@ template class CArray<CArrayPointD, const CArrayPointD&>;
 template class CValueArray<CArrayPointD>;
 template class CExPtrArray<CArrayPointD*, CArrayPointD*>;
 
-CPointD::~CPointD() = default;
-
 bool CPointD::operator==(const CPointD& other) const
 {
     return this == &other || (x == other.x && y == other.y);

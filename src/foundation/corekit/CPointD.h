@@ -16,7 +16,7 @@ public:
     CPointD(double newX, double newY) : x(newX), y(newY) {}
     CPointD(const CPointD&) = default;
     CPointD& operator=(const CPointD&) = default;
-    virtual ~CPointD();
+    virtual ~CPointD() = default;
 
     // Exact, without any tolerance; a point always equals itself.
     virtual bool operator==(const CPointD& other) const;

@@ -1,0 +1,167 @@
+#include "foundation/CPooledRecord.h"
+
+#include <atomic>
+#include <cstdint>
+#include <new>
+
+#if defined(__SANITIZE_ADDRESS__)
+#define JOBX_CHECKED_MEMORY 1
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer)
+#define JOBX_CHECKED_MEMORY 1
+#endif
+#endif
+
+// Of the ways to reach a thread's own variable the fastest that a shared library may use.
+#if defined(__GNUC__)
+#define JOBX_NEAR_THREAD_LOCAL __attribute__((tls_model("initial-exec")))
+#else
+#define JOBX_NEAR_THREAD_LOCAL
+#endif
+
+namespace
+{
+// A chunk begins at a multiple of kChunkPlace, so that an object's address leads to it. What is left between two chunks
+// is for the bookkeeping of the allocator that gives them.
+constexpr std::size_t kChunkPlace = std::size_t{64} * 1024;
+constexpr std::size_t kChunkSize = kChunkPlace - 64;
+constexpr std::size_t kLargest = 1024; // larger objects get blocks of their own
+
+// What stands at a chunk's begin.
+struct Chunk
+{
+    // How many of its objects were not deleted yet, and more than there can ever be while a thread still takes objects
+    // from it.
+    std::atomic<std::int64_t> live;
+};
+constexpr std::size_t kFirst = 64; // where the chunk's objects begin
+constexpr std::int64_t kTaken = std::int64_t{1} << 40;
+
+void Subtract(Chunk* chunk, std::int64_t count) noexcept
+{
+    if (chunk->live.fetch_sub(count, std::memory_order_acq_rel) == count)
+        ::operator delete (static_cast<void*>(chunk), std::align_val_t{kChunkPlace});
+}
+
+// A thread counts the objects of the chunk that it works on for itself, and tells the chunk when it goes on to another.
+struct Own
+{
+    char* at = nullptr; // where the next object goes
+    char* end = nullptr;
+    Chunk* taking = nullptr;
+    std::int64_t taken = 0;
+    Chunk* deleting = nullptr;
+    std::int64_t deleted = 0;
+
+    void FinishTaking() noexcept
+    {
+        if (taking != nullptr)
+            Subtract(taking, kTaken - taken);
+        at = nullptr;
+        end = nullptr;
+        taking = nullptr;
+        taken = 0;
+    }
+    void FinishDeleting() noexcept
+    {
+        if (deleting != nullptr)
+            Subtract(deleting, deleted);
+        deleting = nullptr;
+        deleted = 0;
+    }
+};
+constinit thread_local Own own JOBX_NEAR_THREAD_LOCAL;
+
+// Tells the chunks at the end of the thread.
+class AtThreadEnd
+{
+public:
+    AtThreadEnd() = default;
+    AtThreadEnd(const AtThreadEnd&) = delete;
+    AtThreadEnd& operator=(const AtThreadEnd&) = delete;
+    ~AtThreadEnd()
+    {
+        own.FinishTaking();
+        own.FinishDeleting();
+    }
+    void Need() noexcept { m_needed = true; }
+
+private:
+    bool m_needed = false;
+};
+thread_local AtThreadEnd atThreadEnd;
+
+void BeginChunk()
+{
+    void* const memory = ::operator new (kChunkSize, std::align_val_t{kChunkPlace});
+    atThreadEnd.Need();
+    own.FinishTaking();
+    own.taking = new (memory) Chunk{{kTaken}};
+    own.at = static_cast<char*>(memory) + kFirst;
+    own.end = static_cast<char*>(memory) + kChunkSize;
+}
+
+void BeginDeleting(Chunk* chunk) noexcept
+{
+    atThreadEnd.Need();
+    own.FinishDeleting();
+    own.deleting = chunk;
+}
+
+// An object may stand at each multiple of this: its size is a multiple of the alignment that it needs.
+constexpr std::size_t AlignmentOf(std::size_t size) noexcept
+{
+    return size % 16 == 0 ? 16 : 8;
+}
+
+// Up to a multiple of a power of two.
+constexpr std::size_t RoundedUp(std::size_t value, std::size_t to) noexcept
+{
+    return (value + to - 1) & ~(to - 1);
+}
+
+// Blocks of their own let the tools that check memory see each object.
+constexpr bool HasOwnBlock(std::size_t size) noexcept
+{
+#if defined(JOBX_CHECKED_MEMORY)
+    static_cast<void>(size);
+    return true;
+#else
+    return size > kLargest;
+#endif
+}
+} // namespace
+
+void* CPooledRecord::operator new(std::size_t size)
+{
+    if (HasOwnBlock(size))
+        return ::operator new(size);
+    const std::size_t room = RoundedUp(size, 8);
+    const auto address = reinterpret_cast<std::uintptr_t>(own.at);
+    std::size_t gap = RoundedUp(address, AlignmentOf(room)) - address;
+    if (static_cast<std::size_t>(own.end - own.at) < gap + room)
+    {
+        BeginChunk();
+        gap = 0;
+    }
+    char* const object = own.at + gap;
+    own.at = object + room;
+    ++own.taken;
+    return object;
+}
+
+void CPooledRecord::operator delete(void* record, std::size_t size) noexcept
+{
+    if (record == nullptr)
+        return;
+    if (HasOwnBlock(size))
+    {
+        ::operator delete(record);
+        return;
+    }
+    const auto offset = reinterpret_cast<std::uintptr_t>(record) % kChunkPlace;
+    auto* const chunk = reinterpret_cast<Chunk*>(static_cast<char*>(record) - offset);
+    if (chunk != own.deleting)
+        BeginDeleting(chunk);
+    ++own.deleted;
+}

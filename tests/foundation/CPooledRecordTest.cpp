@@ -1,0 +1,170 @@
+#include "foundation/CPooledRecord.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <random>
+#include <thread>
+#include <vector>
+
+#if defined(__GLIBC__)
+#include <malloc.h>
+#endif
+
+namespace
+{
+class Record : public CPooledRecord
+{
+public:
+    explicit Record(int number) : m_nNumber(number) {}
+    Record(const Record&) = delete;
+    Record& operator=(const Record&) = delete;
+    virtual ~Record() = default;
+    virtual bool IsWhole(int number) const { return m_nNumber == number; }
+
+    int m_nNumber;
+};
+
+// Objects of another size, all of whose bytes are used.
+template <std::size_t Size>
+class RecordOf : public Record
+{
+public:
+    explicit RecordOf(int number) : Record(number) { m_bytes.fill(static_cast<unsigned char>(number)); }
+    bool IsWhole(int number) const override
+    {
+        return Record::IsWhole(number) &&
+               std::all_of(m_bytes.begin(), m_bytes.end(),
+                           [number](unsigned char byte) { return byte == static_cast<unsigned char>(number); });
+    }
+
+private:
+    std::array<unsigned char, Size> m_bytes{};
+};
+
+class AlignedRecord : public Record
+{
+public:
+    explicit AlignedRecord(int number) : Record(number) {}
+    bool IsWhole(int number) const override
+    {
+        return Record::IsWhole(number) && reinterpret_cast<std::uintptr_t>(&m_value) % alignof(long double) == 0;
+    }
+
+private:
+    long double m_value = 0.0L;
+};
+
+std::unique_ptr<Record> MakeRecord(int number)
+{
+    switch (number % 5)
+    {
+    case 0:
+        return std::make_unique<Record>(number);
+    case 1:
+        return std::make_unique<RecordOf<20>>(number);
+    case 2:
+        return std::make_unique<AlignedRecord>(number);
+    case 3:
+        return std::make_unique<RecordOf<1000>>(number);
+    default:
+        return std::make_unique<RecordOf<2000>>(number); // too large to share a chunk
+    }
+}
+
+using Records = std::vector<std::unique_ptr<Record>>;
+
+Records MakeRecords(int count)
+{
+    Records records;
+    for (int i = 0; i < count; ++i)
+        records.push_back(MakeRecord(i));
+    return records;
+}
+
+int CountWhole(const Records& records)
+{
+    int whole = 0;
+    for (std::size_t i = 0; i < records.size(); ++i)
+        whole += records[i]->IsWhole(static_cast<int>(i)) ? 1 : 0;
+    return whole;
+}
+} // namespace
+
+TEST(PooledRecord, ObjectsOfEverySizeKeepTheirBytesAndAlignment)
+{
+    const Records records = MakeRecords(3000);
+    EXPECT_EQ(CountWhole(records), 3000);
+}
+
+TEST(PooledRecord, ObjectsAreDeletedInAnyOrder)
+{
+    Records records = MakeRecords(3000);
+    Records shuffled;
+    for (std::size_t i = 0; i < records.size(); i += 2)
+        shuffled.push_back(std::move(records[i]));
+    std::shuffle(shuffled.begin(), shuffled.end(), std::mt19937(1));
+    shuffled.clear();
+    int whole = 0;
+    for (std::size_t i = 1; i < records.size(); i += 2)
+        whole += records[i]->IsWhole(static_cast<int>(i)) ? 1 : 0;
+    EXPECT_EQ(whole, 1500);
+}
+
+TEST(PooledRecord, ObjectsAreMadeAndDeletedOnDifferentThreadsAtOnce)
+{
+    constexpr int kThreads = 4;
+    std::array<Records, kThreads> made;
+    std::array<int, kThreads> whole{};
+    for (int round = 0; round < 3; ++round)
+    {
+        std::vector<std::thread> threads;
+        for (std::size_t t = 0; t < kThreads; ++t)
+            threads.emplace_back([&made, t] { made[t] = MakeRecords(2000); });
+        for (std::thread& thread : threads)
+            thread.join();
+        threads.clear();
+        for (std::size_t t = 0; t < kThreads; ++t)
+            whole[t] = CountWhole(made[t]);
+        // Every thread deletes a part of what each of them made.
+        for (std::size_t t = 0; t < kThreads; ++t)
+            threads.emplace_back(
+                [&made, t]
+                {
+                    for (Records& records : made)
+                        for (std::size_t i = t; i < records.size(); i += kThreads)
+                            records[i].reset();
+                });
+        for (std::thread& thread : threads)
+            thread.join();
+        EXPECT_EQ(whole, (std::array<int, kThreads>{2000, 2000, 2000, 2000}));
+    }
+}
+
+TEST(PooledRecord, MemoryComesBackWhenEveryObjectIsDeleted)
+{
+#if defined(__GLIBC__)
+    const auto allocated = []
+    {
+        const auto info = mallinfo2();
+        return info.uordblks + info.hblkhd;
+    };
+    MakeRecords(5000);
+    const std::size_t before = allocated();
+    for (int round = 0; round < 10; ++round)
+        MakeRecords(5000);
+    EXPECT_LT(allocated(), before + 1'000'000);
+#else
+    GTEST_SKIP() << "this C library does not tell how much memory is in use";
+#endif
+}
+
+TEST(PooledRecord, DeletingNullDoesNothing)
+{
+    const std::size_t sizes[] = {sizeof(Record), sizeof(RecordOf<2000>)};
+    for (const std::size_t size : sizes)
+        EXPECT_NO_FATAL_FAILURE(CPooledRecord::operator delete(nullptr, size));
+}
