@@ -14,14 +14,17 @@
 namespace
 {
 constexpr std::size_t kSize = 10'000'000;
+// To see whether ten times the bytes take ten times as long.
+constexpr std::size_t kLarge = 30'000'000;
+constexpr std::size_t kVeryLarge = 300'000'000;
 
 // A real file of a step, repeated, also as a file of its own that goes when the program ends.
 class Input
 {
 public:
-    Input(const char* name, const char* realPath, const char* samplePath)
+    Input(const char* name, const char* realPath, const char* samplePath, std::size_t size)
         : m_path(std::filesystem::temp_directory_path() / ("jobx_benchmark_" + std::string(name))),
-          m_text(Repeated(FileBytes(InputFile(realPath, samplePath)), kSize))
+          m_text(Repeated(FileBytes(InputFile(realPath, samplePath)), size))
     {
         std::ofstream(m_path, std::ios::binary) << m_text;
     }
@@ -41,22 +44,36 @@ private:
     std::string m_text;
 };
 
+Input EdaOf(std::size_t size)
+{
+    return {"eda", "steps/stp/eda/data", "steps/pcb/eda/data", size};
+}
+
+Input ComponentsOf(std::size_t size)
+{
+    return {"components", "steps/stp/layers/comp_+_top/components", "steps/pcb/layers/comp_+_top/components", size};
+}
+
+Input NetlistOf(std::size_t size)
+{
+    return {"netlist", "steps/stp/netlists/cadnet/netlist", "steps/pcb/netlists/cadnet/netlist", size};
+}
+
 const Input& Eda()
 {
-    static const Input input("eda", "steps/stp/eda/data", "steps/pcb/eda/data");
+    static const Input input = EdaOf(kSize);
     return input;
 }
 
 const Input& Components()
 {
-    static const Input input("components", "steps/stp/layers/comp_+_top/components",
-                             "steps/pcb/layers/comp_+_top/components");
+    static const Input input = ComponentsOf(kSize);
     return input;
 }
 
 const Input& Netlist()
 {
-    static const Input input("netlist", "steps/stp/netlists/cadnet/netlist", "steps/pcb/netlists/cadnet/netlist");
+    static const Input input = NetlistOf(kSize);
     return input;
 }
 
@@ -72,6 +89,26 @@ void Read(benchmark::State& state, const Input& input)
               });
 }
 
+template <class Model>
+void Destroy(benchmark::State& state, const Input& input)
+{
+    for (auto _ : state)
+    {
+        state.PauseTiming();
+        auto model = std::make_unique<Model>();
+        model->ParseODBOfMFC(input.Path());
+        state.ResumeTiming();
+        model.reset();
+    }
+    state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * input.Text().size()));
+}
+
+template <class Model, Input (*MakeInput)(std::size_t)>
+void BM_Large(benchmark::State& state)
+{
+    Read<Model>(state, MakeInput(static_cast<std::size_t>(state.range(0))));
+}
+
 void BM_EdaFloor(benchmark::State& state)
 {
     RunFloor(state, Eda().Text());
@@ -79,6 +116,10 @@ void BM_EdaFloor(benchmark::State& state)
 void BM_EdaReader(benchmark::State& state)
 {
     Read<CJOBXdata>(state, Eda());
+}
+void BM_EdaDestroy(benchmark::State& state)
+{
+    Destroy<CJOBXdata>(state, Eda());
 }
 void BM_ComponentsFloor(benchmark::State& state)
 {
@@ -88,6 +129,10 @@ void BM_ComponentsReader(benchmark::State& state)
 {
     Read<CJOBXcomponents>(state, Components());
 }
+void BM_ComponentsDestroy(benchmark::State& state)
+{
+    Destroy<CJOBXcomponents>(state, Components());
+}
 void BM_NetlistFloor(benchmark::State& state)
 {
     RunFloor(state, Netlist().Text());
@@ -95,6 +140,10 @@ void BM_NetlistFloor(benchmark::State& state)
 void BM_NetlistReader(benchmark::State& state)
 {
     Read<CJOBXnetlist>(state, Netlist());
+}
+void BM_NetlistDestroy(benchmark::State& state)
+{
+    Destroy<CJOBXnetlist>(state, Netlist());
 }
 
 void BM_WholeJob(benchmark::State& state)
@@ -120,9 +169,15 @@ void BM_WholeJob(benchmark::State& state)
 
 BENCHMARK(BM_EdaFloor)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_EdaReader)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_EdaDestroy)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_ComponentsFloor)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_ComponentsReader)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_ComponentsDestroy)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_NetlistFloor)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_NetlistReader)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_NetlistDestroy)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_Large<CJOBXdata, EdaOf>)->Arg(kLarge)->Arg(kVeryLarge)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_Large<CJOBXcomponents, ComponentsOf>)->Arg(kLarge)->Arg(kVeryLarge)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_Large<CJOBXnetlist, NetlistOf>)->Arg(kLarge)->Arg(kVeryLarge)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_WholeJob)->Arg(1)->Arg(2)->UseRealTime()->Unit(benchmark::kMillisecond);
 } // namespace

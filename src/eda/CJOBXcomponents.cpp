@@ -1,6 +1,8 @@
 #include "eda/CJOBXcomponents.h"
 
+#include "eda/CListFiller.h"
 #include "eda/ComponentsText.h"
+#include "foundation/CTextCache.h"
 #include "foundation/CTextScanner.h"
 #include "foundation/CTextWriter.h"
 #include "foundation/CTokenScanner.h"
@@ -41,6 +43,10 @@ struct Reading
     CJOBXcomponents& file;
     CNumberIndex names;
     CJOBXcmp* component = nullptr; // the one that was begun last
+    // What it is to get.
+    CListFiller<CJOBXcmpTop> tops{};
+    CListFiller<CLProperty> properties{};
+    CTextCache texts{};
 };
 
 void AddTableEntry(std::string_view line, std::string_view mark, CArrayN& numbers, CStringArray& texts)
@@ -69,6 +75,8 @@ void OnNewComponent(Reading& reading, std::string_view line)
     auto component = std::make_unique<CJOBXcmp>();
     component->m_nNumber = ParseInteger(WithoutKeyword(WithoutKeyword(line)));
     reading.component = reading.file.m_arrCmps.Own(std::move(component));
+    reading.tops.Begin(reading.component->m_arrTops);
+    reading.properties.Begin(reading.component->m_arrProperties);
 }
 
 // The name that ends a line, and the attributes behind it. Those of a toeprint go to its component too: intended.
@@ -78,10 +86,10 @@ void TakeName(Reading& reading, CTokenScanner& fields, CString& name)
     const std::size_t semicolon = rest.find(';');
     if (semicolon == std::string_view::npos)
     {
-        name = fields.TokenOrRest();
+        name = reading.texts.Of(fields.TokenOrRest());
         return;
     }
-    name = Trimmed(rest.substr(0, semicolon));
+    name = reading.texts.Of(Trimmed(rest.substr(0, semicolon)));
     AddAttributes(*reading.component, WithoutLeading(rest.substr(semicolon), ';'),
                   [&reading](int number) { return reading.names.Text(number); });
 }
@@ -110,7 +118,7 @@ void OnToeprint(Reading& reading, std::string_view line)
 {
     if (reading.component == nullptr)
         return;
-    CJOBXcmpTop& top = *reading.component->m_arrTops.Own(std::make_unique<CJOBXcmpTop>());
+    CJOBXcmpTop& top = *reading.tops.Own(std::make_unique<CJOBXcmpTop>());
     CTokenScanner fields(WithoutKeyword(line));
     top.m_nPin = fields.Integer();
     top.m_ptLocation.x = fields.Real();
@@ -131,13 +139,13 @@ void OnProperty(Reading& reading, std::string_view line)
     const std::string_view text = WithoutKeyword(line);
     const std::size_t quote = text.find('\'');
     auto property = std::make_unique<CLProperty>();
-    property->m_sName = Trimmed(text.substr(0, quote));
+    property->m_sName = reading.texts.Of(Trimmed(text.substr(0, quote)));
     if (quote != std::string_view::npos)
     {
         const std::string_view value = WithoutLeading(text.substr(quote), '\'');
-        property->m_sValue = value.substr(0, value.find('\''));
+        property->m_sValue = reading.texts.Of(value.substr(0, value.find('\'')));
     }
-    reading.component->m_arrProperties.Own(std::move(property));
+    reading.properties.Own(std::move(property));
 }
 
 // Tried from the top, first match wins. Every other line is dropped, comments and the units line among them.
@@ -176,7 +184,9 @@ int CJOBXcomponents::ParseODBOfMFC(CString path)
             CTextScanner text(path, __FILE__, __LINE__);
             Reading reading{*this, CNumberIndex(m_arrAttributeNameNumbers, m_arrAttributeNames)};
             while (text.NextLine())
-                Dispatch(kKeywords, reading, text.Line());
+                Dispatch<kKeywords>(reading, text.Line());
+            reading.tops.Finish();
+            reading.properties.Finish();
             return 1;
         });
 }

@@ -1,5 +1,7 @@
 #include "eda/CJOBXnetPt.h"
 
+#include <atomic>
+
 template class CExPtrArray<CJOBXnetPt*, CJOBXnetPt*>;
 
 CJOBXnetPt::CJOBXnetPt() = default;
@@ -14,9 +16,19 @@ const CStringArray& CJOBXnetPt::GetFlags() const
 
 void CJOBXnetPt::AddFlag(const CString& flag)
 {
+    const CString kept = flag; // it may be one of the flags that are given up here
     if (m_pFlags == nullptr)
-        m_pFlags = std::make_unique<CStringArray>();
-    m_pFlags->Add(flag);
+        m_pFlags = std::make_shared<CStringArray>();
+    else if (m_pFlags.use_count() > 1)
+        m_pFlags = std::make_shared<CStringArray>(*m_pFlags);
+    else
+        std::atomic_thread_fence(std::memory_order_acquire); // after whoever gave the list up on another thread
+    m_pFlags->Add(kept);
+}
+
+void CJOBXnetPt::ShareFlags(const CJOBXnetPt& other)
+{
+    m_pFlags = other.m_pFlags;
 }
 
 void CJOBXnetPt::RemoveAllFlags()

@@ -26,6 +26,8 @@ public:
     // Append one of them, or take all away.
     void AddFlag(const CString& flag);
     void RemoveAllFlags();
+    // Takes over the flags of `other`, without copying them.
+    void ShareFlags(const CJOBXnetPt& other);
 
     // Multiplies every length by `factor`, except the staggered radius: that one stays, intended.
     void UnitConvert(const double& factor);
@@ -42,7 +44,9 @@ public:
     double m_dRadius = 0.0; // 0 means a point that is not round, with width and height
 
 private:
-    std::unique_ptr<CStringArray> m_pFlags; // null means none: points come by the hundred thousand
+    // Null means none: points come by the hundred thousand. Several points may share one list until one of them changes
+    // its own.
+    std::shared_ptr<CStringArray> m_pFlags;
 };
 
 extern template class JOBX_API CExPtrArray<CJOBXnetPt*, CJOBXnetPt*>;

@@ -1,12 +1,15 @@
 #include "eda/CJOBXnetlist.h"
 
+#include "eda/CListFiller.h"
 #include "eda/NetlistText.h"
+#include "foundation/CTextCache.h"
 #include "foundation/CTextScanner.h"
 #include "foundation/KeywordTable.h"
 #include "foundation/corekit/CKUtility.h"
 #include "foundation/corekit/FreshDirectory.h"
 #include "foundation/framework/Guarded.h"
 
+#include <algorithm>
 #include <map>
 #include <memory>
 
@@ -41,6 +44,11 @@ struct Reading
     CJOBXnetArray& nets;
     CFirstNets firstNets;
     CJOBXnet* net = nullptr; // the one of the last net or point line
+    CListFiller<CJOBXnetPt> points{};
+    CTextCache texts{};
+    // The flags that were read last and a point that has them; null when there is none.
+    std::string_view flags{};
+    const CJOBXnetPt* flagged = nullptr;
 };
 
 void OnIgnored(Reading& /*reading*/, std::string_view /*line*/) {}
@@ -62,8 +70,25 @@ void OnNet(Reading& reading, std::string_view line)
     reading.firstNets.Add(*reading.net);
 }
 
+// At most `most` of the words that are left.
+void ReadFlags(Reading& reading, CFieldScanner& fields, int most, CJOBXnetPt& point)
+{
+    const std::string_view flags = fields.Rest();
+    const bool isCut = std::count(flags.begin(), flags.end(), ' ') >= most; // by the number of fields before
+    if (reading.flagged != nullptr && reading.flags == flags && !isCut)
+    {
+        point.ShareFlags(*reading.flagged);
+        return;
+    }
+    CString flag;
+    for (int i = 0; i < most && fields.Text(flag); ++i)
+        point.AddFlag(flag);
+    reading.flags = flags;
+    reading.flagged = isCut ? nullptr : &point;
+}
+
 // Fields by their place. Whatever stands where the staggered numbers would be is read as them: intended.
-void ReadPoint(CFieldScanner& fields, CJOBXnetPt& point)
+void ReadPoint(Reading& reading, CFieldScanner& fields, CJOBXnetPt& point)
 {
     fields.Real(point.m_dRadius);
     fields.Real(point.m_ptPosition.x);
@@ -78,12 +103,14 @@ void ReadPoint(CFieldScanner& fields, CJOBXnetPt& point)
     }
     fields.Text(point.m_sEndPoint);
     fields.Text(point.m_sExposure);
-    fields.Text(point.m_sStaggeredMark);
+    std::string_view mark;
+    if (fields.Text(mark))
+        point.m_sStaggeredMark = reading.texts.Of(mark);
     fields.Real(point.m_ptStaggeredPosition.x);
     fields.Real(point.m_ptStaggeredPosition.y);
     fields.Real(point.m_dStaggeredRadius);
-    for (CString flag; token < kMostTokens && fields.Text(flag); ++token)
-        point.AddFlag(flag);
+    if (!fields.IsAtEnd())
+        ReadFlags(reading, fields, kMostTokens - token, point);
 }
 
 void OnPoint(Reading& reading, std::string_view line)
@@ -97,9 +124,11 @@ void OnPoint(Reading& reading, std::string_view line)
             return;
         reading.net = net;
     }
+    if (!reading.points.IsFor(reading.net->m_arrPts))
+        reading.points.Begin(reading.net->m_arrPts);
     auto point = std::make_unique<CJOBXnetPt>();
-    ReadPoint(fields, *point);
-    reading.net->m_arrPts.Own(std::move(point));
+    ReadPoint(reading, fields, *point);
+    reading.points.Own(std::move(point));
 }
 
 // Tried from the top, first match wins. A units line is a point line like any other; it is dropped unless a net 0 came
@@ -124,7 +153,8 @@ int CJOBXnetlist::ParseODBOfMFC(CString path)
             CTextScanner text(path, __FILE__, __LINE__);
             Reading reading{m_arrNets, CFirstNets(m_arrNets)};
             while (text.NextLine())
-                Dispatch(kKeywords, reading, text.Line());
+                Dispatch<kKeywords>(reading, text.Line());
+            reading.points.Finish();
             return text.WasRead() ? 1 : 0;
         });
 }

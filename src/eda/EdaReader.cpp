@@ -1,5 +1,7 @@
 #include "eda/CJOBXdata.h"
+#include "eda/CListFiller.h"
 #include "eda/EdaKeywords.h"
+#include "foundation/CTextCache.h"
 #include "foundation/CTokenScanner.h"
 #include "foundation/KeywordTable.h"
 #include "foundation/framework/Guarded.h"
@@ -30,7 +32,31 @@ struct Reading
     CJOBXSnt* subnet = nullptr;
     CJOBXdataPkg* package = nullptr;
     CJOBXdataPkgPin* pin = nullptr;
+    // What the current net, subnet, package and pin are to get.
+    CListFiller<CJOBXSnt> subnets{};
+    CListFiller<CJOBXdataNetObj> netObjects{};
+    CListFiller<CJOBXdataPkgPin> pins{};
+    CListFiller<CJOBXdataPkgObj> packageOutlines{};
+    CListFiller<CJOBXdataPkgObj> pinOutlines{};
+    CTextCache textCache{};
+
+    void Finish()
+    {
+        subnets.Finish();
+        netObjects.Finish();
+        pins.Finish();
+        packageOutlines.Finish();
+        pinOutlines.Finish();
+    }
 };
+
+// The fields behind the keyword that begins the line; of a line without blank the keyword itself is the only one.
+CFieldScanner FieldsOf(std::string_view line)
+{
+    CFieldScanner fields(line);
+    fields.Skip();
+    return fields.IsAtEnd() ? CFieldScanner(line) : fields;
+}
 
 // The number of a comment line, where the keyword counts as nothing wherever it stands.
 int NumberOfComment(std::string_view line, std::string_view upperKeyword)
@@ -68,7 +94,7 @@ bool Contains(std::string_view line, std::string_view upperKeyword)
     return false;
 }
 
-void AddFields(CStringArray& texts, CFieldScanner fields)
+void AddFields(Reading& reading, CStringArray& texts, CFieldScanner fields)
 {
     INT_PTR count = 0;
     std::string_view field;
@@ -77,7 +103,7 @@ void AddFields(CStringArray& texts, CFieldScanner fields)
     INT_PTR at = texts.GetSize();
     texts.SetSize(at + count);
     for (; fields.Text(field); ++at)
-        texts[at] = field;
+        texts[at] = reading.textCache.Of(field);
 }
 
 void AddNet(Reading& reading, std::string_view line, int number)
@@ -86,6 +112,7 @@ void AddNet(Reading& reading, std::string_view line, int number)
     net->m_nNumber = number;
     net->m_sName = WithoutKeyword(line);
     reading.net = reading.data.m_arrNets.Own(std::move(net));
+    reading.subnets.Begin(reading.net->m_arrSnts);
 }
 
 // A package with attributes is never kept; what follows goes to the package before it. Files rely on this.
@@ -104,6 +131,8 @@ void AddPackage(Reading& reading, std::string_view line, int number)
     package->m_ptUpperRight.SetX(fields.Real());
     package->m_ptUpperRight.SetY(ParseReal(fields.Rest()));
     reading.package = reading.data.m_arrPkgs.Own(std::move(package));
+    reading.pins.Begin(reading.package->m_arrPins);
+    reading.packageOutlines.Begin(reading.package->m_arrOutlines);
 }
 
 void OnHeader(Reading& reading, std::string_view line)
@@ -115,7 +144,7 @@ void OnHeader(Reading& reading, std::string_view line)
 void OnLayers(Reading& reading, std::string_view line)
 {
     reading.inside = Inside::Nothing;
-    AddFields(reading.data.m_arrLayerNames, CFieldScanner(WithoutKeyword(line)));
+    AddFields(reading, reading.data.m_arrLayerNames, CFieldScanner(WithoutKeyword(line)));
 }
 
 void OnNumberedNet(Reading& reading, std::string_view line)
@@ -165,7 +194,8 @@ void OnPin(Reading& reading, std::string_view line)
     pin->m_dHoleSize = fields.Real();
     pin->m_sElectricalType = fields.Token();
     pin->m_sMountType = fields.Rest();
-    reading.pin = reading.package->m_arrPins.Own(std::move(pin));
+    reading.pin = reading.pins.Own(std::move(pin));
+    reading.pinOutlines.Begin(reading.pin->m_arrOutlines);
 }
 
 void OnFeatureGroup(Reading& reading, std::string_view line)
@@ -176,7 +206,7 @@ void OnFeatureGroup(Reading& reading, std::string_view line)
     object->m_nLineNumber = reading.text.LineNumber();
     object->m_sKind = kFeatureGroup;
     object->m_sText = WithoutKeyword(line);
-    reading.subnet->m_arrNetObjs.Own(std::move(object));
+    reading.netObjects.Own(std::move(object));
 }
 
 // Where a property goes: behind a package to the net read before it, behind a pin to that pin's package. Hosts rely on
@@ -197,10 +227,10 @@ void OnProperty(Reading& reading, std::string_view line)
         return;
     auto property = std::make_unique<CJOBXProperty>();
     CTokenScanner fields(WithoutKeyword(line));
-    property->m_sName = fields.Token();
+    property->m_sName = reading.textCache.Of(fields.Token());
     CFieldScanner values(fields.Rest());
     values.Text(property->m_sValue); // quotes stay, and a quoted text with blanks is split
-    AddFields(property->m_arrFurtherValues, values);
+    AddFields(reading, property->m_arrFurtherValues, values);
     properties->Own(std::move(property));
 }
 
@@ -210,7 +240,7 @@ void OnSubnet(Reading& reading, std::string_view line)
     if (reading.net == nullptr)
         return;
     auto subnet = std::make_unique<CJOBXSnt>();
-    CFieldScanner fields(WithoutKeyword(line));
+    CFieldScanner fields = FieldsOf(line);
     subnet->m_nLineNumber = reading.text.LineNumber();
     fields.Text(subnet->m_sKind);
     if (subnet->m_sKind.View() == kToeprint)
@@ -225,7 +255,8 @@ void OnSubnet(Reading& reading, std::string_view line)
         fields.Text(subnet->m_sCutoutType);
         fields.Real(subnet->m_dFillSize);
     }
-    reading.subnet = reading.net->m_arrSnts.Own(std::move(subnet));
+    reading.subnet = reading.subnets.Own(std::move(subnet));
+    reading.netObjects.Begin(reading.subnet->m_arrNetObjs);
 }
 
 void OnFeature(Reading& reading, std::string_view line)
@@ -233,34 +264,34 @@ void OnFeature(Reading& reading, std::string_view line)
     if (reading.subnet == nullptr)
         return;
     auto object = std::make_unique<CJOBXdataNetObj>();
-    CFieldScanner fields(WithoutKeyword(line));
+    CFieldScanner fields = FieldsOf(line);
     object->m_nLineNumber = reading.text.LineNumber();
     fields.Text(object->m_sKind);
     fields.Integer(object->m_nLayerIndex);
     fields.Integer(object->m_nFeatureIndex);
-    reading.subnet->m_arrNetObjs.Own(std::move(object));
+    reading.netObjects.Own(std::move(object));
 }
 
 // Where an outline goes; null where an unknown line is passed over.
-CJOBXdataPkgObjArray* OutlinesOf(const Reading& reading)
+CListFiller<CJOBXdataPkgObj>* OutlinesOf(Reading& reading)
 {
     if (reading.inside == Inside::Package && reading.package != nullptr)
-        return &reading.package->m_arrOutlines;
+        return &reading.packageOutlines;
     if (reading.inside == Inside::Pin && reading.pin != nullptr)
-        return &reading.pin->m_arrOutlines;
+        return &reading.pinOutlines;
     return nullptr;
 }
 
 void OnAnyOther(Reading& reading, std::string_view line)
 {
-    CJOBXdataPkgObjArray* const outlines = OutlinesOf(reading);
+    CListFiller<CJOBXdataPkgObj>* const outlines = OutlinesOf(reading);
     if (outlines == nullptr)
         return;
     auto record = std::make_unique<CJOBXdataPkgObj>();
     CFieldScanner fields(line);
     record->m_nLineNumber = reading.text.LineNumber();
     fields.Text(record->m_sKeyword);
-    AddFields(record->m_arrParameters, fields);
+    AddFields(reading, record->m_arrParameters, fields);
     outlines->Own(std::move(record));
 }
 
@@ -296,7 +327,8 @@ int CJOBXdata::ParseODBOfMFC(CString path)
             Reading reading{*this, text};
             while (text.NextLine())
                 if (!IsSkipped(text.Line()))
-                    Dispatch(kKeywords, reading, text.Line());
+                    Dispatch<kKeywords>(reading, text.Line());
+            reading.Finish();
             return text.WasRead() ? 1 : 0;
         });
 }

@@ -3,7 +3,9 @@
 
 #include "foundation/CTextScanner.h"
 
+#include <array>
 #include <cstddef>
+#include <iterator>
 #include <string_view>
 
 enum class Letters
@@ -26,14 +28,34 @@ struct Keyword
     }
 };
 
-// Hands the line to the first keyword of the table that it begins with, tried from the top; false when there is none.
+// For every byte that a line may begin with, the position of the first keyword of the table that such a line can fit;
+// the table's size when there is none. Of a long table most lines fit only one of the last keywords.
 template <class State, std::size_t Count>
-bool Dispatch(const Keyword<State> (&table)[Count], State& state, std::string_view line)
+constexpr std::array<unsigned char, 256> FirstCandidates(const Keyword<State> (&table)[Count])
 {
-    for (const Keyword<State>& keyword : table)
-        if (keyword.Fits(line))
+    static_assert(Count < 256);
+    std::array<unsigned char, 256> first{};
+    for (std::size_t byte = 0; byte < first.size(); ++byte)
+    {
+        const char letter = AsciiUpper(static_cast<char>(byte));
+        std::size_t at = 0;
+        while (at < Count && !table[at].begins.empty() && table[at].begins.front() != letter)
+            ++at;
+        first[byte] = static_cast<unsigned char>(at);
+    }
+    return first;
+}
+
+// Hands the line to the first keyword of the table that it begins with, tried from the top; false when there is none.
+template <const auto& table, class State>
+bool Dispatch(State& state, std::string_view line)
+{
+    static constexpr auto kFirst = FirstCandidates(table);
+    const std::size_t begin = line.empty() ? 0 : kFirst[static_cast<unsigned char>(line.front())];
+    for (std::size_t i = begin; i < std::size(table); ++i)
+        if (table[i].Fits(line))
         {
-            keyword.handle(state, line);
+            table[i].handle(state, line);
             return true;
         }
     return false;

@@ -87,11 +87,11 @@ constexpr Keyword<State> kInLayer[] = {
 void TakeLine(State& state, std::string_view line)
 {
     if (state.layer != nullptr)
-        Dispatch(kInLayer, state, line);
+        Dispatch<kInLayer>(state, line);
     else if (state.step != nullptr)
-        Dispatch(kInStep, state, line);
+        Dispatch<kInStep>(state, line);
     else
-        Dispatch(kOutside, state, line);
+        Dispatch<kOutside>(state, line);
 }
 
 bool IsCopper(const CJOBXmatrixLayer* layer)

@@ -47,7 +47,7 @@ int CJOBXmisc::ParseODBOfMFC(const CString& miscDirectory)
         {
             CTextScanner text(path, __FILE__, __LINE__);
             while (text.NextLine())
-                Dispatch(kKeywords, *this, text.Line());
+                Dispatch<kKeywords>(*this, text.Line());
             return text.WasRead() ? 1 : 0;
         });
 }

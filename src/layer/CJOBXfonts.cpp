@@ -91,7 +91,7 @@ int CJOBXfonts::ParseStandardFont(const CString& folder)
             CTextScanner text(path, __FILE__, __LINE__);
             State state{*this};
             while (text.NextLine())
-                Dispatch(kKeywords, state, text.Line());
+                Dispatch<kKeywords>(state, text.Line());
             return 1;
         });
 }

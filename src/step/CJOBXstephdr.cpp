@@ -143,7 +143,7 @@ int CJOBXstephdr::ParseODBOfMFC(CString path)
             CTextScanner text(path, __FILE__, __LINE__);
             Reading reading{*this, nullptr};
             while (text.NextLine())
-                Dispatch(kKeywords, reading, text.Line());
+                Dispatch<kKeywords>(reading, text.Line());
             return text.WasRead() ? 1 : 0;
         });
 }

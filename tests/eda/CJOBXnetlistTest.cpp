@@ -497,6 +497,52 @@ TEST(NetPoint, FlagsAreAddedAndRemoved)
     EXPECT_EQ(FlagsOf(point), Flags());
 }
 
+TEST(NetPoint, ChangedFlagsAreItsOwn)
+{
+    CJOBXnetPt first;
+    first.AddFlag("a");
+    CJOBXnetPt second;
+    second.AddFlag("b");
+    second.ShareFlags(first);
+    EXPECT_EQ(FlagsOf(second), (Flags{"a"}));
+    second.AddFlag(second.GetFlags().GetAt(0)); // a text of the list that is given up
+    first.AddFlag("c");
+    EXPECT_EQ(FlagsOf(first), (Flags{"a", "c"}));
+    EXPECT_EQ(FlagsOf(second), (Flags{"a", "a"}));
+    first.RemoveAllFlags();
+    second.ShareFlags(first);
+    EXPECT_EQ(FlagsOf(second), Flags());
+}
+
+TEST(Netlist, Reader_PointsWithEqualFlagsHaveThemEach)
+{
+    CJOBXnetlist netlist;
+    Read(netlist, "$1 A\n1 1 1 1 T e e m 0 0 0 v w\n1 1 1 1 T e e m 0 0 0 v  w\n1 1 1 1 T e e m 0 0 0 v w\n"
+                  "1 1 1 1 T e e m 0 0 0\n1 1 1 1 T e e m 0 0 0 v w\n");
+    const CJOBXnetPtArray& points = netlist.m_arrNets.GetAt(0)->m_arrPts;
+    ASSERT_EQ(points.GetSize(), 5);
+    points.GetAt(0)->AddFlag("x");
+    EXPECT_EQ(FlagsOf(*points.GetAt(0)), (Flags{"v", "w", "x"}));
+    for (const int i : {1, 2, 4})
+        EXPECT_EQ(FlagsOf(*points.GetAt(i)), (Flags{"v", "w"})) << i;
+    EXPECT_EQ(FlagsOf(*points.GetAt(3)), Flags());
+}
+
+// Nine more words are kept behind a radius, seven behind a width and a height.
+TEST(Netlist, Reader_EqualFlagsAreCutAtEachLinesOwnPlace)
+{
+    const std::string words = "a b c d e f g h i j";
+    CJOBXnetlist netlist;
+    Read(netlist, "$1 A\n1 1 1 1 T e e m 0 0 0 " + words + "\n1 0 1 1 T 1 1 e e m 0 0 0 " + words +
+                      "\n1 1 1 1 T e e m 0 0 0 a b c d e f g h\n1 0 1 1 T 1 1 e e m 0 0 0 a b c d e f g h\n"
+                      "1 1 1 1 T e e m 0 0 0 a b c d e f g h\n");
+    const CJOBXnetPtArray& points = netlist.m_arrNets.GetAt(0)->m_arrPts;
+    ASSERT_EQ(points.GetSize(), 5);
+    const std::size_t counts[] = {9, 7, 8, 7, 8};
+    for (int i = 0; i < 5; ++i)
+        EXPECT_EQ(FlagsOf(*points.GetAt(i)).size(), counts[i]) << i;
+}
+
 TEST(Netlist, Reader_LargeNetlistWhosePointsJumpFromNetToNet)
 {
     constexpr int kNets = 100'000;
