@@ -43,10 +43,9 @@ bool HasNumbers(const CJOBXdataPkgObj& record, std::array<double, N>& numbers, s
 {
     if (record.m_arrParameters.GetSize() != static_cast<INT_PTR>(count))
         return false;
-    for (std::size_t i = 0; i < N; ++i)
-        if (!IsNumber(record.m_arrParameters[static_cast<INT_PTR>(i)].View(), numbers[i]))
-            return false;
-    return true;
+    std::size_t i = 0;
+    return record.m_arrParameters.ForEach([&](std::string_view word)
+                                          { return i >= N || IsNumber(word, numbers[i++]); });
 }
 
 template <class Shape>
@@ -97,7 +96,7 @@ std::unique_ptr<CJOBXlayObjOX> MakeElement(const CJOBXdataPkgObj* record)
     if (IsPlain(record, kPolygon) && HasNumbers(*record, two, 3))
     {
         element->SetPoint({two[0], two[1]});
-        element->SetPolygonType(record->m_arrParameters[2]);
+        element->SetPolygonType(record->m_arrParameters.GetAt(2));
     }
     else if (IsPlain(record, kSegment) && HasNumbers(*record, two))
     {
@@ -107,7 +106,7 @@ std::unique_ptr<CJOBXlayObjOX> MakeElement(const CJOBXdataPkgObj* record)
     {
         element->SetPoint({four[0], four[1]});
         element->SetCenterPoint({four[2], four[3]});
-        element->SetClockwise(record->m_arrParameters[4]);
+        element->SetClockwise(record->m_arrParameters.GetAt(4));
     }
     else if (!IsPlain(record, kPolygonEnd) || record->m_arrParameters.GetSize() != 0)
     {

@@ -8,8 +8,8 @@
 // The CAD netlist of a step.
 // Units:     lengths in the unit of the file it came from.
 // Ownership: owned by its step; owns its nets and points; not copyable.
-// Results:   a malformed number reads as 0 and is kept; exhausted memory raises CMemoryException, what was read before
-//            stays.
+// Results:   a malformed number reads as 0 and is kept; exhausted memory raises CMemoryException, the nets and what was
+//            read before the last run of points of one net stay.
 // Threads:   different objects may be used at once; sharing one object needs the caller's lock.
 class JOBX_API CJOBXnetlist
 {

@@ -117,8 +117,12 @@ void WritePlain(CTextWriter& writer, const CJOBXdataPkgObj& record)
 {
     CTextLine out(writer);
     out << record.m_sKeyword;
-    for (INT_PTR i = 0; i < record.m_arrParameters.GetSize(); ++i)
-        out << ' ' << record.m_arrParameters[i];
+    record.m_arrParameters.ForEach(
+        [&out](std::string_view word)
+        {
+            out << ' ' << word;
+            return true;
+        });
     out << '\n';
 }
 
