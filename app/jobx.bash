@@ -3,8 +3,8 @@
 
 _jobx_options() {
     case $1 in
-    info) echo "--help --json --quiet --steps --sysattr" ;;
-    nets | components | packages) echo "--csv --help --json --quiet --step" ;;
+    info) echo "--compact --help --json --quiet --steps --sysattr" ;;
+    nets | components | packages | panel) echo "--csv --help --json --quiet --step" ;;
     json) echo "--help --latin1 --quiet --steps --sysattr" ;;
     diff) echo "--help --ignore-line-numbers --json --quiet --tolerance" ;;
     write) echo "--force --help --name --no-eda --output --quiet --rebuild-steps --scale --steps" ;;
@@ -51,7 +51,7 @@ _jobx() {
     if [[ $current == -* ]]; then
         mapfile -t COMPREPLY < <(compgen -W "$(_jobx_options "$command")" -- "$current")
     elif [[ -z $command ]]; then
-        mapfile -t COMPREPLY < <(compgen -W "components diff info json nets packages write" -- "$current")
+        mapfile -t COMPREPLY < <(compgen -W "components diff info json nets packages panel write" -- "$current")
     else
         compopt -o filenames 2>/dev/null
         mapfile -t COMPREPLY < <(compgen -d -- "$current") # a job is a directory
