@@ -7,9 +7,9 @@ cd "$(dirname "${BASH_SOURCE[0]}")"
 # shellcheck source=scripts/packages.sh
 source scripts/packages.sh
 
-targets=(features eda_data components netlist matrix stephdr font info sysattr decompress properties job)
+targets=(features eda_data components netlist matrix stephdr font info sysattr decompress numbers properties job)
 # Bytes of an input; 4096 for the others. Short ones are tried more often, and reach as much.
-declare -A longest=([decompress]=16384 [properties]=70000 [job]=12288)
+declare -A longest=([decompress]=16384 [numbers]=512 [properties]=70000 [job]=12288)
 
 usage() {
     echo "usage: ./fuzz.sh [-j PROCESSES] [-p PRESET] [SECONDS] [TARGET...]" >&2

@@ -62,6 +62,16 @@ std::vector<FuzzSeed> CompressedFiles(const fs::path& sample)
             {"one_long_run", EncodeLzw(run)}};
 }
 
+std::vector<FuzzSeed> Numbers()
+{
+    return {{"plain", "0\n-1\n1.5\n-0.302000\n25.4\n.5\n5.\n123456.789\n2147483648\n-2147483649\n"},
+            {"exact_halves", "0.5\n0.0000005\n0.0000015\n2.5e-7\n1e22\n1e23\n9007199254740993\n4503599627370497.5\n"},
+            {"extremes", "1e308\n1.7976931348623159e308\n4.9e-324\n2.4e-324\n1e999999999999\n1e-999999999999\n"},
+            {"other_forms", "0x1p-1\n0x.8\n0x\ninf\n-Infinity\nnan\nnan(1)\n1e\n1e+\n+1\n--1\n1,5\n \t1\v\n"},
+            {"many_digits", "3.14159265358979323846264338327950288419716939937510\n" + std::string(200, '9') + "\n0." +
+                                std::string(200, '0') + "1\n123456789012345678\n1234567890123456789\n"}};
+}
+
 std::string Stored(const CJOBXPropertyArray& source)
 {
     CJOBXPropertyArray properties(source);
@@ -130,6 +140,8 @@ std::vector<FuzzSeed> FuzzSeeds(std::string_view target, const std::string& samp
         return FilesNamed(sample, {"data"});
     if (target == "decompress")
         return CompressedFiles(sample);
+    if (target == "numbers")
+        return Numbers();
     if (target == "properties")
         return PropertyArchives();
     if (target == "job")

@@ -16,6 +16,7 @@ constexpr FuzzTarget kTargets[] = {
     {"info", FuzzInfo},
     {"sysattr", FuzzSysattr},
     {"decompress", FuzzDecompress},
+    {"numbers", FuzzNumbers},
     {"properties", FuzzProperties},
     {"job", FuzzJob},
 };

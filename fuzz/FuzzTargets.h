@@ -27,5 +27,6 @@ void FuzzFont(std::string_view input);
 void FuzzInfo(std::string_view input);
 void FuzzSysattr(std::string_view input);
 void FuzzDecompress(std::string_view input);
+void FuzzNumbers(std::string_view input);
 void FuzzProperties(std::string_view input);
 void FuzzJob(std::string_view input);
