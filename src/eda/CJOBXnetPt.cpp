@@ -16,14 +16,17 @@ const CStringArray& CJOBXnetPt::GetFlags() const
 
 void CJOBXnetPt::AddFlag(const CString& flag)
 {
-    const CString kept = flag; // it may be one of the flags that are given up here
+    if (m_pFlags.use_count() > 1)
+    {
+        auto own = std::make_shared<CStringArray>(*m_pFlags);
+        own->Add(flag); // before the shared list is given up, in which it may stand
+        m_pFlags = std::move(own);
+        return;
+    }
+    std::atomic_thread_fence(std::memory_order_acquire); // after whoever gave the list up on another thread
     if (m_pFlags == nullptr)
         m_pFlags = std::make_shared<CStringArray>();
-    else if (m_pFlags.use_count() > 1)
-        m_pFlags = std::make_shared<CStringArray>(*m_pFlags);
-    else
-        std::atomic_thread_fence(std::memory_order_acquire); // after whoever gave the list up on another thread
-    m_pFlags->Add(kept);
+    m_pFlags->Add(flag);
 }
 
 void CJOBXnetPt::ShareFlags(const CJOBXnetPt& other)
