@@ -16,7 +16,7 @@
 #include <cstdlib>
 #include <exception>
 #include <filesystem>
-#include <iterator>
+#include <numeric>
 #include <random>
 #include <stdexcept>
 #include <string>
@@ -27,7 +27,7 @@ namespace
 namespace fs = std::filesystem;
 
 constexpr int kRepeats = 5;
-constexpr int kLargeRepeats = 2;
+constexpr int kLargeRepeats = 3;
 constexpr double kGrowth = 10.0;
 
 std::vector<fs::path> FilesBelow(const fs::path& directory)
@@ -113,38 +113,20 @@ void MeasureReading(const ReadingWork& work, const fs::path& directory, int repe
     measurement.Set("destroyShare", Median(destroyShares));
 }
 
-// How much longer the large input takes than the small one, and what its model takes.
-void MeasureGrowth(const ReadingWork& work, const fs::path& small, const fs::path& large, Measurement& measurement)
+// One read in a process that has allocated nothing before, as in a program that reads one job.
+void MeasureOnce(const ReadingWork& work, const fs::path& input, Measurement& measurement)
 {
-    std::size_t bytes = 0;
-    const auto read = [&](const fs::path& directory)
-    {
-        const std::size_t before = AllocatedBytes();
-        std::shared_ptr<void> model;
-        const double seconds = ProcessorSeconds([&] { model = work.read(directory / "input"); });
-        bytes = AllocatedBytes() - before;
-        return seconds;
-    };
-    Alternated times;
-    for (int i = 0; i < kLargeRepeats; ++i)
-    {
-        const double first = read(small);
-        const double second = read(small);
-        const double ofLarge = read(large);
-        times.Add(ofLarge, Median({first, second, read(small)}));
-    }
-    double size = 0.0;
-    for (const fs::path& file : FilesBelow(large / "input"))
-        size += static_cast<double>(fs::file_size(file));
-    read(large);
-    measurement.Set("growth", times.Ratio());
-    measurement.Set("memory", static_cast<double>(bytes) / size);
+    const std::size_t before = AllocatedBytes();
+    // Outlives the process: destroying it would only take time.
+    static std::shared_ptr<void>& model = *new std::shared_ptr<void>;
+    measurement.Set("seconds", ProcessorSeconds([&] { model = work.read(input); }));
+    measurement.Set("allocated", static_cast<double>(AllocatedBytes() - before));
 }
 
-double JobSize(const fs::path& job)
+double SizeBelow(const fs::path& directory)
 {
     double size = 0.0;
-    for (const fs::path& file : FilesBelow(job))
+    for (const fs::path& file : FilesBelow(directory))
         size += static_cast<double>(fs::file_size(file));
     return size;
 }
@@ -173,7 +155,7 @@ void MeasureThreads(const fs::path& directory, Measurement& measurement)
         const double one = read(1);
         times.Add(one, read(2));
     }
-    measurement.Set("bytes", JobSize(directory / "input"));
+    measurement.Set("bytes", SizeBelow(directory / "input"));
     measurement.Set("oneSeconds", times.Work());
     measurement.Set("twoSeconds", times.Floor());
     measurement.Set("speedUp", times.Ratio());
@@ -198,7 +180,7 @@ void MeasureUnitChange(const fs::path& directory, Measurement& measurement)
             });
         times.Add(ProcessorSeconds([&] { job->UnitConvert(factor); }), floor);
     }
-    measurement.Set("bytes", JobSize(directory / "input"));
+    measurement.Set("bytes", SizeBelow(directory / "input"));
     measurement.Set("seconds", times.Work());
     measurement.Set("ratio", times.Ratio());
 }
@@ -232,7 +214,7 @@ void MeasureWriting(const fs::path& small, const fs::path& large, const fs::path
             const double floor = ProcessorSeconds([&] { PrintNumbers(numbers, (output / "numbers").string()); });
             times.Add(SecondsToWrite(*job, output / "job"), floor);
         }
-        measurement.Set("bytes", JobSize(output / "job"));
+        measurement.Set("bytes", SizeBelow(output / "job"));
     }
     measurement.Set("seconds", times.Work());
     measurement.Set("ratio", times.Ratio());
@@ -330,13 +312,8 @@ int RunAsChild(const Options& options)
     Measurement measurement;
     if (options.child == "read")
         MeasureReading(FindWork(places.at(0)), places.at(1), kRepeats, measurement);
-    else if (options.child == "grow")
-        MeasureGrowth(FindWork(places.at(0)), places.at(1), places.at(2), measurement);
-    else if (options.child == "peak")
-    {
-        const std::shared_ptr<void> model = FindWork(places.at(0)).read(fs::path(places.at(1)) / "input");
-        benchmark::DoNotOptimize(model.get());
-    }
+    else if (options.child == "once")
+        MeasureOnce(FindWork(places.at(0)), places.at(1), measurement);
     else if (options.child == "threads")
         MeasureThreads(places.at(0), measurement);
     else if (options.child == "units")
@@ -453,7 +430,7 @@ private:
         if (usage.exitCode != 0)
             throw std::runtime_error("measuring failed: " + what);
         Measurement measurement = Measurement::FromFile(output);
-        if (what == "peak")
+        if (what == "once")
             measurement.Set("peak", usage.peakBytes);
         return measurement;
     }
@@ -463,22 +440,38 @@ private:
         const std::string name(work.name);
         work.make(Small(), work.megabytes * m_options.scale);
         Measurement row = Child("read", {name, Small().string()});
-        fs::path measured = Small();
         if (work.grows)
-        {
             work.make(Large(), kGrowth * work.megabytes * m_options.scale);
-            const Measurement growth = Child("grow", {name, Small().string(), Large().string()});
-            row.Set("growth", growth.Get("growth"));
-            row.Set("memory", growth.Get("memory"));
-            measured = Large();
-        }
-        work.restore(measured / "input");
-        row.Set("peak", Child("peak", {name, measured.string()}).Get("peak"));
+        MeasureOnceEach(work, row);
         PrintRow(work.title, row, work.target, work.ratioTo);
         if (work.name == "job")
             MeasureWholeJob(row);
         fs::remove_all(Small());
         fs::remove_all(Large());
+    }
+
+    // How much longer the large input takes than the small one, and the memory that the larger of both takes.
+    void MeasureOnceEach(const ReadingWork& work, Measurement& row)
+    {
+        const fs::path small = Small() / "input";
+        const fs::path larger = work.grows ? Large() / "input" : small;
+        const auto read = [&](const fs::path& input)
+        {
+            work.restore(input);
+            return Child("once", {std::string(work.name), input.string()});
+        };
+        Alternated times;
+        for (int i = 0; i < kLargeRepeats; ++i)
+        {
+            const double first = read(small).Get("seconds");
+            const Measurement ofLarger = read(larger);
+            times.Add(ofLarger.Get("seconds"), std::midpoint(first, read(small).Get("seconds")));
+            row.Set("peak", ofLarger.Get("peak"));
+            if (work.grows)
+                row.Set("memory", ofLarger.Get("allocated") / SizeBelow(larger));
+        }
+        if (work.grows)
+            row.Set("growth", times.Ratio());
     }
 
     // What is measured on the jobs beside their read.

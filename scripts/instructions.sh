@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Counts the instructions of a few small works in the release build and compares them with the figures that are kept in
-# benchmarks/instructions.txt: scripts/instructions.sh [--update]
-# Fails when one takes over 5 per cent more. With --update the figures are kept from then on.
+# benchmarks/instructions.txt: scripts/instructions.sh [--update | --profile]
+# Fails when one takes over 5 per cent more. With --update the figures are kept from then on; with --profile nothing is
+# compared, and it says which functions take the most.
 # Instructions hardly differ from run to run or from machine to machine, unlike times; but they do with the compiler.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
@@ -11,11 +12,13 @@ source scripts/packages.sh
 works=(features eda components netlist write destroy)
 figures=benchmarks/instructions.txt
 
+update='' profile=''
 case $#,${1-} in
-0,) update= ;;
+0,) ;;
 1,--update) update=yes ;;
+1,--profile) profile=yes ;;
 *)
-    echo "usage: scripts/instructions.sh [--update]" >&2
+    echo "usage: scripts/instructions.sh [--update | --profile]" >&2
     exit 2
     ;;
 esac
@@ -42,6 +45,18 @@ count() {
     fi
     sed -n 's/^totals: //p' "$counts"
 }
+
+if [[ $profile ]]; then
+    for work in "${works[@]}"; do
+        total=$(count "$work")
+        echo "$work: $total instructions"
+        # Of each line the share and the name, without the files.
+        callgrind_annotate "$inputs/counts" | sed -nE 's/^ *[0-9,]+ \( *([0-9.]+%)\)  [^: ]*:(.*) \[.*$/  \1  \2/p' |
+            sed -E 's/\(anonymous namespace\):://g; s/std::basic_string_view<char, std::char_traits<char> >/string_view/g' |
+            head -n 8
+    done
+    exit 0
+fi
 
 compiler="$(sed -n 's/^CMAKE_CXX_COMPILER:[A-Z]*=//p' build/release/CMakeCache.txt)"
 compiler="$("$compiler" --version | head -n 1)"
