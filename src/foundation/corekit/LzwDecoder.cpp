@@ -93,7 +93,8 @@ constexpr std::size_t kMaxLength = std::size_t{1} << kMaxWidth; // each entry is
 class CTable
 {
 public:
-    CTable() : m_entries(std::make_unique<Entry[]>(std::size_t{1} << kMaxWidth))
+    // Only entries that were set are ever read; clearing a megabyte would take longer than most files.
+    CTable() : m_entries(std::make_unique_for_overwrite<Entry[]>(std::size_t{1} << kMaxWidth))
     {
         for (unsigned code = 0; code < kLiterals; ++code)
         {
