@@ -25,7 +25,6 @@ namespace
 // is for the bookkeeping of the allocator that gives them.
 constexpr std::size_t kChunkPlace = std::size_t{64} * 1024;
 constexpr std::size_t kChunkSize = kChunkPlace - 64;
-constexpr std::size_t kLargest = 1024; // larger objects get blocks of their own
 
 // What stands at a chunk's begin.
 struct Chunk
@@ -127,6 +126,7 @@ constexpr bool HasOwnBlock(std::size_t size) noexcept
     static_cast<void>(size);
     return true;
 #else
+    constexpr std::size_t kLargest = 1024;
     return size > kLargest;
 #endif
 }
