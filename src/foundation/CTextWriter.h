@@ -8,7 +8,6 @@
 #include <array>
 #include <cstddef>
 #include <cstdio>
-#include <cstring>
 #include <exception>
 #include <string_view>
 
@@ -103,7 +102,7 @@ public:
             m_at = m_out.WriteLong(m_at, text);
             return *this;
         }
-        std::memcpy(m_at, text.data(), text.size());
+        text.copy(m_at, text.size());
         return Printed(m_at + text.size());
     }
     CTextLine& operator<<(const char* text) { return *this << std::string_view(text); }
