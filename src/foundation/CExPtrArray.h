@@ -7,6 +7,15 @@
 #include <new>
 #include <unordered_set>
 
+// Deletes the elements of an array in index order. Classes whose records are made side by side have a function of this
+// name of their own.
+template <class T>
+void DeleteElements(T* const* elements, __int64 count)
+{
+    for (__int64 i = 0; i < count; ++i)
+        delete elements[i];
+}
+
 // A growable array of pointers with search, removal, deletion and reordering; the base of every list of the model.
 // Ownership: deletes elements only in the operations whose names begin with Delete. Its own destructor leaves them
 // alive;
@@ -188,8 +197,7 @@ void CExPtrArray<TYPE, ARG_TYPE>::DeleteAt(int index, int count)
 template <class TYPE, class ARG_TYPE>
 void CExPtrArray<TYPE, ARG_TYPE>::DeleteAll()
 {
-    for (__int64 i = 0; i < this->m_nSize; ++i)
-        delete this->m_pData[i];
+    DeleteElements(this->m_pData, this->m_nSize);
     Base::RemoveAll();
 }
 

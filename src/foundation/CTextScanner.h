@@ -6,6 +6,8 @@
 #include "foundation/framework/AsciiText.h"
 #include "foundation/framework/CString.h"
 
+#include <algorithm>
+#include <cstddef>
 #include <cstring>
 #include <string_view>
 
@@ -174,21 +176,45 @@ public:
     // Of the current line; the first line of the file is 1.
     int LineNumber() const noexcept { return m_lineNumber; }
 
+    // For a reader that knows the usual lines by sight: the whole lines ahead, untrimmed, and the number of the first.
+    // What it takes of them it says with Took.
+    std::string_view Ahead() const noexcept { return {m_at, static_cast<std::size_t>(m_end - m_at)}; }
+    int NumberAhead() const noexcept { return m_lineNumber + 1; }
+    // The reader has dealt with `lines` lines itself, up to `at`, where the next begins.
+    void Took(const char* at, int lines) noexcept
+    {
+        m_at = at;
+        m_lineNumber += lines;
+    }
+
 private:
+    static constexpr std::ptrdiff_t kPiece = 32768; // stays in the processor's cache
+
     void Start(std::string_view text) noexcept
     {
         m_at = text.data();
         m_end = m_at + text.size();
-        m_hasNul = std::memchr(m_at, '\0', text.size()) != nullptr;
+        m_checked = m_at;
     }
-    std::string_view TextOf(std::string_view line) const noexcept
+    // The line without what follows a NUL. They are looked for in pieces, shortly before the lines are read.
+    std::string_view TextOf(std::string_view line) noexcept
     {
+        const char* const lineEnd = line.data() + line.size();
+        if (m_checked < m_at)
+            m_checked = m_at;
+        while (!m_hasNul && m_checked < lineEnd)
+        {
+            const std::ptrdiff_t piece = std::min(kPiece, m_end - m_checked);
+            m_hasNul = std::memchr(m_checked, '\0', static_cast<std::size_t>(piece)) != nullptr;
+            m_checked += piece;
+        }
         return m_hasNul ? line.substr(0, line.find('\0')) : line;
     }
 
     CFileBytes m_bytes;
     bool m_wasRead;
     bool m_hasNul = false;
+    const char* m_checked = nullptr; // no NUL stands before
     int m_lineNumber = 0;
     const char* m_at = nullptr;
     const char* m_end = nullptr;

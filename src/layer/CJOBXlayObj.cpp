@@ -1,21 +1,35 @@
 #include "layer/CJOBXlayObj.h"
 
+#include "foundation/CRecordStore.h"
 #include "foundation/framework/AsciiText.h"
 #include "foundation/framework/Guarded.h"
 #include "layer/FeaturesWriter.h"
 #include "layer/RecordOfType.h"
-#include "layer/SharedProperties.h"
 
 #include <algorithm>
 #include <string_view>
 
+void DeleteElements(CJOBXlayObj* const* elements, __int64 count)
+{
+    DeleteRecords(elements, count);
+}
 template class CExPtrArray<CJOBXlayObj*, CJOBXlayObj*>;
 template class CExPtrArray<CJOBXlayObjSurfaceOB*, CJOBXlayObjSurfaceOB*>;
 
+// What few records have.
 struct CJOBXlayObj::Extras
 {
+    const CJOBXPropertyArray* borrowed = nullptr; // of the record's file, until the record has a list of its own
+    std::unique_ptr<CJOBXPropertyArray> own;
     CStringArray texts;
     __int64 value = 0;
+    int surfaceIndex = -1;
+    CString polarity;
+    CString type;
+    CString padName;
+    CString clockwise;
+
+    const CJOBXPropertyArray* Properties() const noexcept { return own != nullptr ? own.get() : borrowed; }
 };
 
 namespace
@@ -35,12 +49,76 @@ bool ContainsUpper(std::string_view text, std::string_view upper)
 }
 } // namespace
 
-CJOBXlayObj::CJOBXlayObj() = default;
-
 CJOBXlayObj::~CJOBXlayObj()
 {
-    if (m_pProperties != nullptr)
-        m_pProperties->Release();
+    delete FindExtras();
+}
+
+void CJOBXlayObj::operator delete(CJOBXlayObj* record, std::destroying_delete_t) noexcept
+{
+    DeleteRecord(record);
+}
+
+CJOBXlayObj::Extras* CJOBXlayObj::FindExtras() const noexcept
+{
+    // The address was put there with the mark. NOLINTNEXTLINE(performance-no-int-to-ptr)
+    return (m_nLink & 1U) != 0 ? reinterpret_cast<Extras*>(m_nLink - 1U) : nullptr;
+}
+
+CJOBXlayObj::Extras& CJOBXlayObj::MakeExtras()
+{
+    if (Extras* const extras = FindExtras())
+        return *extras;
+    auto* const made = new Extras;
+    // Without the mark it is the borrowed list's address. NOLINTNEXTLINE(performance-no-int-to-ptr)
+    made->borrowed = reinterpret_cast<const CJOBXPropertyArray*>(m_nLink);
+    m_nLink = reinterpret_cast<std::uintptr_t>(made) | 1U;
+    if (m_nPlace != 0)
+        CRecordBlock::Of(this, m_nPlace).RecordOwnsSomething();
+    return *made;
+}
+
+char CJOBXlayObj::ShortOrKept(const CString& text, CString Extras::*kept)
+{
+    if (text.IsEmpty())
+        return kEmptyText;
+    if (text.GetLength() == 1 && IsCharacter(text.GetAt(0)))
+        return text.GetAt(0);
+    MakeExtras().*kept = text;
+    return kLongText;
+}
+
+void CJOBXlayObj::SetType(const CString& type)
+{
+    m_cType = ShortOrKept(type, &Extras::type);
+}
+
+void CJOBXlayObj::SetPolarity(const CString& polarity)
+{
+    m_cPolarity = ShortOrKept(polarity, &Extras::polarity);
+}
+
+CString CJOBXlayObj::LongText(char text, CString Extras::*kept) const
+{
+    return text == kLongText ? FindExtras()->*kept : CString();
+}
+
+CString CJOBXlayObj::LongType() const
+{
+    return LongText(m_cType, &Extras::type);
+}
+
+CString CJOBXlayObj::LongPolarity() const
+{
+    return LongText(m_cPolarity, &Extras::polarity);
+}
+
+void CJOBXlayObj::BorrowProperties(const CJOBXPropertyArray* list) noexcept
+{
+    if (Extras* const extras = FindExtras())
+        extras->borrowed = list;
+    else
+        m_nLink = reinterpret_cast<std::uintptr_t>(list);
 }
 
 int CJOBXlayObj::CheckObjAtCenterPoint(double& /*x*/, double& /*y*/)
@@ -48,72 +126,81 @@ int CJOBXlayObj::CheckObjAtCenterPoint(double& /*x*/, double& /*y*/)
     return 0;
 }
 
+int CJOBXlayObj::GetSurfaceIndex() const
+{
+    const Extras* const extras = FindExtras();
+    return extras != nullptr ? extras->surfaceIndex : -1;
+}
+
+void CJOBXlayObj::SetSurfaceIndex(int index)
+{
+    if (index != GetSurfaceIndex())
+        MakeExtras().surfaceIndex = index;
+}
+
 CStringArray& CJOBXlayObj::GetTexts()
 {
-    if (m_pExtras == nullptr)
-        m_pExtras = std::make_unique<Extras>();
-    return m_pExtras->texts;
+    return MakeExtras().texts;
 }
 
 const CStringArray& CJOBXlayObj::GetTexts() const
 {
     static const CStringArray kNone;
-    return m_pExtras != nullptr ? m_pExtras->texts : kNone;
+    const Extras* const extras = FindExtras();
+    return extras != nullptr ? extras->texts : kNone;
 }
 
 __int64 CJOBXlayObj::GetUserValue() const
 {
-    return m_pExtras != nullptr ? m_pExtras->value : 0;
+    const Extras* const extras = FindExtras();
+    return extras != nullptr ? extras->value : 0;
 }
 
 void CJOBXlayObj::SetUserValue(__int64 value)
 {
-    if (m_pExtras == nullptr)
-        m_pExtras = std::make_unique<Extras>();
-    m_pExtras->value = value;
+    if (value != GetUserValue())
+        MakeExtras().value = value;
+}
+
+CString CJOBXlayObj::PadName() const
+{
+    const Extras* const extras = FindExtras();
+    return extras != nullptr ? extras->padName : CString();
+}
+
+void CJOBXlayObj::KeepPadName(const CString& name)
+{
+    if (!name.IsEmpty() || FindExtras() != nullptr)
+        MakeExtras().padName = name;
+}
+
+const CJOBXPropertyArray* CJOBXlayObj::FindProperties() const noexcept
+{
+    if (const Extras* const extras = FindExtras())
+        return extras->Properties();
+    // Without the mark it is the list's address. NOLINTNEXTLINE(performance-no-int-to-ptr)
+    return reinterpret_cast<const CJOBXPropertyArray*>(m_nLink);
 }
 
 int CJOBXlayObj::nGetPropertyCount() const
 {
-    return m_pProperties != nullptr ? static_cast<int>(m_pProperties->m_list.GetSize()) : 0;
+    const CJOBXPropertyArray* const list = FindProperties();
+    return list != nullptr ? static_cast<int>(list->GetSize()) : 0;
 }
 
 const CJOBXProperty* CJOBXlayObj::pGetProperty(int index) const
 {
-    return m_pProperties != nullptr ? m_pProperties->m_list.GetAt(index) : nullptr;
+    const CJOBXPropertyArray* const list = FindProperties();
+    return list != nullptr ? list->GetAt(index) : nullptr;
 }
 
 CJOBXPropertyArray* CJOBXlayObj::GetPropertyArray()
 {
-    if (m_pProperties == nullptr)
-    {
-        m_pProperties = new CSharedProperties;
-    }
-    else if (!m_pProperties->IsOnlyReference())
-    {
-        auto* const own = new CSharedProperties;
-        try
-        {
-            own->m_list = m_pProperties->m_list;
-        }
-        catch (...)
-        {
-            own->Release();
-            throw;
-        }
-        m_pProperties->Release();
-        m_pProperties = own;
-    }
-    return &m_pProperties->m_list;
-}
-
-void CJOBXlayObj::ShareProperties(CSharedProperties* list)
-{
-    if (list != nullptr)
-        list->AddReference();
-    if (m_pProperties != nullptr)
-        m_pProperties->Release();
-    m_pProperties = list;
+    Extras& extras = MakeExtras();
+    if (extras.own == nullptr)
+        extras.own = extras.borrowed != nullptr ? std::make_unique<CJOBXPropertyArray>(*extras.borrowed)
+                                                : std::make_unique<CJOBXPropertyArray>();
+    return extras.own.get();
 }
 
 void CJOBXlayObj::UnitConvert(const double& factor)
@@ -123,9 +210,7 @@ void CJOBXlayObj::UnitConvert(const double& factor)
 
 void CJOBXlayObj::vRescale(double factor)
 {
-    if (m_sType.GetLength() != 1)
-        return;
-    switch (m_sType.GetAt(0))
+    switch (m_cType)
     {
     case 'A':
         return ScaleAs<CJOBXlayObjArc>(this, factor);
@@ -169,8 +254,6 @@ CString CJOBXlayObj::GetViaPadStackName() const
     return {};
 }
 
-CJOBXlayObjLine::CJOBXlayObjLine() = default;
-
 CJOBXlayObjLine::~CJOBXlayObjLine() = default;
 
 void CJOBXlayObjLine::ScaleGeometry(double factor)
@@ -178,8 +261,6 @@ void CJOBXlayObjLine::ScaleGeometry(double factor)
     m_ptEnd.Scale(factor);
     m_ptStart.Scale(factor);
 }
-
-CJOBXlayObjPad::CJOBXlayObjPad() = default;
 
 CJOBXlayObjPad::~CJOBXlayObjPad() = default;
 
@@ -193,9 +274,17 @@ void CJOBXlayObjPad::ScaleGeometry(double factor)
     m_ptCenter.Scale(factor);
 }
 
-CJOBXlayObjArc::CJOBXlayObjArc() = default;
-
 CJOBXlayObjArc::~CJOBXlayObjArc() = default;
+
+void CJOBXlayObjArc::SetClockwise(const CString& clockwise)
+{
+    m_cClockwise = ShortOrKept(clockwise, &Extras::clockwise);
+}
+
+CString CJOBXlayObjArc::LongClockwise() const
+{
+    return LongText(m_cClockwise, &Extras::clockwise);
+}
 
 void CJOBXlayObjArc::ScaleGeometry(double factor)
 {

@@ -7,10 +7,11 @@
 #include "foundation/framework/CStringArray.h"
 #include "layer/CJOBXlayObjOX.h"
 
+#include <cstddef>
+#include <cstdint>
 #include <cstdio>
 #include <memory>
-
-class CSharedProperties;
+#include <new>
 
 // One feature of a features file. What differs by kind is decided by the type text: "L" line, "P" pad, "A" arc, "T"
 // text, "B" barcode, "S" surface; another text has no geometry of its own. A record whose class does not fit its type
@@ -20,19 +21,31 @@ class CSharedProperties;
 class JOBX_API CJOBXlayObj
 {
 public:
-    CJOBXlayObj();
+    CJOBXlayObj() = default;
     CJOBXlayObj(const CJOBXlayObj&) = delete;
     CJOBXlayObj& operator=(const CJOBXlayObj&) = delete;
     virtual ~CJOBXlayObj();
+    // Takes back the record's memory, wherever it lies.
+    static void operator delete(CJOBXlayObj* record, std::destroying_delete_t) noexcept;
+    // One that is made by itself lies where `new` puts everything.
+    static void* operator new(std::size_t size) { return ::operator new(size); }
+    static void* operator new(std::size_t size, const std::nothrow_t& tag) noexcept
+    {
+        return ::operator new(size, tag);
+    }
+    static void* operator new(std::size_t /*size*/, void* place) noexcept { return place; }
+    static void operator delete(void* memory) noexcept { ::operator delete(memory); }
+    static void operator delete(void* memory, const std::nothrow_t& /*tag*/) noexcept { ::operator delete(memory); }
+    static void operator delete(void* /*memory*/, void* /*place*/) noexcept {}
     // 1 when the feature's centre is exactly (x, y), no tolerance; only pads have one, all others answer 0.
     virtual int CheckObjAtCenterPoint(double& x, double& y);
 
     // The record letter.
-    CString GetType() const { return m_sType; }
-    void SetType(const CString& type) { m_sType = type; }
+    CString GetType() const { return IsCharacter(m_cType) ? CString(m_cType) : LongType(); }
+    void SetType(const CString& type);
     // "P" positive (the default) or "N" negative, as read.
-    CString GetPolarity() const { return m_sPolarity; }
-    void SetPolarity(const CString& polarity) { m_sPolarity = polarity; }
+    CString GetPolarity() const { return IsCharacter(m_cPolarity) ? CString(m_cPolarity) : LongPolarity(); }
+    void SetPolarity(const CString& polarity);
     int GetDcode() const { return m_nDcode; }
     void SetDcode(int dcode) { m_nDcode = dcode; }
     // The number of the symbol in the layer's symbol table; -1 when none.
@@ -42,8 +55,8 @@ public:
     int GetFeatureIndex() const { return m_nIndex; }
     void SetFeatureIndex(int index) { m_nIndex = index; }
     // Set by hosts, searched by CJOBXlayer::nGetLayObjIndexFromSurfaceIndex; -1 when none.
-    int GetSurfaceIndex() const { return m_nSurfaceIndex; }
-    void SetSurfaceIndex(int index) { m_nSurfaceIndex = index; }
+    int GetSurfaceIndex() const;
+    void SetSurfaceIndex(int index);
     // Texts of the host's own; nothing in the library fills or writes them. Kept empty until first asked for.
     CStringArray& GetTexts();
     const CStringArray& GetTexts() const;
@@ -57,8 +70,6 @@ public:
     const CJOBXProperty* pGetProperty(int index) const;
     // The list for changing, borrowed: from now on this feature's own. Never null.
     CJOBXPropertyArray* GetPropertyArray();
-    // Takes over what `list` holds, shared with every other feature that was given it.
-    void ShareProperties(CSharedProperties* list);
 
     // Multiply every length of the feature: points, a barcode's height and width, a text's size and width factor. A
     // pad's resize factor and all angles stay.
@@ -92,51 +103,80 @@ protected:
         }
     };
 
-private:
-    struct Extras;
+    // The pad name of lines, pads and arcs.
+    CString PadName() const;
+    void KeepPadName(const CString& name);
 
-    CSharedProperties* m_pProperties = nullptr; // counted; null when there are none
+    struct Extras;
+    // Texts are one character nearly always, which then stands for itself; these two stand for other texts.
+    static constexpr char kEmptyText = '\0';
+    static constexpr char kLongText = '\1'; // kept aside
+    static constexpr bool IsCharacter(char text) noexcept { return text != kEmptyText && text != kLongText; }
+    // The character for `text`; one that is longer is kept in that member of the extras.
+    char ShortOrKept(const CString& text, CString Extras::*kept);
+    // What the character stands for when it does not stand for itself.
+    CString LongText(char text, CString Extras::*kept) const;
+
+private:
+    friend class CFeatureMaker;
+    friend class CRecordStore;
+    template <class T>
+    friend void DeleteRecords(T* const* records, std::ptrdiff_t count) noexcept;
+    template <class T>
+    friend void DeleteRecord(T* record) noexcept;
+
+    CString LongType() const;
+    CString LongPolarity() const;
+
+    Extras* FindExtras() const noexcept;
+    const CJOBXPropertyArray* FindProperties() const noexcept;
+    Extras& MakeExtras();
+    void BorrowProperties(const CJOBXPropertyArray* list) noexcept;
+
+    // 0, or the address of the list of properties that the record borrows from its file, or, with the lowest bit set,
+    // the address of the record's own extras.
+    std::uintptr_t m_nLink = 0;
     int m_nDcode = 0;
     int m_nSymbol = -1;
     int m_nIndex = 0;
-    int m_nSurfaceIndex = -1;
-    CString m_sPolarity = "P";
-    CString m_sType;
-    std::unique_ptr<Extras> m_pExtras; // null until a host uses it
+    char m_cPolarity = 'P';
+    char m_cType = kEmptyText;
+    unsigned short m_nPlace = 0; // in the block of its file's records; 0 when made by itself
 };
 
 // A straight line drawn with a symbol.
 class JOBX_API CJOBXlayObjLine : public CJOBXlayObj
 {
 public:
-    CJOBXlayObjLine();
+    CJOBXlayObjLine() = default;
     ~CJOBXlayObjLine() override;
 
     CPointD GetEndPoint() const { return m_ptEnd; }
     void SetEndPoint(const CPointD& point) { m_ptEnd = point; }
     CPointD GetStartPoint() const { return m_ptStart; }
     void SetStartPoint(const CPointD& point) { m_ptStart = point; }
-    CString GetPadName() const { return m_sPadName; }
-    void SetPadName(const CString& name) { m_sPadName = name; }
+    CString GetPadName() const { return PadName(); }
+    void SetPadName(const CString& name) { KeepPadName(name); }
     // Multiplies the lengths of this kind by `factor`, as vRescale does.
     void ScaleGeometry(double factor);
 
 private:
+    friend class CFeatureMaker;
+
     Place m_ptEnd;
     Place m_ptStart;
-    CString m_sPadName;
 };
 
 // A symbol placed at a point.
 class JOBX_API CJOBXlayObjPad : public CJOBXlayObj
 {
 public:
-    CJOBXlayObjPad();
+    CJOBXlayObjPad() = default;
     ~CJOBXlayObjPad() override;
     int CheckObjAtCenterPoint(double& x, double& y) override;
 
-    CString GetPadName() const { return m_sPadName; }
-    void SetPadName(const CString& name) { m_sPadName = name; }
+    CString GetPadName() const { return PadName(); }
+    void SetPadName(const CString& name) { KeepPadName(name); }
     // 0 to 7: quarter turns, from 4 on mirrored; 8 turned by the angle; 9 turned by the angle and mirrored.
     int GetOrientation() const { return m_nOrientation; }
     void SetOrientation(int orientation) { m_nOrientation = orientation; }
@@ -153,7 +193,8 @@ public:
     void ScaleGeometry(double factor);
 
 private:
-    CString m_sPadName;
+    friend class CFeatureMaker;
+
     int m_nOrientation = 0;
     int m_nResizeFlag = 0;
     double m_dResizeFactor = 0.0;
@@ -165,29 +206,32 @@ private:
 class JOBX_API CJOBXlayObjArc : public CJOBXlayObj
 {
 public:
-    CJOBXlayObjArc();
+    CJOBXlayObjArc() = default;
     ~CJOBXlayObjArc() override;
 
     // "Y" clockwise, "N" counter-clockwise, as read.
-    CString GetClockwise() const { return m_sClockwise; }
-    void SetClockwise(const CString& clockwise) { m_sClockwise = clockwise; }
+    CString GetClockwise() const { return IsCharacter(m_cClockwise) ? CString(m_cClockwise) : LongClockwise(); }
+    void SetClockwise(const CString& clockwise);
     CPointD GetCenterPoint() const { return m_ptCenter; }
     void SetCenterPoint(const CPointD& point) { m_ptCenter = point; }
     CPointD GetEndPoint() const { return m_ptEnd; }
     void SetEndPoint(const CPointD& point) { m_ptEnd = point; }
     CPointD GetStartPoint() const { return m_ptStart; }
     void SetStartPoint(const CPointD& point) { m_ptStart = point; }
-    CString GetPadName() const { return m_sPadName; }
-    void SetPadName(const CString& name) { m_sPadName = name; }
+    CString GetPadName() const { return PadName(); }
+    void SetPadName(const CString& name) { KeepPadName(name); }
     // Multiplies the lengths of this kind by `factor`, as vRescale does.
     void ScaleGeometry(double factor);
 
 private:
-    CString m_sClockwise;
+    friend class CFeatureMaker;
+
+    CString LongClockwise() const;
+
+    char m_cClockwise = kEmptyText;
     Place m_ptCenter;
     Place m_ptEnd;
     Place m_ptStart;
-    CString m_sPadName;
 };
 
 // A text drawn in a stroke font.
@@ -306,6 +350,7 @@ private:
     CJOBXlayObjSurfaceOBArray m_arrContours;
 };
 
+JOBX_API void DeleteElements(CJOBXlayObj* const* elements, __int64 count);
 extern template class JOBX_API CExPtrArray<CJOBXlayObj*, CJOBXlayObj*>;
 
 // The features of one file, in file order (a surface stands where its body ends); owns them.

@@ -1,25 +1,133 @@
 #include "layer/CJOBXlayObjOX.h"
 
+#include "foundation/CRecordStore.h"
+#include "layer/FeatureMaker.h"
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+
+void DeleteElements(CJOBXlayObjOX* const* elements, __int64 count)
+{
+    DeleteRecords(elements, count);
+}
 template class CExPtrArray<CJOBXlayObjOX*, CJOBXlayObjOX*>;
 
-CJOBXlayObjOX::CJOBXlayObjOX() = default;
+// Of an element with an unusual text.
+struct CJOBXlayObjOX::Texts
+{
+    CString clockwise;
+    CString polygonType;
+    CString kind;
+};
 
-CJOBXlayObjOX::CJOBXlayObjOX(const CJOBXlayObjOX& other) = default;
+namespace
+{
+// The usual texts; a number behind the last stands for any other.
+constexpr std::array<std::string_view, 5> kKinds = {"", "OB", "OS", "OC", "OE"};
+constexpr std::array<std::string_view, 3> kDirections = {"", "Y", "N"};
+constexpr std::array<std::string_view, 3> kPolygonTypes = {"", "I", "H"};
 
-CJOBXlayObjOX& CJOBXlayObjOX::operator=(const CJOBXlayObjOX& other) = default;
+template <std::size_t N>
+unsigned char NumberOf(const std::array<std::string_view, N>& usual, const CString& text)
+{
+    return static_cast<unsigned char>(std::find(usual.begin(), usual.end(), text.View()) - usual.begin());
+}
+} // namespace
 
-CJOBXlayObjOX::~CJOBXlayObjOX() = default;
+static_assert(kKinds[CFeatureMaker::kSegment] == "OS" && kKinds[CFeatureMaker::kArc] == "OC");
+static_assert(kDirections[CFeatureMaker::kClockwise] == "Y" && kDirections[CFeatureMaker::kCounterClockwise] == "N");
+
+CJOBXlayObjOX::CJOBXlayObjOX(const CJOBXlayObjOX& other)
+{
+    *this = other;
+}
+
+CJOBXlayObjOX& CJOBXlayObjOX::operator=(const CJOBXlayObjOX& other)
+{
+    if (other.m_pTexts != nullptr)
+        MakeTexts() = *other.m_pTexts;
+    m_nLineNumber = other.m_nLineNumber;
+    m_nKind = other.m_nKind;
+    m_nClockwise = other.m_nClockwise;
+    m_nPolygonType = other.m_nPolygonType;
+    m_dCenterX = other.m_dCenterX;
+    m_dCenterY = other.m_dCenterY;
+    m_dX = other.m_dX;
+    m_dY = other.m_dY;
+    return *this;
+}
+
+CJOBXlayObjOX::~CJOBXlayObjOX()
+{
+    delete m_pTexts;
+}
+
+void CJOBXlayObjOX::operator delete(CJOBXlayObjOX* element, std::destroying_delete_t) noexcept
+{
+    DeleteRecord(element);
+}
 
 CJOBXlayObjOX* CJOBXlayObjOX::clone() const
 {
     return new CJOBXlayObjOX(*this);
 }
 
+CJOBXlayObjOX::Texts& CJOBXlayObjOX::MakeTexts()
+{
+    if (m_pTexts == nullptr)
+    {
+        m_pTexts = new Texts;
+        if (m_nPlace != 0)
+            CRecordBlock::Of(this, m_nPlace).RecordOwnsSomething();
+    }
+    return *m_pTexts;
+}
+
+CString CJOBXlayObjOX::GetClockwise() const
+{
+    return m_nClockwise < kDirections.size() ? CString(kDirections[m_nClockwise]) : m_pTexts->clockwise;
+}
+
+void CJOBXlayObjOX::SetClockwise(const CString& clockwise)
+{
+    const unsigned char number = NumberOf(kDirections, clockwise);
+    if (number == kDirections.size())
+        MakeTexts().clockwise = clockwise;
+    m_nClockwise = number & 15U;
+}
+
+CString CJOBXlayObjOX::GetPolygonType() const
+{
+    return m_nPolygonType < kPolygonTypes.size() ? CString(kPolygonTypes[m_nPolygonType]) : m_pTexts->polygonType;
+}
+
+void CJOBXlayObjOX::SetPolygonType(const CString& polygonType)
+{
+    const unsigned char number = NumberOf(kPolygonTypes, polygonType);
+    if (number == kPolygonTypes.size())
+        MakeTexts().polygonType = polygonType;
+    m_nPolygonType = number & 15U;
+}
+
+CString CJOBXlayObjOX::GetKind() const
+{
+    return m_nKind < kKinds.size() ? CString(kKinds[m_nKind]) : m_pTexts->kind;
+}
+
+void CJOBXlayObjOX::SetKind(const CString& kind)
+{
+    const unsigned char number = NumberOf(kKinds, kind);
+    if (number == kKinds.size())
+        MakeTexts().kind = kind;
+    m_nKind = number;
+}
+
 bool CJOBXlayObjOX::operator==(const CJOBXlayObjOX& other) const
 {
     return m_dCenterX == other.m_dCenterX && m_dCenterY == other.m_dCenterY && m_nLineNumber == other.m_nLineNumber &&
-           m_sClockwise == other.m_sClockwise && m_sPolygonType == other.m_sPolygonType && m_dX == other.m_dX &&
-           m_dY == other.m_dY && m_sKind == other.m_sKind;
+           GetClockwise() == other.GetClockwise() && GetPolygonType() == other.GetPolygonType() && m_dX == other.m_dX &&
+           m_dY == other.m_dY && GetKind() == other.GetKind();
 }
 
 void CJOBXlayObjOX::SetCenterPoint(const CPointD& center)

@@ -4,6 +4,9 @@
 #include "foundation/corekit/CPointD.h"
 #include "foundation/framework/CString.h"
 
+#include <cstddef>
+#include <new>
+
 // One element of a surface contour: where the contour begins ("OB"), a straight segment to a point ("OS"), an arc to a
 // point ("OC"), or the end ("OE").
 // Units:     points in the unit of the file they came from.
@@ -12,10 +15,22 @@
 class JOBX_API CJOBXlayObjOX
 {
 public:
-    CJOBXlayObjOX();
+    CJOBXlayObjOX() = default;
     CJOBXlayObjOX(const CJOBXlayObjOX& other);
     CJOBXlayObjOX& operator=(const CJOBXlayObjOX& other);
     virtual ~CJOBXlayObjOX();
+    // Takes back the element's memory, wherever it lies.
+    static void operator delete(CJOBXlayObjOX* element, std::destroying_delete_t) noexcept;
+    // One that is made by itself lies where `new` puts everything.
+    static void* operator new(std::size_t size) { return ::operator new(size); }
+    static void* operator new(std::size_t size, const std::nothrow_t& tag) noexcept
+    {
+        return ::operator new(size, tag);
+    }
+    static void* operator new(std::size_t /*size*/, void* place) noexcept { return place; }
+    static void operator delete(void* memory) noexcept { ::operator delete(memory); }
+    static void operator delete(void* memory, const std::nothrow_t& /*tag*/) noexcept { ::operator delete(memory); }
+    static void operator delete(void* /*memory*/, void* /*place*/) noexcept {}
     // A copy with every member; the caller owns it.
     virtual CJOBXlayObjOX* clone() const;
 
@@ -26,11 +41,11 @@ public:
     int GetLineNumber() const { return m_nLineNumber; }
     void SetLineNumber(int lineNumber) { m_nLineNumber = lineNumber; }
     // "Y" or "N", for an arc.
-    CString GetClockwise() const { return m_sClockwise; }
-    void SetClockwise(const CString& clockwise) { m_sClockwise = clockwise; }
+    CString GetClockwise() const;
+    void SetClockwise(const CString& clockwise);
     // "I" for an island, "H" for a hole, for a begin.
-    CString GetPolygonType() const { return m_sPolygonType; }
-    void SetPolygonType(const CString& polygonType) { m_sPolygonType = polygonType; }
+    CString GetPolygonType() const;
+    void SetPolygonType(const CString& polygonType);
     // The centre of an arc.
     CPointD GetCenterPoint() const { return {m_dCenterX, m_dCenterY}; }
     void SetCenterPoint(const CPointD& center);
@@ -38,24 +53,38 @@ public:
     CPointD GetPoint() const { return {m_dX, m_dY}; }
     void SetPoint(const CPointD& point);
     // "OB", "OS", "OC" or "OE".
-    CString GetKind() const { return m_sKind; }
-    void SetKind(const CString& kind) { m_sKind = kind; }
+    CString GetKind() const;
+    void SetKind(const CString& kind);
 
     // Multiply both points.
     void UnitConvert(const double& factor);
     void vRescale(double factor);
 
 private:
+    struct Texts;
+    friend class CFeatureMaker;
+    friend class CRecordStore;
+    template <class T>
+    friend void DeleteRecords(T* const* records, std::ptrdiff_t count) noexcept;
+    template <class T>
+    friend void DeleteRecord(T* record) noexcept;
+
+    Texts& MakeTexts();
+
     int m_nLineNumber = 0;
-    CString m_sClockwise;
-    CString m_sPolygonType;
-    CString m_sKind;
+    unsigned short m_nPlace = 0; // in the block of its file's records; 0 when made by itself
+    // Which of the usual texts, by their numbers; the last number of each says that the text is kept in m_pTexts.
+    unsigned char m_nKind = 0;
+    unsigned char m_nClockwise : 4 = 0;
+    unsigned char m_nPolygonType : 4 = 0;
+    Texts* m_pTexts = nullptr; // owned; null while all texts are usual ones
     double m_dCenterX = 0.0;
     double m_dCenterY = 0.0;
     double m_dX = 0.0;
     double m_dY = 0.0;
 };
 
+JOBX_API void DeleteElements(CJOBXlayObjOX* const* elements, __int64 count);
 extern template class JOBX_API CExPtrArray<CJOBXlayObjOX*, CJOBXlayObjOX*>;
 
 // The elements of one contour, in order; owns them, copies are deep.

@@ -2,63 +2,159 @@
 
 #include "foundation/NumberedTable.h"
 #include "layer/CJOBXlayer.h"
-#include "layer/SharedProperties.h"
+#include "layer/FeatureMaker.h"
 
-#include <array>
+#include <algorithm>
+#include <cstring>
 #include <functional>
+#include <string>
 #include <utility>
+#include <vector>
 
 namespace
 {
-// Remembers the lists made last, by their attribute text, so that features with equal attributes share one list.
-class CPropertyCache
+// Finds the list of an attribute text that was met before, so that features with equal attributes share one list. Holds
+// a bounded number of texts; a text that was pushed out gets a new list.
+class CPropertyIndex
 {
 public:
-    struct Slot
-    {
-        std::string_view text; // lies in the file's buffer
-        CSharedProperties* list = nullptr;
-        unsigned tables = 0;
-    };
-
-    CPropertyCache() = default;
-    CPropertyCache(const CPropertyCache&) = delete;
-    CPropertyCache& operator=(const CPropertyCache&) = delete;
-    ~CPropertyCache()
-    {
-        for (Slot& slot : m_slots)
-            if (slot.list != nullptr)
-                slot.list->Release();
-    }
-
     // The tables have grown: lists made before are not given out again.
     void TablesChanged() noexcept { ++m_tables; }
 
-    // The list for `text`, borrowed; `fill` makes it when it is not remembered.
-    template <class Fill>
-    CSharedProperties* ListOf(std::string_view text, Fill fill)
+    // The list for `text`, as the features are to borrow it: null when there is nothing in it. `make` makes the list
+    // when it is not known.
+    template <class Make>
+    const CJOBXPropertyArray* ListOf(std::string_view text, Make make)
     {
-        Slot& slot = m_slots[std::hash<std::string_view>{}(text) % kSlots];
-        if (slot.list != nullptr && slot.tables == m_tables && slot.text == text)
-            return slot.list;
-        const std::unique_ptr<CSharedProperties, Releaser> made(new CSharedProperties);
-        fill(made->m_list);
-        if (slot.list != nullptr)
-            slot.list->Release();
-        made->AddReference();
-        slot = {text, made.get(), m_tables};
-        return slot.list;
+        std::size_t hash = std::hash<std::string_view>{}(text);
+        if (const Entry* const found = Find(hash, text))
+            return found->list;
+        const CJOBXPropertyArray* const list = make();
+        if (m_used * 2 >= m_entries.size() && m_entries.size() < kMaxEntries)
+            Grow();
+        Entry& entry = m_entries[Place(hash)];
+        entry = {std::string(text), hash, list, m_tables};
+        ++m_used;
+        return list;
     }
 
 private:
-    struct Releaser
+    struct Entry
     {
-        void operator()(CSharedProperties* list) const noexcept { list->Release(); }
+        std::string text;
+        std::size_t hash = 0;
+        const CJOBXPropertyArray* list = nullptr;
+        unsigned tables = 0; // 0: free
     };
-    static constexpr std::size_t kSlots = 2048;
+    static constexpr std::size_t kWays = 4; // entries in which a text may stand
+    static constexpr std::size_t kMaxEntries = 65536;
 
-    std::array<Slot, kSlots> m_slots{};
-    unsigned m_tables = 0;
+    const Entry* Find(std::size_t hash, std::string_view text) const noexcept
+    {
+        const std::size_t first = First(hash);
+        for (std::size_t i = first; i < first + kWays; ++i)
+            if (const Entry& entry = m_entries[i]; entry.tables == m_tables && entry.hash == hash && entry.text == text)
+                return &entry;
+        return nullptr;
+    }
+    std::size_t First(std::size_t hash) const noexcept { return hash % (m_entries.size() / kWays) * kWays; }
+    // A free or outdated entry, else one after the other in turn.
+    std::size_t Place(std::size_t hash) noexcept
+    {
+        const std::size_t first = First(hash);
+        for (std::size_t i = first; i < first + kWays; ++i)
+            if (m_entries[i].tables != m_tables)
+                return i;
+        return first + ++m_turn % kWays;
+    }
+    void Grow()
+    {
+        std::vector<Entry> entries(4 * m_entries.size());
+        entries.swap(m_entries);
+        m_used = 0;
+        for (Entry& entry : entries)
+            if (entry.tables == m_tables)
+            {
+                m_entries[Place(entry.hash)] = std::move(entry);
+                ++m_used;
+            }
+    }
+
+    std::vector<Entry> m_entries = std::vector<Entry>(64);
+    std::size_t m_used = 0;
+    std::size_t m_turn = 0;
+    unsigned m_tables = 1;
+};
+
+// Takes the fields of a line as the usual writers print it: single blanks, plain numbers, no blank at either end. What
+// looks different is not taken, and the line is left to the reader of all lines.
+class CUsualFields
+{
+public:
+    CUsualFields(const char* at, const char* end) noexcept : m_at(at), m_end(end) {}
+
+    const char* At() const noexcept { return m_at; }
+
+    // A number with the blank behind it.
+    bool Real(double& value) noexcept
+    {
+        const char* const read = number_text::ReadPlainReal(m_at, m_end, value);
+        if (read == nullptr || read == m_end || *read != ' ')
+            return false;
+        m_at = read + 1;
+        return true;
+    }
+    bool Point(CFeatureMaker::Point& point) noexcept { return Real(point.x) && Real(point.y); }
+    bool Integer(int& value) noexcept { return Digits(value) && Is(' '); }
+    // The last point of a line, with the line's end.
+    bool LastPoint(CFeatureMaker::Point& point) noexcept
+    {
+        if (!Real(point.x))
+            return false;
+        const char* const read = number_text::ReadPlainReal(m_at, m_end, point.y);
+        if (read == nullptr)
+            return false;
+        m_at = read;
+        return LineEnd();
+    }
+    // A number without a sign.
+    bool Digits(int& value) noexcept
+    {
+        constexpr int kMost = 9; // digits that fit
+        const char* at = m_at;
+        int number = 0;
+        for (; at != m_end && number_text::IsDigit(*at) && at - m_at <= kMost; ++at)
+            number = static_cast<int>(static_cast<unsigned>(number) * 10U + static_cast<unsigned>(*at - '0'));
+        if (at == m_at || at - m_at > kMost)
+            return false;
+        m_at = at;
+        value = number;
+        return true;
+    }
+    bool Is(char character) noexcept
+    {
+        if (m_at == m_end || *m_at != character)
+            return false;
+        ++m_at;
+        return true;
+    }
+    bool Next(char& character) noexcept
+    {
+        if (m_at == m_end)
+            return false;
+        character = *m_at++;
+        return true;
+    }
+    bool LineEnd() noexcept
+    {
+        if (m_at != m_end && *m_at == '\r')
+            ++m_at;
+        return Is('\n');
+    }
+
+private:
+    const char* m_at;
+    const char* m_end;
 };
 
 class CReader
@@ -71,11 +167,169 @@ public:
 
     void Read()
     {
-        while (m_scanner.NextLine())
+        for (ReadUsualLines(); m_scanner.NextLine(); ReadUsualLines())
             ReadLine(m_scanner.Line());
+        m_features.FreeExtra();
     }
 
 private:
+    // The lines that make up nearly all of a large file, as they are usually written. The results are those of ReadLine
+    // for the same lines; that it sees them only when they look otherwise is all about speed.
+    void ReadUsualLines()
+    {
+        const std::string_view ahead = m_scanner.Ahead();
+        const char* const end = ahead.data() + ahead.size();
+        const int first = m_scanner.NumberAhead();
+        const char* at = ahead.data();
+        int lines = 0;
+        while (const char* const next = ReadUsualLine(at, end, first + lines))
+        {
+            at = next;
+            ++lines;
+        }
+        m_scanner.Took(at, lines);
+    }
+
+    // Where the next line begins, null when nothing was taken.
+    const char* ReadUsualLine(const char* at, const char* end, int lineNumber)
+    {
+        if (end - at < 3)
+            return nullptr;
+        CUsualFields fields(at + 2, end);
+        if (at[1] == ' ')
+            switch (at[0])
+            {
+            case 'L':
+                return ReadUsualLineFeature(fields, end);
+            case 'P':
+                return ReadUsualPad(fields, end);
+            case 'A':
+                return ReadUsualArc(fields, end);
+            default:
+                return nullptr;
+            }
+        if (at[0] != 'O' || !m_contourIsOpen || !fields.Is(' '))
+            return nullptr;
+        CFeatureMaker::Point point;
+        if (at[1] == 'S')
+        {
+            if (!fields.LastPoint(point))
+                return nullptr;
+            AddElement([&] { return m_maker.Segment(lineNumber, point); });
+            return fields.At();
+        }
+        CFeatureMaker::Point center;
+        char clockwise = '\0';
+        if (at[1] != 'C' || m_surface == nullptr || !fields.Point(point) || !fields.Point(center) ||
+            !fields.Next(clockwise) || (clockwise != 'Y' && clockwise != 'N') || !fields.LineEnd())
+            return nullptr;
+        AddElement([&] { return m_maker.ContourArc(lineNumber, point, center, clockwise == 'Y'); });
+        return fields.At();
+    }
+
+    const char* ReadUsualLineFeature(CUsualFields fields, const char* end)
+    {
+        CFeatureMaker::Point start;
+        CFeatureMaker::Point stop;
+        CFeatureMaker::Common common;
+        if (!fields.Point(start) || !fields.Point(stop) || !ReadUsualSymbolAndPolarity(fields, common) ||
+            !fields.Digits(common.dcode))
+            return nullptr;
+        const char* const next = ReadUsualAttributes(fields, end, common);
+        if (next != nullptr)
+            AddFeature([&] { return m_maker.Line(common, m_nextIndex, start, stop); });
+        return next;
+    }
+
+    const char* ReadUsualPad(CUsualFields fields, const char* end)
+    {
+        CFeatureMaker::Point center;
+        CFeatureMaker::Common common;
+        int orientation = 0;
+        if (!fields.Point(center) || !ReadUsualSymbolAndPolarity(fields, common) || !fields.Integer(common.dcode) ||
+            !fields.Digits(orientation))
+            return nullptr;
+        const char* const next = ReadUsualAttributes(fields, end, common);
+        if (next != nullptr)
+            AddFeature([&] { return m_maker.Pad(common, m_nextIndex, center, orientation); });
+        return next;
+    }
+
+    const char* ReadUsualArc(CUsualFields fields, const char* end)
+    {
+        CFeatureMaker::Point start;
+        CFeatureMaker::Point stop;
+        CFeatureMaker::Point center;
+        CFeatureMaker::Common common;
+        char clockwise = '\0';
+        if (!fields.Point(start) || !fields.Point(stop) || !fields.Point(center) ||
+            !ReadUsualSymbolAndPolarity(fields, common) || !fields.Integer(common.dcode) || !fields.Next(clockwise) ||
+            (clockwise != 'Y' && clockwise != 'N'))
+            return nullptr;
+        const char* const next = ReadUsualAttributes(fields, end, common);
+        if (next != nullptr)
+            AddFeature([&] { return m_maker.Arc(common, m_nextIndex, start, stop, center, clockwise); });
+        return next;
+    }
+
+    static bool ReadUsualSymbolAndPolarity(CUsualFields& fields, CFeatureMaker::Common& common) noexcept
+    {
+        return fields.Integer(common.symbol) && fields.Next(common.polarity) &&
+               (common.polarity == 'P' || common.polarity == 'N') && fields.Is(' ');
+    }
+
+    // The attribute list, if there is one, and the end of the line. Most features have the attributes of the one
+    // before.
+    const char* ReadUsualAttributes(CUsualFields fields, const char* end, CFeatureMaker::Common& common)
+    {
+        if (!fields.Is(';'))
+            return fields.LineEnd() ? fields.At() : nullptr;
+        const char* const text = fields.At();
+        const std::size_t size = m_lastAttributes.size();
+        const auto left = static_cast<std::size_t>(end - text);
+        if (size != 0 && left > size && std::memcmp(text, m_lastAttributes.data(), size) == 0)
+            if (CUsualFields rest(text + size, end); rest.LineEnd())
+            {
+                common.properties = m_lastProperties;
+                return rest.At();
+            }
+        const auto* const newline = static_cast<const char*>(std::memchr(text, '\n', left));
+        if (newline == nullptr || text == newline || *text == ';')
+            return nullptr;
+        const std::string_view raw(text, static_cast<std::size_t>(newline - text));
+        if (raw.find('\0') != std::string_view::npos)
+            return nullptr;
+        const std::string_view attributes = TrimmedRight(raw);
+        common.properties = PropertiesOf(attributes);
+        m_lastProperties = common.properties;
+        m_lastAttributes = attributes;
+        return newline + 1;
+    }
+
+    // `make` is not called before there is room, and does not fail afterwards.
+    template <class Make>
+    void AddFeature(Make make)
+    {
+        MakeRoom();
+        m_features.Add(make());
+        ++m_nextIndex;
+    }
+    template <class Make>
+    void AddElement(Make make)
+    {
+        if (m_elements.size() == m_elements.capacity())
+            m_elements.reserve(std::max<std::size_t>(64, 2 * m_elements.size()));
+        m_elements.emplace_back(make());
+    }
+    // Doubling: the array's own steps are made for lists that stay short.
+    void MakeRoom()
+    {
+        if (m_features.GetSize() < m_room)
+            return;
+        m_room = std::max<__int64>(64, 2 * m_features.GetSize());
+        m_features.Reserve(m_room);
+    }
+
     // Told by the first letters only, in either case. "OE", "SE", "OB", "OS" and "OC" are meant to win over the
     // records: a line that begins with "SE" ends a surface and never opens one.
     void ReadLine(std::string_view line)
@@ -142,16 +396,23 @@ private:
         const auto [number, rest] = NumberAndRest(line, mark);
         numbers.Add(number);
         texts.Add(CString(rest));
-        m_cache.TablesChanged();
+        m_index.TablesChanged();
+        m_lastAttributes = {};
     }
 
     template <class T>
     std::unique_ptr<T> NewFeature(char letter)
     {
-        auto feature = std::make_unique<T>();
-        feature->SetType(CString(std::string_view(&letter, 1)));
+        std::unique_ptr<T> feature = m_maker.New<T>();
+        feature->SetType(CString(letter));
         feature->SetFeatureIndex(m_nextIndex++);
         return feature;
+    }
+
+    void Own(std::unique_ptr<CJOBXlayObj> feature)
+    {
+        MakeRoom();
+        m_features.Own(std::move(feature));
     }
 
     static double NextReal(CFieldScanner& fields)
@@ -218,16 +479,21 @@ private:
         text = WithoutLeading(text, ';');
         if (text.empty())
             return;
-        CSharedProperties* const list =
-            m_cache.ListOf(text,
-                           [this, text](CJOBXPropertyArray& properties)
-                           {
-                               AppendProperties(
-                                   text, properties, [this](int number) { return m_names.Text(number); },
-                                   [this](int number) { return m_texts.Text(number); });
-                           });
-        if (list->m_list.GetSize() > 0)
-            feature.ShareProperties(list);
+        CFeatureMaker::SetProperties(feature, PropertiesOf(text));
+    }
+
+    // Null when the text gives no property.
+    const CJOBXPropertyArray* PropertiesOf(std::string_view text)
+    {
+        return m_index.ListOf(text,
+                              [this, text]() -> const CJOBXPropertyArray*
+                              {
+                                  auto list = std::make_unique<CJOBXPropertyArray>();
+                                  AppendProperties(
+                                      text, *list, [this](int number) { return m_names.Text(number); },
+                                      [this](int number) { return m_texts.Text(number); });
+                                  return list->GetSize() > 0 ? m_maker.Properties().Keep(std::move(list)) : nullptr;
+                              });
     }
 
     void ReadLineFeature(std::string_view line)
@@ -239,7 +505,7 @@ private:
         feature->SetEndPoint(NextPoint(fields));
         ReadSymbolAndPolarity(fields, *feature);
         ReadLastDcode(fields, *feature);
-        m_features.Own(std::move(feature));
+        Own(std::move(feature));
     }
 
     void ReadArc(std::string_view line)
@@ -253,7 +519,7 @@ private:
         ReadSymbolAndPolarity(fields, *feature);
         ReadDcode(fields, *feature);
         feature->SetClockwise(CString(LastField(fields, *feature)));
-        m_features.Own(std::move(feature));
+        Own(std::move(feature));
     }
 
     static bool IsPolarity(std::string_view field)
@@ -287,7 +553,7 @@ private:
             ReadDcode(fields, *feature);
             ReadPadOrientation(fields, *feature);
         }
-        m_features.Own(std::move(feature));
+        Own(std::move(feature));
     }
 
     // "8 30 ;1=2": the code, and the angle when a blank follows it.
@@ -347,7 +613,7 @@ private:
         {
             AfterQuote(rest, *feature);
         }
-        m_features.Own(std::move(feature));
+        Own(std::move(feature));
     }
 
     void ReadBarcode(std::string_view line)
@@ -373,7 +639,7 @@ private:
         if (TakeQuoted(rest, text))
             feature->m_sText = CString(text);
         AfterQuote(rest, *feature);
-        m_features.Own(std::move(feature));
+        Own(std::move(feature));
     }
 
     void BeginSurface(std::string_view line)
@@ -390,14 +656,15 @@ private:
     void EndSurface()
     {
         if (m_surface != nullptr)
-            m_features.Own(std::move(m_surface));
+            Own(std::move(m_surface));
     }
 
-    std::unique_ptr<CJOBXlayObjOX> NewElement(const char* kind)
+    CJOBXlayObjOX& NewElement(const char* kind)
     {
-        auto element = std::make_unique<CJOBXlayObjOX>();
-        element->SetLineNumber(m_scanner.LineNumber());
-        element->SetKind(kind);
+        AddElement([this] { return m_maker.New<CJOBXlayObjOX>(); });
+        CJOBXlayObjOX& element = *m_elements.back();
+        element.SetLineNumber(m_scanner.LineNumber());
+        element.SetKind(kind);
         return element;
     }
 
@@ -425,44 +692,47 @@ private:
     {
         if (m_surface == nullptr)
             return;
-        auto element = NewElement("OB");
-        element->SetPoint(NextPoint(fields));
+        m_elements.clear();
+        m_contourIsOpen = true;
+        CJOBXlayObjOX& element = NewElement("OB");
+        element.SetPoint(NextPoint(fields));
         std::string_view type;
         if (fields.Text(type))
-            element->SetPolygonType(CString(type));
-        m_contour = std::make_unique<CJOBXlayObjSurfaceOB>();
-        m_contour->GetODBlayObjOXArray()->Own(std::move(element));
+            element.SetPolygonType(CString(type));
     }
 
     void ReadSegment(CFieldScanner& fields)
     {
-        if (m_contour == nullptr)
-            return;
-        auto element = NewElement("OS");
-        element->SetPoint(NextPoint(fields));
-        m_contour->GetODBlayObjOXArray()->Own(std::move(element));
+        if (m_contourIsOpen)
+            NewElement("OS").SetPoint(NextPoint(fields));
     }
 
     // Needs an open surface; without a contour there is nowhere to keep it.
     void ReadContourArc(CFieldScanner& fields)
     {
-        if (m_surface == nullptr || m_contour == nullptr)
+        if (m_surface == nullptr || !m_contourIsOpen)
             return;
-        auto element = NewElement("OC");
-        element->SetPoint(NextPoint(fields));
-        element->SetCenterPoint(NextPoint(fields));
+        CJOBXlayObjOX& element = NewElement("OC");
+        element.SetPoint(NextPoint(fields));
+        element.SetCenterPoint(NextPoint(fields));
         std::string_view clockwise;
         if (fields.Text(clockwise))
-            element->SetClockwise(CString(clockwise));
-        m_contour->GetODBlayObjOXArray()->Own(std::move(element));
+            element.SetClockwise(CString(clockwise));
     }
 
     void EndContour()
     {
-        if (m_surface == nullptr || m_contour == nullptr)
+        if (m_surface == nullptr || !m_contourIsOpen)
             return;
-        m_contour->GetODBlayObjOXArray()->Own(NewElement("OE"));
-        m_surface->GetContours()->Own(std::move(m_contour));
+        NewElement("OE");
+        auto contour = std::make_unique<CJOBXlayObjSurfaceOB>();
+        CJOBXlayObjOXArray& elements = *contour->GetODBlayObjOXArray();
+        elements.Reserve(static_cast<__int64>(m_elements.size()));
+        for (std::unique_ptr<CJOBXlayObjOX>& element : m_elements)
+            elements.Own(std::move(element));
+        m_elements.clear();
+        m_contourIsOpen = false;
+        m_surface->GetContours()->Own(std::move(contour));
     }
 
     CTextScanner& m_scanner;
@@ -470,10 +740,15 @@ private:
     CJOBXlayObjArray& m_features;
     CNumberIndex m_names{m_layer.m_arrAttributeNameNumbers, m_layer.m_arrAttributeNames};
     CNumberIndex m_texts{m_layer.m_arrAttributeTextNumbers, m_layer.m_arrAttributeTexts};
-    CPropertyCache m_cache;
+    CFeatureMaker m_maker;
+    CPropertyIndex m_index;
+    std::string_view m_lastAttributes; // of the feature before, in the text; empty when unknown
+    const CJOBXPropertyArray* m_lastProperties = nullptr;
+    __int64 m_room = 0; // of the features
     int m_nextIndex = 0;
     std::unique_ptr<CJOBXlayObjSurface> m_surface;
-    std::unique_ptr<CJOBXlayObjSurfaceOB> m_contour;
+    std::vector<std::unique_ptr<CJOBXlayObjOX>> m_elements; // of the open contour
+    bool m_contourIsOpen = false;
 };
 } // namespace
 

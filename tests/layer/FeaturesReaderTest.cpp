@@ -8,8 +8,11 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <memory>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -73,6 +76,55 @@ std::string Dump(const CJOBXlayer& layer)
                Properties(feature);
     }
     return out;
+}
+
+std::string Exactly(double number)
+{
+    char text[40];
+    std::snprintf(text, sizeof text, "%a ", number);
+    return text;
+}
+std::string Exactly(const CPointD& point)
+{
+    return Exactly(point.GetX()) + Exactly(point.GetY());
+}
+
+// The dump with the geometry of the records that the reader knows by sight.
+std::string FullDump(const CJOBXlayer& layer)
+{
+    std::string out = Dump(layer);
+    for (__int64 i = 0; i < layer.GetFeatures()->GetSize(); ++i)
+    {
+        const CJOBXlayObj* const feature = layer.GetFeatures()->GetAt(i);
+        if (const auto* const line = dynamic_cast<const CJOBXlayObjLine*>(feature))
+            out += "|" + Exactly(line->GetStartPoint()) + Exactly(line->GetEndPoint());
+        if (const auto* const pad = dynamic_cast<const CJOBXlayObjPad*>(feature))
+            out += "|" + Exactly(pad->GetCenterPoint()) + std::to_string(pad->GetOrientation()) + " " +
+                   Exactly(pad->GetRotationAngle()) + std::to_string(pad->GetResizeFlag()) +
+                   Exactly(pad->GetResizeFactor());
+        if (const auto* const arc = dynamic_cast<const CJOBXlayObjArc*>(feature))
+            out += "|" + Exactly(arc->GetStartPoint()) + Exactly(arc->GetEndPoint()) + Exactly(arc->GetCenterPoint()) +
+                   Text(arc->GetClockwise());
+        const auto* const surface = dynamic_cast<const CJOBXlayObjSurface*>(feature);
+        for (__int64 c = 0; surface != nullptr && c < surface->GetContours()->GetSize(); ++c)
+        {
+            const CJOBXlayObjOXArray& elements = *surface->GetContours()->GetAt(c)->GetODBlayObjOXArray();
+            for (__int64 k = 0; k < elements.GetSize(); ++k)
+                out += "|" + std::to_string(elements.GetAt(k)->GetLineNumber()) + Text(elements.GetAt(k)->GetKind()) +
+                       Exactly(elements.GetAt(k)->GetPoint()) + Exactly(elements.GetAt(k)->GetCenterPoint()) +
+                       Text(elements.GetAt(k)->GetClockwise()) + Text(elements.GetAt(k)->GetPolygonType());
+        }
+    }
+    return out;
+}
+
+// The same lines with a blank before each, which means nothing, but makes them look unusual.
+std::string Indented(const std::string& text)
+{
+    std::string indented = " ";
+    for (const char c : text)
+        indented += c == '\n' ? std::string("\n ") : std::string(1, c);
+    return indented;
 }
 
 constexpr const char* kComplete =
@@ -605,6 +657,68 @@ TEST(FeaturesReader, EveryByteReplacedIsReadSafely)
             EXPECT_LE(Kinds(*Read(text)).size(), 9U);
             text[at] = old;
         }
+}
+
+// Lines as they are usually written are read by a shorter way, which must not show.
+TEST(FeaturesReader, UsualLinesReadAsUnusualOnes)
+{
+    const char* const chosen = std::getenv("JOBX_TEST_SEED");
+    const unsigned seed = chosen != nullptr ? static_cast<unsigned>(std::atoi(chosen)) : 20260101U;
+    SCOPED_TRACE("JOBX_TEST_SEED=" + std::to_string(seed));
+    std::mt19937 random(seed);
+    const std::vector<std::string> lines = {"L 3.0938 2.01666545 -3.1070002 2.01666545 2 P 0;0,1,2=8,3=0.000000",
+                                            "L 3.05600059 2 3.05215039 2.00066644 2 P 0;0,1,2=8,3=0.000000",
+                                            "L 0 -0 1e3 1 12 N 3",
+                                            "P 1.37 1.81 11 P 0 8;3=0,5=1",
+                                            "P 1.37 1.81 11 P 0 8 30.5;3=0,5=1",
+                                            "P 1.37 1.81 -1 5 0.5 N 0 2",
+                                            "P .5 5. 0 N 1234567890 0",
+                                            "A 0 1.25 2 3 4 5 1 N 7 Y ;0",
+                                            "A 0 1.25 2 3 4 5 1 N 7 N;0",
+                                            "A 0 1.25 2 3 4 5 1 p 7 Y",
+                                            "S P 0;2",
+                                            "OB 1.8249 1.361480019685 I",
+                                            "OS 1.82255 1.370480019685",
+                                            "OC 1.822530019685 1.36385 1.8249 1.36385 Y",
+                                            "OC 1 2 3 4 N",
+                                            "OE",
+                                            "SE",
+                                            "",
+                                            "# comment",
+                                            "&1 another text"};
+    const std::string letters = "0123456789 .-+;=,PNYIHOSCEL\t\r\n\v#xe";
+    for (int round = 0; round < 4000; ++round)
+    {
+        std::string text = "@0 .a\n@1 .b\n@2 .pad_usage\n@3 .c\n&8 text\n&0 zero\n";
+        for (int i = 0; i < 12; ++i)
+            text += lines[random() % lines.size()] + (random() % 8 == 0 ? "\r\n" : "\n");
+        for (auto changes = random() % 4; changes > 0; --changes)
+        {
+            const std::size_t at = random() % text.size();
+            if (random() % 3 == 0)
+                text.erase(at, 1);
+            else if (random() % 10 == 0)
+                text[at] = '\0';
+            else
+                text.insert(at, 1, letters[random() % letters.size()]);
+        }
+        if (random() % 4 == 0)
+            text.pop_back();
+        ASSERT_EQ(FullDump(*Read(text)), FullDump(*Read(Indented(text)))) << text;
+    }
+}
+
+TEST(FeaturesReader, ManyDifferentAttributeListsAreAllKept)
+{
+    constexpr int kLists = 100'000; // more than are remembered
+    std::string text = "@0 .a\n";
+    for (int round = 0; round < 2; ++round)
+        for (int i = 0; i < kLists; ++i)
+            text += "L 0 0 1 1 0 P 0;0=" + std::to_string(i) + "\n";
+    const auto layer = Read(text);
+    ASSERT_EQ(layer->GetFeatures()->GetSize(), 2 * kLists);
+    for (__int64 i = 0; i < layer->GetFeatures()->GetSize(); ++i)
+        ASSERT_EQ(layer->GetFeatures()->GetAt(i)->pGetProperty(0)->m_nTextNumber, i % kLists);
 }
 
 TEST(FeaturesReader, ReadingTwiceAppends)

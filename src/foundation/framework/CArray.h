@@ -62,6 +62,13 @@ public:
         m_nSize = size;
     }
 
+    // Makes room for `capacity` elements in all, so that appending up to there neither moves the buffer nor raises.
+    void Reserve(INT_PTR capacity)
+    {
+        if (capacity > m_nMaxSize)
+            Reallocate(capacity);
+    }
+
     // Gives back the part of the buffer that holds no element.
     void FreeExtra()
     {

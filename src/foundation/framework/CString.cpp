@@ -181,7 +181,7 @@ CString::CString(std::string_view text)
     Assign(text.data(), text.size());
 }
 
-CString::CString(char character, int repeat)
+void CString::Fill(char character, int repeat)
 {
     const auto count = static_cast<std::size_t>(std::max(repeat, 0));
     std::fill_n(Unshare(count), count, character);
@@ -224,12 +224,6 @@ CString& CString::operator=(const wchar_t* text)
 CString& CString::operator=(const unsigned char* text)
 {
     return *this = Narrow(text);
-}
-
-CString& CString::operator=(char character)
-{
-    Assign(&character, 1);
-    return *this;
 }
 
 char CString::GetAt(int index) const

@@ -31,7 +31,14 @@ public:
     CString(LPCSTR text);                             // null gives the empty text
     CString(LPCSTR text, int length);                 // null with a length above 0 raises CInvalidArgException
     explicit CString(std::string_view text);          // the bytes of a view
-    explicit CString(char character, int repeat = 1); // one character, repeated; a count below 1 gives ""
+    // One character, repeated; a count below 1 gives "".
+    explicit CString(char character, int repeat = 1)
+    {
+        if (repeat == 1)
+            SetCharacter(character);
+        else
+            Fill(character, repeat);
+    }
     explicit CString(const wchar_t* text);            // becomes UTF-8
     explicit CString(const unsigned char* text);      // the bytes as they are
     CString& operator=(const CString& other) noexcept
@@ -50,7 +57,7 @@ public:
     CString& operator=(std::string_view text);
     CString& operator=(const wchar_t* text);
     CString& operator=(const unsigned char* text);
-    CString& operator=(char character);
+    CString& operator=(char character) { return *this = CString(character); }
     ~CString()
     {
         if (!IsInside())
@@ -223,6 +230,12 @@ private:
     LPCSTR SharedText() const noexcept;
     void Assign(const char* text, std::size_t length); // `text` may lie in this object
     static unsigned long long InsideWord(const char* text, std::size_t length) noexcept; // of a text that fits inside
+    void SetCharacter(char character) noexcept // of the empty text
+    {
+        m_rep.bytes[kTag] = (1U << 1U) | 1U;
+        m_rep.bytes[kText] = character;
+    }
+    void Fill(char character, int repeat); // the empty text
     int CompareBytes(std::string_view text) const noexcept { return View().compare(text); }
     int CompareLetters(std::string_view text) const noexcept;
     int FindBytes(std::string_view text, int start) const noexcept;
