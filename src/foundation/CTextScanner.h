@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstring>
+#include <memory>
 #include <string_view>
 
 // The text without white space (blank, tab, VT, FF, CR, LF) at its start, its end, or both.
@@ -132,9 +133,9 @@ private:
     const char* m_fieldEnd = nullptr;
 };
 
-// A text file, read whole, line by line. LF or CRLF ends a line, the last line needs no end; a NUL byte ends the text
-// of its line. Lines are trimmed at both ends and are views into the scanner's buffer: valid as long as the scanner
-// lives.
+// A text file line by line. LF or CRLF ends a line, the last line needs no end; a NUL byte ends the text of its line.
+// Lines are trimmed at both ends and are views into the scanner's buffer. A file that is read whole keeps them valid as
+// long as the scanner lives; one that is read in pieces only until the next line.
 class CTextScanner
 {
 public:
@@ -144,6 +145,15 @@ public:
     {
         Start(m_bytes.View());
     }
+    // The same, piece by piece. A file that cannot be read to its end gives the lines before, and a diagnostic.
+    struct InPieces
+    {
+    };
+    CTextScanner(InPieces /*way*/, const CString& path, const char* sourceFile, int line)
+        : m_pieces(std::make_unique<CFilePieces>()), m_wasRead(m_pieces->Open(path, sourceFile, line))
+    {
+        Start({});
+    }
     // Scans a text that the caller keeps.
     explicit CTextScanner(std::string_view text) : m_wasRead(true) { Start(text); }
 
@@ -151,7 +161,7 @@ public:
     bool WasRead() const noexcept { return m_wasRead; }
 
     // Moves to the next line that is not empty; false at the end.
-    bool NextLine() noexcept
+    bool NextLine()
     {
         while (NextAnyLine())
             if (!m_line.empty())
@@ -160,9 +170,9 @@ public:
     }
 
     // Moves to the next line, also when it is empty; false at the end.
-    bool NextAnyLine() noexcept
+    bool NextAnyLine()
     {
-        if (m_at == m_end)
+        if (m_at == m_end && !NextPiece())
             return false;
         const auto* newline = static_cast<const char*>(std::memchr(m_at, '\n', static_cast<std::size_t>(m_end - m_at)));
         const char* const lineEnd = newline != nullptr ? newline : m_end;
@@ -195,6 +205,25 @@ private:
         m_at = text.data();
         m_end = m_at + text.size();
         m_checked = m_at;
+        m_hasNul = false;
+    }
+    // Moves on to the next whole lines of a file that is read in pieces; false at the end.
+    bool NextPiece()
+    {
+        if (m_pieces == nullptr)
+            return false;
+        auto used = static_cast<std::size_t>(m_at - m_pieces->View().data());
+        for (; m_pieces->Next(used); used = 0) // again for a line that is longer than a piece
+        {
+            const std::string_view view = m_pieces->View();
+            if (const std::size_t newline = view.rfind('\n'); newline != std::string_view::npos)
+            {
+                Start(view.substr(0, newline + 1));
+                return true;
+            }
+        }
+        Start(m_pieces->View()); // the last line, when it has no end
+        return m_at != m_end;
     }
     // The line without what follows a NUL. They are looked for in pieces, shortly before the lines are read.
     std::string_view TextOf(std::string_view line) noexcept
@@ -212,6 +241,7 @@ private:
     }
 
     CFileBytes m_bytes;
+    std::unique_ptr<CFilePieces> m_pieces;
     bool m_wasRead;
     bool m_hasNul = false;
     const char* m_checked = nullptr; // no NUL stands before

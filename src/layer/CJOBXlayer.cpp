@@ -48,7 +48,7 @@ int CJOBXlayer::ParseODBOfMFC(CString path)
     Guarded(
         [&]
         {
-            CTextScanner scanner(path, kSource, __LINE__);
+            CTextScanner scanner(CTextScanner::InPieces{}, path, kSource, __LINE__);
             ReadFeatures(scanner, *this);
         });
     return 1;

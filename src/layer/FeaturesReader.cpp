@@ -168,7 +168,10 @@ public:
     void Read()
     {
         for (ReadUsualLines(); m_scanner.NextLine(); ReadUsualLines())
+        {
+            m_lastAttributes = {}; // may lie in a piece that is gone
             ReadLine(m_scanner.Line());
+        }
         m_features.FreeExtra();
     }
 
@@ -397,7 +400,6 @@ private:
         numbers.Add(number);
         texts.Add(CString(rest));
         m_index.TablesChanged();
-        m_lastAttributes = {};
     }
 
     template <class T>

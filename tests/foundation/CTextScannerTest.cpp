@@ -10,12 +10,22 @@
 
 namespace
 {
+using namespace std::string_literals;
 using namespace std::string_view_literals;
 
 std::vector<std::string> Lines(std::string_view text)
 {
     std::vector<std::string> lines;
     CTextScanner scanner(text);
+    while (scanner.NextLine())
+        lines.push_back(std::to_string(scanner.LineNumber()) + ":" + std::string(scanner.Line()));
+    return lines;
+}
+
+std::vector<std::string> LinesInPieces(const std::string& path)
+{
+    std::vector<std::string> lines;
+    CTextScanner scanner(CTextScanner::InPieces{}, path.c_str(), "", 0);
     while (scanner.NextLine())
         lines.push_back(std::to_string(scanner.LineNumber()) + ":" + std::string(scanner.Line()));
     return lines;
@@ -81,6 +91,33 @@ TEST(TextScanner, ReadsOnlyRegularFiles)
     CTextScanner empty(dir.Write("e", "").c_str(), "test", 1);
     EXPECT_TRUE(empty.WasRead());
     EXPECT_FALSE(empty.NextLine());
+}
+
+TEST(TextScanner, AFileReadInPiecesGivesTheSameLines)
+{
+    const TempDir dir;
+    constexpr std::size_t kPiece = CFilePieces::kPiece;
+    const auto line = [](std::size_t length, char c) { return std::string(length, c) + "\n"; };
+    const std::string texts[] = {"",
+                                 "\n",
+                                 "a",
+                                 "a\nb\r\n\n c ",
+                                 line(kPiece - 1, 'x') + line(5, 'y'),
+                                 line(kPiece, 'x') + line(5, 'y'),
+                                 line(kPiece + 1, 'x') + line(5, 'y'),
+                                 line(10, 'a') + line(5 * kPiece, 'x') + line(5, 'y') + line(3 * kPiece, 'z') + "end",
+                                 line(kPiece - 2, 'x').substr(0, kPiece - 2) + "\r\n" + line(5, 'y'),
+                                 "a\0b\n"s + line(kPiece, 'x') + "c\nd\0"s + "e\nf",
+                                 std::string(2 * kPiece, '\n') + "last",
+                                 std::string(3 * kPiece + 7, 'x')};
+    for (const std::string& text : texts)
+        EXPECT_EQ(LinesInPieces(dir.Write("file", text)), Lines(text)) << text.size();
+    std::string many;
+    for (int i = 0; many.size() < 5 * kPiece; ++i)
+        many += line(static_cast<std::size_t>(i * 7919 % 300), static_cast<char>('a' + i % 26));
+    EXPECT_EQ(LinesInPieces(dir.Write("file", many)), Lines(many));
+    EXPECT_EQ(LinesInPieces(dir.Path("missing")), Texts{});
+    EXPECT_EQ(LinesInPieces(dir.MakeDir("directory")), Texts{});
 }
 
 TEST(TextScanner, KeywordsMatchInAnyAsciiCase)

@@ -687,7 +687,7 @@ TEST(FeaturesReader, UsualLinesReadAsUnusualOnes)
                                             "# comment",
                                             "&1 another text"};
     const std::string letters = "0123456789 .-+;=,PNYIHOSCEL\t\r\n\v#xe";
-    for (int round = 0; round < 4000; ++round)
+    for (int round = 0; round < 1500; ++round)
     {
         std::string text = "@0 .a\n@1 .b\n@2 .pad_usage\n@3 .c\n&8 text\n&0 zero\n";
         for (int i = 0; i < 12; ++i)
@@ -710,7 +710,7 @@ TEST(FeaturesReader, UsualLinesReadAsUnusualOnes)
 
 TEST(FeaturesReader, ManyDifferentAttributeListsAreAllKept)
 {
-    constexpr int kLists = 100'000; // more than are remembered
+    constexpr int kLists = 70'000; // more than are remembered
     std::string text = "@0 .a\n";
     for (int round = 0; round < 2; ++round)
         for (int i = 0; i < kLists; ++i)

@@ -3,12 +3,12 @@
 #include "foundation/corekit/CKUtility.h"
 #include "foundation/framework/FrameworkThrow.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <limits>
 
 #if defined(_WIN32)
-#include <cstdio>
 #include <filesystem>
 #else
 #include <fcntl.h>
@@ -19,8 +19,7 @@
 bool CFileBytes::Load(const CString& path, const char* sourceFile, int line)
 {
     Clear();
-    // The system would take the text before a NUL for the whole path.
-    const int error = path.Find('\0') >= 0 ? EINVAL : ReadAll(path);
+    const int error = ReadAll(path);
     if (error == 0)
         return true;
     Clear();
@@ -49,76 +48,132 @@ void CFileBytes::Finish(std::size_t size) noexcept
     m_nSize = size;
 }
 
-#if defined(_WIN32)
-
 int CFileBytes::ReadAll(const CString& path)
 {
-    std::error_code error;
-    const std::filesystem::path place(path.View());
-    if (std::filesystem::exists(place, error) && !std::filesystem::is_regular_file(place, error))
-        return EINVAL;
-    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(path, "rb"), &std::fclose);
-    if (!file)
-        return errno;
-    const auto size = static_cast<std::size_t>(std::filesystem::file_size(place, error));
-    if (error)
-        return error.value();
-    Allocate(size);
-    const std::size_t used = std::fread(m_buffer.get(), 1, size, file.get());
-    if (std::ferror(file.get()) != 0)
-        return EIO;
+    CInputFile file;
+    if (const int error = file.Open(path); error != 0)
+        return error;
+    Allocate(file.Size());
+    std::size_t used = 0;
+    if (const int error = file.Read(m_buffer.get(), file.Size(), used); error != 0)
+        return error;
     Finish(used);
     return 0;
 }
 
+bool CFilePieces::Open(const CString& path, const char* sourceFile, int line)
+{
+    if (const int error = m_file.Open(path); error != 0)
+    {
+        CKUtility::GetInstance()->Report(sourceFile, line, "read", path, error);
+        return false;
+    }
+    m_sPath = path;
+    m_sourceFile = sourceFile;
+    m_nLine = line;
+    m_nLeft = m_file.Size();
+    return true;
+}
+
+bool CFilePieces::Next(std::size_t used)
+{
+    const std::size_t rest = m_nSize - used;
+    if (m_nLeft != 0 && rest == m_nCapacity)
+        Grow(used);
+    else if (rest != 0)
+        std::memmove(m_buffer.get(), m_buffer.get() + used, rest);
+    m_nSize = rest;
+    if (m_nLeft == 0)
+        return false;
+    const std::size_t wanted = std::min(m_nCapacity - rest, m_nLeft);
+    std::size_t got = 0;
+    const int error = m_file.Read(m_buffer.get() + rest, wanted, got);
+    m_nSize += got;
+    m_nLeft = got == wanted ? m_nLeft - got : 0;
+    if (error != 0)
+        CKUtility::GetInstance()->Report(m_sourceFile, m_nLine, "read", m_sPath, error);
+    return got > 0;
+}
+
+// Makes the buffer twice as large, with what stands behind the first `used` bytes at its front.
+void CFilePieces::Grow(std::size_t used)
+{
+    const std::size_t capacity = m_buffer == nullptr ? std::min(m_nLeft, kPiece) : 2 * m_nCapacity;
+    std::unique_ptr<char[], CFreeBlock> larger(static_cast<char*>(std::malloc(capacity)));
+    if (!larger)
+        AfxThrowMemoryException();
+    if (m_buffer != nullptr)
+        std::memcpy(larger.get(), m_buffer.get() + used, m_nSize - used);
+    m_buffer = std::move(larger);
+    m_nCapacity = capacity;
+}
+
+#if defined(_WIN32)
+
+CInputFile::~CInputFile()
+{
+    if (m_file != nullptr)
+        std::fclose(m_file);
+}
+
+int CInputFile::Open(const CString& path)
+{
+    if (path.Find('\0') >= 0)
+        return EINVAL; // the system would take the text before it for the whole path
+    std::error_code error;
+    const std::filesystem::path place(path.View());
+    if (std::filesystem::exists(place, error) && !std::filesystem::is_regular_file(place, error))
+        return EINVAL;
+    m_file = std::fopen(path, "rb");
+    if (m_file == nullptr)
+        return errno;
+    m_nSize = static_cast<std::size_t>(std::filesystem::file_size(place, error));
+    return error.value();
+}
+
+int CInputFile::Read(char* to, std::size_t size, std::size_t& got)
+{
+    got = std::fread(to, 1, size, m_file);
+    return std::ferror(m_file) != 0 ? EIO : 0;
+}
+
 #else
 
-namespace
+CInputFile::~CInputFile()
 {
-class CDescriptor
+    if (m_file >= 0)
+        ::close(m_file);
+}
+
+int CInputFile::Open(const CString& path)
 {
-public:
-    explicit CDescriptor(int number) noexcept : m_number(number) {}
-    CDescriptor(const CDescriptor&) = delete;
-    CDescriptor& operator=(const CDescriptor&) = delete;
-    ~CDescriptor()
-    {
-        if (m_number >= 0)
-            ::close(m_number);
-    }
-    int Number() const noexcept { return m_number; }
-
-private:
-    int m_number;
-};
-
-// A pipe without a writer would block opening, a terminal could become the process's own; neither is regular, but that
-// is known for certain only once it is open.
-constexpr int kOpenFlags = O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY;
-} // namespace
-
-int CFileBytes::ReadAll(const CString& path)
-{
-    const CDescriptor file(::open(path, kOpenFlags));
+    if (path.Find('\0') >= 0)
+        return EINVAL; // the system would take the text before it for the whole path
+    // A pipe without a writer would block opening, a terminal could become the process's own; neither is regular, but
+    // that is known for certain only once it is open.
+    m_file = ::open(path, O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY);
     struct stat info = {};
-    if (file.Number() < 0 || ::fstat(file.Number(), &info) != 0)
+    if (m_file < 0 || ::fstat(m_file, &info) != 0)
         return errno;
     if (!S_ISREG(info.st_mode))
         return S_ISDIR(info.st_mode) ? EISDIR : EINVAL;
-    const auto size = static_cast<std::size_t>(info.st_size);
-    Allocate(size);
-    std::size_t used = 0;
-    while (used < size)
+    m_nSize = static_cast<std::size_t>(info.st_size);
+    return 0;
+}
+
+int CInputFile::Read(char* to, std::size_t size, std::size_t& got)
+{
+    got = 0;
+    while (got < size)
     {
-        const ssize_t got = ::read(file.Number(), m_buffer.get() + used, size - used);
-        if (got == 0)
+        const ssize_t read = ::read(m_file, to + got, size - got);
+        if (read == 0)
             break;
-        if (got > 0)
-            used += static_cast<std::size_t>(got);
+        if (read > 0)
+            got += static_cast<std::size_t>(read);
         else if (errno != EINTR)
             return errno;
     }
-    Finish(used);
     return 0;
 }
 
