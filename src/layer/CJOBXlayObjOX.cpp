@@ -45,6 +45,8 @@ CJOBXlayObjOX::CJOBXlayObjOX(const CJOBXlayObjOX& other)
 
 CJOBXlayObjOX& CJOBXlayObjOX::operator=(const CJOBXlayObjOX& other)
 {
+    if (this == &other)
+        return *this;
     if (other.m_pTexts != nullptr)
         MakeTexts() = *other.m_pTexts;
     m_nLineNumber = other.m_nLineNumber;

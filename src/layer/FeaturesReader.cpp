@@ -19,21 +19,25 @@ class CPropertyIndex
 {
 public:
     // The tables have grown: lists made before are not given out again.
-    void TablesChanged() noexcept { ++m_tables; }
+    void TablesChanged() noexcept
+    {
+        ++m_tables;
+        m_used = 0;
+    }
 
     // The list for `text`, as the features are to borrow it: null when there is nothing in it. `make` makes the list
     // when it is not known.
     template <class Make>
     const CJOBXPropertyArray* ListOf(std::string_view text, Make make)
     {
-        std::size_t hash = std::hash<std::string_view>{}(text);
+        const std::size_t hash = std::hash<std::string_view>{}(text);
         if (const Entry* const found = Find(hash, text))
             return found->list;
         const CJOBXPropertyArray* const list = make();
         if (m_used * 2 >= m_entries.size() && m_entries.size() < kMaxEntries)
             Grow();
         Entry& entry = m_entries[Place(hash)];
-        entry = {std::string(text), hash, list, m_tables};
+        entry = {hash, m_tables, list, std::string(text)};
         ++m_used;
         return list;
     }
@@ -41,10 +45,10 @@ public:
 private:
     struct Entry
     {
-        std::string text;
         std::size_t hash = 0;
-        const CJOBXPropertyArray* list = nullptr;
         unsigned tables = 0; // 0: free
+        const CJOBXPropertyArray* list = nullptr;
+        std::string text;
     };
     static constexpr std::size_t kWays = 4; // entries in which a text may stand
     static constexpr std::size_t kMaxEntries = 65536;
@@ -57,7 +61,7 @@ private:
                 return &entry;
         return nullptr;
     }
-    std::size_t First(std::size_t hash) const noexcept { return hash % (m_entries.size() / kWays) * kWays; }
+    std::size_t First(std::size_t hash) const noexcept { return (hash & (m_entries.size() / kWays - 1)) * kWays; }
     // A free or outdated entry, else one after the other in turn.
     std::size_t Place(std::size_t hash) noexcept
     {
@@ -80,7 +84,7 @@ private:
             }
     }
 
-    std::vector<Entry> m_entries = std::vector<Entry>(64);
+    std::vector<Entry> m_entries = std::vector<Entry>(64); // a power of two
     std::size_t m_used = 0;
     std::size_t m_turn = 0;
     unsigned m_tables = 1;
