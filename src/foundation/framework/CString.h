@@ -28,9 +28,9 @@ public:
             AddReference();
     }
     CString(CString&& other) noexcept : m_rep(other.m_rep) { other.m_rep = Rep{}; }
-    CString(LPCSTR text);                             // null gives the empty text
-    CString(LPCSTR text, int length);                 // null with a length above 0 raises CInvalidArgException
-    explicit CString(std::string_view text);          // the bytes of a view
+    CString(LPCSTR text);                    // null gives the empty text
+    CString(LPCSTR text, int length);        // null with a length above 0 raises CInvalidArgException
+    explicit CString(std::string_view text); // the bytes of a view
     // One character, repeated; a count below 1 gives "".
     explicit CString(char character, int repeat = 1)
     {
@@ -39,8 +39,8 @@ public:
         else
             Fill(character, repeat);
     }
-    explicit CString(const wchar_t* text);            // becomes UTF-8
-    explicit CString(const unsigned char* text);      // the bytes as they are
+    explicit CString(const wchar_t* text);       // becomes UTF-8
+    explicit CString(const unsigned char* text); // the bytes as they are
     CString& operator=(const CString& other) noexcept
     {
         CString copy(other);
@@ -230,10 +230,10 @@ private:
     LPCSTR SharedText() const noexcept;
     void Assign(const char* text, std::size_t length); // `text` may lie in this object
     static unsigned long long InsideWord(const char* text, std::size_t length) noexcept; // of a text that fits inside
-    void SetCharacter(char character) noexcept // of the empty text
+    void SetCharacter(char character) noexcept                                           // of the empty text
     {
-        m_rep.bytes[kTag] = (1U << 1U) | 1U;
-        m_rep.bytes[kText] = character;
+        constexpr unsigned kShift = kLittle ? 8 : 56;
+        m_rep.word = (1U << 1U) | 1U | static_cast<unsigned long long>(static_cast<unsigned char>(character)) << kShift;
     }
     void Fill(char character, int repeat); // the empty text
     int CompareBytes(std::string_view text) const noexcept { return View().compare(text); }
