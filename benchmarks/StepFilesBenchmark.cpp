@@ -9,6 +9,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <random>
 #include <string>
 
 namespace
@@ -23,7 +24,8 @@ class Input
 {
 public:
     Input(const char* name, const char* realPath, const char* samplePath, std::size_t size)
-        : m_path(std::filesystem::temp_directory_path() / ("jobx_benchmark_" + std::string(name))),
+        : m_path(std::filesystem::temp_directory_path() /
+                 ("jobx_benchmark_" + std::string(name) + '_' + std::to_string(std::random_device()()))),
           m_text(Repeated(FileBytes(InputFile(realPath, samplePath)), size))
     {
         std::ofstream(m_path, std::ios::binary) << m_text;
