@@ -24,7 +24,7 @@ void Write(CTextWriter& out, const CJOBXdataNetObj& object)
 }
 
 void Write(CTextWriter& out, const CJOBXSnt& subnet);
-void Write(CTextWriter& out, const CJOBXlayObjOX& element);
+void Write(CTextWriter& writer, const CJOBXlayObjOX& element);
 void Write(CTextWriter& out, const CJOBXdataPkgObj& record);
 void Write(CTextWriter& out, const CJOBXdataPkgPin& pin);
 

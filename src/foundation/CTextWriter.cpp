@@ -63,7 +63,7 @@ void CTextWriter::Emit(const char* data, std::size_t size)
     Report(errno);
 }
 
-char* CTextWriter::WriteBlock(char* at)
+char* CTextWriter::WriteBlock(const char* at)
 {
     char* const begin = m_buffer.data();
     Emit(begin, kBlock);

@@ -57,7 +57,7 @@ private:
     static_assert(number_print::kLongest <= kSlack);
 
     // Each returns where printing goes on; `at` is where it has come to.
-    char* WriteBlock(char* at);
+    char* WriteBlock(const char* at);
     char* WriteLong(char* at, std::string_view text);
     void Emit(const char* data, std::size_t size);
     void Report(int error) const;

@@ -1,13 +1,29 @@
 #include "foundation/NumberPrint.h"
 
 #include <charconv>
+#include <cmath>
 
-namespace number_print
-{
+using namespace number_print;
+
 namespace
 {
-// Below this a product with a million is off by a sixteenth at most.
+// Below this a rounded product with a million, and the sum of it and a half, are off by less than two millionths.
+constexpr double kShortLimit = 8000.0;
+// So close to the middle of two numbers the short way decides nothing.
+constexpr double kUncertain = 4e-6;
+// Below this the product is off by a sixteenth at most.
 constexpr double kExactLimit = 1e9;
+
+// A number of millionths with its point.
+char* PrintMillionths(char* at, std::int64_t millionths) noexcept
+{
+    constexpr std::int64_t kUnit = 1'000'000;
+    const auto whole = static_cast<std::uint32_t>(millionths / kUnit);
+    const auto decimals = static_cast<std::uint32_t>(millionths % kUnit);
+    at = whole < 1000 ? PrintBelow1000(at, whole) : PrintLongInteger(at, whole);
+    *at = '.';
+    return PrintPadded(PrintPadded(at + 1, decimals / 1000), decimals % 1000);
+}
 
 // The nearest number of millionths, the even one of two that are equally near. The product's error is known exactly,
 // and so is on which side of the middle the number lies.
@@ -20,15 +36,8 @@ std::int64_t NearestMillionths(double magnitude) noexcept
     const bool isUp = overHalf > -error || (overHalf == -error && below % 2 != 0);
     return below + (isUp ? 1 : 0);
 }
-} // namespace
 
-char* PrintLongInteger(char* at, std::uint32_t number) noexcept
-{
-    if (number >= 1'000'000)
-        return std::to_chars(at, at + kLongest, number).ptr;
-    return PrintPadded(PrintBelow1000(at, number / 1000), number % 1000);
-}
-
+// For what is rare: large numbers and those close to the middle of two.
 char* PrintFixedSlowly(char* at, double value) noexcept
 {
     const double magnitude = std::fabs(value);
@@ -37,9 +46,30 @@ char* PrintFixedSlowly(char* at, double value) noexcept
     *at = '-';
     return PrintMillionths(at + (std::signbit(value) ? 1 : 0), NearestMillionths(magnitude));
 }
-} // namespace number_print
+} // namespace
+
+char* number_print::PrintLongInteger(char* at, std::uint32_t number) noexcept
+{
+    if (number >= 1'000'000)
+        return std::to_chars(at, at + kLongest, number).ptr;
+    return PrintPadded(PrintBelow1000(at, number / 1000), number % 1000);
+}
+
+char* PrintFixed(char* at, double value) noexcept
+{
+    const double magnitude = std::fabs(value);
+    if (!(magnitude < kShortLimit))
+        return PrintFixedSlowly(at, value);
+    const double scaled = magnitude * 1e6 + 0.5;
+    const auto millionths = static_cast<std::int64_t>(scaled);
+    const double rest = scaled - static_cast<double>(millionths);
+    if (std::fabs(rest - 0.5) > 0.5 - kUncertain)
+        return PrintFixedSlowly(at, value);
+    *at = '-';
+    return PrintMillionths(at + (std::signbit(value) ? 1 : 0), millionths);
+}
 
 char* PrintGeneral(char* at, double value) noexcept
 {
-    return std::to_chars(at, at + number_print::kLongest, value, std::chars_format::general, 6).ptr;
+    return std::to_chars(at, at + kLongest, value, std::chars_format::general, 6).ptr;
 }

@@ -3,7 +3,6 @@
 #pragma once
 
 #include <array>
-#include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -54,20 +53,8 @@ inline char* PrintPadded(char* at, std::uint32_t number) noexcept
     return at + 3;
 }
 
-// As the printers below, for what is rare: long integers, large numbers and those close to the middle of two.
+// As PrintInteger, from 1000 on.
 char* PrintLongInteger(char* at, std::uint32_t number) noexcept;
-char* PrintFixedSlowly(char* at, double value) noexcept;
-
-// A number of millionths with its point.
-inline char* PrintMillionths(char* at, std::int64_t millionths) noexcept
-{
-    constexpr std::int64_t kUnit = 1'000'000;
-    const auto whole = static_cast<std::uint32_t>(millionths / kUnit);
-    const auto decimals = static_cast<std::uint32_t>(millionths % kUnit);
-    at = whole < 1000 ? PrintBelow1000(at, whole) : PrintLongInteger(at, whole);
-    *at = '.';
-    return PrintPadded(PrintPadded(at + 1, decimals / 1000), decimals % 1000);
-}
 } // namespace number_print
 
 // As "%d".
@@ -81,22 +68,9 @@ inline char* PrintInteger(char* at, std::int32_t number) noexcept
                             : number_print::PrintLongInteger(at, magnitude);
 }
 
-// As "%lf": six decimals.
-inline char* PrintFixed(char* at, double value) noexcept
-{
-    constexpr double kLimit = 8000.0;   // below it the rounded product and sum are off by less than two millionths
-    constexpr double kUncertain = 4e-6; // of a millionth: so close to the middle of two numbers nothing is decided
-    const double magnitude = std::fabs(value);
-    if (!(magnitude < kLimit))
-        return number_print::PrintFixedSlowly(at, value);
-    const double scaled = magnitude * 1e6 + 0.5;
-    const auto millionths = static_cast<std::int64_t>(scaled);
-    const double rest = scaled - static_cast<double>(millionths);
-    if (std::fabs(rest - 0.5) > 0.5 - kUncertain)
-        return number_print::PrintFixedSlowly(at, value);
-    *at = '-';
-    return number_print::PrintMillionths(at + (std::signbit(value) ? 1 : 0), millionths);
-}
+// As "%lf": six decimals. No inline function, so that the many places that print records stay small enough to be
+// compiled in one piece each.
+char* PrintFixed(char* at, double value) noexcept;
 
 // As "%g": six significant digits in the shorter form.
 char* PrintGeneral(char* at, double value) noexcept;
