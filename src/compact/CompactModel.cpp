@@ -447,7 +447,13 @@ std::unique_ptr<CODBdataPkgObj> Converted(const CJOBXdataPkgObj& from)
 {
     std::unique_ptr<CODBdataPkgObj> to = NewOutline(from);
     to->m_nLineNumber = from.m_nLineNumber;
-    to->m_arrParameters = from.m_arrParameters;
+    // Word by word, because taking them as an array would change the source.
+    from.m_arrParameters.ForEach(
+        [&to](std::string_view word)
+        {
+            to->m_arrParameters.Add(CString(word));
+            return true;
+        });
     to->m_sKeyword = from.m_sKeyword;
     return to;
 }

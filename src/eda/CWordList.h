@@ -18,6 +18,7 @@ public:
     CWordList() noexcept;
     CWordList(const CWordList& other);
     CWordList& operator=(const CWordList& other);
+    // Takes copies of these words.
     CWordList& operator=(const CStringArray& words);
     ~CWordList();
 
@@ -29,9 +30,11 @@ public:
     INT_PTR Add(const CString& word) { return Array().Add(word); }
     void RemoveAll();
 
+    // How many words there are; none of these makes the array.
     INT_PTR GetSize() const;
     INT_PTR GetCount() const { return GetSize(); }
     BOOL IsEmpty() const { return GetSize() == 0 ? TRUE : FALSE; }
+    // The word at `index`; a bad index raises CInvalidArgException.
     CString GetAt(INT_PTR index) const;
 
     // Same size and words equal one by one, case-sensitive.

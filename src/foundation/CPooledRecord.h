@@ -12,8 +12,10 @@
 class JOBX_API CPooledRecord
 {
 public:
+    // Memory for one object, and back.
     static void* operator new(std::size_t size);
     static void operator delete(void* record, std::size_t size) noexcept;
+    // An object at a place of the caller's.
     static void* operator new(std::size_t /*size*/, void* place) noexcept { return place; }
     static void operator delete(void* /*record*/, void* /*place*/) noexcept {}
 
