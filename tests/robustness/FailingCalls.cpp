@@ -9,6 +9,7 @@
 #include <mutex>
 #include <sys/stat.h>
 #include <sys/types.h>
+#include <utility>
 
 namespace
 {
@@ -20,6 +21,7 @@ struct State
     int error = 0;
     CallFault reads = CallFault::Error;
     bool wasInterrupted = false;
+    std::function<void()> meanwhile;
     std::vector<std::string> made;
     std::string failed;
 };
@@ -41,6 +43,11 @@ bool Fails(const char* name)
     if (static_cast<long>(state.made.size()) - 1 != state.number)
         return false;
     state.failed = name;
+    if (state.meanwhile)
+    {
+        state.meanwhile();
+        return false;
+    }
     errno = state.error;
     return true;
 }
@@ -87,6 +94,12 @@ FailingCalls::FailingCalls(CallFault reads)
     Begin(kNone, 0, reads);
 }
 
+FailingCalls::FailingCalls(long number, std::function<void()> work)
+{
+    TheState().meanwhile = std::move(work);
+    Begin(number, 0, CallFault::Error);
+}
+
 FailingCalls::~FailingCalls()
 {
     State& state = TheState();
@@ -94,6 +107,7 @@ FailingCalls::~FailingCalls()
     state.active = false;
     state.made = {}; // no block stays
     state.failed = {};
+    state.meanwhile = {};
 }
 
 std::vector<std::string> FailingCalls::Made() const

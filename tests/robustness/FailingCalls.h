@@ -1,6 +1,7 @@
 // Makes calls of the library to the file system fail, one after the other.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -25,6 +26,8 @@ public:
     explicit FailingCalls(long number, int error = 5 /* EIO */);
     // Every read goes wrong in that way.
     explicit FailingCalls(CallFault reads);
+    // The work is done before the call of that number: what other programs may do at that moment.
+    FailingCalls(long number, std::function<void()> work);
     ~FailingCalls();
     FailingCalls(const FailingCalls&) = delete;
     FailingCalls& operator=(const FailingCalls&) = delete;
