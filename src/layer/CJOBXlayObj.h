@@ -155,6 +155,7 @@ public:
     void SetEndPoint(const CPointD& point) { m_ptEnd = point; }
     CPointD GetStartPoint() const { return m_ptStart; }
     void SetStartPoint(const CPointD& point) { m_ptStart = point; }
+    // A name that hosts give, "" at first.
     CString GetPadName() const { return PadName(); }
     void SetPadName(const CString& name) { KeepPadName(name); }
     // Multiplies the lengths of this kind by `factor`, as vRescale does.
@@ -175,6 +176,7 @@ public:
     ~CJOBXlayObjPad() override;
     int CheckObjAtCenterPoint(double& x, double& y) override;
 
+    // A name that hosts give, "" at first.
     CString GetPadName() const { return PadName(); }
     void SetPadName(const CString& name) { KeepPadName(name); }
     // 0 to 7: quarter turns, from 4 on mirrored; 8 turned by the angle; 9 turned by the angle and mirrored.
@@ -218,6 +220,7 @@ public:
     void SetEndPoint(const CPointD& point) { m_ptEnd = point; }
     CPointD GetStartPoint() const { return m_ptStart; }
     void SetStartPoint(const CPointD& point) { m_ptStart = point; }
+    // A name that hosts give, "" at first.
     CString GetPadName() const { return PadName(); }
     void SetPadName(const CString& name) { KeepPadName(name); }
     // Multiplies the lengths of this kind by `factor`, as vRescale does.
