@@ -162,6 +162,26 @@ TEST(JobxBadInput, ADamagedCompressedSymbolIsAWarning)
     EXPECT_THAT(result.err, MatchesRegex("jobx: warning: cannot [^\n]*broken/features.Z[^\n]*\n"));
 }
 
+// Decompressing writes beside the compressed file, which a job that must not be changed does not allow.
+TEST(JobxBadInput, ACompressedSymbolOfAReadOnlyJobIsAWarning)
+{
+    const TempDir directory;
+    fs::permissions(directory.Path(), fs::perms::owner_all | fs::perms::others_exec | fs::perms::others_read);
+    const std::string job = CopySample(directory);
+    const bool isRoot = RunShell("test \"$(id -u)\" = 0").exitCode == 0;
+    const std::string run =
+        (isRoot ? std::string("setpriv --reuid=65534 --regid=65534 --clear-groups ") : std::string()) +
+        "\"$JOBX\" info ";
+    if (RunShell("chmod -R a+rX,a-w " + ShellWord(job) + " && " + run + "--help").exitCode != 0)
+        GTEST_SKIP() << "cannot run the program as a user who may not write everything";
+    const ProgramResult result = RunShell(run + ShellWord(job));
+    RunShell("chmod -R u+w " + ShellWord(job));
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_EQ(result.err,
+              "jobx: warning: cannot decompress " + job + "/symbols/mount_ring/features.Z: Permission denied\n");
+    EXPECT_FALSE(fs::exists(job + "/symbols/mount_ring/features"));
+}
+
 TEST(JobxBadInput, WarningsAreBoundedAndTheRestIsCounted)
 {
     const TempDir directory;
