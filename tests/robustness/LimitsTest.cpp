@@ -74,7 +74,7 @@ TEST(Limits, ALineOfAGigabyte)
         file << "T 0 0 standard P 0 1 1 1 '";
         const std::string block(1U << 20U, 'x');
         for (std::size_t written = 0; written < length; written += block.size())
-            file << block;
+            file << block.substr(0, length - written);
         file << "' 1\nP 0 0 0 P 0 0\n";
     }
     CJOBX job;
