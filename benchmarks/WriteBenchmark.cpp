@@ -193,7 +193,24 @@ void BM_ReadJob(benchmark::State& state)
     }
 }
 
+// Into a directory that holds no job yet.
 void BM_WriteJob(benchmark::State& state)
+{
+    CJOBX job;
+    job.ParseODBOfMFC(JobPath());
+    const fs::path output = Output().Path("job");
+    for (auto _ : state)
+    {
+        state.PauseTiming();
+        fs::remove_all(output);
+        fs::create_directory(output);
+        state.ResumeTiming();
+        job.WriteODBData(output.c_str(), 1);
+    }
+}
+
+// In the place of the same job.
+void BM_ReplaceJob(benchmark::State& state)
 {
     CJOBX job;
     job.ParseODBOfMFC(JobPath());
@@ -210,4 +227,5 @@ BENCHMARK(BM_ComponentsWriter)->UseManualTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_NetlistWriter)->UseManualTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_ReadJob)->UseRealTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_WriteJob)->UseRealTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_ReplaceJob)->UseRealTime()->Unit(benchmark::kMillisecond);
 } // namespace
