@@ -141,15 +141,21 @@ ReadJob ReadJobDirectory(const ReadOptions& options)
     }
     WarnOfMissingSteps(names, read.job->m_pSteps->m_arrSteps);
     failed.PrintWarnings();
+    read.isWhole = failed.IsEmpty();
+    return read;
+}
+
+ReadJob ReadGoodJobDirectory(const ReadOptions& options)
+{
+    ReadJob read = ReadJobDirectory(options);
+    if (read.result == 0)
+        throw ExitError(ExitCode::UnreadableInput, read.problem);
     return read;
 }
 
 std::unique_ptr<CJOBX> ReadGoodJob(const ReadOptions& options)
 {
-    ReadJob read = ReadJobDirectory(options);
-    if (read.result == 0)
-        throw ExitError(ExitCode::UnreadableInput, read.problem);
-    return std::move(read.job);
+    return std::move(ReadGoodJobDirectory(options).job);
 }
 
 const CJOBXstepObj& StepNamed(const CJOBX& job, const std::string& name)

@@ -21,6 +21,7 @@ struct ReadJob
     std::unique_ptr<CJOBX> job;
     int result = 0;      // the library's answer
     std::string problem; // why the answer is 0, in one line
+    bool isWhole = true; // false when file operations failed, so that something may be missing
 };
 
 // Reads a job: shows progress, prints warnings for steps without a directory and for failed file operations.
@@ -29,6 +30,7 @@ struct ReadJob
 ReadJob ReadJobDirectory(const ReadOptions& options);
 
 // The same, with that problem raised as ExitError too.
+ReadJob ReadGoodJobDirectory(const ReadOptions& options);
 std::unique_ptr<CJOBX> ReadGoodJob(const ReadOptions& options);
 
 // The step of that name among those that were read, ASCII letters of either case when no name is exactly so.

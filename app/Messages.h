@@ -25,6 +25,7 @@ public:
     ~FailedOperations() override;
 
     void OnDiagnostic(const CKDiagnostic& diagnostic) override;
+    bool IsEmpty() const noexcept { return m_first.empty(); }
     // Prints what was collected, and how many there were beyond the bound.
     void PrintWarnings() const;
     // The system's reason for the first failure on exactly that path; "" when there was none, and when there is no

@@ -132,6 +132,17 @@ void WriteInto(const fs::path& directory, CJOBX& job, const WriteOptions& option
                     fmt::format("the job could not be written; \"{}\" is as it was before", Printable(target)));
 }
 
+// What could not be read may stand complete where the job would be written.
+void CheckReplacement(const ReadJob& source, const WriteTarget& target)
+{
+    const fs::path place = fs::path(target.directory) / target.name;
+    std::error_code ignored;
+    if (!source.isWhole && fs::exists(fs::symlink_status(place, ignored)))
+        throw ExitError(
+            ExitCode::UnreadableInput,
+            fmt::format("not all of the job could be read; \"{}\" is not replaced", Printable(place.string())));
+}
+
 void Change(CJOBX& job, const WriteOptions& options, const std::string& name)
 {
     if (options.scale)
@@ -158,10 +169,12 @@ void RunWrite(const ReadOptions& read, const WriteOptions& options)
     const CString readName = CKUtility::GetInstance()->GetSegmntFromFilePath(path.c_str(), 2);
     const WriteTarget target{options.directory, options.name.value_or(std::string(readName.View())), options.force};
     CheckTarget(target, path);
-    const std::unique_ptr<CJOBX> job = ReadGoodJob(read);
-    CheckSymbolNames(*job);
-    Change(*job, options, target.name);
-    WriteAndMove(*job, options, target);
+    const ReadJob source = ReadGoodJobDirectory(read);
+    CheckReplacement(source, target);
+    CJOBX& job = *source.job;
+    CheckSymbolNames(job);
+    Change(job, options, target.name);
+    WriteAndMove(job, options, target);
     if (!read.quiet)
-        PrintNotes(*job, path);
+        PrintNotes(job, path);
 }

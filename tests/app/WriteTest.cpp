@@ -270,6 +270,25 @@ TEST(JobxWriteRefuses, AnExistingTargetWithoutForce)
     EXPECT_EQ(EntriesOf(directory.Path("out")), Names{"job"}) << kNoStaging;
 }
 
+TEST(JobxWriteRefuses, ToReplaceAJobByOneThatWasReadInPart)
+{
+    const TempDir directory;
+    const std::string job = MakeJob(directory, "");
+    directory.Write("job/symbols/s/features.Z", "not compressed");
+    const ProgramResult fresh = RunJobx({"write", job, "-o", directory.Path("fresh"), "--quiet"});
+    EXPECT_EQ(fresh.exitCode, 0) << "with a warning, where nothing can be lost";
+    EXPECT_NE(fresh.err.find("features.Z"), std::string::npos) << fresh.err;
+    MakeFormer(directory);
+    const auto before = TreeOf(directory.Path("out"));
+    const ProgramResult result = RunJobx({"write", job, "-o", directory.Path("out"), "--force", "--quiet"});
+    EXPECT_EQ(result.exitCode, 3);
+    EXPECT_NE(
+        result.err.find("not all of the job could be read; \"" + directory.Path("out/job") + "\" is not replaced"),
+        std::string::npos)
+        << result.err;
+    EXPECT_EQ(TreeOf(directory.Path("out")), before);
+}
+
 TEST(JobxWriteRefuses, AFileInTheWayEvenWithForce)
 {
     const TempDir directory;
