@@ -154,10 +154,11 @@ struct OtherBase
     double more = 1.0;
 };
 
-// The compiler takes the record's place inside the object for a mistake in deleting it.
+// The compiler takes the record's place inside the object, and its way of deleting itself, for mistakes in deleting it.
 #if defined(__GNUC__) && !defined(__clang__)
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wfree-nonheap-object"
+#pragma GCC diagnostic ignored "-Wmismatched-new-delete"
 #endif
 class COwn : public OtherBase, public CJOBXlayObjLine
 {
