@@ -15,7 +15,6 @@ public:
 
     // What has not been taken yet.
     std::string_view Rest() const noexcept { return m_rest; }
-    bool HasBlank() const noexcept { return m_rest.find(' ') != std::string_view::npos; }
 
     std::string_view Token() noexcept
     {

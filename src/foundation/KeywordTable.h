@@ -31,7 +31,7 @@ struct Keyword
 // For every byte that a line may begin with, the position of the first keyword of the table that such a line can fit;
 // the table's size when there is none. Of a long table most lines fit only one of the last keywords.
 template <class State, std::size_t Count>
-constexpr std::array<unsigned char, 256> FirstCandidates(const Keyword<State> (&table)[Count])
+consteval std::array<unsigned char, 256> FirstCandidates(const Keyword<State> (&table)[Count])
 {
     static_assert(Count < 256);
     std::array<unsigned char, 256> first{};

@@ -36,7 +36,7 @@ bool IsHuge(const char* begin, const char* end, int base) noexcept
         magnitude *= 4;
     if (at != end)
     {
-        const bool negative = at + 1 != end && at[1] == '-';
+        const bool negative = at[1] == '-'; // an exponent that was read has a digit
         long long exponent = 0;
         for (++at; at != end; ++at)
             if (number_text::IsDigit(*at) && exponent < kBound)

@@ -458,11 +458,13 @@ TEST(CompactModelOfStep, LeavesNullEntriesOut)
     step.m_arrLayers.Add(new CJOBXlayer);
     step.m_arrLayers.GetAt(1)->GetFeatures()->Add(nullptr);
     step.m_arrLayers.GetAt(1)->GetFeatures()->Add(new CJOBXlayObjPad);
+    step.m_arrLayers.GetAt(1)->GetFeatures()->GetAt(1)->GetPropertyArray()->Add(nullptr);
     step.m_arrComponents.Add(nullptr);
     step.GetNetlist()->m_arrNets.Add(nullptr);
     const std::unique_ptr<CODB> model(pMakeCompactModel(job, &step));
     ASSERT_EQ(model->m_arrLayers.GetSize(), 1);
-    EXPECT_EQ(model->m_arrLayers.GetAt(0)->m_arrFeatures.GetSize(), 1);
+    ASSERT_EQ(model->m_arrLayers.GetAt(0)->m_arrFeatures.GetSize(), 1);
+    EXPECT_EQ(model->m_arrLayers.GetAt(0)->m_arrFeatures.GetAt(0)->m_arrProperties.GetSize(), 0);
     EXPECT_EQ(model->m_pComponents->m_arrCmps.GetSize(), 0);
     EXPECT_EQ(model->m_netlist.m_arrNets.GetSize(), 0);
 }

@@ -435,6 +435,25 @@ TEST(EdaModel, NullEntriesAreHarmless)
     EXPECT_EQ(package.m_arrPins.GetPkgPinLocation("x"), CPointD(-1111.0, -1111.0));
     data.UnitConvert(2.0);
     EXPECT_EQ(Printed(data.m_arrNets), "# NET 1\nNET A \nSNT \n") << "the position counts them";
+    EXPECT_EQ(Printed(data.m_arrPkgs).substr(0, 11), "# PKG 1\nPKG") << "the position counts them";
+    CJOBXdataPkgObjContour contour;
+    contour.m_arrElements.Add(nullptr);
+    AddElement(contour.m_arrElements, "OS", {1, 2}, {});
+    contour.UnitConvert(2);
+    EXPECT_EQ(contour.m_arrElements.GetAt(1)->GetPoint(), CPointD(2, 4));
+}
+
+TEST(EdaModel, CopiedSquareHasEveryMember)
+{
+    CJOBXdataPkgObjSquare square;
+    square.m_nLineNumber = 7;
+    square.m_ptCenter.SetData(1, 2);
+    square.m_dHalfSide = 3;
+    const std::unique_ptr<CJOBXdataPkgObjSquare> copy(square.clone());
+    EXPECT_TRUE(*copy == square);
+    EXPECT_EQ(copy->m_sKeyword, "SQ");
+    EXPECT_EQ(copy->m_ptCenter, CPointD(1, 2));
+    EXPECT_EQ(copy->m_dHalfSide, 3.0);
 }
 
 TEST(EdaModel, UnitChangeMultipliesTheLengthsOfPackagesAndPinsButNotTheHoles)

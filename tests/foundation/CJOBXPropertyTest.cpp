@@ -242,6 +242,27 @@ TEST(Property, SameDataIsFoundInAList)
     EXPECT_EQ(list.ExistSameData(nullptr), 0);
 }
 
+TEST(Property, InequalityIsTheOppositeOfEquality)
+{
+    const auto one = Property("A", "B", 1, 2);
+    EXPECT_EQ(*one != *Property("A", "B", 1, 2), 0);
+    EXPECT_EQ(*one != *Property("A", "B", 1, 3), 1);
+    CJOBXPropertyArray list;
+    list.Own(Property("A", "B"));
+    const CJOBXPropertyArray copy(list);
+    EXPECT_EQ(list != copy, 0);
+}
+
+TEST(Property, ReportAndPrintingOfAListPassOverNull)
+{
+    CJOBXPropertyArray list;
+    list.Add(nullptr);
+    list.Own(Property("A", "B"));
+    list.Add(nullptr);
+    EXPECT_EQ(list.GetReport_ForPickingProperty(), "A : B");
+    EXPECT_EQ(Printed(list, 0), "(PROPERTY\n   (ITEM:\"A\" VALUE:\"B\")\n)\n");
+}
+
 TEST(Property, ReportsForPicking)
 {
     CJOBXPropertyArray list;

@@ -285,6 +285,18 @@ TEST(LogFile, Write_TextIsCutAtTheBuffer)
     }
 }
 
+TEST(LogFile, Write_TextThatCannotBePrintedIsLeftOut)
+{
+    const wchar_t wide[] = {static_cast<wchar_t>(0x7FFFFFFF), L'\0'}; // no character
+    EXPECT_EQ(Logged(
+                  [&](CLogFile& log)
+                  {
+                      log.Write("%ls", wide);
+                      log.Write("next");
+                  }),
+              "next");
+}
+
 TEST(LogFile, Write_EightBitTextPassesUnchanged)
 {
     EXPECT_EQ(Logged([](CLogFile& log) { log.Write("\xE4\xFF\x80 %s", "\xC3"); }), "\xE4\xFF\x80 \xC3");

@@ -18,6 +18,16 @@ TEST(TokenScanner, TokenIsWhatABlankEnds)
     EXPECT_EQ(fields.Token(), "");
 }
 
+TEST(TokenScanner, TokenEndsAtABlankWithNothingBehindItToo)
+{
+    CTokenScanner fields("one \t ");
+    EXPECT_EQ(fields.Token(), "one");
+    EXPECT_EQ(fields.Rest(), "");
+    CTokenScanner number("7 ");
+    EXPECT_EQ(number.Integer(), 7);
+    EXPECT_EQ(number.Rest(), "");
+}
+
 TEST(TokenScanner, NumberIsReadFromItsTokenOnly)
 {
     CTokenScanner fields("12 -3x 1.5e2 abc 7.25;1 0x10 9");

@@ -98,6 +98,21 @@ TEST(Job, CopySharesEverythingWithItsSource)
     const_cast<CJOBX*>(copy)->m_sName = CString();
 }
 
+TEST(Job, AssignmentSharesEverythingWithItsSource)
+{
+    const CJOBX before;
+    CJOBX job;
+    job.SetODBProjectName("name");
+    alignas(CJOBX) std::byte memory[sizeof(CJOBX)]; // as above
+    CJOBX* const assigned = new (memory) CJOBX(before);
+    *assigned = job;
+    EXPECT_EQ(assigned->m_sName, "name");
+    EXPECT_EQ(assigned->m_pMatrix, job.m_pMatrix);
+    EXPECT_EQ(assigned->m_pSteps, job.m_pSteps);
+    EXPECT_EQ(assigned->m_pSpecialSymbols, job.m_pSpecialSymbols);
+    assigned->m_sName = CString();
+}
+
 TEST(Job, ConstructorLoadsAFontOfTheCurrentDirectory)
 {
     const TempDir dir;
@@ -137,8 +152,9 @@ TEST(Job, WithoutMatrixShowsTheMessage)
     EXPECT_EQ(job.ParseMatrixInODBOfMFC(JobPath(dir), names), 0);
     dir.MakeDir("job/matrix");
     EXPECT_EQ(job.ParseODBOfMFC(JobPath(dir)), 0);
+    EXPECT_EQ(job.ParseMatrixInODBOfMFC(JobPath(dir), names), 0);
     EXPECT_EQ(job.ParseODBOfMFC(dir.Path("nowhere").c_str()), 0);
-    EXPECT_EQ(MessageBoxes::Shown().size(), 4U);
+    EXPECT_EQ(MessageBoxes::Shown().size(), 5U);
     EXPECT_EQ(names.GetSize(), 1);
     EXPECT_EQ(job.m_pSteps->m_arrSteps.GetSize(), 0);
     EXPECT_EQ(job.m_sName, "nowhere");
@@ -575,4 +591,32 @@ TEST(Job, ReadsTheSample)
     EXPECT_EQ(job.m_pSteps->m_arrSteps.GetSize(), 2);
     EXPECT_EQ(job.m_pSpecialSymbols->GetSize(), 2); // one of them stored compressed
     EXPECT_GT(job.m_pFonts->m_arrCharacters.GetSize(), 36);
+}
+
+TEST(Job, NullEntriesAreHarmless)
+{
+    const TempDir dir;
+    dir.Write("job/matrix/matrix", Matrix({"array", "panel"}));
+    WriteStep(dir, "array");
+    WriteStep(dir, "panel", Repeat("array"));
+    CJOBX job;
+    job.m_pMatrix->m_arrSteps.Add(nullptr);
+    CStringArray names;
+    ASSERT_EQ(job.ParseMatrixInODBOfMFC(JobPath(dir), names), 1);
+    EXPECT_EQ(names.GetSize(), 2);
+    job.m_pSteps->m_arrSteps.Add(nullptr);
+    ASSERT_EQ(job.ParseODBOfMFC(JobPath(dir), names), 1);
+    job.m_pSteps->m_arrSteps.GetAt(2)->GetHeader()->m_arrStepRepeats.Add(nullptr);
+    job.RebuildStepObj();
+    job.m_pSteps->m_arrSteps.RemoveNullElement();
+    EXPECT_EQ(StepNames(job), "panel array");
+    job.m_pSteps->m_arrSteps.Add(nullptr);
+    job.m_pSpecialSymbols->Add(nullptr);
+    job.m_pSpecialSymbols->Own(std::make_unique<CJOBXSpecialSymbol>())->m_sName = "SYM";
+    EXPECT_EQ(job.FindSpecialSymbolID("SYM"), 1);
+    EXPECT_EQ(job.FindSpecialSymbolID(""), -1);
+    job.UnitConvert(2);
+    job.WriteODBData(dir.MakeDir("out").c_str(), 1);
+    EXPECT_TRUE(dir.Exists("out/job/steps/panel/profile"));
+    EXPECT_TRUE(dir.Exists("out/job/SYM/features"));
 }

@@ -335,3 +335,116 @@ TEST(SpecialSymbol, UnitChangeScalesEverySymbolsFeatures)
     EXPECT_EQ(pad->GetCenterPoint(), CPointD(25.4, 50.8));
     EXPECT_EQ(symbol->m_arrTexts.GetSize(), 0);
 }
+
+TEST(Contour, UnitChangeScalesItsElementsAndThoseOfItsCopies)
+{
+    CJOBXlayObjSurfaceOB contour;
+    contour.GetODBlayObjOXArray()->Own(Element("OC", 1, 2));
+    const CJOBXlayObjSurfaceOB copy(contour);
+    contour.UnitConvert(10);
+    EXPECT_EQ(copy.GetODBlayObjOXArray()->GetAt(0)->GetPoint(), CPointD(10, 20));
+    EXPECT_EQ(copy.GetODBlayObjOXArray()->GetAt(0)->GetCenterPoint(), CPointD(20, 30));
+    CJOBXlayObjSurfaceOBArray contours;
+    contours.Add(nullptr);
+    contours.Own(std::make_unique<CJOBXlayObjSurfaceOB>(contour));
+    contours.UnitConvert(0.5);
+    EXPECT_EQ(copy.GetODBlayObjOXArray()->GetAt(0)->GetPoint(), CPointD(5, 10));
+}
+
+TEST(LayObjOXArray, UnitChangePassesOverNull)
+{
+    CJOBXlayObjOXArray elements;
+    elements.Add(nullptr);
+    elements.Own(Element("OS", 1, 2));
+    elements.UnitConvert(2);
+    EXPECT_EQ(elements.GetAt(1)->GetPoint(), CPointD(2, 4));
+}
+
+TEST(LayObjOX, OtherKindsAndDirectionsAreCopiedToo)
+{
+    CJOBXlayObjOX element;
+    element.SetKind("oc");
+    element.SetClockwise("maybe");
+    element.SetPolygonType("Island");
+    const CJOBXlayObjOX copy(element);
+    EXPECT_EQ(copy.GetKind(), "oc");
+    EXPECT_EQ(copy.GetClockwise(), "maybe");
+    EXPECT_EQ(copy.GetPolygonType(), "Island");
+    EXPECT_TRUE(copy == element);
+    CJOBXlayObjOX& itself = element;
+    element = itself;
+    EXPECT_TRUE(copy == element);
+    element.SetPoint({1, 0});
+    EXPECT_FALSE(copy == element);
+    element.SetPoint({});
+    element.SetCenterPoint({0, 1});
+    EXPECT_FALSE(copy == element);
+}
+
+TEST(LayObj, ValuesThatAreThereAlreadyMayBeSetAgain)
+{
+    CJOBXlayObjPad pad;
+    pad.SetPadName("");
+    EXPECT_EQ(pad.GetPadName(), "");
+    pad.SetPadName("pad");
+    pad.SetPadName("");
+    EXPECT_EQ(pad.GetPadName(), "");
+    pad.SetUserValue(0);
+    EXPECT_EQ(pad.GetUserValue(), 0);
+    pad.SetUserValue(5);
+    pad.SetUserValue(5);
+    EXPECT_EQ(pad.GetUserValue(), 5);
+    pad.SetUserValue(0);
+    EXPECT_EQ(pad.GetUserValue(), 0);
+}
+
+TEST(LayObj, PolarityAndTypeMayBeAnyText)
+{
+    for (const char* const text : {"", "\1", "\2", "P", "positive", "\xFF"})
+    {
+        CJOBXlayObjLine line;
+        line.SetPolarity(text);
+        line.SetType(text);
+        EXPECT_EQ(line.GetPolarity(), text);
+        EXPECT_EQ(line.GetType(), text);
+    }
+    CJOBXlayObjLine line;
+    line.SetPolarity(CString('\0', 1));
+    EXPECT_EQ(line.GetPolarity(), CString('\0', 1));
+}
+
+TEST(Layer, NullEntriesAreHarmless)
+{
+    CJOBXlayerArray layers;
+    layers.Add(nullptr);
+    CJOBXlayer& layer = *layers.Own(std::make_unique<CJOBXlayer>());
+    layer.m_sName = "top";
+    layer.GetFeatures()->Add(nullptr);
+    auto* const pad = Add<CJOBXlayObjPad>(layer, "P");
+    pad->SetCenterPoint({1, 2});
+    pad->SetSurfaceIndex(0);
+    pad->GetPropertyArray()->Add(nullptr);
+    AddProperty(*pad, ".geometry", "via");
+    layer.GetComponents()->Add(nullptr);
+    EXPECT_EQ(layers.GetODBlayerFromName("TOP"), &layer);
+    EXPECT_EQ(layer.nGetLayObjIndexFromSurfaceIndex(0), 1);
+    EXPECT_EQ(layer.GetFeatures()->GetObjAtIndexCenterPoint(1, 2, 0), 1);
+    EXPECT_EQ(layer.GetViaPadStackName(0), "");
+    EXPECT_EQ(layer.GetViaPadStackName(1), "VIA");
+    layers.UnitConvert(10);
+    EXPECT_EQ(pad->GetCenterPoint(), CPointD(10, 20));
+}
+
+TEST(SpecialSymbol, NullEntriesAreHarmless)
+{
+    CJOBXSpecialSymbolArray symbols;
+    symbols.Add(nullptr);
+    CJOBXSpecialSymbol& symbol = *symbols.Own(std::make_unique<CJOBXSpecialSymbol>());
+    symbol.m_sName = "a";
+    auto* const pad = Add<CJOBXlayObjPad>(*symbol.GetLayer(), "P");
+    pad->SetCenterPoint({1, 2});
+    EXPECT_EQ(symbols.nGetSpecialSymbolIndex("a"), 1);
+    EXPECT_EQ(symbols.nGetSpecialSymbolIndex(""), -1);
+    symbols.UnitConvert(10);
+    EXPECT_EQ(pad->GetCenterPoint(), CPointD(10, 20));
+}

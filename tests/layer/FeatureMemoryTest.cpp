@@ -4,11 +4,15 @@
 
 #include "foundation/framework/Guarded.h"
 #include "support/CountFailedAllocations.h"
+#include "support/FailingAllocation.h"
 #include "support/TempDir.h"
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <memory>
+#include <new>
+#include <stdexcept>
 #include <string>
 #include <thread>
 #include <vector>
@@ -208,6 +212,53 @@ TEST(FeatureMemory, ContourElementsMoveBetweenContours)
     EXPECT_EQ(copy.GetODBlayObjOXArray()->GetAt(0)->GetKind(), "OB");
     EXPECT_EQ(clone->GetKind(), "OC");
     EXPECT_EQ(clone->GetClockwise(), "Y");
+}
+
+namespace
+{
+// A host's own record that cannot be made.
+template <class Record>
+struct Unmade : Record
+{
+    Unmade() { throw std::runtime_error("no"); }
+};
+
+template <class Record>
+void ExpectMemoryOfHostsRecordsIsGivenBack()
+{
+    const long live = FailingAllocation::LiveBlocks();
+    delete new Record;
+    auto* const made = new (std::nothrow) Record;
+    EXPECT_NE(made, nullptr);
+    delete made;
+    alignas(Record) std::byte place[sizeof(Record)];
+    auto* const placed = new (static_cast<void*>(place)) Record;
+    EXPECT_EQ(static_cast<void*>(placed), static_cast<void*>(place));
+    placed->~Record();
+    const auto raises = [](auto make)
+    {
+        try
+        {
+            make();
+        }
+        catch (const std::runtime_error&)
+        {
+            return true;
+        }
+        return false;
+    };
+    EXPECT_TRUE(raises([] { delete new Unmade<Record>; }));
+    EXPECT_TRUE(raises([] { delete new (std::nothrow) Unmade<Record>; }));
+    alignas(Unmade<Record>) std::byte other[sizeof(Unmade<Record>)];
+    EXPECT_TRUE(raises([&] { new (static_cast<void*>(other)) Unmade<Record>; }));
+    EXPECT_EQ(FailingAllocation::LiveBlocks(), live);
+}
+} // namespace
+
+TEST(FeatureMemory, HostsMakeRecordsByEveryFormOfNew)
+{
+    ExpectMemoryOfHostsRecordsIsGivenBack<CJOBXlayObjLine>();
+    ExpectMemoryOfHostsRecordsIsGivenBack<CJOBXlayObjOX>();
 }
 
 TEST(FeatureMemory, ExhaustedMemoryLeavesAsTheFrameworksException)

@@ -194,3 +194,121 @@ TEST(LayerWriter, NamesThatLeadOutAreLeftUnwritten)
     EXPECT_FALSE(dir.Exists("a/step/features"));
     EXPECT_FALSE(dir.Exists("a/step/layers/x"));
 }
+
+TEST(FeaturesWriter, NullEntriesAreLeftOut)
+{
+    const TempDir dir;
+    CJOBXlayer layer;
+    layer.GetFeatures()->Add(nullptr);
+    auto pad = std::make_unique<CJOBXlayObjPad>();
+    pad->SetType("P");
+    pad->GetPropertyArray()->Add(nullptr);
+    auto attribute = std::make_unique<CJOBXProperty>();
+    attribute->m_nNumber = 1;
+    attribute->m_nTextNumber = 2;
+    pad->GetPropertyArray()->Own(std::move(attribute));
+    layer.GetFeatures()->Own(std::move(pad));
+    auto surface = std::make_unique<CJOBXlayObjSurface>();
+    surface->SetType("S");
+    surface->GetContours()->Add(nullptr);
+    surface->GetContours()->Own(std::make_unique<CJOBXlayObjSurfaceOB>()); // of no elements: has no end either
+    auto contour = std::make_unique<CJOBXlayObjSurfaceOB>();
+    contour->GetODBlayObjOXArray()->Add(nullptr);
+    auto element = std::make_unique<CJOBXlayObjOX>();
+    element->SetKind("OS");
+    contour->GetODBlayObjOXArray()->Own(std::move(element));
+    surface->GetContours()->Own(std::move(contour));
+    layer.GetFeatures()->Own(std::move(surface));
+    EXPECT_EQ(Features(dir, layer), "#\nUNITS=INCH\n#\n#Layer features\n#\n"
+                                    "P 0.000000 0.000000 -1 P 0 0 ; 1=2\n"
+                                    "S P 0\nOS 0.000000 0.000000\nOS\nSE\n\n");
+}
+
+TEST(FeaturesWriter, TypeThatDoesNotFitItsRecordWritesNoFields)
+{
+    const TempDir dir;
+    CJOBXlayer layer;
+    for (const char* const type : {"S", "A", "Line", "", "X"})
+    {
+        auto line = std::make_unique<CJOBXlayObjLine>();
+        line->SetType(type);
+        layer.GetFeatures()->Own(std::move(line));
+    }
+    EXPECT_EQ(Features(dir, layer), "#\nUNITS=INCH\n#\n#Layer features\n#\n\n\n\n\n\n\n");
+}
+
+TEST(FeaturesWriter, ContourElementOfAnotherKindIsLeftOutUnlessItIsTheLast)
+{
+    const TempDir dir;
+    CJOBXlayer layer;
+    auto surface = std::make_unique<CJOBXlayObjSurface>();
+    surface->SetType("S");
+    auto contour = std::make_unique<CJOBXlayObjSurfaceOB>();
+    for (const char* const kind : {"OBX", "S", "OX", "XS", "end"})
+    {
+        auto element = std::make_unique<CJOBXlayObjOX>();
+        element->SetKind(kind);
+        contour->GetODBlayObjOXArray()->Own(std::move(element));
+    }
+    surface->GetContours()->Own(std::move(contour));
+    layer.GetFeatures()->Own(std::move(surface));
+    EXPECT_EQ(Features(dir, layer), "#\nUNITS=INCH\n#\n#Layer features\n#\nS P 0\nend\nSE\n\n");
+}
+
+TEST(FeaturesWriter, TableEntryWithoutANumberIsLeftOut)
+{
+    const TempDir dir;
+    CJOBXlayer layer;
+    layer.m_arrSymbolNames.Add("r1");
+    layer.m_arrSymbolNumbers.Add(4);
+    layer.m_arrSymbolNames.Add("r2");
+    layer.m_arrAttributeNames.Add(".a");
+    layer.m_arrAttributeNameNumbers.Add(3);
+    layer.m_arrAttributeNames.Add(".b");
+    EXPECT_EQ(Features(dir, layer), "#\nUNITS=INCH\n#\n#Feature symbol names\n#\n$4 r1\n#\n"
+                                    "#Feature attribute names\n#\n@3 .a\n#\n#Layer features\n#\n\n");
+}
+
+TEST(LayerWriter, FolderThatCannotBeMadeLeavesTheLayerUnwritten)
+{
+    const TempDir dir;
+    dir.Write("file", "kept");
+    const CJOBXlayer layer;
+    layer.WriteODBData(dir.Path("file").c_str(), 1, 1);
+    EXPECT_EQ(dir.Read("file"), "kept");
+    layer.WriteODBData(dir.Path("none/below").c_str(), 1, 1);
+    EXPECT_FALSE(dir.Exists("none"));
+}
+
+TEST(LayerWriter, AttributeListNeverLeavesTheFolder)
+{
+    const TempDir dir;
+    CJOBXlayer layer;
+    layer.m_dCopperWeightOrDielectric = 0.1;
+    dir.MakeDir("victim");
+    dir.MakeDir("step");
+    for (const char* const name : {"../victim", "..", ".", "a/b", ""})
+    {
+        layer.m_sName = name;
+        layer.WriteODBData(dir.Path("step").c_str(), 0, 1);
+    }
+    EXPECT_FALSE(dir.Exists("victim/attrlist"));
+    EXPECT_FALSE(dir.Exists("attrlist"));
+    EXPECT_FALSE(dir.Exists("step/attrlist"));
+    EXPECT_TRUE(dir.Exists("step/features"));
+}
+
+TEST(LayerWriter, LayersOfNullOrWithoutADirectoryNameAreLeftOut)
+{
+    const TempDir dir;
+    CJOBXlayerArray layers;
+    layers.Add(nullptr);
+    for (const char* const name : {".", "..", "a/b", "ok"})
+        layers.Own(std::make_unique<CJOBXlayer>())->m_sName = name;
+    dir.MakeDir("step");
+    layers.WriteODBData(dir.Path("step").c_str());
+    EXPECT_TRUE(dir.Exists("step/layers/ok/features"));
+    EXPECT_FALSE(dir.Exists("step/layers/features"));
+    EXPECT_FALSE(dir.Exists("step/features"));
+    EXPECT_FALSE(dir.Exists("step/layers/a"));
+}

@@ -19,7 +19,7 @@ struct State
     bool active = false;
     long number = FailingCalls::kNone;
     int error = 0;
-    CallFault reads = CallFault::Error;
+    CallFault always = CallFault::None;
     bool wasInterrupted = false;
     std::function<void()> meanwhile;
     std::vector<std::string> made;
@@ -56,27 +56,27 @@ bool IsInterrupted()
 {
     State& state = TheState();
     const std::lock_guard lock(state.lock);
-    if (!state.active || state.reads != CallFault::Interrupted)
+    if (!state.active || state.always != CallFault::Interrupted)
         return false;
     state.wasInterrupted = !state.wasInterrupted;
     errno = EINTR;
     return state.wasInterrupted;
 }
 
-bool IsShort()
+bool IsAlways(CallFault fault)
 {
     State& state = TheState();
     const std::lock_guard lock(state.lock);
-    return state.active && state.reads == CallFault::Short;
+    return state.active && state.always == fault;
 }
 
-void Begin(long number, int error, CallFault reads)
+void Begin(long number, int error, CallFault always)
 {
     State& state = TheState();
     const std::lock_guard lock(state.lock);
     state.number = number;
     state.error = error;
-    state.reads = reads;
+    state.always = always;
     state.wasInterrupted = false;
     state.made.clear();
     state.failed.clear();
@@ -84,20 +84,20 @@ void Begin(long number, int error, CallFault reads)
 }
 } // namespace
 
-FailingCalls::FailingCalls(long number, int error)
+FailingCalls::FailingCalls(long number, int error, CallFault always)
 {
-    Begin(number, error, CallFault::Error);
+    Begin(number, error, always);
 }
 
-FailingCalls::FailingCalls(CallFault reads)
+FailingCalls::FailingCalls(CallFault always)
 {
-    Begin(kNone, 0, reads);
+    Begin(kNone, 0, always);
 }
 
 FailingCalls::FailingCalls(long number, std::function<void()> work)
 {
     TheState().meanwhile = std::move(work);
-    Begin(number, 0, CallFault::Error);
+    Begin(number, 0, CallFault::None);
 }
 
 FailingCalls::~FailingCalls()
@@ -141,7 +141,6 @@ extern "C"
               (directory, path, info, flags))
     JOBX_WRAP(DIR*, nullptr, opendir, (const char* path), (path))
     JOBX_WRAP(DIR*, nullptr, fdopendir, (int file), (file))
-    JOBX_WRAP(dirent*, nullptr, readdir, (DIR * directory), (directory))
     JOBX_WRAP(int, -1, mkdir, (const char* path, mode_t mode), (path, mode))
     JOBX_WRAP(int, -1, rmdir, (const char* path), (path))
     JOBX_WRAP(int, -1, unlink, (const char* path), (path))
@@ -154,6 +153,16 @@ extern "C"
     JOBX_WRAP(std::FILE*, nullptr, fopen, (const char* path, const char* mode), (path, mode))
     JOBX_WRAP(std::size_t, 0, fwrite, (const void* data, std::size_t size, std::size_t count, std::FILE* stream),
               (data, size, count, stream))
+
+    dirent* __real_readdir(DIR* directory);
+    dirent* __wrap_readdir(DIR* directory);
+    dirent* __wrap_readdir(DIR* directory)
+    {
+        dirent* const entry = Fails("readdir") ? nullptr : __real_readdir(directory);
+        if (entry != nullptr && IsAlways(CallFault::Untold))
+            entry->d_type = DT_UNKNOWN;
+        return entry;
+    }
 
     int __real_open(const char* path, int flags, ...);
     int __wrap_open(const char* path, int flags, ...);
@@ -191,7 +200,7 @@ extern "C"
     {
         if (Fails("read") || IsInterrupted())
             return -1;
-        return __real_read(file, buffer, IsShort() && size > 0 ? 1 : size);
+        return __real_read(file, buffer, IsAlways(CallFault::Short) && size > 0 ? 1 : size);
     }
 
     int __real_close(int file);

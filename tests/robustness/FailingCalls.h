@@ -5,15 +5,16 @@
 #include <string>
 #include <vector>
 
-// What a chosen call does instead of its work.
+// What the system does all the time.
 enum class CallFault
 {
-    Error,       // answers the error
+    None,
     Interrupted, // read is told once that a signal came
-    Short        // read gives one byte at a time
+    Short,       // read gives one byte at a time
+    Untold       // a listing does not say what its entries are, as on some file systems
 };
 
-// While it lives, the library's calls to the file system are counted, and one of them, or every read, goes wrong. The
+// While it lives, the library's calls to the file system are counted, and one of them goes wrong, or all of a kind. The
 // linker sends the calls of this program to the counting ones; what the standard library calls itself is not concerned,
 // so that the tests' own files are safe.
 // Threads: counts the whole process; make one at a time.
@@ -23,9 +24,8 @@ public:
     static constexpr long kNone = -1;
 
     // The call of that number, from 0 on, fails with the system's error number; kNone only counts.
-    explicit FailingCalls(long number, int error = 5 /* EIO */);
-    // Every read goes wrong in that way.
-    explicit FailingCalls(CallFault reads);
+    explicit FailingCalls(long number, int error = 5 /* EIO */, CallFault always = CallFault::None);
+    explicit FailingCalls(CallFault always);
     // The work is done before the call of that number: what other programs may do at that moment.
     FailingCalls(long number, std::function<void()> work);
     ~FailingCalls();

@@ -2,6 +2,7 @@
 #include "ExitError.h"
 #include "JOBXCLSDLL.h"
 #include "WriteCommand.h"
+#include "foundation/corekit/CReplacingFile.h"
 #include "robustness/FailingCalls.h"
 #include "robustness/SampleJob.h"
 #include "robustness/SlowBuild.h"
@@ -70,9 +71,9 @@ std::string Rewritten(const CString& path, const TempDir& dir, const std::string
 }
 
 template <class Work>
-std::vector<std::string> CallsOf(Work work)
+std::vector<std::string> CallsOf(Work work, CallFault always = CallFault::None)
 {
-    const FailingCalls counting(FailingCalls::kNone);
+    const FailingCalls counting(always);
     work();
     return counting.Made();
 }
@@ -80,12 +81,13 @@ std::vector<std::string> CallsOf(Work work)
 // Lets each call of `work` fail once, with `prepare` run before; `check` is given the call's name and how many
 // diagnostics there were. Answers the names that failed.
 template <class Prepare, class Work, class Check>
-std::multiset<std::string> FailEachCall(int error, Prepare prepare, Work work, Check check)
+std::multiset<std::string> FailEachCall(int error, Prepare prepare, Work work, Check check,
+                                        CallFault always = CallFault::None)
 {
     prepare();
     work(); // whatever is made once only
     prepare();
-    const auto count = static_cast<long>(CallsOf(work).size());
+    const auto count = static_cast<long>(CallsOf(work, always).size());
     std::multiset<std::string> names;
     for (long number = 0; number < count; ++number)
     {
@@ -94,7 +96,7 @@ std::multiset<std::string> FailEachCall(int error, Prepare prepare, Work work, C
         std::string failed;
         const long live = FailingAllocation::LiveBlocks();
         {
-            const FailingCalls failing(number, error);
+            const FailingCalls failing(number, error, always);
             work();
             failed = failing.Failed(); // short: takes no block
         }
@@ -247,6 +249,152 @@ TEST(FileSystemFaults, DeletingADirectoryTellsOfEveryCallThatFailsAndFollowsNoth
         });
     for (const char* const name : {"lstat", "openat", "fdopendir", "fstat", "readdir", "unlinkat", "rmdir"})
         EXPECT_TRUE(failed.contains(name)) << name;
+}
+
+// On file systems that leave it open in a listing what an entry is.
+TEST(FileSystemFaults, ListingsThatDoNotTellTypesGiveTheSameJob)
+{
+    const Threads threads(1);
+    const NoMessageBoxes silence;
+    const TempDir dir;
+    const std::string path = MakeSmallJob(dir);
+    fs::create_directory_symlink("/", path + "/steps/pcb/layers/root");
+    fs::create_symlink("data", path + "/steps/pcb/eda/link");
+    const CString job = path.c_str();
+    const std::string wanted = Rewritten(job, dir, "wanted");
+    {
+        const FailingCalls untold(CallFault::Untold);
+        ExpectSameFolder(Rewritten(job, dir, "untold"), wanted);
+    }
+    const auto list = [&]
+    {
+        CStringArray found;
+        CKUtility::GetInstance()->GetAllFileListIn(job, found, "*.*", 1);
+    };
+    const std::multiset<std::string> failed = FailEachCall(
+        EIO, [] {}, list, [](const std::string& /*name*/, int told) { EXPECT_EQ(told, 1); }, CallFault::Untold);
+    EXPECT_TRUE(failed.contains("fstatat"));
+}
+
+TEST(FileSystemFaults, DeletingADirectoryWhoseListingsDoNotTellTypes)
+{
+    const TempDir dir;
+    const CString tree = dir.Path("tree").c_str();
+    dir.Write("kept/file", "kept");
+    const auto make = [&]
+    {
+        fs::remove_all(dir.Path("tree"));
+        dir.Write("tree/a/b/file", "x");
+        fs::create_directory_symlink(dir.Path("kept"), dir.Path("tree/a/link"));
+    };
+    const auto remove = [&] { CKUtility::GetInstance()->DeleteDirectory(tree); };
+    make();
+    {
+        const FailingCalls untold(CallFault::Untold);
+        remove();
+    }
+    EXPECT_FALSE(dir.Exists("tree"));
+    const std::multiset<std::string> failed = FailEachCall(
+        EIO, make, remove, [](const std::string& /*name*/, int told) { EXPECT_EQ(told, 1); }, CallFault::Untold);
+    EXPECT_TRUE(failed.contains("fstatat"));
+    EXPECT_EQ(dir.Read("kept/file"), "kept");
+}
+
+// Somebody moves the directory that is being emptied elsewhere: the way up from it is another one then.
+TEST(FileSystemFaults, DeletingADirectoryThatIsMovedMeanwhileDeletesNothingElse)
+{
+    const TempDir dir;
+    const CString tree = dir.Path("tree").c_str();
+    const auto make = [&]
+    {
+        fs::remove_all(dir.Path("tree"));
+        fs::remove_all(dir.Path("elsewhere"));
+        dir.Write("tree/a/b/c/file", "x");
+        dir.Write("elsewhere/kept", "kept");
+    };
+    const auto remove = [&] { CKUtility::GetInstance()->DeleteDirectory(tree); };
+    const auto move = [&]
+    {
+        if (dir.Exists("tree/a/b"))
+            fs::rename(dir.Path("tree/a/b"), dir.Path("elsewhere/b"));
+    };
+    make();
+    const auto count = static_cast<long>(CallsOf(remove).size());
+    int told = 0;
+    for (long number = 0; number < count; ++number)
+    {
+        make();
+        const CountingSink sink;
+        const FailingCalls meanwhile(number, move);
+        remove();
+        told += sink.count;
+        EXPECT_EQ(dir.Read("elsewhere/kept"), "kept") << number;
+        EXPECT_EQ(dir.Exists("tree"), sink.count > 0) << number;
+    }
+    EXPECT_GT(told, 0);
+}
+
+TEST(FileSystemFaults, DeletingALinkThatCannotBeRemovedIsTold)
+{
+    const TempDir dir;
+    dir.Write("kept/file", "kept");
+    const CString link = dir.Path("link").c_str();
+    const std::multiset<std::string> failed = FailEachCall(
+        EACCES,
+        [&]
+        {
+            fs::remove(dir.Path("link"));
+            fs::create_directory_symlink(dir.Path("kept"), dir.Path("link"));
+        },
+        [&] { CKUtility::GetInstance()->DeleteDirectory(link); },
+        [&](const std::string& /*name*/, int told)
+        {
+            EXPECT_EQ(told, 1);
+            EXPECT_TRUE(fs::is_symlink(dir.Path("link")));
+        });
+    EXPECT_TRUE(failed.contains("unlink"));
+    EXPECT_EQ(dir.Read("kept/file"), "kept");
+}
+
+TEST(FileSystemFaults, MakingADirectoryThatIsThereIsAFailureOnlyWhenItCannotBeExamined)
+{
+    const TempDir dir;
+    const CString path = dir.MakeDir("there").c_str();
+    const std::multiset<std::string> failed = FailEachCall(
+        EIO, [] {}, [&] { CKUtility::GetInstance()->MakeDirectory(path); },
+        [](const std::string& /*name*/, int told) { EXPECT_EQ(told, 1); });
+    EXPECT_EQ(failed, (std::multiset<std::string>{"fstatat", "mkdir"}));
+}
+
+TEST(FileSystemFaults, AFileOfWhichAPieceIsMissingIsNotReplaced)
+{
+    const TempDir dir;
+    dir.Write("file", "old");
+    {
+        CReplacingFile file(dir.Path("file").c_str());
+        {
+            const FailingCalls failing(0, ENOSPC);
+            EXPECT_FALSE(file.Write("first "));
+            EXPECT_EQ(failing.Failed(), "fwrite");
+        }
+        EXPECT_FALSE(file.Write("second"));
+        const FailingCalls failing(0, EIO); // closing fails as well: the first reason stays
+        EXPECT_FALSE(file.Commit());
+        EXPECT_EQ(file.Error(), ENOSPC);
+    }
+    EXPECT_EQ(dir.Read("file"), "old");
+    EXPECT_EQ(EntriesOf(dir.Path()), 1U);
+}
+
+TEST(FileSystemFaults, AFileThatIsMadeMustBeClosedToo)
+{
+    const TempDir dir;
+    const FailingCalls failing(1, ENOSPC);
+    CFile file;
+    CFileException error;
+    EXPECT_FALSE(file.Open(dir.Path("file").c_str(), CFile::modeCreate | CFile::modeReadWrite, &error));
+    EXPECT_EQ(failing.Failed(), "fclose");
+    EXPECT_EQ(error.m_cause, CFileException::diskFull);
 }
 
 // The program writes beside the old job and lets the two change places at the end.

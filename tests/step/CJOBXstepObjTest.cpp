@@ -231,3 +231,50 @@ TEST(Step, ManyLayersComeInOrderWhateverTheThreadsDo)
         EXPECT_EQ(LayerNames(step), expected);
     }
 }
+
+TEST(Step, IsWrittenAlone)
+{
+    const TempDir dir;
+    WriteComponents(dir);
+    dir.Write("pcb/layers/top/features", "L 0 0 1 1 0 P 0\n");
+    CJOBXstepObj step;
+    ASSERT_EQ(step.ParseODBOfMFC(StepPath(dir)), 1);
+    step.m_sName = "written";
+    step.WriteODBData(dir.MakeDir("steps").c_str(), 0);
+    for (const char* const name : {"profile", "stephdr", "layers/top/features", "layers/comp_+_top/components"})
+        EXPECT_TRUE(dir.Exists(std::string("steps/written/") + name)) << name;
+    EXPECT_FALSE(dir.Exists("steps/written/eda"));
+    step.WriteODBData(dir.Path("steps").c_str(), 1);
+    EXPECT_TRUE(dir.Exists("steps/written/eda/data"));
+    EXPECT_TRUE(dir.Exists("steps/written/netlists/cadnet/netlist"));
+    step.m_sName = "../outside";
+    step.WriteODBData(dir.Path("steps").c_str(), 1);
+    EXPECT_FALSE(dir.Exists("outside"));
+}
+
+TEST(Step, NullEntriesAreHarmless)
+{
+    const TempDir dir;
+    WriteComponents(dir);
+    dir.Write("pcb/eda/data", "# NET 0\nNET A\nSNT TOP T 3 0\n");
+    CJOBXstepObjArray steps;
+    steps.Add(nullptr);
+    CJOBXstepObj& step = *steps.Own(std::make_unique<CJOBXstepObj>());
+    ASSERT_EQ(step.ParseODBOfMFC(StepPath(dir)), 1);
+    step.m_sName = "pcb";
+    step.m_arrLayers.Add(nullptr);
+    step.m_arrComponents.Add(nullptr);
+    step.m_arrComponents.GetAt(0)->m_arrCmps.Add(nullptr);
+    step.GetEda()->m_pData->m_arrNets.Add(nullptr);
+    step.GetEda()->m_pData->m_arrNets.GetAt(0)->m_arrSnts.Add(nullptr);
+    const std::unique_ptr<CJOBXcomponentsArray> components(step.ScaneODBComponents(5));
+    ASSERT_NE(components, nullptr);
+    EXPECT_EQ(components->GetAt(0)->m_arrCmps.GetSize(), 2);
+    const std::unique_ptr<CJOBXdataNetArray> nets(step.ScanUsedODBcmpIDDataIndataNet(3, "T"));
+    ASSERT_NE(nets, nullptr);
+    EXPECT_EQ(nets->GetSize(), 1);
+    steps.UnitConvert(2);
+    steps.WriteODBData(dir.MakeDir("steps").c_str(), 1);
+    EXPECT_TRUE(dir.Exists("steps/pcb/layers/comp_+_top/components"));
+    EXPECT_TRUE(dir.Exists("steps/pcb/eda/data"));
+}

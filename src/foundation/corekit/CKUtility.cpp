@@ -160,19 +160,12 @@ bool IsFileOrDirectory(EntryType type)
     return type == EntryType::File || type == EntryType::Directory;
 }
 
+// Why decoding failed.
 int SystemError(LzwResult result, int outputError)
 {
-    switch (result)
-    {
-    case LzwResult::Damaged:
+    if (result == LzwResult::Damaged)
         return EBADMSG;
-    case LzwResult::TooLong:
-        return EFBIG;
-    case LzwResult::Done:
-    case LzwResult::Refused:
-        break;
-    }
-    return outputError;
+    return result == LzwResult::TooLong ? EFBIG : outputError;
 }
 
 // 0 or the system's error number.

@@ -67,7 +67,7 @@ BOOL CStdioFile::ReadString(CString& line)
             break;
         any = true;
         const std::size_t length = LengthRead(piece, sizeof(piece));
-        const bool ended = length > 0 && piece[length - 1] == '\n';
+        const bool ended = piece[length - 1] == '\n'; // never empty
         line.Append(piece, static_cast<int>(ended ? length - 1 : length));
         if (ended)
         {

@@ -18,6 +18,11 @@ TEST(CKDiagnostic, Text_LeavesOutWhatIsUnknown)
     EXPECT_EQ((CKDiagnostic{"", 0, "decompress", "f.Z", EBADMSG}).Text(), "cannot decompress f.Z: the data is damaged");
 }
 
+TEST(CKDiagnostic, Text_NamesTheNumberOfAnUnknownReason)
+{
+    EXPECT_EQ((CKDiagnostic{"", 0, "read", "/job", 99999}).Text(), "cannot read /job: Unknown error 99999");
+}
+
 TEST(CKDiagnostic, Text_IsOneLineWhateverThePathHolds)
 {
     const CKDiagnostic diagnostic{"", 0, "read", "a\nb\r\x1B[0m\x7F %s\xE4", 0};

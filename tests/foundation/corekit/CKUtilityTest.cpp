@@ -248,6 +248,9 @@ TEST(CKUtility, Paths_WithANulAreRefused)
     Utility().GetAllFileListIn(Text(dir.Path() + std::string("\0x", 2)), list, "*.*", 1);
     EXPECT_EQ(list.GetSize(), 0);
     EXPECT_EQ(sink.all.size(), 5U);
+    const CString name = Text(std::string("FILE\0x", 6));
+    EXPECT_EQ(Utility().FindPath(Text(dir.Path()), name), Utility().CKPathCombine(Text(dir.Path()), name));
+    EXPECT_EQ(sink.all.size(), 6U);
     EXPECT_TRUE(dir.Exists("file"));
     EXPECT_FALSE(dir.Exists("new"));
 }
@@ -287,6 +290,7 @@ TEST(CKUtility, FindPath_ResolvesEveryComponent)
     dir.Write("NETLISTS/CadNet/Netlist", "");
     EXPECT_EQ(Found(dir, "netlists/cadnet/netlist"), dir.Path("NETLISTS/CadNet/Netlist"));
     EXPECT_EQ(Found(dir, "NETLISTS//cadnet/"), dir.Path("NETLISTS/CadNet"));
+    EXPECT_EQ(Found(dir, "//netlists/cadnet"), dir.Path("NETLISTS/CadNet"));
     EXPECT_EQ(Found(dir, "netlists/refnet/netlist"), dir.Path("netlists/refnet/netlist"));
 }
 

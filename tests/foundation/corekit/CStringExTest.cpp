@@ -42,6 +42,14 @@ TEST(StringEx, Conversions_GoThroughToDoubleAndToInteger)
     EXPECT_EQ(real, 2.75);
 }
 
+TEST(StringEx, IsMadeOfATextAndComparedWithItsCase)
+{
+    const CStringEx text(CString("a1"));
+    EXPECT_EQ(text.GetText(), "a1");
+    EXPECT_TRUE(text == CStringEx("a1"));
+    EXPECT_FALSE(text == CStringEx("A1"));
+}
+
 TEST(StringEx, ToDouble_DoesNotDependOnTheLocale)
 {
     JOBX_REQUIRE_COMMA_LOCALE(locale);

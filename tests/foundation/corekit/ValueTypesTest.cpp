@@ -240,3 +240,44 @@ TEST(ArrayN, Assignment_IsDeep)
     EXPECT_TRUE(*clone == copy);
     EXPECT_FALSE(*clone == numbers);
 }
+
+TEST(PointN, Equality_TakesBothCoordinates)
+{
+    EXPECT_TRUE(CPointN(1, 2) == CPointN(1, 2));
+    EXPECT_FALSE(CPointN(1, 2) == CPointN(3, 2));
+    EXPECT_FALSE(CPointN(1, 2) == CPointN(1, 3));
+}
+
+TEST(Values, EqualThemselvesEvenWithANumberThatIsNone)
+{
+    constexpr double kNone = std::numeric_limits<double>::quiet_NaN();
+    // NOLINTBEGIN(misc-redundant-expression): the very same object is meant
+    const CPoint3D point(kNone, 0, 0);
+    EXPECT_TRUE(point == point);
+    EXPECT_FALSE(point == CPoint3D(point));
+    const CRectD rect(kNone, 0, 0, 0);
+    EXPECT_TRUE(rect == rect);
+    EXPECT_FALSE(rect == CRectD(rect));
+    const CRectF narrow(rect);
+    EXPECT_TRUE(narrow == narrow);
+    EXPECT_FALSE(narrow == CRectF(narrow));
+    CArrayRectD list;
+    list.Add(CRectD(1, 2, 3, 4));
+    EXPECT_TRUE(list == list);
+    // NOLINTEND(misc-redundant-expression)
+}
+
+TEST(ArrayPointN, MoveExchangesTheElementsWithoutCopyingThem)
+{
+    CArrayPointN source;
+    source.Add(CPointN(1, 2));
+    const CPointN* const element = source.GetData();
+    CArrayPointN target;
+    target.Add(CPointN(3, 4));
+    target = std::move(source);
+    ASSERT_EQ(target.GetSize(), 1);
+    EXPECT_EQ(target.GetData(), element);
+    EXPECT_TRUE(target[0] == CPointN(1, 2));
+    CArrayPointN made(std::move(target));
+    EXPECT_EQ(made.GetData(), element);
+}

@@ -341,6 +341,11 @@ TEST(Archive, Closed_RaisesOnUseAndMayBeClosedAgain)
     EXPECT_EQ(CauseOf<CArchiveException>([&] { archive << 1; }), CArchiveException::genericException);
     EXPECT_EQ(CauseOf<CArchiveException>([&] { archive.Flush(); }), CArchiveException::genericException);
     EXPECT_TRUE(Raises<CInvalidArgException>([] { CArchive none(nullptr, CArchive::load); }));
+    CArchive loading(&file, CArchive::load);
+    loading.Close();
+    int value = 7;
+    EXPECT_EQ(CauseOf<CArchiveException>([&] { loading >> value; }), CArchiveException::genericException);
+    EXPECT_EQ(value, 7);
 }
 
 TEST(Archive, NullBuffers_RaiseInvalidArgument)

@@ -96,6 +96,14 @@ TEST(Exception, CaughtAsBase_TellsItsKind)
         }
 }
 
+TEST(Exception, WithoutAClassOfItsOwnIsOfItsBases)
+{
+    const HostException error(FALSE);
+    EXPECT_EQ(error.GetRuntimeClass(), CException::GetThisClass());
+    EXPECT_TRUE(error.IsKindOf(CException::GetThisClass()));
+    EXPECT_FALSE(error.IsKindOf(CFileException::GetThisClass()));
+}
+
 TEST(Exception, File_CarriesCauseSystemErrorAndName)
 {
     try
@@ -117,7 +125,12 @@ TEST(Exception, File_CauseFitsTheSystemsError)
     const std::pair<int, int> cases[] = {{0, CFileException::none},
                                          {ENOENT, CFileException::fileNotFound},
                                          {ENOTDIR, CFileException::badPath},
+                                         {EINVAL, CFileException::badPath},
                                          {ENAMETOOLONG, CFileException::badPath},
+                                         {ENFILE, CFileException::tooManyOpenFiles},
+                                         {EPERM, CFileException::accessDenied},
+                                         {EROFS, CFileException::accessDenied},
+                                         {EFBIG, CFileException::diskFull},
                                          {EMFILE, CFileException::tooManyOpenFiles},
                                          {EACCES, CFileException::accessDenied},
                                          {EISDIR, CFileException::accessDenied},

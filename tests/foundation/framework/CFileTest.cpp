@@ -1,5 +1,6 @@
 #include "foundation/framework/CFile.h"
 
+#include "foundation/framework/CStdioFile.h"
 #include "foundation/framework/RaisedPointer.h"
 #include "support/TempDir.h"
 
@@ -8,6 +9,7 @@
 #include <filesystem>
 #include <memory>
 #include <string>
+#include <sys/stat.h>
 
 namespace
 {
@@ -308,4 +310,51 @@ TEST(File, AFullDiskRaisesDiskFull)
         EXPECT_EQ(error->m_strFileName, "/dev/full");
         error->Delete();
     }
+}
+
+TEST(File, Abort_ClosesAndForgetsTheFile)
+{
+    const TempDir dir;
+    CFile file(dir.Path("file").c_str(), CFile::modeCreate | CFile::modeWrite);
+    Put(file, "x");
+    file.Abort();
+    EXPECT_FALSE(file.IsOpen());
+    EXPECT_EQ(file.GetFilePath(), "");
+    EXPECT_EQ(dir.Read("file"), "x");
+    file.Abort();
+    if (std::filesystem::exists("/dev/full"))
+    {
+        CStdioFile full("/dev/full", CFile::modeWrite);
+        full.WriteString("lost");
+        full.Abort(); // drops the failure
+        EXPECT_FALSE(full.IsOpen());
+    }
+}
+
+TEST(File, Open_WithCreateTellsWhyThereIsNoFile)
+{
+    const TempDir dir;
+    CFile file;
+    CFileException error;
+    for (const UINT more : {0U + CFile::modeReadWrite, CFile::modeReadWrite | CFile::modeNoTruncate})
+    {
+        EXPECT_FALSE(file.Open(dir.Path("none/file").c_str(), CFile::modeCreate | more, &error));
+        EXPECT_EQ(error.m_cause, CFileException::fileNotFound);
+    }
+}
+
+TEST(File, APipeHasNoPositions)
+{
+    const TempDir dir;
+    const std::string path = dir.Path("pipe");
+    ASSERT_EQ(::mkfifo(path.c_str(), 0600), 0);
+    CFile file(path.c_str(), CFile::modeReadWrite); // both ends: nothing waits
+    Put(file, "ab");
+    EXPECT_EQ(Get(file, 1), "a");
+    EXPECT_EQ(CauseOf<CFileException>([&] { Put(file, "c"); }), CFileException::badSeek);
+    EXPECT_EQ(CauseOf<CFileException>([&] { file.GetPosition(); }), CFileException::badSeek);
+    EXPECT_EQ(CauseOf<CFileException>([&] { file.GetLength(); }), CFileException::badSeek);
+    EXPECT_EQ(CauseOf<CFileException>([&] { file.Seek(0, CFile::begin); }), CFileException::badSeek);
+    CFile writing(path.c_str(), CFile::modeReadWrite);
+    EXPECT_EQ(CauseOf<CFileException>([&] { writing.SetLength(1); }), CFileException::badPath);
 }

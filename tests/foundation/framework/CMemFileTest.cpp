@@ -106,6 +106,26 @@ TEST(MemFile, Positions_BeyondMemoryRaise)
     EXPECT_EQ(file.GetLength(), 0U);
 }
 
+TEST(MemFile, Write_ThatWouldEndBehindTheLastPositionRaises)
+{
+    CMemFile file;
+    const char bytes[2] = {};
+    file.Seek(std::numeric_limits<__int64>::max(), CFile::begin);
+    file.Seek(std::numeric_limits<__int64>::max(), CFile::current);
+    file.Seek(1, CFile::current);
+    EXPECT_EQ(file.GetPosition(), std::numeric_limits<ULONGLONG>::max());
+    EXPECT_TRUE(Raises<CMemoryException>([&] { file.Write(bytes, 2); }));
+    EXPECT_EQ(file.GetLength(), 0U);
+}
+
+TEST(MemFile, SetLength_BeyondWhatTheSystemGivesRaisesAndKeepsTheBytes)
+{
+    CMemFile file;
+    Put(file, "hello");
+    EXPECT_TRUE(Raises<CMemoryException>([&] { file.SetLength(ULONGLONG{1} << 61U); }));
+    EXPECT_EQ(All(file), "hello");
+}
+
 TEST(MemFile, SetLength_CutsAndFillsWithZero)
 {
     CMemFile file;

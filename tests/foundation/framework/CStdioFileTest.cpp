@@ -215,6 +215,42 @@ TEST(StdioFile, Failures_RaiseFileException)
     EXPECT_EQ(CauseOf<CFileException>([&] { reader.WriteString("x"); }), CFileException::accessDenied);
 }
 
+TEST(StdioFile, ReadString_TakesALastLineOfEveryLength)
+{
+    for (std::size_t length = 500; length < 520; ++length)
+    {
+        const std::string line(length, 'x');
+        EXPECT_EQ(LinesOf(line), (Texts{line}));
+        EXPECT_EQ(LinesOf("\n" + line), (Texts{"", line}));
+    }
+}
+
+TEST(StdioFile, AStreamThatDoesNotServeTheUseRaisesFileException)
+{
+    const TempDir dir;
+    const std::string path = dir.Write("file", "line\n");
+    CString line;
+    char buffer[8] = "old";
+    CStdioFile writing(std::fopen(path.c_str(), "ab")); // what the stream was opened for is not known
+    EXPECT_EQ(CauseOf<CFileException>([&] { writing.ReadString(line); }), CFileException::invalidFile);
+    EXPECT_EQ(CauseOf<CFileException>([&] { writing.ReadString(buffer, sizeof buffer); }), CFileException::invalidFile);
+    EXPECT_EQ(CauseOf<CFileException>([&] { writing.Read(buffer, 1); }), CFileException::invalidFile);
+    CStdioFile reading(std::fopen(path.c_str(), "rb"));
+    EXPECT_EQ(CauseOf<CFileException>([&] { reading.WriteString("x"); }), CFileException::invalidFile);
+    EXPECT_EQ(dir.Read("file"), "line\n");
+}
+
+TEST(StdioFile, AFullDiskShowsWhenReadingFollowsWriting)
+{
+    if (!std::filesystem::exists("/dev/full"))
+        GTEST_SKIP() << "needs a device that is always full";
+    CStdioFile file("/dev/full", CFile::modeReadWrite);
+    file.WriteString("x");
+    CString line;
+    EXPECT_EQ(CauseOf<CFileException>([&] { file.ReadString(line); }), CFileException::diskFull);
+    file.Abort();
+}
+
 TEST(StdioFile, AFullDiskShowsWhenTheRestIsWritten)
 {
     if (!std::filesystem::exists("/dev/full"))

@@ -395,6 +395,19 @@ TEST(String, Preallocate_KeepsTheTextAndFreeExtraGivesBack)
     EXPECT_EQ(text, "a text of ");
 }
 
+TEST(String, FreeExtra_WithoutExtraLeavesTheTextWhereItIs)
+{
+    CString brief = "abc";
+    brief.FreeExtra();
+    EXPECT_EQ(brief, "abc");
+    CString text = kLong;
+    text.FreeExtra();
+    const char* const at = text;
+    text.FreeExtra();
+    EXPECT_EQ(text.GetString(), at);
+    EXPECT_EQ(text, kLong);
+}
+
 TEST(String, Parts_CutWhatIsTooLongAndTakeNegativeAsZero)
 {
     const CString text = "abcdef";
@@ -714,6 +727,9 @@ TEST(String, Format_ThatCannotBePrintedRaisesAndChangesNothing)
     CString text = "kept";
     EXPECT_TRUE(Raises<CInvalidArgException>([&] { text.Format(nullptr); }));
     EXPECT_TRUE(Raises<CInvalidArgException>([&] { text.AppendFormat(nullptr); }));
+    const wchar_t wide[] = {static_cast<wchar_t>(0x7FFFFFFF), L'\0'}; // no character
+    EXPECT_TRUE(Raises<CInvalidArgException>([&] { text.Format("%ls", wide); }));
+    EXPECT_TRUE(Raises<CInvalidArgException>([&] { text.AppendFormat("%d %ls", 1, wide); }));
     EXPECT_EQ(text, "kept");
 }
 
