@@ -28,8 +28,7 @@ void CRecordBlock::Release(int records) noexcept
     CRecordKeep* const keep = m_keep;
     this->~CRecordBlock();
     ::operator delete(static_cast<void*>(this));
-    if (keep != nullptr)
-        keep->Release();
+    keep->Release();
 }
 
 void CRecordStore::OpenBlock(std::size_t recordSize)

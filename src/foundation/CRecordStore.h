@@ -60,11 +60,7 @@ public:
 private:
     friend class CRecordStore;
 
-    CRecordBlock(std::size_t size, CRecordKeep* keep) noexcept : m_size(size), m_keep(keep)
-    {
-        if (m_keep != nullptr)
-            m_keep->AddReference();
-    }
+    CRecordBlock(std::size_t size, CRecordKeep* keep) noexcept : m_size(size), m_keep(keep) { m_keep->AddReference(); }
 
     std::atomic<int> m_living{kFilling};
     std::atomic<bool> m_owning{false};
@@ -81,7 +77,7 @@ private:
 class CRecordStore
 {
 public:
-    // The records borrow from `keep`, which each block then holds; null when they borrow nothing.
+    // The records borrow from `keep`, which each block then holds.
     explicit CRecordStore(CRecordKeep* keep) noexcept : m_keep(keep) {}
     CRecordStore(const CRecordStore&) = delete;
     CRecordStore& operator=(const CRecordStore&) = delete;

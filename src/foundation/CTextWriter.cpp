@@ -55,7 +55,7 @@ void CTextWriter::Report(int error) const
 
 void CTextWriter::Emit(const char* data, std::size_t size)
 {
-    if (m_stream == nullptr || m_failed || size == 0)
+    if (m_stream == nullptr || m_failed)
         return;
     if (std::fwrite(data, 1, size, m_stream) == size)
         return;

@@ -483,6 +483,13 @@ TEST(EdaModel, UnitChangeLeavesWhatIsNoShapePlainAndUnscaled)
                                    "CR 1 nan 2", "CR 1 2 1e999", "RC 1 2 3", "RC 1 2 3 4 5", "SQ 1 2 3 4", "XX 1 2 3",
                                    "OS 1 2", "OB 1 2 I", "OC 1 2 3 4 Y", "OE", "CE"})
         EXPECT_EQ(ConvertedBy(2, {line}), std::string(line) + "\n");
+    CJOBXdataPkgObjArray outlines;
+    CJOBXdataPkgObj& circle = AddTo(outlines);
+    circle.m_sKeyword = "CR";
+    for (const char* const parameter : {"1", "", "3"})
+        circle.m_arrParameters.Add(parameter);
+    outlines.UnitConvert(2);
+    EXPECT_EQ(Printed(outlines), "CR 1  3\n");
 }
 
 TEST(EdaModel, UnitChangeTurnsARunIntoOneContour)

@@ -2,6 +2,8 @@
 #include "foundation/CTextWriter.h"
 
 #include "foundation/corekit/CKUtility.h"
+#include "foundation/framework/FrameworkThrow.h"
+#include "foundation/framework/RaisedPointer.h"
 #include "support/CommaLocale.h"
 #include "support/TempDir.h"
 
@@ -39,14 +41,24 @@ std::string Written(double value, bool fixed)
 // Raises for every failure, as a host may that gives up at the first.
 struct RaisingSink : CKDiagnosticSink
 {
-    RaisingSink() : before(CKUtility::GetInstance()->SetDiagnosticSink(this)) {}
+    enum class Kind
+    {
+        Standard,
+        Framework
+    };
+    explicit RaisingSink(Kind kindRaised) : kind(kindRaised), before(CKUtility::GetInstance()->SetDiagnosticSink(this))
+    {
+    }
     ~RaisingSink() override { CKUtility::GetInstance()->SetDiagnosticSink(before); }
     void OnDiagnostic(const CKDiagnostic& /*diagnostic*/) override
     {
         ++count;
+        if (kind == Kind::Framework)
+            AfxThrowMemoryException();
         throw std::runtime_error("the sink gives up");
     }
     int count = 0;
+    Kind kind;
     CKDiagnosticSink* before;
 };
 
@@ -154,7 +166,7 @@ TEST(TextWriter, ReportsAFileThatCannotBeMadeOnce)
     {
         CTextWriter out(dir.Path("none/f").c_str(), "test", 1);
         EXPECT_FALSE(out.IsGood());
-        out << "text" << 1;
+        out << "text" << 1 << std::string(1'000'000, 'x');
     }
     CKUtility::GetInstance()->SetDiagnosticSink(before);
     EXPECT_EQ(failures.count, 1);
@@ -184,18 +196,24 @@ TEST(TextWriter, LetsWhatTheSinkRaisesPass)
         std::fclose(full);
     else
         GTEST_SKIP() << "no /dev/full on this machine";
-    const RaisingSink sink;
-    EXPECT_THROW(CTextWriter("/nowhere/f", "test", 1), std::runtime_error);
-    EXPECT_THROW(CTextWriter("/dev/full", "test", 1) << std::string(100'000, 'x'), std::runtime_error);
-    EXPECT_THROW(CTextWriter("/dev/full", "test", 1) << "from the destructor", std::runtime_error);
     const auto failWhileWriting = []
     {
         CTextWriter out("/dev/full", "test", 1);
         out << "text";
         throw std::logic_error("the first");
     };
-    EXPECT_THROW(failWhileWriting(), std::logic_error); // the sink's comes too late to be raised
-    EXPECT_EQ(sink.count, 4);
+    {
+        const RaisingSink sink(RaisingSink::Kind::Standard);
+        EXPECT_THROW(CTextWriter("/nowhere/f", "test", 1), std::runtime_error);
+        EXPECT_THROW(CTextWriter("/dev/full", "test", 1) << std::string(100'000, 'x'), std::runtime_error);
+        EXPECT_THROW(CTextWriter("/dev/full", "test", 1) << "from the destructor", std::runtime_error);
+        EXPECT_THROW(failWhileWriting(), std::logic_error); // the sink's comes too late to be raised
+        EXPECT_EQ(sink.count, 4);
+    }
+    const RaisingSink sink(RaisingSink::Kind::Framework);
+    EXPECT_TRUE(Raises<CMemoryException>([] { CTextWriter("/dev/full", "test", 1) << "from the destructor"; }));
+    EXPECT_THROW(failWhileWriting(), std::logic_error);
+    EXPECT_EQ(sink.count, 2);
 }
 
 TEST(TextWriter, WritesIntoABorrowedStream)

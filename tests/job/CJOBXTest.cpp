@@ -164,7 +164,7 @@ TEST(Job, ReadsTheStepsOfTheMatrixInItsOrder)
 {
     const MessageBoxes boxes;
     const TempDir dir;
-    dir.Write("job/matrix/matrix", Matrix({"B", "none", "A", "..", "", "x/y"}));
+    dir.Write("job/matrix/matrix", Matrix({"B", "none", "A", "..", ".", "", "x/y"}));
     WriteStep(dir, "a");
     WriteStep(dir, "b");
     dir.Write("job/misc/info", "JOB_NAME=x\nODB_VERSION_MAJOR=8\n");
@@ -596,20 +596,21 @@ TEST(Job, ReadsTheSample)
 TEST(Job, NullEntriesAreHarmless)
 {
     const TempDir dir;
-    dir.Write("job/matrix/matrix", Matrix({"array", "panel"}));
+    dir.Write("job/matrix/matrix", Matrix({"array", "panel", "top"}));
     WriteStep(dir, "array");
     WriteStep(dir, "panel", Repeat("array"));
+    WriteStep(dir, "top", Repeat("panel"));
     CJOBX job;
     job.m_pMatrix->m_arrSteps.Add(nullptr);
     CStringArray names;
     ASSERT_EQ(job.ParseMatrixInODBOfMFC(JobPath(dir), names), 1);
-    EXPECT_EQ(names.GetSize(), 2);
+    EXPECT_EQ(names.GetSize(), 3);
     job.m_pSteps->m_arrSteps.Add(nullptr);
     ASSERT_EQ(job.ParseODBOfMFC(JobPath(dir), names), 1);
     job.m_pSteps->m_arrSteps.GetAt(2)->GetHeader()->m_arrStepRepeats.Add(nullptr);
     job.RebuildStepObj();
     job.m_pSteps->m_arrSteps.RemoveNullElement();
-    EXPECT_EQ(StepNames(job), "panel array");
+    EXPECT_EQ(StepNames(job), "top panel array");
     job.m_pSteps->m_arrSteps.Add(nullptr);
     job.m_pSpecialSymbols->Add(nullptr);
     job.m_pSpecialSymbols->Own(std::make_unique<CJOBXSpecialSymbol>())->m_sName = "SYM";

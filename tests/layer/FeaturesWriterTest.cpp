@@ -224,6 +224,25 @@ TEST(FeaturesWriter, NullEntriesAreLeftOut)
                                     "S P 0\nOS 0.000000 0.000000\nOS\nSE\n\n");
 }
 
+TEST(FeaturesWriter, AttributeWithoutBothNumbersIsLeftOut)
+{
+    const TempDir dir;
+    CJOBXlayer layer;
+    auto pad = std::make_unique<CJOBXlayObjPad>();
+    pad->SetType("P");
+    const int numbers[][2] = {{-1, 3}, {4, -1}, {-1, -1}, {5, 6}, {-1, 7}};
+    for (const auto& [number, textNumber] : numbers)
+    {
+        auto attribute = std::make_unique<CJOBXProperty>();
+        attribute->m_nNumber = number;
+        attribute->m_nTextNumber = textNumber;
+        pad->GetPropertyArray()->Own(std::move(attribute));
+    }
+    layer.GetFeatures()->Own(std::move(pad));
+    EXPECT_EQ(Features(dir, layer), "#\nUNITS=INCH\n#\n#Layer features\n#\n"
+                                    "P 0.000000 0.000000 -1 P 0 0 ; 5=6\n\n");
+}
+
 TEST(FeaturesWriter, TypeThatDoesNotFitItsRecordWritesNoFields)
 {
     const TempDir dir;

@@ -2,6 +2,7 @@
 #include "ExitError.h"
 #include "JOBXCLSDLL.h"
 #include "WriteCommand.h"
+#include "foundation/CTextWriter.h"
 #include "foundation/corekit/CReplacingFile.h"
 #include "robustness/FailingCalls.h"
 #include "robustness/SampleJob.h"
@@ -19,6 +20,7 @@
 #include <cerrno>
 #include <filesystem>
 #include <iterator>
+#include <memory>
 #include <set>
 
 namespace fs = std::filesystem;
@@ -384,6 +386,24 @@ TEST(FileSystemFaults, AFileOfWhichAPieceIsMissingIsNotReplaced)
     }
     EXPECT_EQ(dir.Read("file"), "old");
     EXPECT_EQ(EntriesOf(dir.Path()), 1U);
+}
+
+TEST(FileSystemFaults, AWriterTellsOnceWhateverFollowsTheFirstFailure)
+{
+    const TempDir dir;
+    const CountingSink sink;
+    auto out = std::make_unique<CTextWriter>(dir.Path("file").c_str(), "test", 1);
+    {
+        const FailingCalls failing(0, ENOSPC);
+        *out << std::string(1'000'000, 'x');
+        EXPECT_EQ(failing.Failed(), "fwrite");
+    }
+    EXPECT_EQ(sink.count, 1);
+    EXPECT_FALSE(out->IsGood());
+    const FailingCalls failing(0, EIO);
+    out.reset();
+    EXPECT_EQ(failing.Failed(), "fclose");
+    EXPECT_EQ(sink.count, 1);
 }
 
 TEST(FileSystemFaults, AFileThatIsMadeMustBeClosedToo)

@@ -67,7 +67,7 @@ CString OnlyARealDirectory(const CString& path, const char* sourceFile, int line
 
 bool IsEntryName(const CString& name)
 {
-    return LeadsBelow(name.View()) && name != "." && name.View().find_first_of(kSeparators) == std::string_view::npos;
+    return LeadsBelow(name.View()) && name.View().find_first_of(kSeparators) == std::string_view::npos;
 }
 
 CString MakeFreshDirectory(const CString& parent, const CString& name, const char* sourceFile, int line)

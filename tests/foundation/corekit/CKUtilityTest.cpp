@@ -274,6 +274,9 @@ TEST(CKUtility, FindPath_TakesTheFirstInByteOrderIgnoringCase)
     EXPECT_EQ(Found(dir, "PCB"), dir.Path("Pcb"));
     EXPECT_EQ(Found(dir, "pcb"), dir.Path("Pcb"));
     EXPECT_EQ(Found(dir, "PCB1"), dir.Path("pcb1"));
+    for (const char* name : {"Net", "nEt", "neT"}) // whatever order the system lists them in
+        dir.Write(name, "");
+    EXPECT_EQ(Found(dir, "NET"), dir.Path("Net"));
 }
 
 TEST(CKUtility, FindPath_FoldsAsciiLettersOnly)
@@ -534,6 +537,8 @@ TEST(CKUtility, DeleteDirectory_OfAMissingOneDoesNothing)
     const RecordingSink sink;
     Utility().DeleteDirectory(Text(dir.Path("missing")));
     Utility().DeleteDirectory(Text(dir.Path("missing/below")));
+    Utility().DeleteDirectory(Text(dir.Write("file", "kept") + "/below"));
+    EXPECT_EQ(dir.Read("file"), "kept");
     EXPECT_TRUE(sink.all.empty());
     EXPECT_TRUE(dir.Exists(""));
 }

@@ -146,6 +146,17 @@ TEST(ArrayPointD, Copies_AreDeepAndKeepOrder)
     EXPECT_TRUE(copy != points);
 }
 
+TEST(ArrayPointD, MoveTakesTheElementsWithoutCopyingThem)
+{
+    CArrayPointD source;
+    source.Add(CPointD(1, 2));
+    const CPointD* const element = source.GetData();
+    CArrayPointD target;
+    target = std::move(source);
+    ASSERT_EQ(target.GetSize(), 1);
+    EXPECT_EQ(target.GetData(), element);
+}
+
 TEST(ArrayPointD, Assignment_OfItselfKeepsItsElements)
 {
     CArrayPointD points;

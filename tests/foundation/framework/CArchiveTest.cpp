@@ -235,6 +235,14 @@ TEST(Archive, WideText_SplitsSurrogatesBetweenPieces)
     EXPECT_EQ(LoadedText(bytes), expected.c_str());
 }
 
+TEST(Archive, WideText_WithHalfAPairGivesTheReplacementCharacter)
+{
+    EXPECT_EQ(LoadedText({0xFF, 0xFE, 0xFF, 2, 0x3D, 0xD8, 0x00, 0xE0}), "\xEF\xBF\xBD\xEE\x80\x80");
+    EXPECT_EQ(LoadedText({0xFF, 0xFE, 0xFF, 2, 0x3D, 0xD8, 'x', 0}), "\xEF\xBF\xBDx");
+    EXPECT_EQ(LoadedText({0xFF, 0xFE, 0xFF, 2, 0x00, 0xDE, 'x', 0}), "\xEF\xBF\xBDx");
+    EXPECT_EQ(LoadedText({0xFF, 0xFE, 0xFF, 1, 0x3D, 0xD8}), "\xEF\xBF\xBD");
+}
+
 TEST(Archive, Text_CutAtEveryByteRaisesEndOfFileAndKeepsTheTarget)
 {
     const ByteList wholes[] = {

@@ -183,6 +183,15 @@ TEST(MemFile, AttachedWithGrowth_StartsEmptyAndLeavesTheBlockWhenItIsFull)
     EXPECT_NE(file.GetBufferPtr(), bytes);
 }
 
+TEST(MemFile, AttachedWithGrowth_IsLeftAtOnceByWhatDoesNotFit)
+{
+    BYTE bytes[4] = {'a', 'b', 'c', 'd'};
+    CMemFile file(bytes, sizeof(bytes), 16);
+    Put(file, "12345");
+    EXPECT_EQ(All(file), "12345");
+    EXPECT_EQ(bytes[0], 'a');
+}
+
 TEST(MemFile, Detach_HandsTheBlockOver)
 {
     CMemFile file;

@@ -92,6 +92,11 @@ TEST(String, Constructor_WideTextBecomesUtf8)
     EXPECT_EQ(CString(static_cast<const wchar_t*>(nullptr)), "");
     const wchar_t alone[] = {static_cast<wchar_t>(0xD800), L'x', 0};
     EXPECT_EQ(CString(alone), "\xEF\xBF\xBDx");
+    if constexpr (sizeof(wchar_t) > 2)
+    {
+        const wchar_t beyond[] = {static_cast<wchar_t>(0x110000), L'x', 0};
+        EXPECT_EQ(CString(beyond), "\xEF\xBF\xBDx");
+    }
 }
 
 TEST(String, Length_CountsBytesANulIncluded)
