@@ -33,11 +33,10 @@ public:
         if (count == 0)
             return "\n";
         const CJOBXProperty* const first = feature.pGetProperty(0); // no two lists have the same
-        if (first == nullptr || first != m_first || count != m_count)
+        if (first == nullptr || first != m_first)
         {
             Print(feature, count);
             m_first = first;
-            m_count = count;
         }
         return m_text;
     }
@@ -65,7 +64,6 @@ private:
     }
 
     const CJOBXProperty* m_first = nullptr;
-    int m_count = 0;
     std::string m_text;
 };
 

@@ -62,6 +62,52 @@ TEST(JobxBadInput, AFileIsNoJob)
     ExpectFailure(RunJobx({"info", directory.Write("matrix", "STEP {")}), 3, "is not a directory");
 }
 
+TEST(JobxBadInput, APipeOrADeviceIsNoJobAndIsNotOpened)
+{
+    const TempDir directory;
+    const std::string sample = CopySample(directory);
+    const std::string pipe = directory.Path("pipe");
+    if (RunShell("mkfifo " + ShellWord(pipe)).exitCode != 0)
+        GTEST_SKIP() << "cannot make a pipe here";
+    for (const std::string& path : {pipe, std::string("/dev/zero")})
+    {
+        ExpectFailure(RunJobx({"info", path}), 3, "is not a directory");
+        ExpectFailure(RunJobx({"panel", path}), 3, "is not a directory");
+        ExpectFailure(RunJobx({"info", sample, "--sysattr", path}), 3, "is not a regular file");
+    }
+}
+
+TEST(JobxBadInput, LinksInCirclesAndPipesInAJobAreNotFollowed)
+{
+    const TempDir directory;
+    const std::string job = MakeJob(directory, "L 0 0 1 1 0 P 0\n");
+    fs::create_directory_symlink(".", job + "/steps/pcb/layers/itself");
+    fs::create_directory_symlink("/", job + "/steps/pcb/layers/root");
+    fs::create_directory_symlink("../..", job + "/steps/pcb/layers/up");
+    directory.Write("job/steps/pcb/layers/pipe/x", "");
+    if (RunShell("mkfifo " + ShellWord(job + "/steps/pcb/layers/pipe/features")).exitCode != 0)
+        GTEST_SKIP() << "cannot make a pipe here";
+    directory.Write("job/symbols/zero/x", "");
+    fs::create_symlink("/dev/zero", job + "/symbols/zero/features");
+    ExpectReadable(job);
+    const ProgramResult info = RunJobx({"info", job, "--json"});
+    EXPECT_THAT(info.out, HasSubstr("\"top\""));
+    EXPECT_THAT(info.out, Not(HasSubstr("\"pipe\"")));
+}
+
+TEST(JobxBadInput, AJobOfAnyNameIsRead)
+{
+    for (const std::string name : {"a blank", "\"quoted\"", "it's", "100%s%n", "\xFF\xFE", "$HOME", "a;b", "-rf", "*?"})
+    {
+        SCOPED_TRACE(name);
+        const TempDir directory;
+        MakeJob(directory, "L 0 0 1 1 0 P 0\n");
+        const std::string job = directory.Path(name);
+        fs::rename(directory.Path("job"), job);
+        ExpectReadable(job);
+    }
+}
+
 TEST(JobxBadInput, AnArchiveIsToBeUnpackedFirst)
 {
     const TempDir directory;
