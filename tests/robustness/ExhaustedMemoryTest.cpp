@@ -72,3 +72,26 @@ TEST(ExhaustedMemory, WritingAJobRaisesTheMemoryExceptionWhateverAllocationFails
     EXPECT_GT(CountFailedAllocations(write), 50);
     EXPECT_GT(CountFailedAllocations(write, Refused::One), 50);
 }
+
+TEST(ExhaustedMemory, AFileInMemoryThatCannotGrowKeepsItsBytes)
+{
+    JOBX_REQUIRE_FAILING_ALLOCATION();
+    CMemFile file(4);
+    file.Write("hello", 5);
+    bool raised = false;
+    {
+        const FailingAllocation failing(0);
+        try
+        {
+            file.SetLength(100'000);
+        }
+        catch (CMemoryException* error)
+        {
+            error->Delete();
+            raised = true;
+        }
+    }
+    EXPECT_TRUE(raised);
+    ASSERT_EQ(file.GetLength(), 5U);
+    EXPECT_EQ(std::string_view(reinterpret_cast<const char*>(file.GetBufferPtr()), 5), "hello");
+}
