@@ -65,6 +65,19 @@ void* operator new(std::size_t size)
     return block;
 }
 
+// The standard library's calls the one above, a memory checker's does not.
+void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept
+{
+    try
+    {
+        return operator new(size);
+    }
+    catch (const std::bad_alloc&)
+    {
+        return nullptr;
+    }
+}
+
 void operator delete(void* block) noexcept
 {
     if (block == nullptr)

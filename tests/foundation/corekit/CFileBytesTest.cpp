@@ -1,6 +1,7 @@
 #include "foundation/corekit/CFileBytes.h"
 #include "foundation/corekit/RecordingSink.h"
 #include "foundation/framework/CException.h"
+#include "support/MemoryChecker.h"
 #include "support/TempDir.h"
 
 #include <gtest/gtest.h>
@@ -158,12 +159,8 @@ TEST(FileBytes, Load_OfAFileThatChangesMeanwhileGivesWhatWasRead)
 
 TEST(FileBytes, Load_OfAFileLargerThanTheMemoryRaisesTheMemoryException)
 {
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+#if defined(JOBX_MEMORY_CHECKER)
     GTEST_SKIP() << "the checker ends the process when memory is refused";
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
-    GTEST_SKIP() << "the checker ends the process when memory is refused";
-#endif
 #endif
     const TempDir dir;
     const std::string path = dir.Write("file", "");

@@ -1,0 +1,10 @@
+// JOBX_MEMORY_CHECKER: the build has a checker that ends the process when memory is refused.
+#pragma once
+
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+#define JOBX_MEMORY_CHECKER 1
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
+#define JOBX_MEMORY_CHECKER 1
+#endif
+#endif
