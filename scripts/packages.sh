@@ -5,6 +5,7 @@ JOBX_BUILD_PACKAGES=(g++ cmake ninja-build libcli11-dev libfmt-dev rapidjson-dev
 JOBX_TEST_PACKAGES=(libgtest-dev libgmock-dev libbenchmark-dev ncompress locales python3 python3-jsonschema)
 JOBX_BENCH_PACKAGES=(libbenchmark-dev)
 JOBX_CHECK_PACKAGES=(binutils clang-14 clang-format-14 clang-tidy-14 cppcheck doxygen libclang-rt-14-dev libomp-14-dev
+    lld-14
     llvm-14 shellcheck valgrind)
 JOBX_INSTALL_PACKAGES=(dpkg-dev file man-db pkg-config) # to install the library, and to make packages of it
 
