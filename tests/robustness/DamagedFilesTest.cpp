@@ -2,7 +2,7 @@
 // stands before the damage is read as it was.
 #include "JOBXCLSDLL.h"
 #include "robustness/SampleJob.h"
-#include "robustness/SlowBuild.h"
+#include "support/SlowBuild.h"
 #include "support/TempDir.h"
 #include "support/TestPaths.h"
 

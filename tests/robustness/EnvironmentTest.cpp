@@ -2,11 +2,11 @@
 #include "JOBXCLSDLL.h"
 #include "robustness/FailingCalls.h"
 #include "robustness/SampleJob.h"
-#include "robustness/SlowBuild.h"
 #include "robustness/Threads.h"
 #include "support/CommaLocale.h"
 #include "support/CurrentDir.h"
 #include "support/Golden.h"
+#include "support/SlowBuild.h"
 #include "support/TempDir.h"
 
 #include <gtest/gtest.h>

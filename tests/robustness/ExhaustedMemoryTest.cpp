@@ -1,10 +1,10 @@
 // Memory runs out at every place of reading, changing and writing a whole job.
 #include "JOBXCLSDLL.h"
 #include "robustness/SampleJob.h"
-#include "robustness/SlowBuild.h"
 #include "robustness/Threads.h"
 #include "support/CountFailedAllocations.h"
 #include "support/CurrentDir.h"
+#include "support/SlowBuild.h"
 #include "support/TempDir.h"
 
 #include <gtest/gtest.h>

@@ -6,11 +6,11 @@
 #include "foundation/corekit/CReplacingFile.h"
 #include "robustness/FailingCalls.h"
 #include "robustness/SampleJob.h"
-#include "robustness/SlowBuild.h"
 #include "robustness/Threads.h"
 #include "support/CurrentDir.h"
 #include "support/FailingAllocation.h"
 #include "support/Golden.h"
+#include "support/SlowBuild.h"
 #include "support/TempDir.h"
 #include "support/TestPaths.h"
 

@@ -2,7 +2,7 @@
 // has to stand, which takes minutes and gigabytes.
 #include "JOBXCLSDLL.h"
 #include "robustness/SampleJob.h"
-#include "robustness/SlowBuild.h"
+#include "support/SlowBuild.h"
 #include "support/TempDir.h"
 
 #include <gtest/gtest.h>
