@@ -11,7 +11,8 @@ constexpr long kUnlimited = std::numeric_limits<long>::max();
 std::atomic<long> succeedingLeft{kUnlimited};
 std::atomic<bool> refusesOnlyOne{false};
 std::atomic<long> liveBlocks{0};
-thread_local bool isInOperator = false;
+// Volatile, because an optimiser knows of malloc and free that they read no variable of ours; wrapped ones do.
+thread_local volatile bool isInOperator = false;
 } // namespace
 
 FailingAllocation::FailingAllocation(long succeeding, Refused refused)
