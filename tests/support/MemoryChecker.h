@@ -1,4 +1,5 @@
-// JOBX_MEMORY_CHECKER: the build has a checker that ends the process when memory is refused.
+// JOBX_MEMORY_CHECKER: the build looks for memory errors or data races; that takes long, and the process ends when
+// memory is refused.
 #pragma once
 
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
