@@ -71,8 +71,8 @@ inline std::string_view WithoutKeyword(std::string_view line) noexcept
     return fields.Rest();
 }
 
-// Takes the items of an attribute list "0=2,1" one by one, trimmed. A run of commas separates once, commas at the front
-// do not count, and an empty last item is dropped; an item of blanks between two commas is an empty one.
+// Takes the items of an attribute list "0=2,1" one by one, trimmed. A run of commas separates once. Commas at the front
+// make one empty first item, and an empty last item is dropped; an item of blanks between two commas is an empty one.
 class CAttributeListScanner
 {
 public:
@@ -80,11 +80,10 @@ public:
 
     bool Next(std::string_view& item) noexcept
     {
-        m_rest = WithoutLeading(m_rest, ',');
         const std::size_t comma = m_rest.find(',');
         item = Trimmed(m_rest.substr(0, comma));
         const bool last = comma == std::string_view::npos;
-        m_rest = last ? std::string_view() : m_rest.substr(comma);
+        m_rest = last ? std::string_view() : WithoutLeading(m_rest.substr(comma), ',');
         return !last || !item.empty();
     }
 

@@ -35,7 +35,7 @@ public:
     // is left out.
     void WriteODBData(CString folder, int recreateFolder, int isLayer) const;
     // Appends the properties of a feature's attribute list, items such as "3" or "3=7" separated by commas, resolved
-    // with this layer's tables.
+    // with this layer's tables. A comma at the front makes an empty item, number 0; an empty last item is dropped.
     void AddPropertyData(CString attributeText, CJOBXlayObj* feature);
     // The stored feature line number; the reader leaves it at 0.
     __int64 GEtODBFeatureLineNo() const;

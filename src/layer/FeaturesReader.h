@@ -15,8 +15,9 @@ void ReadFeatures(CTextScanner& scanner, CJOBXlayer& layer);
 // The value text of a ".pad_usage" number: every known usage ends as "tooling_hole". Intended: files rely on it.
 CString PadUsageText(int number);
 
-// Appends one property for every item of an attribute list. Runs of commas separate once; an empty last item is
-// dropped. `nameOf` and `textOf` look a number up in the attribute tables and answer "" for an unknown one.
+// Appends one property for every item of an attribute list (see CAttributeListScanner). `nameOf` and `textOf` look a
+// number up in the attribute tables and answer "" for an unknown one. An item without a text number has the number -1,
+// which is looked up as well.
 template <class NameOf, class TextOf>
 void AppendProperties(std::string_view attributes, CJOBXPropertyArray& properties, NameOf nameOf, TextOf textOf)
 {
@@ -28,11 +29,9 @@ void AppendProperties(std::string_view attributes, CJOBXPropertyArray& propertie
         property->m_nNumber = ParseInteger(item.substr(0, equals));
         property->m_sName = nameOf(property->m_nNumber);
         if (equals != std::string_view::npos)
-        {
             property->m_nTextNumber = ParseInteger(item.substr(equals + 1));
-            property->m_sValue = property->m_sName == ".pad_usage" ? PadUsageText(property->m_nTextNumber)
-                                                                   : textOf(property->m_nTextNumber);
-        }
+        property->m_sValue =
+            property->m_sName == ".pad_usage" ? PadUsageText(property->m_nTextNumber) : textOf(property->m_nTextNumber);
         properties.Own(std::move(property));
     }
 }

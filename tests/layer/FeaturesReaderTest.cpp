@@ -574,6 +574,39 @@ TEST(FeaturesReader, EveryKnownPadUsageEndsAsToolingHole)
     EXPECT_EQ(layer->GetFeatures()->GetAt(6)->pGetProperty(0)->m_sValue, "");
 }
 
+TEST(FeaturesReader, TextOfAnAttributeWithoutTextNumberIsLookedUpByMinusOne)
+{
+    const std::string tables = "@0 .a\n@1 .pad_usage\n&-1 x\n&0 zero\n";
+    const std::string feature = "L 0 0 0 0 0 P 0 ;0,0=0,1\n";
+    const char* const expected = ".a#0=x#-1 .a#0=zero#0 .pad_usage#1=#-1";
+    EXPECT_EQ(Properties(*Read(tables + feature)->GetFeatures()->GetAt(0)), expected);
+    const auto layer = Read(tables + "L 0 0 0 0 0 P 0\n");
+    layer->AddPropertyData("0,0=0,1", layer->GetFeatures()->GetAt(0));
+    EXPECT_EQ(Properties(*layer->GetFeatures()->GetAt(0)), expected);
+}
+
+TEST(FeaturesReader, CommasAtTheFrontOfAnAttributeListMakeOneEmptyItem)
+{
+    const struct
+    {
+        const char* list;
+        const char* expected;
+    } kCases[] = {
+        {",1=1", ".a#0=#-1 .b#1=one#1"}, {",,1=1", ".a#0=#-1 .b#1=one#1"},
+        {";;,1", ".a#0=#-1 .b#1=#-1"},   {",", ".a#0=#-1"},
+        {" ,1", ".a#0=#-1 .b#1=#-1"},    {"1,,,0,", ".b#1=#-1 .a#0=#-1"},
+        {"1,, ,", ".b#1=#-1 .a#0=#-1"},  {"", ""},
+    };
+    for (const auto& test : kCases)
+    {
+        const auto layer = Read("@0 .a\n@1 .b\n&1 one\nL 0 0 0 0 0 P 0 ;" + std::string(test.list) +
+                                "\nP 0 0 0 P 0 0 ;" + test.list + "\n");
+        ASSERT_EQ(layer->GetFeatures()->GetSize(), 2);
+        for (__int64 i = 0; i < 2; ++i)
+            EXPECT_EQ(Properties(*layer->GetFeatures()->GetAt(i)), test.expected) << test.list;
+    }
+}
+
 TEST(FeaturesReader, AttributesSeeTheTablesAsTheyStandAtTheirLine)
 {
     const auto layer = Read("L 0 0 0 0 0 P 0 ;0=0\n@0 .a\nL 0 0 0 0 0 P 0 ;0=0\n&0 text\nL 0 0 0 0 0 P 0 ;0=0\n");
