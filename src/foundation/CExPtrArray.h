@@ -18,13 +18,11 @@ void DeleteElements(T* const* elements, __int64 count)
 
 // A growable array of pointers with search, removal, deletion and reordering; the base of every list of the model.
 // Ownership: deletes elements only in the operations whose names begin with Delete. Its own destructor leaves them
-// alive;
-//            the model's ...Array classes derive from COwningPtrArray below, whose destructor deletes them. An element
-//            may stand in one owning array only: to hand it over, detach it with Remove, RemoveLastElement or
+//            alive; the model's ...Array classes derive from COwningPtrArray below, whose destructor deletes them. An
+//            element may stand in one owning array only: to hand it over, detach it with Remove, RemoveLastElement or
 //            MoveElementTo.
 // Results:   the operations named here answer null, -1 or false for a bad index; those of the base array, and DeleteAt
-// and
-//            MoveElementTo with a bad first index, raise CInvalidArgException.
+//            and MoveElementTo with a bad first index, raise CInvalidArgException.
 // Threads:   different arrays may be used at once; sharing one needs the caller's lock.
 // Searches compare pointers, never the objects, from index 0 on; the first match wins.
 template <class TYPE, class ARG_TYPE>

@@ -13,17 +13,17 @@ class CJOBXsysAttrDataArray;
 class CWnd;
 
 // One ODB++ job: its font, matrix, job information, steps, user symbols and system attributes, read from a job
-// directory, changed by the host, and written as a fresh directory tree. Units:     every length stays in the unit of
-// the file it came from until UnitConvert multiplies it. Ownership: owns what its members 3 to 8 point to and deletes
-// it. A copy shares all of it with its source, and so does an
-//            assigned object: intended, and the host must let only one of the two be destroyed. Windows are borrowed.
+// directory, changed by the host, and written as a fresh directory tree.
+// Units:     every length stays in the unit of the file it came from until UnitConvert multiplies it.
+// Ownership: owns and deletes what m_pFonts, m_pMatrix, m_pMisc, m_pSteps, m_pSpecialSymbols and m_pSysAttrs point to.
+//            A copy shares all of it with its source, and so does an assigned object: intended, and the host must let
+//            only one of the two be destroyed. The windows, m_pProgress and m_pStatus, are borrowed.
 // Results:   readers answer 1 for done and 0 when the job has no "steps" or no "matrix" directory or its matrix cannot
-// be
-//            read; the message "There is no ODB Data!" is shown then. They add to what was read before. A missing part
-//            of a job is no error. Exhausted memory raises CMemoryException; what was read until then stays. Names
+//            be read; the message "There is no ODB Data!" is shown then. They add to what was read before. A missing
+//            part of a job is no error. Exhausted memory raises CMemoryException; what was read until then stays. Names
 //            below the job directory are found whatever their letter case.
 // Threads:   one thread calls; symbols and layers are read and files are written on a team of worker threads. Different
-// jobs may be read and written at once.
+//            jobs may be read and written at once.
 class JOBX_API CJOBX
 {
 public:

@@ -15,7 +15,8 @@
 
 // One feature of a features file. What differs by kind is decided by the type text: "L" line, "P" pad, "A" arc, "T"
 // text, "B" barcode, "S" surface; another text has no geometry of its own. A record whose class does not fit its type
-// text keeps its geometry as it is. Units:     lengths in the unit of the file they came from, angles in degrees.
+// text keeps its geometry as it is.
+// Units:     lengths in the unit of the file they came from, angles in degrees.
 // Ownership: owned by its layer's array; not copyable.
 // Threads:   different objects may be used at once; sharing one object needs the caller's lock.
 class JOBX_API CJOBXlayObj
@@ -303,8 +304,7 @@ public:
 
 // One contour of a surface.
 // Ownership: a copy shares the elements with its source, so that changing one changes both: intended. The elements live
-// as
-//            long as the last contour that shares them.
+//            as long as the last contour that shares them.
 class JOBX_API CJOBXlayObjSurfaceOB
 {
 public:

@@ -26,7 +26,8 @@ private:
     std::vector<std::unique_ptr<CJOBXPropertyArray>> m_lists;
 };
 
-// Makes the records of one file. Threads: one maker on one thread at a time.
+// Makes the records of one file.
+// Threads: one maker on one thread at a time.
 class CFeatureMaker
 {
 public:

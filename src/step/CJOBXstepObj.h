@@ -14,12 +14,11 @@ class CJOBXstephdr;
 class CWnd;
 
 // One step of a job: the directory of that name below "steps", with its profile, header, layers, components, EDA data
-// and netlist. Units:     each file's own; UnitConvert multiplies every length of profile, layers, components, packages
-// and netlist. The
-//            header and the EDA nets are not converted: intended.
+// and netlist.
+// Units:     each file's own; UnitConvert multiplies every length of profile, layers, components, packages and netlist.
+//            The header and the EDA nets are not converted: intended.
 // Ownership: owns all its parts; borrows the status window; not copyable. The arrays that the scans answer belong to
-// the
-//            caller, who deletes them; what a scan moves into them is no longer the step's.
+//            the caller, who deletes them; what a scan moves into them is no longer the step's.
 // Results:   a missing part of a step is no error. Exhausted memory raises CMemoryException.
 // Threads:   one thread calls; layers are read and files are written on a team of worker threads.
 class JOBX_API CJOBXstepObj

@@ -34,7 +34,8 @@ public:
 using JobxMessageBoxHandler = int (*)(CWnd* owner, LPCSTR text, LPCSTR caption, UINT style);
 
 // Sets who shows the library's messages, for the whole process, and returns the handler before. Null sets the default,
-// which prints "caption: text" and a line end to standard error and answers OK. Threads: may be called at any time.
+// which prints "caption: text" and a line end to standard error and answers OK.
+// Threads: may be called at any time.
 JOBX_API JobxMessageBoxHandler SetMessageBoxHandler(JobxMessageBoxHandler handler);
 
 // Hands a message to the handler. `style` is the sum of the framework's button and icon numbers.
