@@ -1,0 +1,44 @@
+# Runs the stages of the checks. Meant to be sourced; each stage is a function stage_NAME.
+# shellcheck shell=bash
+
+# test_totals LOG: "N passed, N failed" by the last totals that ctest printed into LOG; nothing when it printed none.
+test_totals() {
+    [[ -f $1 ]] || return 0
+    sed -nE 's/^[0-9]+% tests passed, ([0-9]+) tests? failed out of ([0-9]+)$/\1 \2/p' "$1" | tail -n 1 |
+        while read -r failed all; do
+            echo "$((all - failed)) passed, $failed failed"
+        done
+}
+
+# run_stages LOG NAME...: runs every stage, also after one that failed, lists the failed ones at the end and fails then.
+# LOG is where the stage "tests" keeps what ctest printed; its totals are the last line, whatever else ran after it.
+run_stages() {
+    local log=$1 name begin status failed=()
+    shift
+    rm -f "$log"
+    for name in "$@"; do
+        begin=$SECONDS
+        echo "=== $name"
+        # In a condition a failure inside the stage would go unnoticed, so set -e rests here and works in there.
+        set +e
+        (
+            set -e
+            "stage_$name"
+        )
+        status=$?
+        set -e
+        if ((status)); then
+            failed+=("$name")
+            echo "=== $name: FAILED after $((SECONDS - begin)) s"
+        else
+            echo "=== $name: passed in $((SECONDS - begin)) s"
+        fi
+    done
+    if ((${#failed[@]})); then
+        echo "=== failed: ${failed[*]}"
+    else
+        echo "=== all passed: $*"
+    fi
+    test_totals "$log"
+    ((${#failed[@]} == 0))
+}
