@@ -1,17 +1,27 @@
 #!/usr/bin/env python3
 """Compare what a shared library exports with the list of what it may: check_symbols.py LIBRARY LIST
 
-With --renew the list is written anew, for a person to read what changed.
+The list has what a host can call: members that are not public are exported too, because inline functions of the headers
+call them, but they may change. $CXX (g++) says which those are.
+
+With --renew the list is replaced, for a person to read what changed.
 With --only-names nothing is compared; only names of the standard library are refused, in whatever build.
-Exit status 77 where nm is missing.
+Exit status 77 where nm or readelf is missing.
 """
 
 import difflib
+import os
 import re
 import shutil
 import subprocess
 import sys
 from pathlib import Path
+
+sys.dont_write_bytecode = True  # nothing is left beside the sources
+from hidden_members import check_itself as check_hidden_members
+from hidden_members import hidden_members
+
+SOURCES = Path(__file__).resolve().parents[2] / "src"
 
 # The standard library's templates and what belongs to them; not our functions that take one of its classes.
 FOREIGN = re.compile(
@@ -22,11 +32,16 @@ FOREIGN_WITH_RESULT = re.compile(r"^[^()]* (std|__gnu_cxx)::[^()]*\(")
 
 
 def exported(library):
-    """The exported names, each once, in the order of their bytes."""
-    command = ["nm", "--dynamic", "--demangle", "--defined-only", library]
+    """The mangled names that the library exports, each once."""
+    command = ["nm", "--dynamic", "--defined-only", library]
     lines = subprocess.run(command, check=True, capture_output=True, text=True).stdout.splitlines()
-    names = {line.split(maxsplit=2)[2] for line in lines if line.strip()}
-    return sorted(names)
+    return {line.split()[-1] for line in lines if line.strip()}
+
+
+def demangled(names):
+    """The names as people read them, each once, in the order of their bytes."""
+    text = "".join(name + "\n" for name in names)
+    return sorted(set(subprocess.run(["c++filt"], input=text, check=True, capture_output=True, text=True).stdout.splitlines()))
 
 
 def foreign(names):
@@ -58,11 +73,14 @@ def check_itself():
 def main(arguments):
     options = [argument for argument in arguments if argument.startswith("--")]
     library, wanted = [argument for argument in arguments if not argument.startswith("--")]
-    if shutil.which("nm") is None:
-        print("SKIPPED: nm is missing")
+    if shutil.which("nm") is None or shutil.which("readelf") is None:
+        print("SKIPPED: nm or readelf is missing")
         return 77
     check_itself()
-    names = exported(library)
+    check_hidden_members()
+    every = exported(library)
+    hidden = set() if "--only-names" in options else hidden_members(os.environ.get("CXX", "g++"), SOURCES)
+    names = demangled(every - hidden)
     if not names:
         print(f"{library} exports nothing")
         return 1
@@ -74,7 +92,7 @@ def main(arguments):
         print("The boundary of the library has changed. If that is meant, read the lines above and renew the list:")
         print(f"  python3 {sys.argv[0]} --renew {library} {wanted}")
         return 1
-    print(f"{len(names)} names")
+    print(f"{len(names)} names, and {len(every & hidden)} of members that are not public")
     if "--only-names" in options:
         print("SKIPPED: not compared with the list; this compiler's instances may differ")
         return 77
