@@ -9,12 +9,16 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cctype>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <functional>
+#include <limits>
 #include <random>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -194,75 +198,108 @@ bool Keeps(const Reading& before, const Reading& now)
     }
     return true;
 }
-} // namespace
+constexpr std::uintmax_t kAnySize = std::numeric_limits<std::uintmax_t>::max();
+constexpr std::uintmax_t kSmall = 1024;
 
-TEST(DamagedFiles, AFileCutAnywhereKeepsTheRecordsBeforeTheCut)
+// The sample's files of at most that size that some reader reads, below the job.
+std::vector<std::string> ReadableFiles(std::uintmax_t atMost)
 {
-    const int step = kIsSlowBuild ? 23 : 1;
-    long cuts = 0;
-    for (const fs::path& path : FilesBelow(SamplesDir() + "/blinker"))
-    {
-        const Reader* const reader = ReaderOf(path);
-        if (reader == nullptr)
-            continue;
-        SCOPED_TRACE(path.string());
-        const TempDir dir;
-        const std::string bytes = BytesOf(path);
-        const std::string copy = dir.Write(path.filename().string(), bytes);
-        const Reading whole = reader->read(copy);
-        EXPECT_EQ(whole.answer, 1);
-        for (std::size_t size = bytes.size(); size-- > 0; ++cuts)
-        {
-            fs::resize_file(copy, size);
-            if (size % static_cast<std::size_t>(step) != 0)
-                continue;
-            const Reading cut = reader->read(copy);
-            ASSERT_TRUE(cut.answer == 1 || cut.answer == 0) << size;
-            ASSERT_TRUE(Keeps(cut, whole)) << size;
-        }
-    }
-    EXPECT_GT(cuts, 50'000);
-    RecordProperty("cuts", std::to_string(cuts / step));
+    const fs::path job = SamplesDir() + "/blinker";
+    std::vector<std::string> files;
+    for (const fs::path& path : FilesBelow(job))
+        if (ReaderOf(path) != nullptr && fs::file_size(path) <= atMost)
+            files.push_back(path.lexically_relative(job).generic_string());
+    return files;
 }
 
-TEST(DamagedFiles, AByteReplacedAnywhereKeepsTheRecordsBeforeItsLine)
+std::string NameOfFile(const testing::TestParamInfo<std::string>& info)
 {
-    constexpr std::size_t kSmall = 1024;
+    std::string name = info.param;
+    std::replace_if(
+        name.begin(), name.end(), [](unsigned char c) { return std::isalnum(c) == 0; }, '_');
+    return name;
+}
+} // namespace
+
+// One file of the sample: a test for each, so that they run side by side.
+class DamagedFile : public testing::TestWithParam<std::string>
+{
+protected:
+    const std::string m_path = SamplesDir() + "/blinker/" + GetParam();
+    const std::string m_bytes = BytesOf(m_path);
+    const std::string m_name = fs::path(m_path).filename().string();
+    const Reader* const m_pReader = ReaderOf(m_path);
+};
+
+// Only small ones: every byte is replaced by several others.
+class DamagedSmallFile : public DamagedFile
+{
+};
+
+TEST_P(DamagedFile, CutAnywhereKeepsTheRecordsBeforeTheCut)
+{
     const std::size_t step = kIsSlowBuild ? 23 : 1;
-    long replaced = 0;
-    for (const fs::path& path : FilesBelow(SamplesDir() + "/blinker"))
+    const TempDir dir;
+    const std::string copy = dir.Write(m_name, m_bytes);
+    const Reading whole = m_pReader->read(copy);
+    EXPECT_EQ(whole.answer, 1);
+    ASSERT_FALSE(m_bytes.empty());
+    for (std::size_t size = (m_bytes.size() - 1) / step * step;; size -= step)
     {
-        const Reader* const reader = ReaderOf(path);
-        const std::string bytes = BytesOf(path);
-        if (reader == nullptr || bytes.size() > kSmall)
-            continue;
-        SCOPED_TRACE(path.string());
-        const TempDir dir;
-        const TempDir beginning;
-        const std::string name = path.filename().string();
-        std::fstream damaged(dir.Write(name, bytes), std::ios::binary | std::ios::in | std::ios::out);
-        const auto put = [&damaged](std::size_t at, char byte)
-        { damaged.seekp(static_cast<std::streamoff>(at)).put(byte).flush(); };
-        Reading before{0, {}};
-        for (std::size_t at = 0; at < bytes.size(); at += step)
-        {
-            if (at == 0 || step > 1 || bytes[at - 1] == '\n')
-                before =
-                    reader->read(beginning.Write(name, bytes.substr(0, at == 0 ? 0 : bytes.rfind('\n', at - 1) + 1)));
-            for (const char byte : {'\0', '\xFF', '\n', ' ', ';'})
-            {
-                put(at, byte);
-                const Reading now = reader->read(dir.Path(name));
-                ASSERT_TRUE(now.answer == 1 || now.answer == 0) << at;
-                ASSERT_TRUE(Keeps(before, now)) << at << " " << static_cast<int>(byte);
-                ++replaced;
-            }
-            put(at, bytes[at]);
-        }
-        ASSERT_TRUE(damaged.good());
+        fs::resize_file(copy, size);
+        const Reading cut = m_pReader->read(copy);
+        ASSERT_TRUE(cut.answer == 1 || cut.answer == 0) << size;
+        ASSERT_TRUE(Keeps(cut, whole)) << size;
+        if (size == 0)
+            break;
     }
-    EXPECT_GT(replaced, kIsSlowBuild ? 1000 : 25'000);
-    RecordProperty("replaced", std::to_string(replaced));
+}
+
+TEST_P(DamagedSmallFile, AByteReplacedAnywhereKeepsTheRecordsBeforeItsLine)
+{
+    const std::size_t step = kIsSlowBuild ? 23 : 1;
+    const TempDir dir;
+    const TempDir beginning;
+    std::fstream damaged(dir.Write(m_name, m_bytes), std::ios::binary | std::ios::in | std::ios::out);
+    const auto put = [&damaged](std::size_t at, char byte)
+    { damaged.seekp(static_cast<std::streamoff>(at)).put(byte).flush(); };
+    Reading before{0, {}};
+    for (std::size_t at = 0; at < m_bytes.size(); at += step)
+    {
+        if (at == 0 || step > 1 || m_bytes[at - 1] == '\n')
+            before = m_pReader->read(
+                beginning.Write(m_name, m_bytes.substr(0, at == 0 ? 0 : m_bytes.rfind('\n', at - 1) + 1)));
+        for (const char byte : {'\0', '\xFF', '\n', ' ', ';'})
+        {
+            put(at, byte);
+            const Reading now = m_pReader->read(dir.Path(m_name));
+            ASSERT_TRUE(now.answer == 1 || now.answer == 0) << at;
+            ASSERT_TRUE(Keeps(before, now)) << at << " " << static_cast<int>(byte);
+        }
+        put(at, m_bytes[at]);
+    }
+    ASSERT_TRUE(damaged.good());
+}
+
+INSTANTIATE_TEST_SUITE_P(Sample, DamagedFile, testing::ValuesIn(ReadableFiles(kAnySize)), NameOfFile);
+INSTANTIATE_TEST_SUITE_P(Sample, DamagedSmallFile, testing::ValuesIn(ReadableFiles(kSmall)), NameOfFile);
+
+// So that none of the tests above is missing.
+TEST(DamagedFiles, EveryReaderHasFilesToDamage)
+{
+    std::set<std::string> names;
+    std::uintmax_t all = 0;
+    std::uintmax_t small = 0;
+    for (const std::string& path : ReadableFiles(kAnySize))
+    {
+        names.insert(fs::path(path).filename().string());
+        const std::uintmax_t size = fs::file_size(SamplesDir() + "/blinker/" + path);
+        all += size;
+        small += size <= kSmall ? size : 0;
+    }
+    EXPECT_EQ(names.size(), std::size(kReaders));
+    EXPECT_GT(all, 50'000U);
+    EXPECT_GT(small, 5'000U);
 }
 
 TEST(DamagedFiles, ACompressedFileCutAnywhereGivesAllOrItsBeginningOrNothing)
