@@ -26,7 +26,7 @@ import time
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 OWN_PROGRAMS = ("foundation_tests", "foundation_internal_tests", "layer_internal_tests") # with the library's code in them
 PROGRAMS = ("app_tests", "compact_tests", "eda_tests", "job_tests", "layer_tests", "step_tests")
-MEMORY = 8 << 30  # bytes that a test program may take
+MEMORY = 4 << 30  # bytes that a test program may take
 SWITCH = """#pragma once
 #include <cstdio>
 #include <cstdlib>
@@ -330,15 +330,16 @@ def trace(programs, folder):
     return reached
 
 
-def noticed_by(folder, number, mutant, reached):
+def noticed_by(folder, number, mutant, reached, longest):
     """The test that notices a mutant: of its own folder's programs first, there the quick ones first. "" when none does."""
     own = mutant.file.split("/")[1]
-    tests = sorted((seconds, program, test) for (program, test), (seconds, numbers) in reached.items() if number in numbers)
+    tests = sorted((seconds, program, test) for (program, test), (seconds, numbers) in reached.items()
+                   if number in numbers and seconds <= longest)
     programs = sorted({program for _, program, _ in tests}, key=lambda program: (not program.name.startswith(own), program))
     for program in programs:
         mine = [(seconds, test) for seconds, of, test in tests if of == program]
         for some in (mine[:12], mine[12:]):
-            limit = 15 + 10 * sum(seconds for seconds, _ in some)
+            limit = 10 + 5 * sum(seconds for seconds, _ in some)
             failure = run(folder, program, [test for _, test in some], limit, JOBX_MUTANT=str(number)) if some else ""
             if failure:
                 return failure
@@ -363,6 +364,7 @@ def main():
     options.add_argument("--seed", type=int, default=1)
     options.add_argument("--number", type=int, default=500)
     options.add_argument("--again", type=pathlib.Path)
+    options.add_argument("--longest", type=float, default=1, help="leave out tests that take more seconds than this")
     options.add_argument("--jobs", type=int, default=1, help="for the build; the tests run one after the other")
     options = options.parse_args()
     folder = options.folder.resolve()
@@ -386,7 +388,7 @@ def main():
         table = csv.writer(out, delimiter="\t")
         table.writerow(("file", "line", "statement", "change", "outcome", "noticed by"))
         for number, mutant in enumerate(mutants, 1):
-            test = "" if number in left_out else noticed_by(folder, number, mutant, reached)
+            test = "" if number in left_out else noticed_by(folder, number, mutant, reached, options.longest)
             outcome = "not compiled" if number in left_out else "killed" if test else "survived"
             rows.append((mutant.file, mutant.line, mutant.original, mutant.changed, outcome, test))
             table.writerow(rows[-1])

@@ -181,6 +181,13 @@ TEST(NumberText, TakesNoByteBehindTheTextIntoTheNumber)
     }
 }
 
+TEST(NumberText, ZerosBehindThePointMakeANumberSmallHoweverManyThereAre)
+{
+    for (const int zeros : {300, 400, 1000, 5000})
+        for (const char* const exponent : {"", "e300", "e1000", "e5200", "e-10"})
+            ExpectAsAtof("0." + std::string(static_cast<std::size_t>(zeros), '0') + "1" + exponent);
+}
+
 TEST(NumberText, RealsDoNotDependOnTheLocale)
 {
     JOBX_REQUIRE_COMMA_LOCALE(comma);

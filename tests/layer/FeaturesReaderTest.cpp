@@ -492,6 +492,21 @@ TEST(FeaturesReader, DropsContourLinesBeforeAnyContour)
     EXPECT_EQ(surface.GetContours()->GetAt(0)->GetODBlayObjOXArray()->GetAt(0)->GetPoint(), CPointD(3, 3));
 }
 
+TEST(FeaturesReader, ContourPointWithoutItsSecondNumberTakesItsWholeLine)
+{
+    for (const char* const line : {"OS 1 x", "OS 1 OE", "OS 1 L 0 0 1 1 0 P 0"})
+    {
+        const auto layer = Read("S P 0\nOB 0 0 I\n" + std::string(line) + "\nOS 2 2\nOE\nSE\nL 0 0 1 1 0 P 0\n");
+        EXPECT_EQ(Kinds(*layer), "SL") << line;
+        const auto& surface = Feature<CJOBXlayObjSurface>(*layer, 0);
+        ASSERT_EQ(surface.GetContours()->GetSize(), 1) << line;
+        const CJOBXlayObjOXArray& elements = *surface.GetContours()->GetAt(0)->GetODBlayObjOXArray();
+        ASSERT_EQ(elements.GetSize(), 4) << line;
+        EXPECT_EQ(elements.GetAt(1)->GetPoint(), CPointD(1, 0)) << line;
+        EXPECT_EQ(elements.GetAt(2)->GetLineNumber(), 4) << line;
+    }
+}
+
 TEST(FeaturesReader, NewContourReplacesAnUnfinishedOne)
 {
     const auto layer = Read("S P 0\nOB 1 1 I\nOS 2 2\nOB 3 3 I\nOE\nSE\n");

@@ -1,4 +1,5 @@
 #include "foundation/corekit/CFileBytes.h"
+#include "foundation/corekit/CReplacingFile.h"
 #include "foundation/corekit/RecordingSink.h"
 #include "foundation/framework/CException.h"
 #include "support/MemoryChecker.h"
@@ -9,6 +10,7 @@
 #include <atomic>
 #include <cerrno>
 #include <filesystem>
+#include <iterator>
 #include <string>
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -28,6 +30,11 @@ void ExpectZerosBehind(const CFileBytes& bytes)
 {
     for (std::size_t i = 0; i < CFileBytes::kZeroBytes; ++i)
         ASSERT_EQ(bytes.View().data()[bytes.View().size() + i], '\0');
+}
+// How many files this process has open: the counting opens one itself, the same one each time.
+std::size_t OpenFiles()
+{
+    return static_cast<std::size_t>(std::distance(fs::directory_iterator("/proc/self/fd"), fs::directory_iterator()));
 }
 // Limits the memory of this process for a while.
 class AddressSpaceLimit
@@ -155,6 +162,32 @@ TEST(FileBytes, Load_OfAFileThatChangesMeanwhileGivesWhatWasRead)
     }
     stop = true;
     changer.join();
+}
+
+TEST(FileBytes, Load_LeavesNoFileOpen)
+{
+    const TempDir dir;
+    const std::string path = dir.Write("file", "text");
+    const std::size_t before = OpenFiles();
+    for (const std::string& name : {path, dir.Path("missing"), dir.Path(".")})
+    {
+        CFileBytes bytes;
+        bytes.Load(Text(name), "", 0);
+        EXPECT_EQ(OpenFiles(), before) << name;
+    }
+}
+
+TEST(ReplacingFile, ThatIsGivenUpLeavesNoFileOpenAndNoneBehind)
+{
+    const TempDir dir;
+    dir.Write("file", "old");
+    const std::size_t before = OpenFiles();
+    {
+        CReplacingFile file(Text(dir.Path("file")));
+        EXPECT_TRUE(file.Write("new"));
+    }
+    EXPECT_EQ(OpenFiles(), before);
+    EXPECT_EQ(std::distance(fs::directory_iterator(dir.Path(".")), fs::directory_iterator()), 1);
 }
 
 TEST(FileBytes, Load_OfAFileLargerThanTheMemoryRaisesTheMemoryException)

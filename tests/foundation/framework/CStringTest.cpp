@@ -6,8 +6,10 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <clocale>
 #include <cstring>
 #include <limits>
+#include <locale.h>
 #include <sstream>
 #include <string>
 #include <thread>
@@ -485,6 +487,7 @@ TEST(String, Trim_TakesAsciiWhiteSpaceOff)
     EXPECT_EQ(CString(" \t\r\n\v\f a b \t\r\n\v\f ").Trim(), "a b");
     EXPECT_EQ(CString("  a  ").TrimLeft(), "a  ");
     EXPECT_EQ(CString("  a  ").TrimRight(), "  a");
+    EXPECT_EQ(CString("   ").TrimRight(), "");
     EXPECT_EQ(CString("   ").Trim(), "");
     EXPECT_EQ(CString("").Trim(), "");
     EXPECT_EQ(CString("\x85 a \xA0").Trim(), "\x85 a \xA0");
@@ -737,6 +740,18 @@ TEST(String, Format_ThatCannotBePrintedRaisesAndChangesNothing)
     EXPECT_TRUE(Raises<CInvalidArgException>([&] { text.AppendFormat("%d %ls", 1, wide); }));
     EXPECT_EQ(text, "kept");
 }
+
+#if !defined(_WIN32)
+TEST(String, Format_LeavesTheThreadItsLocale)
+{
+    const locale_t own = newlocale(LC_ALL_MASK, "C", nullptr);
+    const locale_t before = uselocale(own);
+    CString text;
+    text.Format("%d", 1);
+    EXPECT_EQ(uselocale(before), own);
+    freelocale(own);
+}
+#endif
 
 TEST(String, Format_TakesArgumentLists)
 {
