@@ -188,6 +188,13 @@ TEST(NumberText, ZerosBehindThePointMakeANumberSmallHoweverManyThereAre)
             ExpectAsAtof("0." + std::string(static_cast<std::size_t>(zeros), '0') + "1" + exponent);
 }
 
+TEST(NumberText, ZerosBeforeThePointMakeANumberLargeHoweverManyThereAre)
+{
+    for (const int zeros : {300, 400, 1000, 5000})
+        for (const char* const exponent : {"", ".5", "e-300", "e-400", "e-5200", "e10"})
+            ExpectAsAtof("1" + std::string(static_cast<std::size_t>(zeros), '0') + exponent);
+}
+
 TEST(NumberText, RealsDoNotDependOnTheLocale)
 {
     JOBX_REQUIRE_COMMA_LOCALE(comma);

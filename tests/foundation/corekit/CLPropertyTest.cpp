@@ -85,6 +85,7 @@ TEST(ECadClsLvl, Record_HoldsALabelAndItems)
     CECadClsLvl copy(record);
     record.SetLabel("X");
     record.m_arrItems[0] = "changed";
+    EXPECT_EQ(record.GetLabel(), "X");
     EXPECT_EQ(copy.GetLabel(), "PROP");
     ASSERT_EQ(copy.GetItemList().GetSize(), 2);
     EXPECT_EQ(copy.GetItemList()[0], "name");

@@ -2,6 +2,7 @@
 
 #include "foundation/framework/CMemFile.h"
 #include "foundation/framework/RaisedPointer.h"
+#include "support/MemoryChecker.h"
 
 #include <gtest/gtest.h>
 
@@ -193,6 +194,19 @@ TEST(Array, AbsurdSizesRaiseMemoryExceptionAndChangeNothing)
     OpenArray<std::string> texts;
     EXPECT_TRUE(Raises<CMemoryException>([&] { texts.SetSize(kMost); }));
     EXPECT_EQ(texts.GetSize(), 0);
+}
+
+TEST(Array, MoreThanTheMemoryRaisesMemoryExceptionAndChangesNothing)
+{
+#if defined(JOBX_MEMORY_CHECKER)
+    GTEST_SKIP() << "the checker ends the process when memory is refused";
+#endif
+    constexpr INT_PTR kMore = INT_PTR{1} << 58U; // no overflow, yet more than a process can address
+    CArray<int, int> array;
+    array.Add(7);
+    EXPECT_TRUE(Raises<CMemoryException>([&] { array.SetSize(kMore); }));
+    ASSERT_EQ(array.GetSize(), 1);
+    EXPECT_EQ(array[0], 7);
 }
 
 TEST(Array, Index_OutsideRaisesInvalidArgument)

@@ -1,6 +1,7 @@
 #include "foundation/framework/CMemFile.h"
 
 #include "foundation/framework/RaisedPointer.h"
+#include "support/MemoryChecker.h"
 
 #include <gtest/gtest.h>
 
@@ -104,6 +105,17 @@ TEST(MemFile, Positions_BeyondMemoryRaise)
     EXPECT_TRUE(Raises<CMemoryException>([&] { file.Write(&byte, 1); }));
     EXPECT_TRUE(Raises<CMemoryException>([&] { file.SetLength(std::numeric_limits<ULONGLONG>::max()); }));
     EXPECT_EQ(file.GetLength(), 0U);
+}
+
+TEST(MemFile, SetLength_BeyondTheMemoryRaisesAndKeepsTheBytes)
+{
+#if defined(JOBX_MEMORY_CHECKER)
+    GTEST_SKIP() << "the checker ends the process when memory is refused";
+#endif
+    CMemFile file;
+    file.Write("ab", 2);
+    EXPECT_TRUE(Raises<CMemoryException>([&] { file.SetLength(ULONGLONG{1} << 60U); }));
+    EXPECT_EQ(file.GetLength(), 2U);
 }
 
 TEST(MemFile, Write_ThatWouldEndBehindTheLastPositionRaises)
