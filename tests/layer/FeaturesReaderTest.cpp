@@ -359,6 +359,13 @@ TEST(FeaturesReader, AttributeListCompletesTheLastField)
     EXPECT_EQ(Feature<CJOBXlayObjLine>(*noList, 0).nGetPropertyCount(), 0);
 }
 
+TEST(FeaturesReader, TextThatEndsBeforeItsOrientationHasZero)
+{
+    const auto layer = Read("T 1 2 standard P");
+    EXPECT_EQ(Feature<CJOBXlayObjText>(*layer, 0).GetFontName(), "standard");
+    EXPECT_EQ(Feature<CJOBXlayObjText>(*layer, 0).GetOrientation(), 0);
+}
+
 TEST(FeaturesReader, TextReadsAngleForOrientationEightAndNineOnly)
 {
     const auto layer = Read("T 0 0 standard P 9 45 0.1 0.1 1 'AB' 1\nT 3 4 simple N 8 30 0.5 0.6 2 'C'\n"
