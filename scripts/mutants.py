@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Finds out what the tests would not notice: changes the library in many small ways and runs the tests on each change.
 
-    scripts/mutants.py FOLDER [--programs BIN] [--seed N] [--number N] [--again TABLE] [--jobs N]
+    scripts/mutants.py FOLDER [--programs BIN] [--seed N] [--number N] [--again TABLE] [--longest SECONDS]
 
 FOLDER, which must not exist yet, gets a copy of the tree with all mutants in it, its build, and table.tsv: a line for each
 mutant with its file, line, the statement, what became of it, the outcome and the test that noticed. A mutant changes one
@@ -24,7 +24,7 @@ import sys
 import time
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
-OWN_PROGRAMS = ("foundation_tests", "foundation_internal_tests", "layer_internal_tests") # with the library's code in them
+OWN_PROGRAMS = ("foundation_tests", "foundation_internal_tests", "layer_internal_tests")  # with the library's code in them
 PROGRAMS = ("app_tests", "compact_tests", "eda_tests", "job_tests", "layer_tests", "step_tests")
 MEMORY = 4 << 30  # bytes that a test program may take
 SWITCH = """#pragma once

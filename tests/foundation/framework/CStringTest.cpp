@@ -744,7 +744,7 @@ TEST(String, Format_ThatCannotBePrintedRaisesAndChangesNothing)
 #if !defined(_WIN32)
 TEST(String, Format_LeavesTheThreadItsLocale)
 {
-    const locale_t own = newlocale(LC_ALL_MASK, "C", nullptr);
+    const locale_t own = duplocale(LC_GLOBAL_LOCALE);
     const locale_t before = uselocale(own);
     CString text;
     text.Format("%d", 1);
