@@ -12,6 +12,15 @@ std::string FoldedName(std::string_view name)
     return folded;
 }
 
+RowList RowsOf(std::string_view kind, const CArrayN& numbers, const CStringArray& texts, const CStringArray* seconds)
+{
+    RowList list;
+    for (INT_PTR i = 0; i < numbers.GetSize() && i < texts.GetSize(); ++i)
+        list.rows.push_back({kind, numbers[i], std::to_string(numbers[i]), texts[i],
+                             seconds != nullptr && i < seconds->GetSize() ? (*seconds)[i] : CString()});
+    return list;
+}
+
 RecordPlace PlaceOf(const CJOBXlayObj& feature)
 {
     static constexpr std::array<RecordPlace, 6> kPlaces = {{{"feature L", "feature", {}, "L"},

@@ -37,6 +37,11 @@ public:
         Length(fieldX, a.GetX(), b.GetX());
         Length(fieldY, a.GetY(), b.GetY());
     }
+    void Counts(std::string_view fieldX, std::string_view fieldY, const CPointN& a, const CPointN& b)
+    {
+        Number(fieldX, a.x, b.x);
+        Number(fieldY, a.y, b.y);
+    }
     void Texts(std::string_view /*field*/, const CStringArray& a, const CStringArray& b)
     {
         Note(m_isEqual && AreEqualTexts(a, b));
@@ -60,6 +65,11 @@ public:
             else
                 CompareFields(*this, *recordA, *recordB);
         }
+    }
+    template <class List>
+    void OrderedByKind(const List& a, const List& b)
+    {
+        Ordered(a, b);
     }
     template <class List>
     void Keyed(const List& a, const List& b)
@@ -127,6 +137,11 @@ public:
     {
         Length(fieldX, a.GetX(), b.GetX());
         Length(fieldY, a.GetY(), b.GetY());
+    }
+    void Counts(std::string_view fieldX, std::string_view fieldY, const CPointN& a, const CPointN& b)
+    {
+        Number(fieldX, a.x, b.x);
+        Number(fieldY, a.y, b.y);
     }
     void Texts(std::string_view field, const CStringArray& a, const CStringArray& b)
     {

@@ -1,6 +1,6 @@
 #include "InfoJson.h"
 
-#include "JsonOutput.h"
+#include "RecordJson.h"
 
 namespace
 {
@@ -43,20 +43,7 @@ void WriteHeader(JsonOutput& json, const CJOBXstephdr& header)
             json.Member("datum", header.m_ptDatum);
             json.Member("origin", header.m_ptOrigin);
             json.Records("stepRepeats", header.m_arrStepRepeats,
-                         [&](const CJOBXstepRepeat& entry)
-                         {
-                             json.Object(
-                                 [&]
-                                 {
-                                     json.Member("name", entry.m_sName);
-                                     json.Member("position", entry.m_ptPosition);
-                                     json.Member("pitch", entry.m_ptPitch);
-                                     json.Member("count", entry.m_ptCount);
-                                     json.Member("angle", entry.m_dAngle);
-                                     json.Member("mirror", entry.m_sMirror);
-                                     json.Member("flip", entry.m_sFlip);
-                                 });
-                         });
+                         [&](const CJOBXstepRepeat& entry) { WriteRecord(json, entry); });
         });
 }
 
@@ -139,16 +126,7 @@ void WriteMatrix(JsonOutput& json, const CJOBXmatrix& matrix)
     json.Object(
         [&]
         {
-            json.Records("steps", matrix.m_arrSteps,
-                         [&](const CJOBXmatrixStep& step)
-                         {
-                             json.Object(
-                                 [&]
-                                 {
-                                     json.Member("column", step.m_nColumn);
-                                     json.Member("name", step.m_sName);
-                                 });
-                         });
+            json.Records("steps", matrix.m_arrSteps, [&](const CJOBXmatrixStep& step) { WriteRecord(json, step); });
             json.Records("layers", matrix.m_arrLayers,
                          [&](const CJOBXmatrixLayer& layer)
                          {
@@ -167,17 +145,6 @@ void WriteMatrix(JsonOutput& json, const CJOBXmatrix& matrix)
         });
 }
 
-void WriteMisc(JsonOutput& json, const CJOBXmisc& misc)
-{
-    json.Member("versionMajor", misc.m_nODBVersionMajor);
-    json.Member("versionMinor", misc.m_nODBVersionMinor);
-    json.Member("jobName", misc.m_sJobName);
-    json.Member("source", misc.m_sODBSource);
-    json.Member("creationDate", misc.m_sCreationDate);
-    json.Member("saveDate", misc.m_sSaveDate);
-    json.Member("saveApp", misc.m_sSaveApp);
-    json.Member("saveUser", misc.m_sSaveUser);
-}
 } // namespace
 
 void PrintInfoJson(Output& output, const JobSummary& summary)
@@ -187,7 +154,7 @@ void PrintInfoJson(Output& output, const JobSummary& summary)
         [&]
         {
             json.Member("name", summary.job.m_sName);
-            WriteMisc(json, *summary.job.m_pMisc);
+            WriteFields(json, *summary.job.m_pMisc);
             json.Key("matrix");
             WriteMatrix(json, *summary.job.m_pMatrix);
             json.ArrayMember("steps",

@@ -33,7 +33,7 @@ public:
             "job", "", "symbol", *a.m_pSpecialSymbols, *b.m_pSpecialSymbols,
             [](const CJOBXSpecialSymbol& symbol) { return LastComponent(symbol.m_sPath.View()); }, Case::Counts,
             [this](const std::string&, const CJOBXSpecialSymbol& symbolA, const CJOBXSpecialSymbol& symbolB)
-            { Layers("symbol", *symbolA.GetLayer(), *symbolB.GetLayer()); });
+            { Fields("symbol", *symbolA.GetLayer(), *symbolB.GetLayer()); });
         Named(
             "job", "", "step", a.m_pSteps->m_arrSteps, b.m_pSteps->m_arrSteps,
             [](const CJOBXstepObj& step) { return step.m_sName.View(); }, Case::Ignored,
@@ -52,8 +52,7 @@ private:
     void Records(const std::string& place, std::string_view kind, const Record& a, const Record& b)
     {
         const DiffPlace here(m_collector, place);
-        DiffReport report(m_collector, m_rules, kind);
-        CompareFields(report, a, b);
+        Fields(kind, a, b);
     }
 
     // Pairs the parts that have one name and compares each pair in a place of its own. Parts that one job has alone
@@ -106,17 +105,14 @@ private:
             place, place, "layer", a.m_arrLayers, b.m_arrLayers,
             [](const CJOBXlayer& layer) { return layer.m_sName.View(); }, Case::Ignored,
             [this](const std::string&, const CJOBXlayer& layerA, const CJOBXlayer& layerB)
-            { Layers("layer", layerA, layerB); });
+            { Fields("layer", layerA, layerB); });
         Named(
             place, place, "components", a.m_arrComponents, b.m_arrComponents,
             [](const CJOBXcomponents& components) { return components.m_sLayerName.View(); }, Case::Ignored,
             [this](const std::string&, const CJOBXcomponents& componentsA, const CJOBXcomponents& componentsB)
-            { Components(componentsA, componentsB); });
-        Eda(place + " / eda", *a.GetEda()->m_pData, *b.GetEda()->m_pData);
-        const DiffPlace here(m_collector, place + " / netlist");
-        DiffReport report(m_collector, m_rules, "netlist");
-        report.Text("units", a.GetNetlist()->m_arrNets.m_sUnits, b.GetNetlist()->m_arrNets.m_sUnits);
-        report.Keyed(a.GetNetlist()->m_arrNets, b.GetNetlist()->m_arrNets);
+            { Fields("components", componentsA, componentsB); });
+        Records(place + " / eda", "eda", *a.GetEda()->m_pData, *b.GetEda()->m_pData);
+        Records(place + " / netlist", "netlist", *a.GetNetlist(), *b.GetNetlist());
     }
 
     // A step without a profile was not read.
@@ -129,79 +125,15 @@ private:
             return;
         }
         const DiffPlace here(m_collector, step + " / profile");
-        Layers("profile", a, b);
+        Fields("profile", a, b);
     }
 
-    void Layers(std::string_view kind, const CJOBXlayer& a, const CJOBXlayer& b)
+    // At the present place.
+    template <class Record>
+    void Fields(std::string_view kind, const Record& a, const Record& b)
     {
         DiffReport report(m_collector, m_rules, kind);
-        report.Text("units", a.m_sUnits, b.m_sUnits);
-        Tables("symbol name", {a.m_arrSymbolNumbers, a.m_arrSymbolNames, &a.m_arrSymbolSecondFields},
-               {b.m_arrSymbolNumbers, b.m_arrSymbolNames, &b.m_arrSymbolSecondFields});
-        AttributeTables(a, b);
-        report.OrderedByKind(*a.GetFeatures(), *b.GetFeatures());
-    }
-
-    void Components(const CJOBXcomponents& a, const CJOBXcomponents& b)
-    {
-        DiffReport report(m_collector, m_rules, "components");
-        report.Text("units", a.m_sUnits, b.m_sUnits);
-        AttributeTables(a, b);
-        report.Keyed(a.m_arrCmps, b.m_arrCmps);
-    }
-
-    void Eda(const std::string& place, const CJOBXdata& a, const CJOBXdata& b)
-    {
-        const DiffPlace here(m_collector, place);
-        DiffReport report(m_collector, m_rules, "eda");
-        report.Text("header", a.m_sHeader, b.m_sHeader);
-        report.Text("units", a.m_sUnits, b.m_sUnits);
-        report.Texts("attribute names", a.m_arrAttributeNames, b.m_arrAttributeNames);
-        report.Texts("attribute texts", a.m_arrAttributeTexts, b.m_arrAttributeTexts);
-        report.Texts("layer names", a.m_arrLayerNames, b.m_arrLayerNames);
-        report.Keyed(a.m_arrProperties, b.m_arrProperties);
-        report.Keyed(a.m_arrNets, b.m_arrNets);
-        report.Keyed(a.m_arrPkgs, b.m_arrPkgs);
-    }
-
-    // The parallel lists that make one table.
-    struct Table
-    {
-        const CArrayN& numbers;
-        const CStringArray& texts;
-        const CStringArray* seconds = nullptr;
-    };
-
-    struct RowList
-    {
-        std::vector<TableRow> rows;
-
-        __int64 GetSize() const { return static_cast<__int64>(rows.size()); }
-        const TableRow* GetAt(__int64 index) const { return &rows[static_cast<std::size_t>(index)]; }
-    };
-
-    static RowList RowsOf(std::string_view kind, const Table& table)
-    {
-        RowList list;
-        for (INT_PTR i = 0; i < table.numbers.GetSize() && i < table.texts.GetSize(); ++i)
-            list.rows.push_back(
-                {kind, table.numbers[i], std::to_string(table.numbers[i]), table.texts[i],
-                 table.seconds != nullptr && i < table.seconds->GetSize() ? (*table.seconds)[i] : CString()});
-        return list;
-    }
-
-    void Tables(std::string_view kind, const Table& a, const Table& b)
-    {
-        DiffReport(m_collector, m_rules, kind).Keyed(RowsOf(kind, a), RowsOf(kind, b));
-    }
-
-    template <class File>
-    void AttributeTables(const File& a, const File& b)
-    {
-        Tables("attribute name", {a.m_arrAttributeNameNumbers, a.m_arrAttributeNames},
-               {b.m_arrAttributeNameNumbers, b.m_arrAttributeNames});
-        Tables("attribute text", {a.m_arrAttributeTextNumbers, a.m_arrAttributeTexts},
-               {b.m_arrAttributeTextNumbers, b.m_arrAttributeTexts});
+        CompareFields(report, a, b);
     }
 
     DiffCollector& m_collector;

@@ -1,6 +1,8 @@
 #include "eda/CJOBXcmp.h"
 
+#include "eda/CJOBXcmpFields.h"
 #include "eda/ComponentsText.h"
+#include "foundation/ScaleLengths.h"
 
 template class CExPtrArray<CJOBXcmp*, CJOBXcmp*>;
 
@@ -95,8 +97,7 @@ CJOBXcmpTop* CJOBXcmp::pGetODBcmpToeFromID(int pin) const
 
 void CJOBXcmp::UnitConvert(const double& factor)
 {
-    m_ptLocation.UnitConvert(factor);
-    m_arrTops.UnitConvert(factor);
+    jobx::ScaleLengths(*this, factor);
 }
 
 CJOBXcmpArray::CJOBXcmpArray() = default;

@@ -1,5 +1,8 @@
 #include "eda/CJOBXcmpTop.h"
 
+#include "eda/CJOBXcmpTopFields.h"
+#include "foundation/ScaleLengths.h"
+
 template class CExPtrArray<CJOBXcmpTop*, CJOBXcmpTop*>;
 
 CJOBXcmpTop::CJOBXcmpTop() = default;
@@ -8,7 +11,7 @@ CJOBXcmpTop::~CJOBXcmpTop() = default;
 
 void CJOBXcmpTop::UnitConvert(const double& factor)
 {
-    m_ptLocation.UnitConvert(factor);
+    jobx::ScaleLengths(*this, factor);
 }
 
 CJOBXcmpTopArray::CJOBXcmpTopArray() = default;

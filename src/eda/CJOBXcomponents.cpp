@@ -1,5 +1,6 @@
 #include "eda/CJOBXcomponents.h"
 
+#include "eda/CJOBXcomponentsFields.h"
 #include "eda/CListFiller.h"
 #include "eda/ComponentsText.h"
 #include "foundation/CTextCache.h"
@@ -8,6 +9,7 @@
 #include "foundation/CTokenScanner.h"
 #include "foundation/KeywordTable.h"
 #include "foundation/NumberedTable.h"
+#include "foundation/ScaleLengths.h"
 #include "foundation/corekit/CKUtility.h"
 #include "foundation/framework/Guarded.h"
 
@@ -234,7 +236,7 @@ int CJOBXcomponents::nGetFirstBtmIndex() const
 
 void CJOBXcomponents::UnitConvert(const double& factor)
 {
-    m_arrCmps.UnitConvert(factor);
+    jobx::ScaleLengths(*this, factor);
 }
 
 CJOBXcomponentsArray::CJOBXcomponentsArray() = default;

@@ -1,5 +1,8 @@
 #include "eda/CJOBXdata.h"
 
+#include "eda/CJOBXdataFields.h"
+#include "foundation/ScaleLengths.h"
+
 namespace
 {
 int FindText(const CStringArray& texts, const CString& text, int absent)
@@ -15,7 +18,7 @@ CJOBXdata::~CJOBXdata() = default;
 
 void CJOBXdata::UnitConvert(const double& factor)
 {
-    m_arrPkgs.UnitConvert(factor);
+    jobx::ScaleLengths(*this, factor);
 }
 
 int CJOBXdata::GetLayerIndex(CString name) const

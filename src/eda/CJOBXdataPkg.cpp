@@ -1,5 +1,8 @@
 #include "eda/CJOBXdataPkg.h"
 
+#include "eda/CJOBXdataPkgFields.h"
+#include "foundation/ScaleLengths.h"
+
 template class CExPtrArray<CJOBXdataPkg*, CJOBXdataPkg*>;
 
 CJOBXdataPkg* CJOBXdataPkg::clone() const
@@ -19,12 +22,7 @@ bool CJOBXdataPkg::operator==(const CJOBXdataPkg& other) const
 
 void CJOBXdataPkg::UnitConvert(const double& factor)
 {
-    const double by = factor; // it may be a member of this package
-    m_arrOutlines.UnitConvert(by);
-    m_arrPins.UnitConvert(by);
-    m_dPitch *= by;
-    m_ptUpperRight.UnitConvert(by);
-    m_ptLowerLeft.UnitConvert(by);
+    jobx::ScaleLengths(*this, factor);
 }
 
 CJOBXdataPkgArray::~CJOBXdataPkgArray() = default;

@@ -1,8 +1,10 @@
 #include "eda/CJOBXdataPkgObj.h"
 
 #include "eda/CJOBXdataPkgObjContour.h"
+#include "eda/CJOBXdataPkgObjFields.h"
 #include "eda/EdaKeywords.h"
 #include "foundation/NumberText.h"
+#include "foundation/ScaleLengths.h"
 #include "foundation/framework/Guarded.h"
 
 #include <array>
@@ -244,9 +246,7 @@ CJOBXdataPkgObjCircle* CJOBXdataPkgObjCircle::clone() const
 
 void CJOBXdataPkgObjCircle::UnitConvert(const double& factor)
 {
-    const double by = factor; // it may be a member of this circle
-    m_ptCenter.UnitConvert(by);
-    m_dRadius *= by;
+    jobx::ScaleLengths(*this, factor);
 }
 
 CJOBXdataPkgObjSquare::CJOBXdataPkgObjSquare()
@@ -263,9 +263,7 @@ CJOBXdataPkgObjSquare* CJOBXdataPkgObjSquare::clone() const
 
 void CJOBXdataPkgObjSquare::UnitConvert(const double& factor)
 {
-    const double by = factor; // it may be a member of this square
-    m_ptCenter.UnitConvert(by);
-    m_dHalfSide *= by;
+    jobx::ScaleLengths(*this, factor);
 }
 
 CJOBXdataPkgObjRectangle::CJOBXdataPkgObjRectangle()
@@ -282,8 +280,5 @@ CJOBXdataPkgObjRectangle* CJOBXdataPkgObjRectangle::clone() const
 
 void CJOBXdataPkgObjRectangle::UnitConvert(const double& factor)
 {
-    const double by = factor; // it may be a member of this rectangle
-    m_dWidth *= by;
-    m_dHeight *= by;
-    m_ptLowerLeft.UnitConvert(by);
+    jobx::ScaleLengths(*this, factor);
 }

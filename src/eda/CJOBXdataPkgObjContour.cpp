@@ -1,6 +1,8 @@
 #include "eda/CJOBXdataPkgObjContour.h"
 
+#include "eda/CJOBXdataPkgObjFields.h"
 #include "eda/EdaKeywords.h"
+#include "foundation/ScaleLengths.h"
 
 CJOBXdataPkgObjContour::CJOBXdataPkgObjContour()
 {
@@ -16,8 +18,5 @@ CJOBXdataPkgObjContour* CJOBXdataPkgObjContour::clone() const
 
 void CJOBXdataPkgObjContour::UnitConvert(const double& factor)
 {
-    const double by = factor; // it may be a coordinate of an element
-    for (__int64 i = 0; i < m_arrElements.GetSize(); ++i)
-        if (CJOBXlayObjOX* const element = m_arrElements.GetAt(i))
-            element->UnitConvert(by);
+    jobx::ScaleLengths(*this, factor);
 }

@@ -1,5 +1,8 @@
 #include "eda/CJOBXdataPkgPin.h"
 
+#include "eda/CJOBXdataPkgPinFields.h"
+#include "foundation/ScaleLengths.h"
+
 template class CExPtrArray<CJOBXdataPkgPin*, CJOBXdataPkgPin*>;
 
 namespace
@@ -23,9 +26,7 @@ bool CJOBXdataPkgPin::operator==(const CJOBXdataPkgPin& other) const
 
 void CJOBXdataPkgPin::UnitConvert(const double& factor)
 {
-    const double by = factor; // it may be a member of this pin
-    m_arrOutlines.UnitConvert(by);
-    m_ptCenter.UnitConvert(by);
+    jobx::ScaleLengths(*this, factor);
 }
 
 CJOBXdataPkgPinArray::CJOBXdataPkgPinArray(const CJOBXdataPkgPinArray& other) : COwningPtrArray()

@@ -1,7 +1,9 @@
 #include "eda/CJOBXnet.h"
 
+#include "eda/CJOBXnetFields.h"
 #include "eda/NetlistText.h"
 #include "foundation/CTextWriter.h"
+#include "foundation/ScaleLengths.h"
 #include "foundation/corekit/CKUtility.h"
 
 template class CExPtrArray<CJOBXnet*, CJOBXnet*>;
@@ -33,7 +35,7 @@ CJOBXnet::~CJOBXnet() = default;
 
 void CJOBXnet::UnitConvert(const double& factor)
 {
-    m_arrPts.UnitConvert(factor);
+    jobx::ScaleLengths(*this, factor);
 }
 
 CJOBXnetArray::CJOBXnetArray() = default;

@@ -1,5 +1,8 @@
 #include "eda/CJOBXnetPt.h"
 
+#include "eda/CJOBXnetPtFields.h"
+#include "foundation/ScaleLengths.h"
+
 #include <atomic>
 
 template class CExPtrArray<CJOBXnetPt*, CJOBXnetPt*>;
@@ -41,11 +44,7 @@ void CJOBXnetPt::RemoveAllFlags()
 
 void CJOBXnetPt::UnitConvert(const double& factor)
 {
-    m_dHeight *= factor;
-    m_dWidth *= factor;
-    m_ptPosition.UnitConvert(factor);
-    m_ptStaggeredPosition.UnitConvert(factor);
-    m_dRadius *= factor;
+    jobx::ScaleLengths(*this, factor);
 }
 
 CJOBXnetPtArray::CJOBXnetPtArray() = default;

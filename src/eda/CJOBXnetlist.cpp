@@ -1,10 +1,12 @@
 #include "eda/CJOBXnetlist.h"
 
+#include "eda/CJOBXnetlistFields.h"
 #include "eda/CListFiller.h"
 #include "eda/NetlistText.h"
 #include "foundation/CTextCache.h"
 #include "foundation/CTextScanner.h"
 #include "foundation/KeywordTable.h"
+#include "foundation/ScaleLengths.h"
 #include "foundation/corekit/CKUtility.h"
 #include "foundation/corekit/FreshDirectory.h"
 #include "foundation/framework/Guarded.h"
@@ -171,6 +173,5 @@ void CJOBXnetlist::WriteODBData(CString stepDir) const
 
 void CJOBXnetlist::UnitConvert(const double& factor)
 {
-    m_arrPts.UnitConvert(factor);
-    m_arrNets.UnitConvert(factor);
+    jobx::ScaleLengths(*this, factor);
 }

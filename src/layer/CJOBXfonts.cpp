@@ -1,9 +1,11 @@
 #include "layer/CJOBXfonts.h"
 
 #include "foundation/KeywordTable.h"
+#include "foundation/ScaleLengths.h"
 #include "foundation/corekit/CKUtility.h"
 #include "foundation/corekit/FreshDirectory.h"
 #include "foundation/framework/Guarded.h"
+#include "layer/CJOBXfontsFields.h"
 #include "layer/FontFile.h"
 
 #include <memory>
@@ -111,9 +113,5 @@ void CJOBXfonts::WriteStandardFont(const CString& jobFolder) const
 
 void CJOBXfonts::UnitConvert(const double& factor)
 {
-    const double by = factor; // it may be one of the sizes
-    m_dXSize *= by;
-    m_dYSize *= by;
-    m_dOffset *= by;
-    m_arrCharacters.UnitConvert(by);
+    jobx::ScaleLengths(*this, factor);
 }

@@ -1,5 +1,7 @@
 #include "layer/CJOBXfontsStandard.h"
 
+#include "foundation/ScaleLengths.h"
+#include "layer/CJOBXfontsFields.h"
 #include "layer/FontFile.h"
 
 template class CExPtrArray<CJOBXfontsStandard*, CJOBXfontsStandard*>;
@@ -10,7 +12,7 @@ CJOBXfontsStandard::~CJOBXfontsStandard() = default;
 
 void CJOBXfontsStandard::UnitConvert(const double& factor)
 {
-    m_arrStrokes.UnitConvert(factor);
+    jobx::ScaleLengths(*this, factor);
 }
 
 CJOBXfontsStandardArray::CJOBXfontsStandardArray() = default;

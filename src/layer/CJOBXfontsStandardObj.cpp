@@ -1,5 +1,7 @@
 #include "layer/CJOBXfontsStandardObj.h"
 
+#include "foundation/ScaleLengths.h"
+#include "layer/CJOBXfontsFields.h"
 #include "layer/FontFile.h"
 
 template class CExPtrArray<CJOBXfontsStandardObj*, CJOBXfontsStandardObj*>;
@@ -10,8 +12,7 @@ CJOBXfontsStandardObj::~CJOBXfontsStandardObj() = default;
 
 void CJOBXfontsStandardObj::UnitConvert(const double& factor)
 {
-    m_ptStart.UnitConvert(factor);
-    m_ptEnd.UnitConvert(factor);
+    jobx::ScaleLengths(*this, factor);
 }
 
 CJOBXfontsStandardObjArray::CJOBXfontsStandardObjArray() = default;

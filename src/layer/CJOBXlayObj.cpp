@@ -1,8 +1,10 @@
 #include "layer/CJOBXlayObj.h"
 
 #include "foundation/CRecordStore.h"
+#include "foundation/ScaleLengths.h"
 #include "foundation/framework/AsciiText.h"
 #include "foundation/framework/Guarded.h"
+#include "layer/CJOBXlayObjFields.h"
 #include "layer/FeaturesWriter.h"
 #include "layer/RecordOfType.h"
 
@@ -258,8 +260,7 @@ CJOBXlayObjLine::~CJOBXlayObjLine() = default;
 
 void CJOBXlayObjLine::ScaleGeometry(double factor)
 {
-    m_ptEnd.Scale(factor);
-    m_ptStart.Scale(factor);
+    jobx::ScaleLengths(*this, factor);
 }
 
 CJOBXlayObjPad::~CJOBXlayObjPad() = default;
@@ -271,7 +272,7 @@ int CJOBXlayObjPad::CheckObjAtCenterPoint(double& x, double& y)
 
 void CJOBXlayObjPad::ScaleGeometry(double factor)
 {
-    m_ptCenter.Scale(factor);
+    jobx::ScaleLengths(*this, factor);
 }
 
 CJOBXlayObjArc::~CJOBXlayObjArc() = default;
@@ -288,9 +289,7 @@ CString CJOBXlayObjArc::LongClockwise() const
 
 void CJOBXlayObjArc::ScaleGeometry(double factor)
 {
-    m_ptCenter.Scale(factor);
-    m_ptEnd.Scale(factor);
-    m_ptStart.Scale(factor);
+    jobx::ScaleLengths(*this, factor);
 }
 
 CJOBXlayObjText::CJOBXlayObjText() = default;
@@ -299,9 +298,7 @@ CJOBXlayObjText::~CJOBXlayObjText() = default;
 
 void CJOBXlayObjText::ScaleGeometry(double factor)
 {
-    m_dWidthFactor *= factor;
-    m_ptSize.Scale(factor);
-    m_ptPosition.Scale(factor);
+    jobx::ScaleLengths(*this, factor);
 }
 
 CJOBXlayObjBarcode::CJOBXlayObjBarcode() = default;
@@ -310,9 +307,7 @@ CJOBXlayObjBarcode::~CJOBXlayObjBarcode() = default;
 
 void CJOBXlayObjBarcode::ScaleGeometry(double factor)
 {
-    m_dHeight *= factor;
-    m_dWidth *= factor;
-    m_ptPosition.ReScale(factor, factor);
+    jobx::ScaleLengths(*this, factor);
 }
 
 CJOBXlayObjSurfaceOB::CJOBXlayObjSurfaceOB() : m_pElements(std::make_shared<CJOBXlayObjOXArray>()) {}
@@ -355,7 +350,7 @@ CJOBXlayObjSurface::~CJOBXlayObjSurface() = default;
 
 void CJOBXlayObjSurface::ScaleGeometry(double factor)
 {
-    m_arrContours.vRescale(factor);
+    jobx::ScaleLengths(*this, factor);
 }
 
 CJOBXlayObjArray::CJOBXlayObjArray() = default;

@@ -4,9 +4,11 @@
 #include "foundation/CTextScanner.h"
 #include "foundation/CTextWriter.h"
 #include "foundation/NumberedTable.h"
+#include "foundation/ScaleLengths.h"
 #include "foundation/corekit/CKUtility.h"
 #include "foundation/corekit/FreshDirectory.h"
 #include "foundation/framework/Guarded.h"
+#include "layer/CJOBXlayerFields.h"
 #include "layer/CJOBXtool.h"
 #include "layer/FeaturesReader.h"
 #include "layer/FeaturesWriter.h"
@@ -145,11 +147,7 @@ void CJOBXlayer::vRescale()
 
 void CJOBXlayer::UnitConvert(const double& factor)
 {
-    m_arrFeatures.UnitConvert(factor);
-    for (__int64 i = 0; i < m_pComponents->GetSize(); ++i)
-        if (CJOBXcomponents* const components = m_pComponents->GetAt(i))
-            components->UnitConvert(factor);
-    m_pTool->UnitConvert(factor);
+    jobx::ScaleLengths(*this, factor);
 }
 
 CJOBXlayerArray::CJOBXlayerArray() = default;

@@ -1,6 +1,8 @@
 #include "layer/CJOBXtool.h"
 
+#include "foundation/ScaleLengths.h"
 #include "foundation/corekit/CKUtility.h"
+#include "layer/CJOBXtoolFields.h"
 #include "layer/ToolFile.h"
 
 CJOBXtool::CJOBXtool() = default;
@@ -42,6 +44,5 @@ void CJOBXtool::WriteODBData(const CString& directory) const
 
 void CJOBXtool::UnitConvert(double factor)
 {
-    m_dThickness *= factor;
-    m_arrToolData.UnitConvert(factor);
+    jobx::ScaleLengths(*this, factor);
 }

@@ -1,6 +1,8 @@
 #include "layer/CJOBXtoolData.h"
 
+#include "foundation/ScaleLengths.h"
 #include "foundation/framework/Guarded.h"
+#include "layer/CJOBXtoolFields.h"
 #include "layer/ToolFile.h"
 
 template class CExPtrArray<CJOBXtoolData*, CJOBXtoolData*>;
@@ -67,10 +69,7 @@ void CJOBXtoolData::WriteODBData(FILE* file) const
 
 void CJOBXtoolData::UnitConvert(double factor)
 {
-    m_dMinTol *= factor;
-    m_dMaxTol *= factor;
-    m_dFinishSize *= factor;
-    m_dDrillSize *= factor;
+    jobx::ScaleLengths(*this, factor);
 }
 
 CJOBXtoolDataArray::CJOBXtoolDataArray() = default;

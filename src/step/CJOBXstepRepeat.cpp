@@ -1,6 +1,8 @@
 #include "step/CJOBXstepRepeat.h"
 
 #include "foundation/CTextWriter.h"
+#include "foundation/ScaleLengths.h"
+#include "step/CJOBXstepRepeatFields.h"
 #include "step/StephdrText.h"
 
 template class CExPtrArray<CJOBXstepRepeat*, CJOBXstepRepeat*>;
@@ -39,8 +41,7 @@ CJOBXstepRepeat::~CJOBXstepRepeat() = default;
 
 void CJOBXstepRepeat::UnitConvert(const double& factor)
 {
-    m_ptPosition.UnitConvert(factor);
-    m_ptPitch.UnitConvert(factor);
+    jobx::ScaleLengths(*this, factor);
 }
 
 CJOBXstepRepeatArray::CJOBXstepRepeatArray() = default;

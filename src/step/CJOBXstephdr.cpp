@@ -3,8 +3,10 @@
 #include "foundation/CTextScanner.h"
 #include "foundation/CTextWriter.h"
 #include "foundation/KeywordTable.h"
+#include "foundation/ScaleLengths.h"
 #include "foundation/corekit/CKUtility.h"
 #include "foundation/framework/Guarded.h"
+#include "step/CJOBXstephdrFields.h"
 #include "step/StephdrText.h"
 
 #include <memory>
@@ -165,9 +167,7 @@ void CJOBXstephdr::WriteODBData(CString stepDir) const
 
 void CJOBXstephdr::UnitConvert(const double& factor)
 {
-    m_ptDatum.UnitConvert(factor);
-    m_ptOrigin.UnitConvert(factor);
-    m_arrStepRepeats.UnitConvert(factor);
+    jobx::ScaleLengths(*this, factor);
 }
 
 CJOBXstephdrArray::CJOBXstephdrArray() = default;

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "foundation/CJOBXProperty.h"
+#include "foundation/RecordFields.h"
+
+// The fields of CJOBXProperty.
+template <>
+struct jobx::Fields<CJOBXProperty>
+{
+    static constexpr RecordName kName{"property", "An attribute or property with the numbers of its file's tables",
+                                      "attribute", "attribute"};
+    static constexpr auto kList = std::tuple{
+        Text("name", "Attribute name", &CJOBXProperty::m_sName).Shown("name").AsName(),
+        Index(FieldTable::AttributeNames, "number", "Of the name in the file's table, -1 for none",
+              &CJOBXProperty::m_nNumber)
+            .Shown("name number"),
+        Text("value", "Attribute value", &CJOBXProperty::m_sValue).Shown("value"),
+        Index(FieldTable::AttributeTexts, "textNumber", "Of the value in the file's table, -1 for none",
+              &CJOBXProperty::m_nTextNumber)
+            .Shown("text number"),
+        Texts("furtherValues", "Value words after the first", &CJOBXProperty::m_arrFurtherValues)
+            .Shown("further values"),
+    };
+};

@@ -1,0 +1,422 @@
+// How the fields of a record are described, once, for all that walks over them: comparison, JSON and its schema,
+// copying into the compact model, unit change, tests, bindings.
+//
+// Fields<Record> beside each record class lists its fields, one a line:
+//
+//     Text("partName", "Part", &CJOBXcmp::m_sPartName).Shown("part name", 7),
+//      |     |           |       |                        |          |
+//      kind  key         about   member, or two           name for   place among what
+//                                members: get and set     people     people are shown
+//
+// The order of the list is the order of the keys in documents. A field without Shown takes no part in comparisons.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <limits>
+#include <string_view>
+#include <tuple>
+#include <type_traits>
+#include <utility>
+
+class CArrayN;
+class CStringArray;
+
+namespace jobx
+{
+enum class FieldKind
+{
+    Text,       // CString
+    Integer,    // int or __int64
+    Index,      // an integer that leads to an entry of a table, see FieldTable
+    LineNumber, // an integer: where in its file the record stood
+    Real,       // a double without a unit
+    Angle,      // a double in degrees
+    Length,     // a double in the unit of the file
+    Coordinate, // CPointD in the unit of the file
+    Count,      // CPointN: columns and rows
+    Texts,      // CStringArray
+    Parameters, // texts of which some may be lengths
+    Numbers,    // CArrayN
+    Part,       // one record inside this one
+    Records,    // a list of records
+    Class,      // not a member: the further fields of the classes that the record may have
+    Table,      // not a member: parallel lists of this record that make one numbered table
+};
+
+// Where an index leads.
+enum class FieldTable
+{
+    None,
+    AttributeNames, // of the file, by number
+    AttributeTexts, // of the file, by number
+    Symbols,        // of the layer, by number
+    LayerNames,     // of the EDA data, by position
+    Features,       // of that layer, by position
+    Nets,           // of the EDA data, by position
+    Subnets,        // of that net, by position
+    Packages,       // of the EDA data, by position
+    Pins,           // of the component's package, by position
+    Components,     // of that side, by position
+    Toeprints,      // of that component, by position
+};
+
+// How records are called: in documents (key), by people (shown), and in paths that lead to one (word).
+struct RecordName
+{
+    std::string_view key;
+    std::string_view about;
+    std::string_view shown;
+    std::string_view word;
+};
+
+// The description of a class, specialised beside each: kName, and kList, a tuple of fields.
+template <class Record>
+struct Fields;
+
+// What a field is beside its kind.
+struct FieldFacts
+{
+    static constexpr int kNoPlace = std::numeric_limits<int>::max();
+
+    std::string_view key;
+    std::string_view about;
+    std::string_view shown;          // name for people
+    std::string_view shownY;         // of the second of two coordinates
+    int place = kNoPlace;            // among the fields that are shown
+    bool isShown = false;            // differences in it are told
+    bool isInDocuments = true;       // it has its key there
+    bool isLeftByUnitChange = false; // a length that UnitConvert and vRescale leave alone
+    bool isName = false;             // records of a list are known by it
+    bool isNameInAnyCase = false;    // and ASCII letters of either case are one
+    bool isMark = false;             // shown beside the position of a record that has no name
+    bool isClassText = false;        // its text says which class the record has
+    bool isSorted = false;           // documents sort the list by the names of its records
+    FieldTable table = FieldTable::None;
+};
+
+template <FieldKind kKindOfField, class AccessOfField>
+struct Field : FieldFacts
+{
+    static constexpr FieldKind kKind = kKindOfField;
+    AccessOfField access;
+
+    // Shown to people under that name, at that place; without a place behind all that have one.
+    constexpr Field Shown(std::string_view name, int at = kNoPlace) const
+    {
+        Field field = *this;
+        field.isShown = true;
+        field.shown = name;
+        field.place = at;
+        return field;
+    }
+    // The same for the two coordinates of a point.
+    constexpr Field Shown(std::string_view nameX, std::string_view nameY, int at = kNoPlace) const
+    {
+        Field field = Shown(nameX, at);
+        field.shownY = nameY;
+        return field;
+    }
+    // The same for what has no name of its own: lists and further fields.
+    constexpr Field Shown(int at = kNoPlace) const { return Shown({}, at); }
+
+    constexpr Field InMemoryOnly() const { return With(&FieldFacts::isInDocuments, false); }
+    constexpr Field LeftByUnitChange() const { return With(&FieldFacts::isLeftByUnitChange, true); }
+    constexpr Field AsName() const { return With(&FieldFacts::isName, true); }
+    constexpr Field AsNameInAnyCase() const { return AsName().With(&FieldFacts::isNameInAnyCase, true); }
+    constexpr Field AsMark() const { return With(&FieldFacts::isMark, true); }
+    constexpr Field AsClassText() const { return With(&FieldFacts::isClassText, true); }
+    constexpr Field Sorted() const { return With(&FieldFacts::isSorted, true); }
+
+    template <class Value>
+    constexpr Field With(Value FieldFacts::*fact, Value value) const
+    {
+        Field field = *this;
+        field.*fact = value;
+        return field;
+    }
+};
+
+// A member that everyone may reach.
+template <class Class, class Value>
+struct MemberAccess
+{
+    Value Class::*member;
+
+    constexpr const Value& Get(const Class& record) const { return record.*member; }
+    constexpr Value& Ref(Class& record) const { return record.*member; }
+    template <class NewValue>
+    constexpr void Set(Class& record, NewValue&& value) const
+    {
+        record.*member = std::forward<NewValue>(value);
+    }
+};
+
+// A member behind two functions.
+template <class GetClass, class Value, class SetClass, class Parameter>
+struct FunctionAccess
+{
+    Value (GetClass::*get)() const;
+    void (SetClass::*set)(Parameter);
+
+    Value Get(const GetClass& record) const { return (record.*get)(); }
+    template <class Record, class NewValue>
+    void Set(Record& record, const NewValue& value) const
+    {
+        (record.*set)(value);
+    }
+};
+
+// Something that a function finds in the record.
+template <class Find>
+struct FoundAccess
+{
+    Find find;
+
+    template <class Record>
+    constexpr decltype(auto) Get(const Record& record) const
+    {
+        return find(record);
+    }
+    template <class Record>
+    constexpr auto Ref(Record& record) const -> decltype(find(record))
+    {
+        return find(record);
+    }
+    template <class Record, class NewValue>
+    constexpr void Set(Record& record, NewValue&& value) const
+    {
+        find(record) = std::forward<NewValue>(value);
+    }
+};
+
+template <class Class, class Value>
+constexpr auto AccessTo(Value Class::*member)
+{
+    return MemberAccess<Class, Value>{member};
+}
+template <class GetClass, class Value, class SetClass, class Parameter>
+constexpr auto AccessTo(Value (GetClass::*get)() const, void (SetClass::*set)(Parameter))
+{
+    return FunctionAccess<GetClass, Value, SetClass, Parameter>{get, set};
+}
+template <class Find>
+requires std::is_class_v<Find>
+constexpr auto AccessTo(Find find)
+{
+    if constexpr (requires { &Find::Get; })
+        return find; // a way of its own
+    else
+        return FoundAccess<Find>{find};
+}
+
+template <FieldKind kKind, class... Where>
+constexpr auto MakeField(std::string_view key, std::string_view about, Where... where)
+{
+    const auto access = AccessTo(where...);
+    Field<kKind, std::remove_const_t<decltype(access)>> field{{}, access};
+    field.key = key;
+    field.about = about;
+    return field;
+}
+
+template <class... Where>
+constexpr auto Text(std::string_view key, std::string_view about, Where... where)
+{
+    return MakeField<FieldKind::Text>(key, about, where...);
+}
+template <class... Where>
+constexpr auto Integer(std::string_view key, std::string_view about, Where... where)
+{
+    return MakeField<FieldKind::Integer>(key, about, where...);
+}
+template <class... Where>
+constexpr auto Index(FieldTable table, std::string_view key, std::string_view about, Where... where)
+{
+    return MakeField<FieldKind::Index>(key, about, where...).With(&FieldFacts::table, table);
+}
+template <class... Where>
+constexpr auto LineNumber(std::string_view key, std::string_view about, Where... where)
+{
+    return MakeField<FieldKind::LineNumber>(key, about, where...);
+}
+template <class... Where>
+constexpr auto Real(std::string_view key, std::string_view about, Where... where)
+{
+    return MakeField<FieldKind::Real>(key, about, where...);
+}
+template <class... Where>
+constexpr auto Angle(std::string_view key, std::string_view about, Where... where)
+{
+    return MakeField<FieldKind::Angle>(key, about, where...);
+}
+template <class... Where>
+constexpr auto Length(std::string_view key, std::string_view about, Where... where)
+{
+    return MakeField<FieldKind::Length>(key, about, where...);
+}
+template <class... Where>
+constexpr auto Coordinate(std::string_view key, std::string_view about, Where... where)
+{
+    return MakeField<FieldKind::Coordinate>(key, about, where...);
+}
+template <class... Where>
+constexpr auto Count(std::string_view key, std::string_view about, Where... where)
+{
+    return MakeField<FieldKind::Count>(key, about, where...);
+}
+template <class... Where>
+constexpr auto Texts(std::string_view key, std::string_view about, Where... where)
+{
+    return MakeField<FieldKind::Texts>(key, about, where...);
+}
+template <class... Where>
+constexpr auto Parameters(std::string_view key, std::string_view about, Where... where)
+{
+    return MakeField<FieldKind::Parameters>(key, about, where...);
+}
+template <class... Where>
+constexpr auto Numbers(std::string_view key, std::string_view about, Where... where)
+{
+    return MakeField<FieldKind::Numbers>(key, about, where...);
+}
+template <class... Where>
+constexpr auto Part(std::string_view key, std::string_view about, Where... where)
+{
+    return MakeField<FieldKind::Part>(key, about, where...);
+}
+template <class... Where>
+constexpr auto Records(std::string_view key, std::string_view about, Where... where)
+{
+    return MakeField<FieldKind::Records>(key, about, where...);
+}
+
+// The classes that a record may have beside the described one, the usual ones first.
+template <class... Classes>
+struct ClassAccess
+{
+    // Calls `use` with the record as the class that it has, if it is one of them.
+    template <class Record, class Use>
+    static void Find(Record& record, Use use)
+    {
+        static_cast<void>((TryAs<Classes>(record, use) || ...));
+    }
+    // Calls `use` with a null pointer of each class.
+    template <class Use>
+    static constexpr void ForEach(Use use)
+    {
+        (use(static_cast<Classes*>(nullptr)), ...);
+    }
+
+private:
+    template <class Class, class Record, class Use>
+    static bool TryAs(Record& record, Use& use)
+    {
+        using Wanted = std::conditional_t<std::is_const_v<Record>, const Class, Class>;
+        auto* const found = dynamic_cast<Wanted*>(&record);
+        if (found != nullptr)
+            use(*found);
+        return found != nullptr;
+    }
+};
+template <class... Classes>
+constexpr auto FieldsOfClass()
+{
+    return Field<FieldKind::Class, ClassAccess<Classes...>>{};
+}
+
+// Numbers, texts and, where there is one, a second text of each entry.
+template <class Class>
+struct TableAccess
+{
+    CArrayN Class::*numbers;
+    CStringArray Class::*texts;
+    CStringArray Class::*seconds;
+};
+template <class Class>
+constexpr auto Table(CArrayN Class::*numbers, CStringArray Class::*texts, CStringArray Class::*seconds = nullptr)
+{
+    return Field<FieldKind::Table, TableAccess<Class>>{{}, {numbers, texts, seconds}}.InMemoryOnly();
+}
+
+// The field at a position of a list, all known while compiling.
+template <class Record, std::size_t kIndex>
+struct FieldAt
+{
+    static constexpr const auto& kField = std::get<kIndex>(Fields<Record>::kList);
+    static constexpr FieldKind kKind = std::remove_cvref_t<decltype(kField)>::kKind;
+
+    static constexpr decltype(auto) Get(const Record& record) { return kField.access.Get(record); }
+    static constexpr decltype(auto) Ref(Record& record) { return kField.access.Ref(record); }
+    template <class Value>
+    static constexpr void Set(Record& record, Value&& value)
+    {
+        kField.access.Set(record, std::forward<Value>(value));
+    }
+};
+
+template <class Record>
+constexpr std::size_t kFieldCount = std::tuple_size_v<std::remove_cvref_t<decltype(Fields<Record>::kList)>>;
+
+// Calls `visit` with the FieldAt of each field.
+template <class Record, class Visit>
+void ForEachField(Visit visit)
+{
+    [&]<std::size_t... kIndexes>(std::index_sequence<kIndexes...>)
+    {
+        (visit(FieldAt<Record, kIndexes>{}), ...);
+    }
+    (std::make_index_sequence<kFieldCount<Record>>{});
+}
+
+template <class Record>
+constexpr std::array<int, kFieldCount<Record>> PlacesOfFields()
+{
+    return std::apply([](const auto&... fields) { return std::array<int, kFieldCount<Record>>{fields.place...}; },
+                      Fields<Record>::kList);
+}
+
+// The positions of the fields, those that have a place in its order before the others.
+template <class Record>
+constexpr std::array<std::size_t, kFieldCount<Record>> ShownOrder()
+{
+    const auto places = PlacesOfFields<Record>();
+    std::array<std::size_t, kFieldCount<Record>> order{};
+    for (std::size_t i = 0; i < order.size(); ++i)
+        order[i] = i;
+    for (std::size_t i = 1; i < order.size(); ++i)
+        for (std::size_t k = i; k > 0 && places[order[k]] < places[order[k - 1]]; --k)
+            std::swap(order[k], order[k - 1]);
+    return order;
+}
+
+// The same for each field that is shown, in the order in which they are.
+template <class Record, class Visit>
+void ForEachShownField(Visit visit)
+{
+    static constexpr auto kOrder = ShownOrder<Record>();
+    const auto visitShown = [&visit](auto field)
+    {
+        if constexpr (decltype(field)::kField.isShown)
+            visit(field);
+    };
+    [&]<std::size_t... kIndexes>(std::index_sequence<kIndexes...>)
+    {
+        (visitShown(FieldAt<Record, kOrder[kIndexes]>{}), ...);
+    }
+    (std::make_index_sequence<kFieldCount<Record>>{});
+}
+
+// The class of the records of a list.
+template <class List>
+using RecordOfList = std::remove_const_t<std::remove_pointer_t<decltype(std::declval<const List&>().GetAt(0))>>;
+
+// Calls `visit` with each record of a list of pointers; null entries are passed over.
+template <class List, class Visit>
+void ForEachRecord(List& list, Visit visit)
+{
+    for (decltype(list.GetSize()) i = 0; i < list.GetSize(); ++i)
+        if (auto* const record = list.GetAt(i))
+            visit(*record);
+}
+} // namespace jobx

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "eda/CJOBXdataFields.h"
+#include "eda/CJOBXeda.h"
+#include "eda/CJOBXnetlistFields.h"
+#include "foundation/RecordFields.h"
+#include "layer/CJOBXlayerFields.h"
+#include "step/CJOBXstepObj.h"
+#include "step/CJOBXstephdrFields.h"
+
+// The fields of CJOBXstepObj.
+template <>
+struct jobx::Fields<CJOBXstepObj>
+{
+    static constexpr RecordName kName{"step", "A step", "step", "step"};
+    static constexpr auto kList = std::tuple{
+        Text("name", "As the matrix spells it", &CJOBXstepObj::m_sName).AsNameInAnyCase(),
+        Part(
+            "profile", "", [](auto& step) -> auto& { return *step.GetProfile(); }),
+        Part(
+            "header", "", [](auto& step) -> auto& { return *step.GetHeader(); }),
+        Records("layers", "Sorted by name", &CJOBXstepObj::m_arrLayers).Sorted(),
+        Records("components", "Sorted by layer name", &CJOBXstepObj::m_arrComponents).Sorted(),
+        Part(
+            "eda", "", [](auto& step) -> auto& { return *step.GetEda()->m_pData; }),
+        Part(
+            "netlist", "", [](auto& step) -> auto& { return *step.GetNetlist(); }),
+    };
+};
