@@ -1,5 +1,6 @@
 #include "compact/CODBcmp.h"
 
+#include "compact/CompactFields.h"
 #include "compact/NewCopy.h"
 
 template class CExPtrArray<CODBcmp*, CODBcmp*>;
@@ -13,8 +14,7 @@ CODBcmp* CODBcmp::clone() const
 
 void CODBcmp::vRescale(double factor)
 {
-    m_ptLocation.ReScale(factor);
-    m_arrToes.vRescale(factor);
+    jobx::RescaleLengths(*this, factor);
 }
 
 CODBcmpArray* CODBcmpArray::clone() const

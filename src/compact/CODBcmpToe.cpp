@@ -1,5 +1,6 @@
 #include "compact/CODBcmpToe.h"
 
+#include "compact/CompactFields.h"
 #include "compact/NewCopy.h"
 
 template class CExPtrArray<CODBcmpToe*, CODBcmpToe*>;
@@ -13,7 +14,7 @@ CODBcmpToe* CODBcmpToe::clone() const
 
 void CODBcmpToe::vRescale(double factor)
 {
-    m_ptLocation.ReScale(factor);
+    jobx::RescaleLengths(*this, factor);
 }
 
 CODBcmpToeArray* CODBcmpToeArray::clone() const

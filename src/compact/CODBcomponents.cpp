@@ -1,5 +1,6 @@
 #include "compact/CODBcomponents.h"
 
+#include "compact/CompactFields.h"
 #include "compact/NewCopy.h"
 
 CODBcomponents::~CODBcomponents() = default;
@@ -11,5 +12,5 @@ CODBcomponents* CODBcomponents::clone() const
 
 void CODBcomponents::vRescale(double factor)
 {
-    m_arrCmps.vRescale(factor);
+    jobx::RescaleLengths(*this, factor);
 }

@@ -1,5 +1,6 @@
 #include "compact/CODBdata.h"
 
+#include "compact/CompactFields.h"
 #include "compact/NewCopy.h"
 
 CODBdata::~CODBdata() = default;
@@ -11,5 +12,5 @@ CODBdata* CODBdata::clone() const
 
 void CODBdata::vRescale(double factor)
 {
-    m_arrPkgs.vRescale(factor);
+    jobx::RescaleLengths(*this, factor);
 }

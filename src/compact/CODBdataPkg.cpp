@@ -1,5 +1,6 @@
 #include "compact/CODBdataPkg.h"
 
+#include "compact/CompactFields.h"
 #include "compact/NewCopy.h"
 
 template class CExPtrArray<CODBdataPkg*, CODBdataPkg*>;
@@ -13,11 +14,7 @@ CODBdataPkg* CODBdataPkg::clone() const
 
 void CODBdataPkg::vRescale(double factor)
 {
-    m_arrOutlines.vRescale(factor);
-    m_arrPins.vRescale(factor);
-    m_dPitch *= factor;
-    m_ptUpperRight.ReScale(factor);
-    m_ptLowerLeft.ReScale(factor);
+    jobx::RescaleLengths(*this, factor);
 }
 
 CODBdataPkgArray* CODBdataPkgArray::clone() const

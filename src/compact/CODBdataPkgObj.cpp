@@ -1,5 +1,6 @@
 #include "compact/CODBdataPkgObj.h"
 
+#include "compact/CompactFields.h"
 #include "compact/NewCopy.h"
 #include "eda/CJOBXdataPkgObjContour.h"
 
@@ -151,8 +152,7 @@ CODBdataPkgObjCircle* CODBdataPkgObjCircle::clone() const
 
 void CODBdataPkgObjCircle::vRescale(double factor)
 {
-    m_ptCenter.ReScale(factor);
-    m_dRadius *= factor;
+    jobx::RescaleLengths(*this, factor);
 }
 
 CODBdataPkgObjSquare::CODBdataPkgObjSquare()
@@ -169,8 +169,7 @@ CODBdataPkgObjSquare* CODBdataPkgObjSquare::clone() const
 
 void CODBdataPkgObjSquare::vRescale(double factor)
 {
-    m_ptCenter.ReScale(factor);
-    m_dHalfSide *= factor;
+    jobx::RescaleLengths(*this, factor);
 }
 
 CODBdataPkgObjRectangle::CODBdataPkgObjRectangle()
@@ -187,9 +186,7 @@ CODBdataPkgObjRectangle* CODBdataPkgObjRectangle::clone() const
 
 void CODBdataPkgObjRectangle::vRescale(double factor)
 {
-    m_dWidth *= factor;
-    m_dHeight *= factor;
-    m_ptLowerLeft.ReScale(factor);
+    jobx::RescaleLengths(*this, factor);
 }
 
 CODBdataPkgObjContour::CODBdataPkgObjContour()
@@ -206,5 +203,5 @@ CODBdataPkgObjContour* CODBdataPkgObjContour::clone() const
 
 void CODBdataPkgObjContour::vRescale(double factor)
 {
-    m_arrElements.vRescale(factor);
+    jobx::RescaleLengths(*this, factor);
 }

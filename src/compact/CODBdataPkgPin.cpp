@@ -1,5 +1,6 @@
 #include "compact/CODBdataPkgPin.h"
 
+#include "compact/CompactFields.h"
 #include "compact/NewCopy.h"
 
 template class CExPtrArray<CODBdataPkgPin*, CODBdataPkgPin*>;
@@ -13,8 +14,7 @@ CODBdataPkgPin* CODBdataPkgPin::clone() const
 
 void CODBdataPkgPin::vRescale(double factor)
 {
-    m_arrOutlines.vRescale(factor);
-    m_ptCenter.ReScale(factor);
+    jobx::RescaleLengths(*this, factor);
 }
 
 CODBdataPkgPinArray* CODBdataPkgPinArray::clone() const

@@ -1,5 +1,6 @@
 #include "compact/CODBlayObj.h"
 
+#include "compact/CompactFields.h"
 #include "compact/NewCopy.h"
 
 template class CExPtrArray<CODBlayObjSurfaceOB*, CODBlayObjSurfaceOB*>;
@@ -28,8 +29,7 @@ CODBlayObjLine* CODBlayObjLine::clone() const
 
 void CODBlayObjLine::vRescale(double factor)
 {
-    m_ptEnd.ReScale(factor);
-    m_ptStart.ReScale(factor);
+    jobx::RescaleLengths(*this, factor);
 }
 
 CODBlayObjPad::CODBlayObjPad()
@@ -46,7 +46,7 @@ CODBlayObjPad* CODBlayObjPad::clone() const
 
 void CODBlayObjPad::vRescale(double factor)
 {
-    m_ptCenter.ReScale(factor);
+    jobx::RescaleLengths(*this, factor);
 }
 
 CODBlayObjArc::CODBlayObjArc()
@@ -63,9 +63,7 @@ CODBlayObjArc* CODBlayObjArc::clone() const
 
 void CODBlayObjArc::vRescale(double factor)
 {
-    m_ptCenter.ReScale(factor);
-    m_ptEnd.ReScale(factor);
-    m_ptStart.ReScale(factor);
+    jobx::RescaleLengths(*this, factor);
 }
 
 CODBlayObjText::CODBlayObjText()
@@ -82,9 +80,7 @@ CODBlayObjText* CODBlayObjText::clone() const
 
 void CODBlayObjText::vRescale(double factor)
 {
-    m_dWidthFactor *= factor;
-    m_ptSize.ReScale(factor);
-    m_ptPosition.ReScale(factor);
+    jobx::RescaleLengths(*this, factor);
 }
 
 CODBlayObjBarcode::CODBlayObjBarcode()
@@ -101,9 +97,7 @@ CODBlayObjBarcode* CODBlayObjBarcode::clone() const
 
 void CODBlayObjBarcode::vRescale(double factor)
 {
-    m_dHeight *= factor;
-    m_dWidth *= factor;
-    m_ptPosition.ReScale(factor);
+    jobx::RescaleLengths(*this, factor);
 }
 
 CODBlayObjSurfaceOB::~CODBlayObjSurfaceOB() = default;
@@ -115,7 +109,7 @@ CODBlayObjSurfaceOB* CODBlayObjSurfaceOB::clone() const
 
 void CODBlayObjSurfaceOB::vRescale(double factor)
 {
-    m_arrElements.vRescale(factor);
+    jobx::RescaleLengths(*this, factor);
 }
 
 CODBlayObjSurfaceOBArray* CODBlayObjSurfaceOBArray::clone() const
@@ -137,7 +131,7 @@ CODBlayObjSurface* CODBlayObjSurface::clone() const
 
 void CODBlayObjSurface::vRescale(double factor)
 {
-    m_arrContours.vRescale(factor);
+    jobx::RescaleLengths(*this, factor);
 }
 
 CODBlayObjArray* CODBlayObjArray::clone() const

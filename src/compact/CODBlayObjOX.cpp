@@ -1,5 +1,6 @@
 #include "compact/CODBlayObjOX.h"
 
+#include "compact/CompactFields.h"
 #include "compact/NewCopy.h"
 
 template class CExPtrArray<CODBlayObjOX*, CODBlayObjOX*>;
@@ -13,8 +14,7 @@ CODBlayObjOX* CODBlayObjOX::clone() const
 
 void CODBlayObjOX::vRescale(double factor)
 {
-    m_ptCenter.ReScale(factor);
-    m_ptPoint.ReScale(factor);
+    jobx::RescaleLengths(*this, factor);
 }
 
 CODBlayObjOXArray* CODBlayObjOXArray::clone() const

@@ -1,5 +1,6 @@
 #include "compact/CODBnet.h"
 
+#include "compact/CompactFields.h"
 #include "compact/NewCopy.h"
 
 template class CExPtrArray<CODBnet*, CODBnet*>;
@@ -13,7 +14,7 @@ CODBnet* CODBnet::clone() const
 
 void CODBnet::vRescale(double factor)
 {
-    m_arrPts.vRescale(factor);
+    jobx::RescaleLengths(*this, factor);
 }
 
 CODBnetArray* CODBnetArray::clone() const

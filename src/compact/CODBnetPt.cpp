@@ -1,5 +1,6 @@
 #include "compact/CODBnetPt.h"
 
+#include "compact/CompactFields.h"
 #include "compact/NewCopy.h"
 
 template class CExPtrArray<CODBnetPt*, CODBnetPt*>;
@@ -13,11 +14,7 @@ CODBnetPt* CODBnetPt::clone() const
 
 void CODBnetPt::vRescale(double factor)
 {
-    m_dHeight *= factor;
-    m_dWidth *= factor;
-    m_ptPosition.ReScale(factor);
-    m_ptStaggeredPosition.ReScale(factor);
-    m_dRadius *= factor;
+    jobx::RescaleLengths(*this, factor);
 }
 
 CODBnetPtArray* CODBnetPtArray::clone() const

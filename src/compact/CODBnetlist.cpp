@@ -1,5 +1,6 @@
 #include "compact/CODBnetlist.h"
 
+#include "compact/CompactFields.h"
 #include "compact/NewCopy.h"
 
 CODBnetlist::~CODBnetlist() = default;
@@ -11,6 +12,5 @@ CODBnetlist* CODBnetlist::clone() const
 
 void CODBnetlist::vRescale(double factor)
 {
-    m_arrPts.vRescale(factor);
-    m_arrNets.vRescale(factor);
+    jobx::RescaleLengths(*this, factor);
 }

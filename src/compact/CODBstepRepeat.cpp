@@ -1,5 +1,6 @@
 #include "compact/CODBstepRepeat.h"
 
+#include "compact/CompactFields.h"
 #include "compact/NewCopy.h"
 
 #include <algorithm>
@@ -67,8 +68,7 @@ CODBstepRepeat* CODBstepRepeat::clone() const
 
 void CODBstepRepeat::vRescale(double factor)
 {
-    m_ptPosition.ReScale(factor);
-    m_ptPitch.ReScale(factor);
+    jobx::RescaleLengths(*this, factor);
 }
 
 CODBstepRepeatArray* CODBstepRepeatArray::clone() const

@@ -1,5 +1,6 @@
 #include "compact/CODBstephdr.h"
 
+#include "compact/CompactFields.h"
 #include "compact/NewCopy.h"
 
 template class CExPtrArray<CODBstephdr*, CODBstephdr*>;
@@ -13,9 +14,7 @@ CODBstephdr* CODBstephdr::clone() const
 
 void CODBstephdr::vRescale(double factor)
 {
-    m_ptDatum.ReScale(factor);
-    m_ptOrigin.ReScale(factor);
-    m_arrStepRepeats.vRescale(factor);
+    jobx::RescaleLengths(*this, factor);
 }
 
 CODBstephdrArray* CODBstephdrArray::clone() const

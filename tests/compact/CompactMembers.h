@@ -1,8 +1,8 @@
-// Every member of every class of the compact model, told once: what a unit change multiplies is a length, what it
-// leaves alone is not. Tests of copies and of rescaling walk it.
+// Walks over every member of every class of the compact model as its list says: what a unit change multiplies is a
+// length, what it leaves alone is not. Tests of copies and of rescaling use it.
 #pragma once
 
-#include "compact/CODB.h"
+#include "compact/CompactFields.h"
 
 #include <string>
 #include <type_traits>
@@ -157,108 +157,38 @@ public:
     Members members;
 };
 
-inline void Visit(MemberVisitor& v, CODBdataNetObj& x)
+template <class T>
+concept IsListed = requires
 {
-    v.Plain(x.m_nFeatureIndex);
-    v.Plain(x.m_nLayerIndex);
-    v.Plain(x.m_sKind);
-    v.Plain(x.m_sText);
-    v.Plain(x.m_nLineNumber);
-}
+    jobx::CompactFields<T>::kList;
+};
 
-inline void Visit(MemberVisitor& v, CODBlayObjOX& x)
-{
-    v.Plain(x.m_nLineNumber);
-    v.Plain(x.m_sClockwise);
-    v.Plain(x.m_sPolygonType);
-    v.Length(x.m_ptCenter);
-    v.Length(x.m_ptPoint);
-    v.Plain(x.m_sKind);
-}
+// The class whose list has the members that all classes of a kind have.
+template <class T>
+using BaseOf = std::conditional_t<std::is_base_of_v<CODBlayObj, T>, CODBlayObj,
+                                  std::conditional_t<std::is_base_of_v<CODBdataPkgObj, T>, CODBdataPkgObj, T>>;
 
-inline void Visit(MemberVisitor& v, CODBcmpToe& x)
-{
-    v.Plain(x.m_sName);
-    v.Plain(x.m_nNet);
-    v.Plain(x.m_nSubnet);
-    v.Plain(x.m_nMirror);
-    v.Plain(x.m_dRotation);
-    v.Length(x.m_ptLocation);
-    v.Plain(x.m_nPin);
-}
-
-inline void Visit(MemberVisitor& v, CODBnetPt& x)
-{
-    v.Plain(x.m_sSide);
-    v.Plain(x.m_sStaggeredMark);
-    v.Plain(x.m_dStaggeredRadius);
-    v.Plain(x.m_sExposure);
-    v.Plain(x.m_sEndPoint);
-    v.Length(x.m_dHeight);
-    v.Length(x.m_dWidth);
-    v.Length(x.m_ptPosition);
-    v.Length(x.m_ptStaggeredPosition);
-    v.Length(x.m_dRadius);
-    v.Plain(x.m_arrFlags);
-}
-
-inline void Visit(MemberVisitor& v, CODBmatrixLayer& x)
-{
-    v.Plain(x.m_sEndName);
-    v.Plain(x.m_sStartName);
-    v.Plain(x.m_sPolarity);
-    v.Plain(x.m_sName);
-    v.Plain(x.m_sType);
-    v.Plain(x.m_sContext);
-    v.Plain(x.m_sAddType);
-    v.Plain(x.m_sOldName);
-    v.Plain(x.m_sColor);
-    v.Plain(x.m_nRow);
-}
-
-inline void Visit(MemberVisitor& v, CODBsysAttrData& x)
-{
-    v.Plain(x.m_arrOptions);
-    v.Plain(x.m_sName);
-}
-
-inline void Visit(MemberVisitor& v, CODBstepRepeat& x)
-{
-    v.Plain(x.m_sName);
-    v.Length(x.m_ptPosition);
-    v.Length(x.m_ptPitch);
-    v.Plain(x.m_ptCount);
-    v.Plain(x.m_dAngle);
-    v.Plain(x.m_sMirror);
-    v.Plain(x.m_sFlip);
-}
-
-void Visit(MemberVisitor& v, CODBSnt& x);
-void Visit(MemberVisitor& v, CODBdataNet& x);
-void Visit(MemberVisitor& v, CODBlayObj& x);
-void Visit(MemberVisitor& v, CODBlayObjSurfaceOB& x);
-void Visit(MemberVisitor& v, CODBlayer& x);
-void Visit(MemberVisitor& v, CODBSpecialSymbol& x);
-void Visit(MemberVisitor& v, CODBcmp& x);
-void Visit(MemberVisitor& v, CODBcomponents& x);
-void Visit(MemberVisitor& v, CODBdataPkgObj& x);
-void Visit(MemberVisitor& v, CODBdataPkgPin& x);
-void Visit(MemberVisitor& v, CODBdataPkg& x);
-void Visit(MemberVisitor& v, CODBdata& x);
-void Visit(MemberVisitor& v, CODBnet& x);
-void Visit(MemberVisitor& v, CODBnetlist& x);
-void Visit(MemberVisitor& v, CODBmatrix& x);
-void Visit(MemberVisitor& v, CODBstephdr& x);
+template <IsListed T>
+void Visit(MemberVisitor& v, T& x);
+void Visit(MemberVisitor& v, CODBnetArray& list);
 void Visit(MemberVisitor& v, CODB& x);
 
-// An empty list is filled with one element of each class that may stand in it.
+// An empty list is filled with two elements, or with one of each class that may stand in it.
 template <class T>
 void FillWithAllClasses(MemberVisitor& v, CExPtrArray<T*, T*>& list)
 {
-    v.FillNew(list);
+    if constexpr (requires { typename jobx::CompactFields<T>::Classes; })
+    {
+        if (v.Fills() && list.IsEmpty())
+        {
+            list.Add(new T);
+            jobx::CompactFields<T>::Classes::ForEach([&]<class Class>(Class*) { list.Add(new Class); });
+        }
+        v.Integer(list.GetSize());
+    }
+    else
+        v.FillNew(list);
 }
-void FillWithAllClasses(MemberVisitor& v, CExPtrArray<CODBlayObj*, CODBlayObj*>& list);
-void FillWithAllClasses(MemberVisitor& v, CExPtrArray<CODBdataPkgObj*, CODBdataPkgObj*>& list);
 
 template <class T>
 void Visit(MemberVisitor& v, CCopyableArray<T>& list)
@@ -268,10 +198,34 @@ void Visit(MemberVisitor& v, CCopyableArray<T>& list)
         Visit(v, *list.GetAt(i));
 }
 
-inline void Visit(MemberVisitor& v, CODBnetArray& list)
+template <class Field, class T>
+void VisitMember(MemberVisitor& v, T& x)
 {
-    Visit<CODBnet>(v, list);
-    v.Plain(list.m_sUnits);
+    auto& member = Field::Ref(x);
+    if constexpr (Field::IsScaled())
+        v.Length(member);
+    else if constexpr (Field::Kind() == jobx::FieldKind::Part)
+        v.Fixed([&] { Visit(v, member); }); // a symbol's layer
+    else if constexpr (requires { v.Plain(member); })
+        v.Plain(member);
+    else
+        Visit(v, member);
+}
+
+template <class T>
+void VisitMembers(MemberVisitor& v, T& x)
+{
+    jobx::ForEachCompactField<T>([&](auto field) { VisitMember<decltype(field)>(v, x); });
+}
+
+template <IsListed T>
+void Visit(MemberVisitor& v, T& x)
+{
+    using Base = BaseOf<T>;
+    VisitMembers<Base>(v, x);
+    if constexpr (requires { typename jobx::CompactFields<Base>::Classes; })
+        jobx::CompactFields<Base>::Classes::Find(static_cast<Base&>(x),
+                                                 [&](auto& classed) { VisitMembers(v, classed); });
 }
 
 template <class T>

@@ -1,5 +1,6 @@
 // The compact model that is made from a step of a job.
 #include "compact/CompactMembers.h"
+#include "compact/CompactModel.h"
 #include "compact/RecordPairs.h"
 #include "support/TempDir.h"
 #include "support/TestPaths.h"
@@ -23,39 +24,33 @@ public:
     {
         Set(a);
     }
-    template <class Object, class Class, class Value, class Parameter, class B>
-    void Access(Object& a, Value (Class::*)() const, void (Class::*setter)(Parameter), const B& /*b*/)
+    template <class Field, class A, class B>
+    void Value(A& a, const B& /*b*/)
     {
-        Value value{};
-        Set(value);
-        (a.*setter)(value);
-    }
-    void Properties(CJOBXlayObj& a, const CJOBXPropertyArray& /*b*/) { Set(*a.GetPropertyArray()); }
-    void Texts(CJOBXlayObj& a, const CStringArray& /*b*/) { Set(a.GetTexts()); }
-    void Flags(CJOBXnetPt& a, const CStringArray& /*b*/)
-    {
-        for (int i = 0; i < 2; ++i)
-            a.AddFlag(NextText());
+        if constexpr (Field::kKind == jobx::FieldKind::Records)
+            Set(Field::Ref(a));
+        else
+        {
+            std::remove_cvref_t<decltype(Field::Get(a))> value{};
+            Set(value);
+            Field::Set(a, value);
+        }
     }
     template <class A, class B, class Walk>
     void List(CExPtrArray<A*, A*>& a, const COwningPtrArray<B>& /*b*/, Walk walk)
     {
-        for (int i = 0; i < 2; ++i)
-        {
+        a.Add(new A);
+        if constexpr (requires { typename jobx::CompactFields<B>::Classes; })
+            jobx::CompactFields<B>::Classes::ForEach([&]<class Class>(Class*)
+                                                     { a.Add(new typename jobx::CompactFields<Class>::Main); });
+        else
             a.Add(new A);
-            B unused;
-            walk(*a.GetLastElement(), unused);
-        }
-    }
-    template <class Base, class... Classes, class A, class B, class Walk>
-    void ListOfClasses(CExPtrArray<A*, A*>& a, const COwningPtrArray<B>& /*b*/, Walk walk)
-    {
-        for (A* const record : std::initializer_list<A*>{new Base, new Classes...})
-        {
-            a.Add(record);
-            B unused;
-            walk(*record, unused);
-        }
+        jobx::ForEachRecord(a,
+                            [&](A& record)
+                            {
+                                B unused;
+                                walk(record, unused);
+                            });
     }
     template <class B, class Base>
     B* CompactAs(Base& /*b*/)
@@ -134,19 +129,17 @@ public:
         for (INT_PTR i = 0; i < a.GetSize(); ++i)
             Same(*a.GetAt(i), *b.GetAt(i));
     }
-    template <class Object, class Class, class Value, class Parameter, class B>
-    void Access(const Object& a, Value (Class::*getter)() const, void (Class::*)(Parameter), const B& b)
+    void operator()(const jobx::FeatureProperties::Shared& a, const CJOBXPropertyArray& b)
     {
-        EXPECT_TRUE((a.*getter)() == b);
+        ASSERT_EQ(a.GetSize(), b.GetSize());
+        for (INT_PTR i = 0; i < a.GetSize(); ++i)
+            Same(*a.GetAt(i), *b.GetAt(i));
     }
-    void Properties(const CJOBXlayObj& a, const CJOBXPropertyArray& b)
+    template <class Field, class A, class B>
+    void Value(const A& a, const B& b)
     {
-        ASSERT_EQ(a.nGetPropertyCount(), b.GetSize());
-        for (int i = 0; i < a.nGetPropertyCount(); ++i)
-            Same(*a.pGetProperty(i), *b.GetAt(i));
+        (*this)(Field::Get(a), b);
     }
-    void Texts(const CJOBXlayObj& a, const CStringArray& b) { EXPECT_TRUE(a.GetTexts() == b); }
-    void Flags(const CJOBXnetPt& a, const CStringArray& b) { EXPECT_TRUE(a.GetFlags() == b); }
     template <class A, class B, class Walk>
     void List(CExPtrArray<A*, A*>& a, COwningPtrArray<B>& b, Walk walk)
     {
@@ -156,11 +149,6 @@ public:
             ++records;
             walk(*a.GetAt(i), *b.GetAt(i));
         }
-    }
-    template <class Base, class... Classes, class A, class B, class Walk>
-    void ListOfClasses(CExPtrArray<A*, A*>& a, COwningPtrArray<B>& b, Walk walk)
-    {
-        List(a, b, walk);
     }
     template <class B, class Base>
     B* CompactAs(Base& b)
@@ -245,8 +233,6 @@ void FillJob(CJOBX& job)
     CJOBXcomponents& file = *AddFile(step, filler.NextText());
     CODBcomponents& part = *unused.m_pComponents;
     pairs.List(file.m_arrCmps, part.m_arrCmps);
-    for (INT_PTR i = 0; i < file.m_arrCmps.GetSize(); ++i)
-        filler(file.m_arrCmps.GetAt(i)->m_nSide, 0);
     filler(file.m_arrAttributeNames, 0);
     filler(file.m_arrAttributeNameNumbers, 0);
     filler(file.m_arrAttributeTexts, 0);
@@ -523,26 +509,6 @@ TEST(CompactModelOfStep, JoinsAttributeTablesUnderFreeNumbers)
     using Numbers = std::vector<std::pair<int, int>>;
     EXPECT_EQ(AttributesOf(*part.m_arrCmps.GetAt(0)), (Numbers{{0, -1}, {1, 3}, {7, -1}, {99, 99}}));
     EXPECT_EQ(AttributesOf(*part.m_arrCmps.GetAt(1)), (Numbers{{1, -1}, {2, 3}, {7, -1}, {99, 99}}));
-}
-
-TEST(CompactModelOfStep, AttributesFollowTheirTextsIntoTheJoinedTable)
-{
-    CJOBX job;
-    CJOBXstepObj& step = *AddStep(job, "pcb");
-    for (const char* const text : {"from the top", "from the bottom"})
-    {
-        CJOBXcomponents* const file = AddFile(step, step.m_arrComponents.GetSize() == 0 ? "comp_+_top" : "comp_+_bot");
-        file->m_arrAttributeTexts = Texts({text});
-        file->m_arrAttributeTextNumbers.Add(3);
-        file->m_arrCmps.Add(new CJOBXcmp);
-        AddAttributes(*file->m_arrCmps.GetAt(0), {{-1, 3}});
-    }
-    const std::unique_ptr<CODB> model(pMakeCompactModel(job, &step));
-    const CODBcomponents& part = *model->m_pComponents;
-    EXPECT_TRUE(part.m_arrAttributeTexts == Texts({"from the top", "from the bottom"}));
-    EXPECT_EQ(NumbersOf(part.m_arrAttributeTextNumbers), (std::vector<int>{3, 0}));
-    EXPECT_EQ(AttributesOf(*part.m_arrCmps.GetAt(0)), (std::vector<std::pair<int, int>>{{-1, 3}}));
-    EXPECT_EQ(AttributesOf(*part.m_arrCmps.GetAt(1)), (std::vector<std::pair<int, int>>{{-1, 0}}));
 }
 
 TEST(CompactModelOfStep, SharesNothingWithTheJob)

@@ -190,6 +190,33 @@ TEST(CompactModel, PointsToTheLengthsOfTheTable)
     EXPECT_EQ(text.m_ptSize, CPointD(10.0, 20.0));
 }
 
+TEST(CompactModel, OnlyTheseLengthsAreLeftByAUnitChange)
+{
+    // The walk above believes the lists of fields; these are the lengths that stay on purpose.
+    std::vector<std::string> left;
+    const auto look = [&]<class... Records>(std::tuple<Records...>*)
+    {
+        const auto lookAt = [&]<class Record>(Record*)
+        {
+            jobx::ForEachField<Record>(
+                [&](auto field)
+                {
+                    if (field.kField.isLeftByUnitChange)
+                        left.push_back(std::string(jobx::Fields<Record>::kName.key) + "." +
+                                       std::string(field.kField.key));
+                });
+        };
+        (lookAt(static_cast<Records*>(nullptr)), ...);
+    };
+    look(static_cast<std::tuple<CJOBXlayObjOX, CJOBXlayObjLine, CJOBXlayObjPad, CJOBXlayObjArc, CJOBXlayObjText,
+                                CJOBXlayObjBarcode, CJOBXlayObjSurface, CJOBXlayObj, CJOBXlayer, CJOBXtoolData,
+                                CJOBXtool, CJOBXfonts, CJOBXfontsStandardObj, CJOBXcmp, CJOBXcmpTop, CJOBXSnt,
+                                CJOBXdataPkg, CJOBXdataPkgPin, CJOBXdataPkgObjCircle, CJOBXdataPkgObjSquare,
+                                CJOBXdataPkgObjRectangle, CJOBXnetPt, CJOBXstepRepeat, CJOBXstephdr>*>(nullptr));
+    EXPECT_EQ(left, (std::vector<std::string>{"stroke.width", "subnet.fillSize", "subnet.point", "pin.finishedHoleSize",
+                                              "testPoint.staggeredRadius"}));
+}
+
 TEST(CompactModel, LayerRescalesByItsOwnFactor)
 {
     CODBlayer layer;
