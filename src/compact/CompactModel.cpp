@@ -97,6 +97,74 @@ void ConvertAll(const jobx::FeatureProperties::Shared& from, CJOBXPropertyArray&
                         { to.Own(std::unique_ptr<CJOBXProperty>(property.clone())); });
 }
 
+template <class Compact>
+void ConvertFields(const MainOf<Compact>& from, Compact& to);
+
+// What becomes of a record; some have members that do not correspond.
+template <class Compact>
+void Convert(const MainOf<Compact>& from, Compact& to)
+{
+    ConvertFields(from, to);
+}
+void Convert(const CJOBXlayer& from, CODBlayer& to)
+{
+    ConvertFields(from, to);
+    to.m_sUnits = UnitsOf(from.m_sUnits);
+}
+void Convert(const CJOBXSpecialSymbol& from, CODBSpecialSymbol& to)
+{
+    ConvertFields(from, to);
+    to.m_sUnits = to.m_layer.m_sUnits;
+}
+void Convert(const CJOBXnetlist& from, CODBnetlist& to)
+{
+    ConvertFields(from, to);
+    to.m_arrNets.m_sUnits = from.m_arrNets.m_sUnits;
+}
+
+// A record of the class that fits, with the members of its own; null when it has no further class.
+template <class Compact>
+std::unique_ptr<Compact> NewClassed(const MainOf<Compact>& from)
+{
+    std::unique_ptr<Compact> to;
+    if constexpr (requires { typename jobx::CompactFields<Compact>::Classes; })
+        jobx::CompactFields<Compact>::Classes::ForEach(
+            [&]<class Class>(Class*)
+            {
+                if (const auto* const classed = to == nullptr ? dynamic_cast<const MainOf<Class>*>(&from) : nullptr)
+                {
+                    auto converted = MakeNew<Class>();
+                    ConvertFields(*classed, *converted);
+                    to = std::move(converted);
+                }
+            });
+    return to;
+}
+
+template <class Compact>
+std::unique_ptr<Compact> NewConverted(const MainOf<Compact>& from)
+{
+    std::unique_ptr<Compact> to = NewClassed<Compact>(from);
+    if (to == nullptr)
+        to = MakeNew<Compact>();
+    Convert(from, *to);
+    return to;
+}
+
+// Appends what becomes of every record; null entries are left out.
+template <class List, class Compact>
+void ConvertAll(const List& from, COwningPtrArray<Compact>& to)
+{
+    jobx::ForEachRecord(from, [&](const auto& record) { to.Own(NewConverted<Compact>(record)); });
+}
+
+// Properties that features share are copied one by one.
+void ConvertAll(const jobx::FeatureProperties::Shared& from, CJOBXPropertyArray& to)
+{
+    jobx::ForEachRecord(from, [&](const CJOBXProperty& property)
+                        { to.Own(std::unique_ptr<CJOBXProperty>(property.clone())); });
+}
+
 // Word by word, because taking them as an array would change the source.
 void CopyValue(const CWordList& from, CStringArray& to)
 {
@@ -127,7 +195,7 @@ void ConvertFields(const MainOf<Compact>& from, Compact& to)
                     Convert(value, member);
                 else if constexpr (std::is_same_v<decltype(value), decltype(std::as_const(member))> ||
                                    field.Kind() != jobx::FieldKind::Records)
-                    CopyValue(value, member);
+                    member = value;
                 else
                     ConvertAll(value, member);
             }

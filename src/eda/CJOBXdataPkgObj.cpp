@@ -45,9 +45,10 @@ bool HasNumbers(const CJOBXdataPkgObj& record, std::array<double, N>& numbers, s
 {
     if (record.m_arrParameters.GetSize() != static_cast<INT_PTR>(count))
         return false;
-    std::size_t i = 0;
-    return record.m_arrParameters.ForEach([&](std::string_view word)
-                                          { return i >= N || IsNumber(word, numbers[i++]); });
+    for (std::size_t i = 0; i < N; ++i)
+        if (!IsNumber(record.m_arrParameters[static_cast<INT_PTR>(i)].View(), numbers[i]))
+            return false;
+    return true;
 }
 
 template <class Shape>

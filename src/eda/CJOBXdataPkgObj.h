@@ -1,9 +1,10 @@
 #pragma once
 
-#include "eda/CWordList.h"
 #include "foundation/CExPtrArray.h"
 #include "foundation/CPooledRecord.h"
 #include "foundation/corekit/CPointD.h"
+#include "foundation/framework/CString.h"
+#include "foundation/framework/CStringArray.h"
 
 #include <cstdio>
 
@@ -32,9 +33,9 @@ public:
     // fit it. A null file writes nothing.
     void WriteODBData(std::FILE* file) const;
 
-    int m_nLineNumber = 0;     // in the file it came from, counted from 1
-    CWordList m_arrParameters; // as they stood in the file
-    CString m_sKeyword;        // "CR", "SQ", "RC", "CT", "OB", "OS", "OC", "OE", "CE", or whatever stood there
+    int m_nLineNumber = 0;        // in the file it came from, counted from 1
+    CStringArray m_arrParameters; // as they stood in the file
+    CString m_sKeyword;           // "CR", "SQ", "RC", "CT", "OB", "OS", "OC", "OE", "CE", or whatever stood there
 };
 
 extern template class JOBX_API CExPtrArray<CJOBXdataPkgObj*, CJOBXdataPkgObj*>;

@@ -39,7 +39,6 @@ struct Reading
     CListFiller<CJOBXdataPkgObj> packageOutlines{};
     CListFiller<CJOBXdataPkgObj> pinOutlines{};
     CTextCache textCache{};
-    std::string words{}; // room for JoinedFields
 
     void Finish()
     {
@@ -105,19 +104,6 @@ void AddFields(Reading& reading, CStringArray& texts, CFieldScanner fields)
     texts.SetSize(at + count);
     for (; fields.Text(field); ++at)
         texts[at] = reading.textCache.Of(field);
-}
-
-// The fields with one blank between them; valid until the next call.
-std::string_view JoinedFields(Reading& reading, CFieldScanner fields)
-{
-    reading.words.clear();
-    for (std::string_view field; fields.Text(field);)
-    {
-        if (!reading.words.empty())
-            reading.words += ' ';
-        reading.words += field;
-    }
-    return reading.words;
 }
 
 void AddNet(Reading& reading, std::string_view line, int number)
@@ -305,7 +291,7 @@ void OnAnyOther(Reading& reading, std::string_view line)
     CFieldScanner fields(line);
     record->m_nLineNumber = reading.text.LineNumber();
     fields.Text(record->m_sKeyword);
-    record->m_arrParameters.SetJoined(reading.textCache.Of(JoinedFields(reading, fields)));
+    AddFields(reading, record->m_arrParameters, fields);
     outlines->Own(std::move(record));
 }
 

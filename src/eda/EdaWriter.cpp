@@ -117,12 +117,8 @@ void WritePlain(CTextWriter& writer, const CJOBXdataPkgObj& record)
 {
     CTextLine out(writer);
     out << record.m_sKeyword;
-    record.m_arrParameters.ForEach(
-        [&out](std::string_view word)
-        {
-            out << ' ' << word;
-            return true;
-        });
+    for (INT_PTR i = 0; i < record.m_arrParameters.GetSize(); ++i)
+        out << ' ' << record.m_arrParameters[i];
     out << '\n';
 }
 
