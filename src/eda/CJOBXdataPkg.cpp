@@ -20,6 +20,11 @@ bool CJOBXdataPkg::operator==(const CJOBXdataPkg& other) const
            m_arrOutlines == other.m_arrOutlines && m_arrPins == other.m_arrPins;
 }
 
+bool CJOBXdataPkg::operator!=(const CJOBXdataPkg& other) const
+{
+    return !(*this == other);
+}
+
 void CJOBXdataPkg::UnitConvert(const double& factor)
 {
     jobx::ScaleLengths(*this, factor);

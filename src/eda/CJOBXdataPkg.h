@@ -20,6 +20,7 @@ public:
     // Every member equal, numbers exactly; outlines and pins at the positions of `other`'s, properties and attributes
     // one by one.
     bool operator==(const CJOBXdataPkg& other) const;
+    bool operator!=(const CJOBXdataPkg& other) const;
 
     // Multiplies the outlines, the pins, the pitch and both corners by `factor`.
     void UnitConvert(const double& factor);

@@ -1,6 +1,7 @@
 #include "foundation/CJOBXProperty.h"
 
 #include "foundation/corekit/CECadClsLvl.h"
+#include "foundation/framework/Guarded.h"
 
 #include <memory>
 
@@ -100,6 +101,11 @@ CJOBXPropertyArray& CJOBXPropertyArray::operator=(const CJOBXPropertyArray& othe
 }
 
 CJOBXPropertyArray::~CJOBXPropertyArray() = default;
+
+CJOBXPropertyArray* CJOBXPropertyArray::clone() const
+{
+    return Guarded([this] { return new CJOBXPropertyArray(*this); });
+}
 
 void CJOBXPropertyArray::Serialize(CArchive& archive)
 {

@@ -57,6 +57,7 @@ public:
     CJOBXPropertyArray(const CJOBXPropertyArray& other); // new records with every member
     CJOBXPropertyArray& operator=(const CJOBXPropertyArray& other);
     ~CJOBXPropertyArray() override;
+    virtual CJOBXPropertyArray* clone() const; // the caller owns the copy
     // Stores the list, or replaces it by the one loaded; an unknown version leaves it empty. The count in an archive is
     // not believed: a short archive raises the archive exception with the records loaded before it in the list.
     void Serialize(CArchive& archive) override;

@@ -301,6 +301,37 @@ TEST(EdaModel, OutlinesAreEqualWhenLineKeywordAndParametersAre)
     EXPECT_TRUE(one != AddOutline(outlines, "CR 3 2 1", 5));
 }
 
+TEST(EdaModel, PackageInequalityIsAnOperationOfItsOwn)
+{
+    bool (CJOBXdataPkg::*const differs)(const CJOBXdataPkg&) const = &CJOBXdataPkg::operator!=;
+    CJOBXdataPkg one;
+    CJOBXdataPkg two;
+    EXPECT_FALSE((one.*differs)(two));
+    two.m_sName = "other";
+    EXPECT_TRUE((one.*differs)(two));
+    EXPECT_TRUE(one != two);
+}
+
+TEST(EdaModel, OutlineParametersAreAnOrdinaryListOfTexts)
+{
+    static_assert(std::is_same_v<decltype(CJOBXdataPkgObj::m_arrParameters), CStringArray>);
+    const auto data = ReadEda("# PKG 0\nPKG P 0 0 0 0 0\nRC 1  2 3 4\n");
+    CStringArray& parameters = data->m_arrPkgs.GetAt(0)->m_arrOutlines.GetAt(0)->m_arrParameters;
+    ASSERT_EQ(parameters.GetUpperBound(), 3);
+    parameters.SetAt(0, "a");
+    parameters.InsertAt(1, "b");
+    parameters.RemoveAt(2);
+    parameters.ElementAt(2) = "c";
+    CStringArray more;
+    more.Add("d");
+    parameters.Append(more);
+    EXPECT_EQ(Printed(*data->m_arrPkgs.GetAt(0)->m_arrOutlines.GetAt(0)), "RC a b c 4 d\n");
+    parameters.SetSize(1);
+    EXPECT_EQ(parameters.GetSize(), 1);
+    parameters.Copy(more);
+    EXPECT_EQ(parameters, more);
+}
+
 TEST(EdaModel, OutlineListsCompareAtThePositionsOfTheSecond)
 {
     CJOBXdataPkgObjArray shorter;

@@ -232,6 +232,34 @@ TEST(Property, ListsAreEqualWhenTheirElementsAre)
     EXPECT_EQ(one == two, 1);
 }
 
+TEST(Property, CloneOfAListHasItsOwnRecordsWithAllMembers)
+{
+    CJOBXPropertyArray list;
+    list.Own(Property("A", "B", 1, 2))->m_arrFurtherValues.Add("more");
+    list.Add(nullptr);
+    list.Own(Property("C", "D"));
+    const std::unique_ptr<CJOBXPropertyArray> clone(list.clone());
+    ASSERT_EQ(clone->GetSize(), 2) << "a missing record is left out";
+    EXPECT_NE(clone->GetAt(0), list.GetAt(0));
+    EXPECT_EQ(*clone->GetAt(0) == *list.GetAt(0), 1);
+    ASSERT_EQ(clone->GetAt(0)->m_arrFurtherValues.GetSize(), 1);
+    EXPECT_EQ(clone->GetAt(0)->m_arrFurtherValues[0], "more");
+    EXPECT_EQ(*clone->GetAt(1) == *list.GetAt(2), 1);
+}
+
+TEST(Property, CloneOfAListGoesThroughTheMostDerivedClass)
+{
+    class CHostList : public CJOBXPropertyArray
+    {
+    public:
+        CHostList* clone() const override { return new CHostList(*this); }
+    };
+    const CHostList list;
+    const CJOBXPropertyArray& base = list;
+    const std::unique_ptr<CJOBXPropertyArray> clone(base.clone());
+    EXPECT_NE(dynamic_cast<CHostList*>(clone.get()), nullptr);
+}
+
 TEST(Property, SameDataIsFoundInAList)
 {
     CJOBXPropertyArray list;

@@ -5,10 +5,15 @@
 
 #include <gtest/gtest.h>
 
+#include <omp.h>
+
+#include <algorithm>
 #include <atomic>
+#include <chrono>
 #include <memory>
 #include <stdexcept>
 #include <string>
+#include <thread>
 #include <vector>
 
 namespace
@@ -67,6 +72,18 @@ TEST(ParallelLoop, CarriesTheFrameworksExceptionsToo)
         raised = true;
     }
     EXPECT_TRUE(raised);
+}
+
+TEST(ParallelLoop, EachThreadTakesOneContiguousBlock)
+{
+    std::vector<int> threads(200);
+    ParallelLoop(static_cast<int>(threads.size()),
+                 [&](int i)
+                 {
+                     threads[static_cast<std::size_t>(i)] = omp_get_thread_num();
+                     std::this_thread::sleep_for(std::chrono::microseconds(200)); // so that others come to their turn
+                 });
+    EXPECT_TRUE(std::is_sorted(threads.begin(), threads.end()));
 }
 
 TEST(ParallelLoop, AppendedElementsStandInTheOrderOfTheIndices)

@@ -17,3 +17,8 @@ CArrayPoint3D* CArrayPoint3D::clone() const
 {
     return new CArrayPoint3D(*this);
 }
+
+bool CArrayPoint3D::operator!=(const CArrayPoint3D& other) const
+{
+    return !(*this == other);
+}

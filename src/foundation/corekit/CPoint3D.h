@@ -63,4 +63,6 @@ public:
     CArrayPoint3D& operator=(CArrayPoint3D&&) noexcept = default;
     ~CArrayPoint3D() override;
     virtual CArrayPoint3D* clone() const; // the caller owns the copy
+
+    bool operator!=(const CArrayPoint3D& other) const;
 };

@@ -44,9 +44,19 @@ CArrayPointD* CArrayPointD::clone() const
     return new CArrayPointD(*this);
 }
 
+bool CArrayPointD::operator!=(const CArrayPointD& other) const
+{
+    return !(*this == other);
+}
+
 CArrayArrayPointD::~CArrayArrayPointD() = default;
 
 CArrayArrayPointD* CArrayArrayPointD::clone() const
 {
     return new CArrayArrayPointD(*this);
+}
+
+bool CArrayArrayPointD::operator!=(const CArrayArrayPointD& other) const
+{
+    return !(*this == other);
 }

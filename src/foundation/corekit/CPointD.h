@@ -64,6 +64,8 @@ public:
     CArrayPointD& operator=(CArrayPointD&&) noexcept = default;
     ~CArrayPointD() override;
     virtual CArrayPointD* clone() const; // the caller owns the copy
+
+    bool operator!=(const CArrayPointD& other) const;
 };
 
 extern template class JOBX_API CExPtrArray<CArrayPointD*, CArrayPointD*>;
@@ -81,4 +83,6 @@ public:
     CArrayArrayPointD& operator=(CArrayArrayPointD&&) noexcept = default;
     ~CArrayArrayPointD() override;
     virtual CArrayArrayPointD* clone() const; // the caller owns the copy
+
+    bool operator!=(const CArrayArrayPointD& other) const;
 };

@@ -15,9 +15,19 @@ CArrayPointN* CArrayPointN::clone() const
     return new CArrayPointN(*this);
 }
 
+bool CArrayPointN::operator!=(const CArrayPointN& other) const
+{
+    return !(*this == other);
+}
+
 CArrayPointN_Array::~CArrayPointN_Array() = default;
 
 CArrayPointN_Array* CArrayPointN_Array::clone() const
 {
     return new CArrayPointN_Array(*this);
+}
+
+bool CArrayPointN_Array::operator!=(const CArrayPointN_Array& other) const
+{
+    return !(*this == other);
 }

@@ -54,6 +54,8 @@ public:
     CArrayPointN& operator=(CArrayPointN&&) noexcept = default;
     ~CArrayPointN() override;
     virtual CArrayPointN* clone() const; // the caller owns the copy
+
+    bool operator!=(const CArrayPointN& other) const;
 };
 
 extern template class JOBX_API CExPtrArray<CArrayPointN*, CArrayPointN*>;
@@ -71,4 +73,6 @@ public:
     CArrayPointN_Array& operator=(CArrayPointN_Array&&) noexcept = default;
     ~CArrayPointN_Array() override;
     virtual CArrayPointN_Array* clone() const; // the caller owns the copy
+
+    bool operator!=(const CArrayPointN_Array& other) const;
 };

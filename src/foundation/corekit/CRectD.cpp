@@ -23,3 +23,8 @@ CArrayRectD* CArrayRectD::clone() const
 {
     return new CArrayRectD(*this);
 }
+
+bool CArrayRectD::operator!=(const CArrayRectD& other) const
+{
+    return !(*this == other);
+}

@@ -53,4 +53,6 @@ public:
     CArrayRectD& operator=(CArrayRectD&&) noexcept = default;
     ~CArrayRectD() override;
     virtual CArrayRectD* clone() const; // the caller owns the copy
+
+    bool operator!=(const CArrayRectD& other) const;
 };

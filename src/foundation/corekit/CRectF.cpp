@@ -41,3 +41,8 @@ CArrayRectF* CArrayRectF::clone() const
 {
     return new CArrayRectF(*this);
 }
+
+bool CArrayRectF::operator!=(const CArrayRectF& other) const
+{
+    return !(*this == other);
+}

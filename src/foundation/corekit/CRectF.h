@@ -53,4 +53,6 @@ public:
     CArrayRectF& operator=(CArrayRectF&&) noexcept = default;
     ~CArrayRectF() override;
     virtual CArrayRectF* clone() const; // the caller owns the copy
+
+    bool operator!=(const CArrayRectF& other) const;
 };

@@ -1,5 +1,6 @@
 #include "foundation/corekit/CArrayN.h"
 #include "foundation/corekit/CPoint3D.h"
+#include "foundation/corekit/CPointD.h"
 #include "foundation/corekit/CPointF.h"
 #include "foundation/corekit/CPointN.h"
 #include "foundation/corekit/CRectD.h"
@@ -265,6 +266,27 @@ TEST(Values, EqualThemselvesEvenWithANumberThatIsNone)
     list.Add(CRectD(1, 2, 3, 4));
     EXPECT_TRUE(list == list);
     // NOLINTEND(misc-redundant-expression)
+}
+
+template <class Array>
+class ValueArrays : public testing::Test
+{
+};
+using ValueArrayTypes = testing::Types<CArrayPointD, CArrayArrayPointD, CArrayPointN, CArrayPointN_Array, CArrayRectD,
+                                       CArrayRectF, CArrayPoint3D>;
+TYPED_TEST_SUITE(ValueArrays, ValueArrayTypes);
+
+TYPED_TEST(ValueArrays, InequalityIsAnOperationOfTheirOwn)
+{
+    bool (TypeParam::*const differs)(const TypeParam&) const = &TypeParam::operator!=;
+    TypeParam one;
+    TypeParam two;
+    EXPECT_FALSE((one.*differs)(two));
+    one.SetSize(1);
+    EXPECT_TRUE((one.*differs)(two));
+    EXPECT_TRUE(one != two);
+    two.SetSize(1);
+    EXPECT_FALSE(one != two);
 }
 
 TEST(ArrayPointN, MoveExchangesTheElementsWithoutCopyingThem)
