@@ -33,7 +33,8 @@ int CJOBXcmpTopArray::nGetCmpPinIndexWithPinID(int pin) const
 
 void CJOBXcmpTopArray::UnitConvert(const double& factor)
 {
+    const double by = factor; // it may be a member of what is converted
     for (__int64 i = 0; i < GetSize(); ++i)
         if (CJOBXcmpTop* const top = GetAt(i))
-            top->UnitConvert(factor);
+            top->UnitConvert(by);
 }

@@ -252,7 +252,8 @@ void CJOBXcomponentsArray::WriteODBData(CString dir) const
 
 void CJOBXcomponentsArray::UnitConvert(const double& factor)
 {
+    const double by = factor; // it may be a member of what is converted
     for (__int64 i = 0; i < GetSize(); ++i)
         if (CJOBXcomponents* const components = GetAt(i))
-            components->UnitConvert(factor);
+            components->UnitConvert(by);
 }

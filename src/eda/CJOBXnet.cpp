@@ -64,7 +64,8 @@ void CJOBXnetArray::WriteODBData(CString dir) const
 
 void CJOBXnetArray::UnitConvert(const double& factor)
 {
+    const double by = factor; // it may be a member of what is converted
     for (__int64 i = 0; i < GetSize(); ++i)
         if (CJOBXnet* const net = GetAt(i))
-            net->UnitConvert(factor);
+            net->UnitConvert(by);
 }

@@ -20,7 +20,8 @@ int CJOBXSpecialSymbolArray::nGetSpecialSymbolIndex(const CString& name) const
 
 void CJOBXSpecialSymbolArray::UnitConvert(const double& factor)
 {
+    const double by = factor; // it may be a member of what is converted
     for (__int64 i = 0; i < GetSize(); ++i)
         if (CJOBXSpecialSymbol* const symbol = GetAt(i))
-            symbol->GetLayer()->UnitConvert(factor);
+            symbol->GetLayer()->UnitConvert(by);
 }

@@ -27,9 +27,10 @@ void CJOBXfontsStandardArray::WriteODBData(FILE* file) const
 
 void CJOBXfontsStandardArray::UnitConvert(const double& factor)
 {
+    const double by = factor; // it may be a member of what is converted
     for (__int64 i = 0; i < GetSize(); ++i)
         if (CJOBXfontsStandard* const character = GetAt(i))
-            character->UnitConvert(factor);
+            character->UnitConvert(by);
 }
 
 void font_file::Write(CTextWriter& out, const CJOBXfontsStandardArray& characters)

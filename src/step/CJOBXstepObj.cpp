@@ -96,14 +96,28 @@ void AddComponents(CWriteTasks& tasks, const CJOBXstepObj& step, const CString& 
 } // namespace
 
 CJOBXstepObj::CJOBXstepObj()
-    : m_pProfile(std::make_unique<CJOBXlayer>()),
-      m_pHeader(std::make_unique<CJOBXstephdr>()),
-      m_pEda(std::make_unique<CJOBXeda>()),
-      m_pNetlist(std::make_unique<CJOBXnetlist>())
 {
+    Guarded(
+        [this]
+        {
+            auto profile = std::make_unique<CJOBXlayer>();
+            auto header = std::make_unique<CJOBXstephdr>();
+            auto eda = std::make_unique<CJOBXeda>();
+            auto netlist = std::make_unique<CJOBXnetlist>();
+            m_pProfile = profile.release();
+            m_pHeader = header.release();
+            m_pEda = eda.release();
+            m_pNetlist = netlist.release();
+        });
 }
 
-CJOBXstepObj::~CJOBXstepObj() = default;
+CJOBXstepObj::~CJOBXstepObj()
+{
+    delete m_pProfile;
+    delete m_pHeader;
+    delete m_pEda;
+    delete m_pNetlist;
+}
 
 int CJOBXstepObj::ParseODBOfMFC(CString stepDirectory)
 {
@@ -151,7 +165,8 @@ void CJOBXstepObj::ReadLayers(const CString& layersDirectory)
                      {
                          auto read = std::make_unique<CJOBXcomponents>();
                          read->ParseODBOfMFC(path);
-                         read->m_sRelativePath = BelowLayers(path, layersDirectory);
+                         const CString plain = files->CKPathCombine(directories[i], "components", kSource, __LINE__);
+                         read->m_sRelativePath = BelowLayers(plain, layersDirectory); // whatever its spelling on disk
                          read->m_sLayerName = read->m_sRelativePath.SpanExcluding(kSeparators);
                          components.Append(i, std::move(read));
                      }
@@ -198,11 +213,12 @@ void CJOBXstepObj::WriteODBData(CString stepsDirectory, int withEda) const
 
 void CJOBXstepObj::UnitConvert(const double& factor)
 {
-    m_pProfile->UnitConvert(factor);
-    m_arrLayers.UnitConvert(factor);
-    m_arrComponents.UnitConvert(factor);
-    m_pEda->m_pData->UnitConvert(factor);
-    m_pNetlist->UnitConvert(factor);
+    const double by = factor; // it may be a member of what is converted
+    m_pProfile->UnitConvert(by);
+    m_arrLayers.UnitConvert(by);
+    m_arrComponents.UnitConvert(by);
+    m_pEda->m_pData->UnitConvert(by);
+    m_pNetlist->UnitConvert(by);
 }
 
 CJOBXcomponentsArray* CJOBXstepObj::ScaneODBComponents(int id)
@@ -282,9 +298,10 @@ void CJOBXstepObjArray::WriteODBData(CString directory, int withEda) const
 
 void CJOBXstepObjArray::UnitConvert(const double& factor)
 {
+    const double by = factor; // it may be a member of what is converted
     for (__int64 i = 0; i < GetSize(); ++i)
         if (CJOBXstepObj* const step = GetAt(i))
-            step->UnitConvert(factor);
+            step->UnitConvert(by);
 }
 
 void AddStepWrites(CWriteTasks& tasks, const CJOBXstepObj& step, const CString& stepsDirectory, int withEda)

@@ -5,8 +5,6 @@
 #include "foundation/framework/CString.h"
 #include "layer/CJOBXlayer.h"
 
-#include <memory>
-
 class CJOBXdataNetArray;
 class CJOBXeda;
 class CJOBXnetlist;
@@ -49,26 +47,26 @@ public:
     // The first layer of that name, ASCII letters of either case, borrowed; null when there is none.
     CJOBXlayer* ScanLayerObjDataInLayer(CString layerName) const;
 
-    // The parts, borrowed; never null.
-    CJOBXlayer* GetProfile() const { return m_pProfile.get(); }
-    CJOBXstephdr* GetHeader() const { return m_pHeader.get(); }
-    CJOBXeda* GetEda() const { return m_pEda.get(); }
-    CJOBXnetlist* GetNetlist() const { return m_pNetlist.get(); }
+    // The parts, borrowed.
+    CJOBXlayer* GetProfile() const { return m_pProfile; }
+    CJOBXstephdr* GetHeader() const { return m_pHeader; }
+    CJOBXeda* GetEda() const { return m_pEda; }
+    CJOBXnetlist* GetNetlist() const { return m_pNetlist; }
 
+    // The pointers to parts are never null; a host may put another object in the place of one that it deletes.
     CWnd* m_pStatus = nullptr;
-    CString m_sName;                      // as the matrix spells it
+    CString m_sName; // as the matrix spells it
+    CJOBXlayer* m_pProfile = nullptr;
+    CJOBXstephdr* m_pHeader = nullptr;
     CJOBXlayerArray m_arrLayers;          // in the order of the directory listing
     CJOBXcomponentsArray m_arrComponents; // likewise, one for each components file
+    CJOBXeda* m_pEda = nullptr;
+    CJOBXnetlist* m_pNetlist = nullptr;
 
 private:
     void ReadLayers(const CString& layersDirectory);
     void ReadEda(const CString& stepDirectory);
     void ReadNetlist(const CString& stepDirectory);
-
-    std::unique_ptr<CJOBXlayer> m_pProfile;
-    std::unique_ptr<CJOBXstephdr> m_pHeader;
-    std::unique_ptr<CJOBXeda> m_pEda;
-    std::unique_ptr<CJOBXnetlist> m_pNetlist;
 };
 
 extern template class JOBX_API CExPtrArray<CJOBXstepObj*, CJOBXstepObj*>;

@@ -714,6 +714,47 @@ TEST(Components, UnitConvert_ScalesLocationsOnly)
     EXPECT_EQ(components.m_sUnits, "INCH");
 }
 
+TEST(Components, UnitConvert_ByACoordinateOfAComponentUsesTheValueGiven)
+{
+    CJOBXcomponentsArray array;
+    CJOBXcomponents& components = *array.Own(std::make_unique<CJOBXcomponents>());
+    const char* const text = "# CMP 0\nCMP 1 2 3 90 N R P\nTOP 0 5 7 0 N 1 1 1\nTOP 1 11 13 0 N 1 1 1\n";
+    Read(components, (std::string(text) + text).c_str());
+    const auto locations = [&]
+    {
+        std::vector<CPointD> points;
+        for (__int64 i = 0; i < 2; ++i)
+        {
+            const CJOBXcmp& component = *components.m_arrCmps.GetAt(i);
+            points.push_back(component.m_ptLocation);
+            points.push_back(component.m_arrTops.GetAt(0)->m_ptLocation);
+            points.push_back(component.m_arrTops.GetAt(1)->m_ptLocation);
+        }
+        return points;
+    };
+    CJOBXcmp& first = *components.m_arrCmps.GetAt(0);
+    first.UnitConvert(first.m_ptLocation.x);
+    EXPECT_EQ(locations(), (std::vector<CPointD>{{4, 6}, {10, 14}, {22, 26}, {2, 3}, {5, 7}, {11, 13}}));
+    components.m_arrCmps.UnitConvert(first.m_ptLocation.x);
+    EXPECT_EQ(locations(), (std::vector<CPointD>{{16, 24}, {40, 56}, {88, 104}, {8, 12}, {20, 28}, {44, 52}}));
+    first.m_arrTops.UnitConvert(first.m_arrTops.GetAt(0)->m_ptLocation.x);
+    EXPECT_EQ(first.m_arrTops.GetAt(1)->m_ptLocation, CPointD(3520, 4160));
+    CJOBXcomponents& second = *array.Own(std::make_unique<CJOBXcomponents>());
+    Read(second, text);
+    first.m_ptLocation.SetData(2, 0);
+    array.UnitConvert(first.m_ptLocation.x);
+    EXPECT_EQ(second.m_arrCmps.GetAt(0)->m_ptLocation, CPointD(4, 6));
+}
+
+TEST(Components, Reader_ComponentOfItsNumberLineOnlyHasNoPackage)
+{
+    CJOBXcomponents components;
+    Read(components, "# CMP 7\n");
+    ASSERT_EQ(components.m_arrCmps.GetSize(), 1);
+    EXPECT_EQ(components.m_arrCmps.GetAt(0)->m_nNumber, 7);
+    EXPECT_EQ(components.m_arrCmps.GetAt(0)->m_nPkgRef, -1);
+}
+
 TEST(Components, Reader_LargeFileWithLargeTables)
 {
     constexpr int kCount = kIsSlowBuild ? 10'000 : 100'000;

@@ -476,6 +476,39 @@ TEST(Netlist, UnitConvert_ScalesAllLengthsButTheStaggeredRadius)
     EXPECT_EQ(netlist.m_arrNets.m_sUnits, "INCH");
 }
 
+TEST(Netlist, UnitConvert_ByALengthOfAPointUsesTheValueGiven)
+{
+    CJOBXnetPt point;
+    for (double CJOBXnetPt::*const member : {&CJOBXnetPt::m_dHeight, &CJOBXnetPt::m_dWidth, &CJOBXnetPt::m_dRadius})
+    {
+        point.m_dHeight = point.m_dWidth = point.m_dRadius = 2.0;
+        point.m_ptPosition.SetData(3, 4);
+        point.m_ptStaggeredPosition.SetData(5, 6);
+        point.UnitConvert(point.*member);
+        EXPECT_EQ(point.m_dHeight, 4.0);
+        EXPECT_EQ(point.m_dWidth, 4.0);
+        EXPECT_EQ(point.m_ptPosition, CPointD(6, 8));
+        EXPECT_EQ(point.m_ptStaggeredPosition, CPointD(10, 12));
+        EXPECT_EQ(point.m_dRadius, 4.0);
+    }
+    CJOBXnetlist netlist;
+    CJOBXnetPt& own = *netlist.m_arrPts.Own(std::make_unique<CJOBXnetPt>());
+    CJOBXnetPt& other = *netlist.m_arrPts.Own(std::make_unique<CJOBXnetPt>());
+    const CJOBXnetPt& read = ReadPoint(netlist, "0.5 1 2 T e e");
+    own.m_dHeight = 2.0;
+    other.m_dHeight = 3.0;
+    netlist.UnitConvert(own.m_dHeight);
+    EXPECT_EQ(other.m_dHeight, 6.0);
+    EXPECT_EQ(read.m_ptPosition, CPointD(2, 4));
+    netlist.m_arrPts.UnitConvert(own.m_dHeight);
+    EXPECT_EQ(other.m_dHeight, 24.0);
+    CJOBXnet& secondNet = *netlist.m_arrNets.Own(std::make_unique<CJOBXnet>());
+    CJOBXnetPt& behind = *secondNet.m_arrPts.Own(std::make_unique<CJOBXnetPt>());
+    behind.m_dHeight = 3.0;
+    netlist.m_arrNets.UnitConvert(read.m_ptPosition.x);
+    EXPECT_EQ(behind.m_dHeight, 6.0);
+}
+
 TEST(Netlist, UnitConvert_OfTheNetsLeavesTheOwnPoints)
 {
     CJOBXnetlist netlist;

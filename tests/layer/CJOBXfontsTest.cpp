@@ -451,6 +451,28 @@ TEST(Fonts, UnitConvert_ByOneOfItsOwnSizesUsesTheValueGiven)
     EXPECT_EQ(stroke.m_ptStart.x, 2.0);
 }
 
+TEST(Fonts, UnitConvert_ByACoordinateOfAStrokeUsesTheValueGiven)
+{
+    CJOBXfontsStandardArray characters;
+    CJOBXfontsStandardObjArray& strokes = characters.Own(std::make_unique<CJOBXfontsStandard>())->m_arrStrokes;
+    CJOBXfontsStandardObj& first = *strokes.Own(std::make_unique<CJOBXfontsStandardObj>());
+    CJOBXfontsStandardObj& second = *strokes.Own(std::make_unique<CJOBXfontsStandardObj>());
+    CJOBXfontsStandardObj& behind = *characters.Own(std::make_unique<CJOBXfontsStandard>())
+                                         ->m_arrStrokes.Own(std::make_unique<CJOBXfontsStandardObj>());
+    first.m_ptStart.SetData(2, 3);
+    first.m_ptEnd.SetData(5, 7);
+    second.m_ptEnd.SetData(1, 1);
+    behind.m_ptEnd.SetData(1, 1);
+    first.UnitConvert(first.m_ptStart.x);
+    EXPECT_EQ(first.m_ptStart, CPointD(4, 6));
+    EXPECT_EQ(first.m_ptEnd, CPointD(10, 14));
+    strokes.UnitConvert(first.m_ptStart.x);
+    EXPECT_EQ(second.m_ptEnd, CPointD(4, 4));
+    first.m_ptStart.SetData(2, 3);
+    characters.UnitConvert(first.m_ptStart.x);
+    EXPECT_EQ(behind.m_ptEnd, CPointD(2, 2));
+}
+
 TEST(Fonts, RealJobs_EveryStrokeIsReadAsItsLineSays)
 {
     JOBX_REQUIRE_REAL_JOBS(jobs);

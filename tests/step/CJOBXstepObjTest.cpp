@@ -5,6 +5,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <functional>
+#include <iterator>
 #include <memory>
 #include <string>
 #include <vector>
@@ -58,6 +61,81 @@ TEST(Step, HasItsPartsAtOnce)
     EXPECT_EQ(step.GetEda()->m_pData->m_arrNets.GetSize(), 0);
     EXPECT_EQ(step.GetNetlist()->m_arrNets.m_sUnits, "INCH");
     EXPECT_EQ(step.m_pStatus, nullptr);
+}
+
+TEST(Step, PartsArePublicMembersInTheirOrder)
+{
+    CJOBXstepObj step;
+    EXPECT_EQ(step.m_pProfile, step.GetProfile());
+    EXPECT_EQ(step.m_pHeader, step.GetHeader());
+    EXPECT_EQ(step.m_pEda, step.GetEda());
+    EXPECT_EQ(step.m_pNetlist, step.GetNetlist());
+    const void* const members[] = {&step.m_pStatus,   &step.m_sName,         &step.m_pProfile, &step.m_pHeader,
+                                   &step.m_arrLayers, &step.m_arrComponents, &step.m_pEda,     &step.m_pNetlist};
+    EXPECT_TRUE(std::is_sorted(std::begin(members), std::end(members), std::less<>()));
+}
+
+TEST(Step, PartThatTheHostPutsInPlaceIsTheStepsOwn)
+{
+    const TempDir dir;
+    dir.MakeDir("out");
+    CJOBXstepObj step;
+    step.m_sName = "pcb";
+    delete step.m_pHeader;
+    step.m_pHeader = new CJOBXstephdr;
+    step.m_pHeader->m_ptDatum.SetData(7, 8);
+    EXPECT_EQ(step.GetHeader(), step.m_pHeader);
+    step.WriteODBData(dir.Path("out").c_str(), 0);
+    EXPECT_NE(dir.Read("out/pcb/stephdr").find("X_DATUM=7\n"), std::string::npos) << dir.Read("out/pcb/stephdr");
+}
+
+TEST(Step, ComponentsAreNamedAsTheLibrarySpellsThemWhateverIsOnDisk)
+{
+    const TempDir dir;
+    dir.Write("pcb/PROFILE", "");
+    dir.Write("pcb/LAYERS/Top/Components", "# CMP 0\n");
+    CJOBXstepObj step;
+    ASSERT_EQ(step.ParseODBOfMFC(StepPath(dir)), 1);
+    ASSERT_EQ(step.m_arrComponents.GetSize(), 1);
+    EXPECT_EQ(step.m_arrComponents.GetAt(0)->m_sRelativePath, "Top/components");
+    EXPECT_EQ(step.m_arrComponents.GetAt(0)->m_sLayerName, "Top");
+}
+
+TEST(Step, UnitConvert_ByALengthOfItsOwnUsesTheValueGiven)
+{
+    CJOBXstephdrArray headers;
+    CJOBXstephdr& header = *headers.Own(std::make_unique<CJOBXstephdr>());
+    CJOBXstepRepeat& first = *header.m_arrStepRepeats.Own(std::make_unique<CJOBXstepRepeat>());
+    CJOBXstepRepeat& second = *header.m_arrStepRepeats.Own(std::make_unique<CJOBXstepRepeat>());
+    CJOBXstephdr& behind = *headers.Own(std::make_unique<CJOBXstephdr>());
+    header.m_ptDatum.SetData(2, 3);
+    header.m_ptOrigin.SetData(1, 1);
+    first.m_ptPosition.SetData(2, 0);
+    first.m_ptPitch.SetData(5, 0);
+    second.m_ptPitch.SetData(5, 0);
+    behind.m_ptDatum.SetData(1, 1);
+    first.UnitConvert(first.m_ptPosition.x);
+    EXPECT_EQ(first.m_ptPitch, CPointD(10, 0));
+    header.m_arrStepRepeats.UnitConvert(first.m_ptPosition.x);
+    EXPECT_EQ(second.m_ptPitch, CPointD(20, 0));
+    header.UnitConvert(header.m_ptDatum.x);
+    EXPECT_EQ(header.m_ptOrigin, CPointD(2, 2));
+    EXPECT_EQ(second.m_ptPitch, CPointD(40, 0));
+    headers.UnitConvert(header.m_ptOrigin.x);
+    EXPECT_EQ(behind.m_ptDatum, CPointD(2, 2));
+    CJOBXstepObjArray steps;
+    CJOBXstepObj& step = *steps.Own(std::make_unique<CJOBXstepObj>());
+    CJOBXnetPt& own = *step.m_pNetlist->m_arrPts.Own(std::make_unique<CJOBXnetPt>());
+    CJOBXdataPkg& package = *step.m_pEda->m_pData->m_arrPkgs.Own(std::make_unique<CJOBXdataPkg>());
+    CJOBXstepObj& next = *steps.Own(std::make_unique<CJOBXstepObj>());
+    CJOBXdataPkg& last = *next.m_pEda->m_pData->m_arrPkgs.Own(std::make_unique<CJOBXdataPkg>());
+    own.m_dWidth = 1.0;
+    package.m_dPitch = 3.0;
+    last.m_dPitch = 1.0;
+    step.UnitConvert(package.m_dPitch);
+    EXPECT_EQ(own.m_dWidth, 3.0);
+    steps.UnitConvert(own.m_dWidth);
+    EXPECT_EQ(last.m_dPitch, 3.0);
 }
 
 TEST(Step, MissingPartsAreSkippedWithTheirMessages)
