@@ -56,27 +56,39 @@ CStringArray StepNames(const CJOBXmatrix& matrix)
     return names;
 }
 
-// The features file that a path below "symbols" leads to, "" when it leads to none. The whole path is tested, the part
-// above the job too. A compressed file is decompressed beside itself.
-CString SymbolFeaturesFile(CString path)
+// The features files that the paths below "symbols" lead to, those that are no files among them. The whole path is
+// tested, the part above the job too. A compressed file is decompressed beside itself: all of them before one is read,
+// as a plain file of the same name may be among the paths.
+CStringArray SymbolFeaturesFiles(const CStringArray& paths)
 {
-    CKUtility* const files = CKUtility::GetInstance();
-    const CString upper = MakeUpper(path);
-    if (upper.Find("FEATURES") < 0 || upper.Find(".SUM") >= 0)
-        return {};
-    if (const int suffix = upper.Find(".Z"); suffix >= 0)
+    CStringArray featuresFiles;
+    for (INT_PTR i = 0; i < paths.GetSize(); ++i)
     {
-        files->GDecompress(path);
-        path = path.Left(suffix);
+        const CString& path = paths[i];
+        const CString upper = MakeUpper(path);
+        if (upper.Find("FEATURES") < 0 || upper.Find(".SUM") >= 0)
+            continue;
+        const int suffix = upper.Find(".Z");
+        if (suffix >= 0)
+            CKUtility::GetInstance()->GDecompress(path);
+        featuresFiles.Add(suffix >= 0 ? path.Left(suffix) : path);
     }
-    return files->IsFile(path) ? path : CString();
+    return featuresFiles;
 }
 
-std::unique_ptr<CJOBXSpecialSymbol> ReadSymbol(const CString& featuresFile, bool wholeJob)
+// The path with "symbols" as the library spells it, whatever its spelling on disk.
+CString SpelledAsSymbols(const CString& path, const CString& symbolsOnDisk, const CString& jobPath)
+{
+    const CString symbols = CKUtility::GetInstance()->CKPathCombine(jobPath, "symbols", kSource, __LINE__);
+    return path.View().starts_with(symbolsOnDisk.View()) ? symbols + path.Mid(symbolsOnDisk.GetLength()) : path;
+}
+
+// `path` is what the model keeps of the file's path.
+std::unique_ptr<CJOBXSpecialSymbol> ReadSymbol(const CString& featuresFile, const CString& path, bool wholeJob)
 {
     CKUtility* const files = CKUtility::GetInstance();
     auto symbol = std::make_unique<CJOBXSpecialSymbol>();
-    symbol->m_sPath = files->GetSegmntFromFilePath(featuresFile, kDirectory);
+    symbol->m_sPath = files->GetSegmntFromFilePath(path, kDirectory);
     // The whole-job read names a symbol by its directory's path: intended, hosts rely on it.
     symbol->m_sName = wholeJob ? symbol->m_sPath : files->GetSegmntFromFilePath(symbol->m_sPath, kLastComponent);
     symbol->GetLayer()->ParseODBOfMFC(featuresFile);
@@ -198,25 +210,37 @@ void CJOBX::ReadSymbols(const CString& jobPath, bool wholeJob)
     {
         CStringArray paths;
         CKUtility::GetInstance()->GetAllFileListIn(symbols, paths, "*.*", 1);
+        const CStringArray featuresFiles = SymbolFeaturesFiles(paths);
         CParallelAppend<CJOBXSpecialSymbol> finished(*m_pSpecialSymbols);
-        ParallelLoop(static_cast<int>(paths.GetSize()),
+        ParallelLoop(static_cast<int>(featuresFiles.GetSize()),
                      [&](int i)
                      {
-                         const CString featuresFile = SymbolFeaturesFile(paths[i]);
-                         if (!featuresFile.IsEmpty())
-                             finished.Append(i, ReadSymbol(featuresFile, wholeJob));
+                         const CString& file = featuresFiles[i];
+                         if (CKUtility::GetInstance()->IsFile(file))
+                             finished.Append(i, ReadSymbol(file, SpelledAsSymbols(file, symbols, jobPath), wholeJob));
                      });
         finished.PutInOrder();
     }
-    // The steps report to the windows of this read only; a window of an earlier read may be gone.
-    m_pSteps->m_pProgress = m_pProgress;
-    m_pSteps->m_pStatus = m_pProgress != nullptr ? m_pStatus : nullptr;
+    TakeWindowsBack();
     if (m_pProgress == nullptr)
         return;
     SetPosition(*m_pProgress, kSymbolsRead);
     m_pProgress->UpdateData(FALSE);
     m_pProgress->SetFocus();
     ShowStatus(m_pStatus, "Complete symbol file reading.");
+    m_pSteps->m_pProgress = m_pLentProgress = m_pProgress;
+    m_pSteps->m_pStatus = m_pLentStatus = m_pStatus;
+}
+
+// A window of an earlier read may be gone. One that the host set itself stays.
+void CJOBX::TakeWindowsBack()
+{
+    if (m_pSteps->m_pProgress == m_pLentProgress)
+        m_pSteps->m_pProgress = nullptr;
+    if (m_pSteps->m_pStatus == m_pLentStatus)
+        m_pSteps->m_pStatus = nullptr;
+    m_pLentProgress = nullptr;
+    m_pLentStatus = nullptr;
 }
 
 void CJOBX::ReadStepsFontAndInfo(const CString& jobPath, const CStringArray& stepNames)
@@ -310,9 +334,10 @@ CString CJOBX::GetNthColumn(CString line, int n) const
 
 void CJOBX::UnitConvert(const double& factor)
 {
-    m_pFonts->UnitConvert(factor);
-    m_pSteps->m_arrSteps.UnitConvert(factor);
-    m_pSpecialSymbols->UnitConvert(factor);
+    const double by = factor; // it may be a member of what is converted
+    m_pFonts->UnitConvert(by);
+    m_pSteps->m_arrSteps.UnitConvert(by);
+    m_pSpecialSymbols->UnitConvert(by);
 }
 
 void CJOBX::SetODBProjectName(CString name)

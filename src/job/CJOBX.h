@@ -79,5 +79,9 @@ public:
 
 private:
     void ReadSymbols(const CString& jobPath, bool wholeJob);
+    void TakeWindowsBack();
     void ReadStepsFontAndInfo(const CString& jobPath, const CStringArray& stepNames);
+
+    CWnd* m_pLentProgress = nullptr; // the windows that the steps got from this object
+    CWnd* m_pLentStatus = nullptr;
 };

@@ -13,9 +13,15 @@ constexpr const char* kSource = "CJOBXsteps.cpp";
 constexpr int kStart = 20; // what the bar shows once the symbols are read
 constexpr int kSteps = 80;
 
+#if defined(_WIN32)
+constexpr const char* kSeparators = "\\/";
+#else
+constexpr const char* kSeparators = "/";
+#endif
+
 bool IsStepName(std::string_view name)
 {
-    return !name.empty() && name != "." && name != ".." && name.find_first_of("/\\") == std::string_view::npos;
+    return !name.empty() && name != "." && name != ".." && name.find_first_of(kSeparators) == std::string_view::npos;
 }
 
 // Finds step directories by name: the exact one, else the first in sorted order that equals it ignoring case. The steps

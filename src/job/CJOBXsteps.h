@@ -23,6 +23,8 @@ public:
     int ParseODBOfMFC(CString stepsDirectory, const CStringArray& stepNames);
 
     CJOBXstepObjArray m_arrSteps;
+    // The root hands these over for a read with a progress window, and takes them back at the next read. A host may set
+    // its own, which stay while the root has no progress window.
     CWnd* m_pProgress = nullptr;
     CWnd* m_pStatus = nullptr;
 };

@@ -57,6 +57,21 @@ std::string SymbolNames(const CJOBX& job, const std::string& below)
     return names;
 }
 
+// The compressed form of a short text, nine bits a code.
+std::string Compressed(const std::string& text)
+{
+    std::string packed = "\x1F\x9D\x90";
+    unsigned bits = 0;
+    int count = 0;
+    for (const char c : text)
+    {
+        bits |= static_cast<unsigned>(static_cast<unsigned char>(c)) << count;
+        for (count += 9; count >= 8; count -= 8, bits >>= 8)
+            packed += static_cast<char>(bits & 0xFF);
+    }
+    return packed + static_cast<char>(bits);
+}
+
 CString JobPath(const TempDir& dir)
 {
     return dir.Path("job").c_str();
@@ -297,18 +312,7 @@ TEST(Job, WholeReadNamesASymbolByItsDirectoryPath)
 TEST(Job, CompressedSymbolIsDecompressedBesideItself)
 {
     const TempDir dir;
-    const std::string bytes = [] { // "P 1 2 0 P 0 0\n", nine bits a code
-        std::string packed = "\x1F\x9D\x90";
-        unsigned bits = 0;
-        int count = 0;
-        for (const char c : std::string("P 1 2 0 P 0 0\n"))
-        {
-            bits |= static_cast<unsigned>(static_cast<unsigned char>(c)) << count;
-            for (count += 9; count >= 8; count -= 8, bits >>= 8)
-                packed += static_cast<char>(bits & 0xFF);
-        }
-        return packed + static_cast<char>(bits);
-    }();
+    const std::string bytes = Compressed("P 1 2 0 P 0 0\n");
     dir.Write("job/matrix/matrix", Matrix({}));
     dir.MakeDir("job/steps");
     dir.Write("job/symbols/sym1/features.Z", bytes);
@@ -328,6 +332,20 @@ TEST(Job, CompressedSymbolIsDecompressedBesideItself)
     ASSERT_NE(pad, nullptr);
     EXPECT_EQ(pad->GetCenterPoint(), CPointD(1, 2));
     EXPECT_EQ(job.m_pSpecialSymbols->GetAt(3)->GetLayer()->GetFeatures()->GetSize(), 2);
+}
+
+TEST(Job, CompressedSymbolIsDecompressedBeforeThePlainOneBesideItIsRead)
+{
+    const TempDir dir;
+    dir.MakeDir("job/steps");
+    dir.Write("job/symbols/both/features", "P 9 9 0 P 0 0\nP 9 9 0 P 0 0\n");
+    dir.Write("job/symbols/both/features.Z", Compressed("P 1 2 0 P 0 0\n"));
+    CJOBX job;
+    CStringArray none;
+    ASSERT_EQ(job.ParseODBOfMFC(JobPath(dir), none), 1);
+    EXPECT_EQ(SymbolNames(job, ""), "both both");
+    for (__int64 i = 0; i < 2; ++i)
+        EXPECT_EQ(job.m_pSpecialSymbols->GetAt(i)->GetLayer()->GetFeatures()->GetSize(), 1) << i;
 }
 
 TEST(Job, SymbolsStandInTheOrderOfTheListing)
@@ -452,6 +470,118 @@ TEST(Job, LaterReadWithoutWindowsReportsToNone)
     job.m_pProgress = nullptr;
     ASSERT_EQ(job.ParseODBOfMFC(JobPath(dir)), 1);
     EXPECT_TRUE(calls.empty());
+}
+
+TEST(Job, WindowsOfTheHostOnTheStepsStayWithoutAProgressWindow)
+{
+    const TempDir dir;
+    dir.Write("job/matrix/matrix", Matrix({"a"}));
+    WriteStep(dir, "a");
+    std::vector<std::string> calls;
+    HostWindow progress("bar", calls);
+    HostWindow status("text", calls);
+    CJOBX job;
+    job.m_pSteps->m_pProgress = &progress;
+    job.m_pSteps->m_pStatus = &status;
+    ASSERT_EQ(job.ParseODBOfMFC(JobPath(dir)), 1);
+    EXPECT_EQ(job.m_pSteps->m_pProgress, &progress);
+    EXPECT_EQ(job.m_pSteps->m_pStatus, &status);
+    ASSERT_FALSE(calls.empty());
+    EXPECT_EQ(calls.front(), "text: SetWindowText Complete profile file reading");
+    EXPECT_EQ(calls.back(), "text: RedrawWindow 11 261");
+}
+
+TEST(Job, WindowsThatTheReadHandedOverAreTakenBackByTheNextWithoutThem)
+{
+    const TempDir dir;
+    dir.Write("job/matrix/matrix", Matrix({}));
+    dir.MakeDir("job/steps");
+    std::vector<std::string> calls;
+    HostWindow progress("bar", calls);
+    HostWindow status("text", calls);
+    HostWindow hosts("host", calls);
+    CJOBX job;
+    job.m_pProgress = &progress;
+    job.m_pStatus = &status;
+    ASSERT_EQ(job.ParseODBOfMFC(JobPath(dir)), 1);
+    EXPECT_EQ(job.m_pSteps->m_pProgress, &progress);
+    EXPECT_EQ(job.m_pSteps->m_pStatus, &status);
+    job.m_pSteps->m_pStatus = &hosts;
+    job.m_pProgress = nullptr;
+    ASSERT_EQ(job.ParseODBOfMFC(JobPath(dir)), 1);
+    EXPECT_EQ(job.m_pSteps->m_pProgress, nullptr);
+    EXPECT_EQ(job.m_pSteps->m_pStatus, &hosts) << "the host set it";
+}
+
+TEST(Job, WindowsAreHandedOverAfterTheReportOfTheSymbols)
+{
+    class CLookingWindow : public HostWindow
+    {
+    public:
+        using HostWindow::HostWindow;
+        LRESULT SendMessageA(UINT /*message*/, WPARAM position, LPARAM /*lParam*/) override
+        {
+            if (m_seen.empty() && position == 20)
+                m_seen.push_back(m_pSteps->m_pProgress);
+            return 0;
+        }
+        CJOBXsteps* m_pSteps = nullptr;
+        std::vector<const CWnd*> m_seen;
+    };
+    const TempDir dir;
+    dir.Write("job/matrix/matrix", Matrix({}));
+    dir.MakeDir("job/steps");
+    CJOBX job;
+    std::vector<std::string> calls;
+    CLookingWindow window("bar", calls);
+    window.m_pSteps = job.m_pSteps;
+    job.m_pProgress = &window;
+    ASSERT_EQ(job.ParseODBOfMFC(JobPath(dir)), 1);
+    EXPECT_EQ(window.m_seen, std::vector<const CWnd*>{nullptr});
+    EXPECT_EQ(job.m_pSteps->m_pProgress, &window);
+}
+
+TEST(Job, PathsOfSymbolsAreSpelledAsTheLibrarySpellsThem)
+{
+    const TempDir dir;
+    dir.Write("job/matrix/matrix", Matrix({}));
+    dir.MakeDir("job/steps");
+    dir.Write("job/SYMBOLS/Round/FEATURES", "P 1 2 0 P 0 0\n");
+    CJOBX job;
+    ASSERT_EQ(job.ParseODBOfMFC(JobPath(dir)), 1);
+    ASSERT_EQ(job.m_pSpecialSymbols->GetSize(), 1);
+    const CJOBXSpecialSymbol& symbol = *job.m_pSpecialSymbols->GetAt(0);
+    EXPECT_EQ(symbol.m_sPath, dir.Path("job/symbols/Round").c_str());
+    EXPECT_EQ(symbol.m_sName, dir.Path("job/symbols/Round").c_str());
+    EXPECT_EQ(symbol.GetLayer()->GetFeatures()->GetSize(), 1);
+}
+
+#if !defined(_WIN32)
+TEST(Job, StepWithABackslashIsReadAndWrittenUnderThatName)
+{
+    const TempDir dir;
+    dir.Write("job/matrix/matrix", Matrix({"a\\b"}));
+    WriteStep(dir, "a\\b");
+    dir.MakeDir("out");
+    CJOBX job;
+    ASSERT_EQ(job.ParseODBOfMFC(JobPath(dir)), 1);
+    ASSERT_EQ(StepNames(job), "a\\b");
+    EXPECT_EQ(job.m_pSteps->m_arrSteps.GetAt(0)->GetProfile()->GetFeatures()->GetSize(), 1);
+    job.WriteODBData(dir.Path("out").c_str(), 1);
+    EXPECT_TRUE(dir.Exists("out/job/steps/a\\b/profile"));
+}
+#endif
+
+TEST(Job, UnitConvert_ByASizeOfItsFontUsesTheValueGiven)
+{
+    CJOBX job;
+    CJOBXstepObj& step = *job.m_pSteps->m_arrSteps.Own(std::make_unique<CJOBXstepObj>());
+    CJOBXnetPt& point = *step.GetNetlist()->m_arrPts.Own(std::make_unique<CJOBXnetPt>());
+    point.m_dWidth = 1.0;
+    job.m_pFonts->m_dXSize = 3.0;
+    job.UnitConvert(job.m_pFonts->m_dXSize);
+    EXPECT_EQ(job.m_pFonts->m_dXSize, 9.0);
+    EXPECT_EQ(point.m_dWidth, 3.0);
 }
 
 TEST(Job, RebuildPutsAPanelBeforeWhatItRepeats)
