@@ -1,10 +1,12 @@
 #include "foundation/CWriteTasks.h"
 
+#include "foundation/WorkerTeam.h"
 #include "foundation/corekit/CDiagnosticCapture.h"
 #include "foundation/corekit/CKUtility.h"
 #include "foundation/corekit/FreshDirectory.h"
 
 #include <algorithm>
+#include <atomic>
 #include <utility>
 
 CString CWriteTasks::MakeFreshDirectory(const CString& parent, const CString& name, const char* sourceFile, int line)
@@ -43,13 +45,13 @@ void CWriteTasks::Run()
     // The heaviest first, so that no thread begins it when the others have nothing left to do.
     std::sort(order.begin(), order.end(),
               [](const Task* a, const Task* b) { return a->weight != b->weight ? a->weight > b->weight : a < b; });
-    const int count = static_cast<int>(order.size());
-#pragma omp parallel for schedule(dynamic, 1) if (count > 1)
-    for (int i = 0; i < count; ++i)
-    {
-        Task& task = *order[static_cast<std::size_t>(i)];
-        Do(task, task.work);
-    }
+    std::atomic<std::size_t> next{0};
+    RunOnTeam(WorkerTeamSize(static_cast<int>(order.size())),
+              [&]
+              {
+                  for (std::size_t i = next++; i < order.size(); i = next++)
+                      Do(*order[i], order[i]->work);
+              });
     for (const Task& task : tasks)
     {
         for (const CKDiagnostic& diagnostic : task.diagnostics)

@@ -2,42 +2,40 @@
 #pragma once
 
 #include "foundation/CExPtrArray.h"
+#include "foundation/WorkerTeam.h"
 
 #include <algorithm>
+#include <atomic>
 #include <exception>
 #include <memory>
+#include <mutex>
 #include <utility>
 #include <vector>
 
-// Runs `work` inside the process-wide critical section; its exception leaves after the section.
+// Runs `work` inside the process-wide critical section.
+inline std::mutex criticalSection;
 template <class Work>
 void InCriticalSection(Work&& work)
 {
-    std::exception_ptr failure;
-#pragma omp critical
-    {
-        try
-        {
-            work();
-        }
-        catch (...)
-        {
-            failure = std::current_exception();
-        }
-    }
-    if (failure)
-        std::rethrow_exception(failure);
+    const std::lock_guard<std::mutex> lock(criticalSection);
+    work();
 }
 
-// Runs body(0) to body(count - 1) on the team of worker threads, each thread a contiguous block. No exception leaves an
-// iteration: after the loop the one of the lowest index is raised on the calling thread.
+// Where the block of that number begins when `count` indices are shared out to so many blocks, the longer ones first.
+constexpr int BlockBegin(int count, int blocks, int block) noexcept
+{
+    return count / blocks * block + std::min(block, count % blocks);
+}
+
+// Runs body(0) to body(count - 1) on a team of worker threads, each thread a contiguous block; when there are fewer
+// threads than blocks, a thread takes further ones. No exception leaves an iteration: after the loop the one of the
+// lowest index is raised on the calling thread.
 template <class Body>
 void ParallelLoop(int count, Body body)
 {
     std::exception_ptr failure;
     int failedIndex = count;
-#pragma omp parallel for schedule(static) if (count > 1)
-    for (int i = 0; i < count; ++i)
+    const auto iterate = [&](int i)
     {
         try
         {
@@ -45,18 +43,26 @@ void ParallelLoop(int count, Body body)
         }
         catch (...)
         {
-            const std::exception_ptr raised = std::current_exception();
             InCriticalSection(
                 [&]
                 {
                     if (i < failedIndex)
                     {
                         failedIndex = i;
-                        failure = raised;
+                        failure = std::current_exception();
                     }
                 });
         }
-    }
+    };
+    const int blocks = WorkerTeamSize(count);
+    std::atomic<int> next{0};
+    RunOnTeam(blocks,
+              [&]
+              {
+                  for (int block = next++; block < blocks; block = next++)
+                      for (int i = BlockBegin(count, blocks, block); i < BlockBegin(count, blocks, block + 1); ++i)
+                          iterate(i);
+              });
     if (failure)
         std::rethrow_exception(failure);
 }

@@ -6,6 +6,7 @@
 #include "support/CommaLocale.h"
 #include "support/CurrentDir.h"
 #include "support/Golden.h"
+#include "support/MemoryChecker.h"
 #include "support/SlowBuild.h"
 #include "support/TempDir.h"
 
@@ -13,9 +14,15 @@
 
 #include <clocale>
 #include <filesystem>
+#include <fstream>
 #include <functional>
+#include <pthread.h>
 #include <string>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <system_error>
 #include <thread>
+#include <unistd.h>
 #include <vector>
 
 namespace fs = std::filesystem;
@@ -55,6 +62,86 @@ int CountRead(const std::string& path)
     CJOBX job;
     job.ParseODBOfMFC(path.c_str());
     return static_cast<int>(job.m_pSteps->m_arrSteps.GetSize());
+}
+
+constexpr int kNotHere = 77; // the exit code of a child process that cannot be brought into the state to be tested
+
+// Runs `work` in a copy of this process; the exit code it answers, or 128 and the signal that ended the copy.
+int InChild(const std::function<int()>& work)
+{
+    const ::pid_t child = ::fork();
+    if (child == 0)
+    {
+        ::alarm(120);
+        ::_exit(work());
+    }
+    int status = 0;
+    EXPECT_EQ(::waitpid(child, &status, 0), child);
+    return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+}
+
+bool CanStartAThread()
+{
+    try
+    {
+        std::thread([] {}).join();
+        return true;
+    }
+    catch (const std::system_error&)
+    {
+        return false;
+    }
+}
+
+// Takes every right to start threads from this process: they count for a user who is not the administrator.
+bool RefuseThreads()
+{
+    constexpr ::uid_t kNobody = 65534;
+    const ::rlimit none = {0, 0};
+    return ::setrlimit(RLIMIT_NPROC, &none) == 0 && (::getuid() != 0 || ::setuid(kNobody) == 0) && !CanStartAThread();
+}
+
+// Leaves this process address space for less than one thread's stack.
+bool RefuseStacks()
+{
+    std::size_t pages = 0;
+    std::ifstream("/proc/self/statm") >> pages;
+    ::pthread_attr_t attributes;
+    std::size_t stack = 0;
+    if (::pthread_getattr_default_np(&attributes) != 0 || ::pthread_attr_getstacksize(&attributes, &stack) != 0)
+        return false;
+    const ::rlim_t room = pages * static_cast<std::size_t>(::sysconf(_SC_PAGESIZE)) + stack - stack / 8;
+    const ::rlimit limit = {room, room};
+    return ::setrlimit(RLIMIT_AS, &limit) == 0 && !CanStartAThread();
+}
+
+// Brought into that state, a process that wants eight threads reads and writes the job as others do.
+void ExpectSameJobWhere(bool (*threadsAreRefused)())
+{
+    const TempDir dir;
+    const std::string job = CopySample(dir);
+    CountRead(job); // decompresses the symbol
+    const std::string wanted = Rewritten(dir, job, "wanted");
+    fs::permissions(dir.Path(), fs::perms::all);
+    fs::permissions(dir.MakeDir("refused"), fs::perms::all);
+    const int exitCode = InChild(
+        [&]
+        {
+            const Threads threads(8);
+            if (!threadsAreRefused())
+                return kNotHere;
+            Rewritten(dir, job, "refused");
+            return testing::Test::HasFailure() ? 1 : 0;
+        });
+    if (exitCode == kNotHere)
+        GTEST_SKIP() << "threads cannot be refused on this machine";
+    EXPECT_EQ(exitCode, 0);
+    ExpectSameFolder(dir.Path("refused/job"), wanted);
+}
+
+std::ptrdiff_t CountThreads()
+{
+    return std::distance(fs::directory_iterator("/proc/self/task"), fs::directory_iterator());
 }
 } // namespace
 
@@ -96,7 +183,7 @@ TEST(Environment, AnyNumberOfThreadsGivesTheSameJob)
         const Threads one(1);
         wanted = Rewritten(dir, job, "1");
     }
-    for (const int count : {2, 3, 32})
+    for (const int count : {2, 3, 32, 100'000})
     {
         const Threads threads(count);
         ExpectSameFolder(Rewritten(dir, job, std::to_string(count)), wanted);
@@ -121,6 +208,46 @@ TEST(Environment, HostThreadsReadJobsAtOnce)
         host.join();
     ExpectSameFolder(dir.Path("host0/job"), wanted);
     ExpectSameFolder(dir.Path("host1/job"), wanted);
+}
+
+TEST(Environment, AJobIsReadAndWrittenWhereTheUserMayStartNoThread)
+{
+    ExpectSameJobWhere(RefuseThreads);
+}
+
+TEST(Environment, AJobIsReadAndWrittenWhereNoThreadsStackFits)
+{
+#if defined(JOBX_MEMORY_CHECKER)
+    GTEST_SKIP() << "the checks of this build need address space of their own";
+#endif
+    ExpectSameJobWhere(RefuseStacks);
+}
+
+TEST(Environment, NoThreadIsLeftAfterReadingAndWriting)
+{
+    const TempDir dir;
+    const std::string job = CopySample(dir);
+    const std::ptrdiff_t before = CountThreads();
+    const Threads threads(8);
+    Rewritten(dir, job, "out");
+    EXPECT_EQ(CountThreads(), before);
+}
+
+TEST(Environment, AChildProcessReadsAndWritesAfterItsParentDid)
+{
+    const TempDir dir;
+    const std::string job = CopySample(dir);
+    const Threads threads(4);
+    CountRead(job);
+    const std::string wanted = Rewritten(dir, job, "wanted");
+    const int exitCode = InChild(
+        [&]
+        {
+            Rewritten(dir, job, "child");
+            return testing::Test::HasFailure() ? 1 : 0;
+        });
+    EXPECT_EQ(exitCode, 0);
+    ExpectSameFolder(dir.Path("child/job"), wanted);
 }
 
 // The root takes a font from the current directory, whatever job is read.
