@@ -137,12 +137,16 @@ TEST(Property, ListLoadsAShortCount)
 
 TEST(Property, ListOfAnotherVersionLoadsEmpty)
 {
-    for (const int top : {0, 0x80})
+    const int versions[][4] = {
+        {0, 0, 0, 0},    {2, 0, 0, 0},    {3, 0, 0, 0}, {0x81, 0, 0, 0}, {0xFF, 0, 0, 0},
+        {0, 1, 0, 0},    {1, 1, 0, 0},    {1, 0, 1, 0}, {1, 0, 0, 1},    {0, 0, 0, 1},
+        {0, 0, 0, 0x80}, {2, 0, 0, 0x80}, {3, 0, 0, 0}, {1, 0, 0, 0x40}, {0xFF, 0xFF, 0xFF, 0xFF}};
+    for (const auto& v : versions)
     {
         CJOBXPropertyArray list;
         list.Own(Property("old", "old"));
-        EXPECT_TRUE(Load(list, Bytes({2, 0, 0, top, 1, 0, 0, 0, 0, 0, 0, 0})));
-        EXPECT_EQ(list.GetSize(), 0);
+        EXPECT_TRUE(Load(list, Bytes({v[0], v[1], v[2], v[3], 1, 0, 0, 0, 1, 0, 0, 0, 1, 0x41, 1, 0x42})));
+        EXPECT_EQ(list.GetSize(), 0) << v[0] << " " << v[1] << " " << v[2] << " " << v[3];
     }
 }
 

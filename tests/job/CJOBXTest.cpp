@@ -76,6 +76,33 @@ CString JobPath(const TempDir& dir)
 {
     return dir.Path("job").c_str();
 }
+
+// Each member of a shallow copy, none of which may have the value of a new object.
+void ExpectSameParts(const CJOBX& copy, const CJOBX& source)
+{
+    EXPECT_EQ(copy.m_nVersionMajor, 7);
+    EXPECT_EQ(copy.m_nVersionMinor, 8);
+    EXPECT_EQ(copy.m_sName, "name");
+    EXPECT_EQ(copy.m_pFonts, source.m_pFonts);
+    EXPECT_EQ(copy.m_pMatrix, source.m_pMatrix);
+    EXPECT_EQ(copy.m_pMisc, source.m_pMisc);
+    EXPECT_EQ(copy.m_pSteps, source.m_pSteps);
+    EXPECT_EQ(copy.m_pSpecialSymbols, source.m_pSpecialSymbols);
+    EXPECT_EQ(copy.m_pSysAttrs, source.m_pSysAttrs);
+    EXPECT_NE(copy.m_pProgress, nullptr);
+    EXPECT_EQ(copy.m_pProgress, source.m_pProgress);
+    EXPECT_NE(copy.m_pStatus, nullptr);
+    EXPECT_EQ(copy.m_pStatus, source.m_pStatus);
+}
+
+void SetOwnMembers(CJOBX& job, CWnd& progress, CWnd& status)
+{
+    job.SetODBProjectName("name");
+    job.m_nVersionMajor = 7;
+    job.m_nVersionMinor = 8;
+    job.m_pProgress = &progress;
+    job.m_pStatus = &status;
+}
 } // namespace
 
 TEST(Job, IsUsableAtOnce)
@@ -101,15 +128,14 @@ TEST(Job, IsUsableAtOnce)
 TEST(Job, CopySharesEverythingWithItsSource)
 {
     CJOBX job;
-    job.SetODBProjectName("name");
+    std::vector<std::string> calls;
+    HostWindow progress("bar", calls);
+    HostWindow status("text", calls);
+    SetOwnMembers(job, progress, status);
     // Only one of the two may be destroyed: the copy is made in memory of its own and never ends.
     alignas(CJOBX) std::byte memory[sizeof(CJOBX)];
     const CJOBX* const copy = new (memory) CJOBX(job);
-    EXPECT_EQ(copy->m_sName, "name");
-    EXPECT_EQ(copy->m_pMatrix, job.m_pMatrix);
-    EXPECT_EQ(copy->m_pSteps, job.m_pSteps);
-    EXPECT_EQ(copy->m_pFonts, job.m_pFonts);
-    EXPECT_EQ(copy->m_pSysAttrs, job.m_pSysAttrs);
+    ExpectSameParts(*copy, job);
     const_cast<CJOBX*>(copy)->m_sName = CString();
 }
 
@@ -117,14 +143,14 @@ TEST(Job, AssignmentSharesEverythingWithItsSource)
 {
     const CJOBX before;
     CJOBX job;
-    job.SetODBProjectName("name");
+    std::vector<std::string> calls;
+    HostWindow progress("bar", calls);
+    HostWindow status("text", calls);
+    SetOwnMembers(job, progress, status);
     alignas(CJOBX) std::byte memory[sizeof(CJOBX)]; // as above
     CJOBX* const assigned = new (memory) CJOBX(before);
     *assigned = job;
-    EXPECT_EQ(assigned->m_sName, "name");
-    EXPECT_EQ(assigned->m_pMatrix, job.m_pMatrix);
-    EXPECT_EQ(assigned->m_pSteps, job.m_pSteps);
-    EXPECT_EQ(assigned->m_pSpecialSymbols, job.m_pSpecialSymbols);
+    ExpectSameParts(*assigned, job);
     assigned->m_sName = CString();
 }
 
@@ -452,6 +478,33 @@ TEST(Job, StatusWindowAloneIsNotTold)
     job.m_pStatus = &status;
     ASSERT_EQ(job.ParseODBOfMFC(JobPath(dir)), 1);
     EXPECT_TRUE(calls.empty());
+}
+
+TEST(Job, StepsHolderReportsToItsOwnWindows)
+{
+    const TempDir dir;
+    WriteStep(dir, "a");
+    std::vector<std::string> calls;
+    HostWindow status("text", calls);
+    HostWindow progress("bar", calls);
+    CJOBXsteps steps;
+    steps.m_pProgress = &progress;
+    steps.m_pStatus = &status;
+    CStringArray names;
+    names.Add("a");
+    steps.ParseODBOfMFC(dir.Path("job/steps").c_str(), names);
+    const std::vector<std::string> expected = {
+        "text: SetWindowText Complete profile file reading",
+        "text: RedrawWindow 11 261",
+        "text: SetWindowText Complete layers file reading",
+        "text: RedrawWindow 11 261",
+        "bar: SendMessage 1026 100 0",
+        "bar: SetFocus",
+        "bar: UpdateData 0",
+        "text: SetWindowText Complete a reading.",
+        "text: RedrawWindow 11 261",
+    };
+    EXPECT_EQ(calls, expected);
 }
 
 TEST(Job, LaterReadWithoutWindowsReportsToNone)

@@ -12,8 +12,10 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <map>
 #include <memory>
 #include <random>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -134,6 +136,85 @@ constexpr const char* kComplete =
     "A 0 1 2 3 4 5 1 N 7 Y ;0\nT 1 2 standard P 9 30 0.1 0.2 1.5 'AB C' 2 ;0=0\n"
     "B 1 2 UPC39 standard P 1 E 0.01 0.2 Y N Y Y T '12345' ;0=0\n"
     "S P 0 ;0=0\nOB 0 0 I\nOS 1 0\nOC 1 1 0.5 0.5 Y\nOE\nSE\n";
+
+// Lines as the usual writers print them, and some that are nearly so.
+constexpr const char* kUsualLines[] = {"L 3.0938 2.01666545 -3.1070002 2.01666545 2 P 0;0,1,2=8,3=0.000000",
+                                       "L 3.05600059 2 3.05215039 2.00066644 2 P 0;0,1,2=8,3=0.000000",
+                                       "L 0 -0 1e3 1 12 N 3",
+                                       "P 1.37 1.81 11 P 0 8;3=0,5=1",
+                                       "P 1.37 1.81 11 P 0 8 30.5;3=0,5=1",
+                                       "P 1.37 1.81 -1 5 0.5 N 0 2",
+                                       "P .5 5. 0 N 1234567890 0",
+                                       "A 0 1.25 2 3 4 5 1 N 7 Y ;0",
+                                       "A 0 1.25 2 3 4 5 1 N 7 N;0",
+                                       "A 0 1.25 2 3 4 5 1 p 7 Y",
+                                       "S P 0;2",
+                                       "OB 1.8249 1.361480019685 I",
+                                       "OS 1.82255 1.370480019685",
+                                       "OC 1.822530019685 1.36385 1.8249 1.36385 Y",
+                                       "OC 1 2 3 4 N",
+                                       "OE",
+                                       "SE",
+                                       "",
+                                       "# comment",
+                                       "&1 another text"};
+constexpr const char* kElements[] = {"OS 1.82255 1.370480019685",
+                                     "OS -3 .5",
+                                     "OC 1.822530019685 1.36385 1.8249 1.36385 Y",
+                                     "OC 1 2 3 4 N",
+                                     "OC 1 2 3 4 y",
+                                     "",
+                                     "# comment"};
+
+std::string RandomLines(std::mt19937& random, std::span<const char* const> lines, int count)
+{
+    std::string text;
+    for (int i = 0; i < count; ++i)
+        text += std::string(lines[random() % lines.size()]) + (random() % 8 == 0 ? "\r\n" : "\n");
+    return text;
+}
+
+std::string RandomSurface(std::mt19937& random)
+{
+    std::string text = "S P 0\n";
+    for (auto contours = 1 + random() % 3; contours > 0; --contours)
+        text += std::string("OB 1.8249 1.361480019685 ") + (random() % 2 == 0 ? "I\n" : "H\n") +
+                RandomLines(random, kElements, 5) + "OE\n";
+    return text + "SE\n";
+}
+
+// A few bytes less, more or other.
+void Disturb(std::mt19937& random, std::string& text)
+{
+    const std::string letters = "0123456789 .-+;=,PNYIHOSCEL\t\r\n\v#xe";
+    for (auto changes = random() % 4; changes > 0; --changes)
+    {
+        const std::size_t at = random() % text.size();
+        if (random() % 3 == 0)
+            text.erase(at, 1);
+        else if (random() % 10 == 0)
+            text[at] = '\0';
+        else
+            text.insert(at, 1, letters[random() % letters.size()]);
+    }
+    if (random() % 4 == 0)
+        text.pop_back();
+}
+
+// Adds the contour elements of the layer's surfaces, by the letter of their kind.
+void CountElements(const CJOBXlayer& layer, std::map<char, long>& counts)
+{
+    for (__int64 i = 0; i < layer.GetFeatures()->GetSize(); ++i)
+    {
+        const auto* const surface = dynamic_cast<const CJOBXlayObjSurface*>(layer.GetFeatures()->GetAt(i));
+        for (__int64 c = 0; surface != nullptr && c < surface->GetContours()->GetSize(); ++c)
+        {
+            const CJOBXlayObjOXArray& elements = *surface->GetContours()->GetAt(c)->GetODBlayObjOXArray();
+            for (__int64 k = 0; k < elements.GetSize(); ++k)
+                ++counts[std::string(elements.GetAt(k)->GetKind()).back()];
+        }
+    }
+}
 } // namespace
 
 TEST(FeaturesReader, KindIsToldByFirstLettersInFixedOrder)
@@ -722,45 +803,32 @@ TEST(FeaturesReader, UsualLinesReadAsUnusualOnes)
     const unsigned seed = chosen != nullptr ? static_cast<unsigned>(std::atoi(chosen)) : 20260101U;
     SCOPED_TRACE("JOBX_TEST_SEED=" + std::to_string(seed));
     std::mt19937 random(seed);
-    const std::vector<std::string> lines = {"L 3.0938 2.01666545 -3.1070002 2.01666545 2 P 0;0,1,2=8,3=0.000000",
-                                            "L 3.05600059 2 3.05215039 2.00066644 2 P 0;0,1,2=8,3=0.000000",
-                                            "L 0 -0 1e3 1 12 N 3",
-                                            "P 1.37 1.81 11 P 0 8;3=0,5=1",
-                                            "P 1.37 1.81 11 P 0 8 30.5;3=0,5=1",
-                                            "P 1.37 1.81 -1 5 0.5 N 0 2",
-                                            "P .5 5. 0 N 1234567890 0",
-                                            "A 0 1.25 2 3 4 5 1 N 7 Y ;0",
-                                            "A 0 1.25 2 3 4 5 1 N 7 N;0",
-                                            "A 0 1.25 2 3 4 5 1 p 7 Y",
-                                            "S P 0;2",
-                                            "OB 1.8249 1.361480019685 I",
-                                            "OS 1.82255 1.370480019685",
-                                            "OC 1.822530019685 1.36385 1.8249 1.36385 Y",
-                                            "OC 1 2 3 4 N",
-                                            "OE",
-                                            "SE",
-                                            "",
-                                            "# comment",
-                                            "&1 another text"};
-    const std::string letters = "0123456789 .-+;=,PNYIHOSCEL\t\r\n\v#xe";
+    std::map<char, long> elements;
     for (int round = 0; round < 1500; ++round)
     {
         std::string text = "@0 .a\n@1 .b\n@2 .pad_usage\n@3 .c\n&8 text\n&0 zero\n";
-        for (int i = 0; i < 12; ++i)
-            text += lines[random() % lines.size()] + (random() % 8 == 0 ? "\r\n" : "\n");
-        for (auto changes = random() % 4; changes > 0; --changes)
-        {
-            const std::size_t at = random() % text.size();
-            if (random() % 3 == 0)
-                text.erase(at, 1);
-            else if (random() % 10 == 0)
-                text[at] = '\0';
-            else
-                text.insert(at, 1, letters[random() % letters.size()]);
-        }
-        if (random() % 4 == 0)
-            text.pop_back();
-        ASSERT_EQ(FullDump(*Read(text)), FullDump(*Read(Indented(text)))) << text;
+        text += round % 2 == 0 ? RandomSurface(random) : RandomLines(random, kUsualLines, 12);
+        Disturb(random, text);
+        const auto layer = Read(text);
+        const std::string unusual = FullDump(*Read(Indented(text)));
+        ASSERT_EQ(FullDump(*layer), unusual) << text;
+        CountElements(*layer, elements);
+    }
+    for (const char kind : {'B', 'S', 'C'})
+        EXPECT_GT(elements[kind], 1000) << "O" << kind;
+}
+
+// A file is read in pieces; a line may lie across the border of two.
+TEST(FeaturesReader, LinesAcrossThePiecesOfAFileReadAsOthers)
+{
+    std::mt19937 random(20260101U);
+    std::string text = "@0 .a\n@1 .b\n@3 .c\n&8 text\n";
+    while (text.size() < 600'000)
+        text += RandomSurface(random) + RandomLines(random, kUsualLines, 12);
+    for (int shift = 0; shift < 3; ++shift)
+    {
+        text.insert(0, "#\n");
+        ASSERT_EQ(FullDump(*Read(text)), FullDump(*Read(Indented(text)))) << shift;
     }
 }
 

@@ -100,6 +100,15 @@ TEST(FeaturesWriter, OnlyAttributesWithBothNumbersAreWritten)
     EXPECT_EQ(Rewritten("S P 0 ;1=2\nSE"), "S P 0 ; 1=2\nSE\n");
 }
 
+TEST(FeaturesWriter, EachFeatureHasItsOwnAttributesWhateverTheOneBeforeHad)
+{
+    const std::string line = "L 0.000000 0.000000 0.000000 0.000000 0 P 0";
+    EXPECT_EQ(Rewritten("L 0 0 0 0 0 P 0 ;1=2\nL 0 0 0 0 0 P 0 ;1=2\nL 0 0 0 0 0 P 0 ;1=3,4=5\nL 0 0 0 0 0 P 0\n"
+                        "L 0 0 0 0 0 P 0 ;1=2\nL 0 0 0 0 0 P 0 ;7\nL 0 0 0 0 0 P 0 ;1=2"),
+              line + " ; 1=2\n" + line + " ; 1=2\n" + line + " ; 1=3, 4=5\n" + line + "\n" + line + " ; 1=2\n" + line +
+                  "\n" + line + " ; 1=2\n");
+}
+
 TEST(FeaturesWriter, UnknownTypeWritesItsAttributesOnly)
 {
     const TempDir dir;

@@ -241,6 +241,8 @@ TEST(Step, UnitChangeLeavesHeaderAndStepRepeatsAlone)
               scaled);
     EXPECT_EQ(step.m_arrComponents.GetAt(0)->m_arrCmps.GetAt(0)->m_ptLocation, scaled);
     EXPECT_EQ(step.GetEda()->m_pData->m_arrPkgs.GetAt(0)->m_dPitch, 12.7);
+    const CJOBXnetPt& point = *step.GetNetlist()->m_arrNets.GetAt(0)->m_arrPts.GetAt(0);
+    EXPECT_EQ(point.m_ptPosition, scaled);
 }
 
 TEST(Step, ScanMovesTheComponentsOfAPackage)
