@@ -64,17 +64,17 @@ TEST_P(Replay, EverySeedIsTakenAndSoIsEachHalfOfIt)
     }
 }
 
-TEST_P(Replay, NoInputAtAllIsTaken)
+TEST_P(Replay, NoInputAtAllDoesNotCrash)
 {
     Feed(GetParam(), "");
 }
 
-TEST_P(Replay, TheCorpusOfTheSourcesIsTaken)
+TEST_P(Replay, TheCorpusOfTheSourcesDoesNotCrash)
 {
     RunAll(GetParam(), InputsBelow(JOBX_FUZZ_CORPUS, GetParam().name));
 }
 
-TEST_P(Replay, WhatOnceWasAFindingIsTaken)
+TEST_P(Replay, WhatOnceWasAFindingDoesNotCrash)
 {
     RunAll(GetParam(), InputsBelow(TestDataDir() + "/fuzz", GetParam().name));
 }
