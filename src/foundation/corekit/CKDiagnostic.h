@@ -13,7 +13,8 @@ struct JOBX_API CKDiagnostic
     CString path;        // as given to the operation
     int systemError = 0; // the system's error number; 0 when the system has none, EBADMSG for damaged data
 
-    // The whole of it in one line, without a line end; control characters of the path become "?".
+    // The whole of it in one line, without a line end; control characters of the path, and those that show nothing
+    // or turn the direction of a text, become "?" each.
     CString Text() const;
 };
 

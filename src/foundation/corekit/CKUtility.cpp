@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdio>
 #include <optional>
 #include <string>
 #include <utility>
@@ -48,6 +49,15 @@ std::string_view LastComponent(std::string_view path)
 bool IsPossible(const CString& path)
 {
     return path.Find('\0') < 0;
+}
+
+// Whether `path` is `directory` or lies below it; both in full, without links.
+bool IsBelow(std::string_view path, std::string_view directory)
+{
+    if (!path.starts_with(directory))
+        return false;
+    return path.size() == directory.size() || kSeparators.find(directory.back()) != std::string_view::npos ||
+           kSeparators.find(path[directory.size()]) != std::string_view::npos;
 }
 
 // Whether the name fits the pattern: "*" any characters, "?" any one, letters in any case. When a later part does not
@@ -92,8 +102,75 @@ std::string EntryPath(const std::string& directory, const char* name)
     return path += name;
 }
 
-// Appends to `list`, sorted, the paths of all entries of `directory`, and of its subdirectories when asked to, for
-// which `isWanted(entry)` holds. The directories still to do are kept in a list, so that depth costs no stack.
+// Whether a boundary is set and the directory lies outside it, which is reported.
+bool LeadsOut(const CString& directory)
+{
+    CKUtility* const utility = CKUtility::GetInstance();
+    const CString boundary = utility->GetLinkBoundary();
+    if (boundary.IsEmpty())
+        return false;
+    std::string real;
+    if (ResolveLinks(directory, real) == 0 && IsBelow(real, boundary.View()))
+        return false;
+    utility->Report("", 0, "follow", directory, EXDEV);
+    return true;
+}
+
+// The same for the directory that an entry lies in, and for the entry itself when it is a directory.
+bool LeadsOut(const CString& path, EntryType type)
+{
+    if (type == EntryType::Directory)
+        return LeadsOut(path);
+    const CString parent = CKUtility::GetInstance()->GetSegmntFromFilePath(path, 1);
+    return LeadsOut(parent.IsEmpty() ? CString(".") : parent);
+}
+
+// Raised out of a listing that meets more entries than allowed.
+struct TooManyEntries
+{
+};
+
+// The paths of all entries of `directory`, and of its subdirectories when asked to, for which `isWanted(entry)` holds.
+// The directories still to do are kept in a list, so that depth costs no stack. False when there are too many entries.
+template <class IsWanted>
+bool ListTree(const std::string& directory, bool recurse, std::vector<std::string>& found, IsWanted isWanted)
+{
+    ULONGLONG left = CKUtility::GetInstance()->GetListingLimit();
+    std::vector<std::string> pending;
+    if (!LeadsOut(CString(directory)))
+        pending.push_back(directory);
+    while (!pending.empty())
+    {
+        const std::string current = std::move(pending.back());
+        pending.pop_back();
+        const auto visit = [&](const ListedEntry& entry)
+        {
+            if (left-- == 0)
+                throw TooManyEntries();
+            if (entry.error != 0)
+                CKUtility::GetInstance()->Report("", 0, "examine", CString(EntryPath(current, entry.name)),
+                                                 entry.error);
+            if (entry.isLink && entry.type == EntryType::Directory && LeadsOut(CString(EntryPath(current, entry.name))))
+                return;
+            if (isWanted(entry))
+                found.push_back(EntryPath(current, entry.name));
+            if (recurse && entry.type == EntryType::Directory && !entry.isLink)
+                pending.push_back(EntryPath(current, entry.name));
+        };
+        try
+        {
+            if (const int error = ListEntries(current, visit); error != 0)
+                CKUtility::GetInstance()->Report("", 0, "list", CString(current), error);
+        }
+        catch (const TooManyEntries&)
+        {
+            return false;
+        }
+    }
+    return true;
+}
+
+// Appends to `list`, sorted, what ListTree finds.
 template <class IsWanted>
 void AppendEntries(const CString& directory, bool recurse, CStringArray& list, IsWanted isWanted)
 {
@@ -103,23 +180,10 @@ void AppendEntries(const CString& directory, bool recurse, CStringArray& list, I
         return;
     }
     std::vector<std::string> found;
-    std::vector<std::string> pending{std::string(DirectoryText(directory.View()))};
-    while (!pending.empty())
+    if (!ListTree(std::string(DirectoryText(directory.View())), recurse, found, isWanted))
     {
-        const std::string current = std::move(pending.back());
-        pending.pop_back();
-        const auto visit = [&](const ListedEntry& entry)
-        {
-            if (entry.error != 0)
-                CKUtility::GetInstance()->Report("", 0, "examine", CString(EntryPath(current, entry.name)),
-                                                 entry.error);
-            if (isWanted(entry))
-                found.push_back(EntryPath(current, entry.name));
-            if (recurse && entry.type == EntryType::Directory && !entry.isLink)
-                pending.push_back(EntryPath(current, entry.name));
-        };
-        if (const int error = ListEntries(current, visit); error != 0)
-            CKUtility::GetInstance()->Report("", 0, "list", CString(current), error);
+        CKUtility::GetInstance()->Report("", 0, "list", directory, EOVERFLOW);
+        return;
     }
     std::sort(found.begin(), found.end());
     INT_PTR at = list.GetSize();
@@ -152,7 +216,7 @@ EntryType Examine(const CString& path, const CString& sourceFile, int line)
     const int error = IsPossible(path) ? ExamineEntry(path, type) : EINVAL;
     if (error != 0)
         CKUtility::GetInstance()->Report(sourceFile, line, "examine", path, error);
-    return type;
+    return type != EntryType::None && LeadsOut(path, type) ? EntryType::None : type;
 }
 
 bool IsFileOrDirectory(EntryType type)
@@ -167,6 +231,16 @@ int SystemError(LzwResult result, int outputError)
         return EBADMSG;
     return result == LzwResult::TooLong ? EFBIG : outputError;
 }
+
+// What a host gets that sets no sink: a failed write goes unnoticed otherwise.
+class StandardErrorSink : public CKDiagnosticSink
+{
+public:
+    void OnDiagnostic(const CKDiagnostic& diagnostic) override
+    {
+        std::fprintf(stderr, "JOBXCLSDLL: %s\n", diagnostic.Text().GetString());
+    }
+};
 
 // 0 or the system's error number.
 int DecompressTo(const CString& target, std::string_view compressed, ULONGLONG limit)
@@ -183,7 +257,7 @@ int DecompressTo(const CString& target, std::string_view compressed, ULONGLONG l
 }
 } // namespace
 
-CKUtility::CKUtility() = default;
+CKUtility::CKUtility() : m_pSink(new StandardErrorSink) {} // never deleted, as this is not
 
 CKUtility* CKUtility::GetInstance()
 {
@@ -347,6 +421,39 @@ void CKUtility::SetDecompressionLimit(ULONGLONG bytes)
 ULONGLONG CKUtility::GetDecompressionLimit() const
 {
     return m_nDecompressionLimit;
+}
+
+void CKUtility::SetListingLimit(ULONGLONG entries)
+{
+    m_nListingLimit = entries;
+}
+
+ULONGLONG CKUtility::GetListingLimit() const
+{
+    return m_nListingLimit;
+}
+
+void CKUtility::SetLinkBoundary(const CString& directory)
+{
+    Guarded(
+        [&]
+        {
+            std::string real;
+            // Nothing lies below what does not exist, whatever comes to be there later.
+            if (!directory.IsEmpty() && ResolveLinks(directory, real) != 0)
+                real = std::string(1, '\0');
+            const std::lock_guard lock(m_boundaryLock);
+            m_sLinkBoundary = CString(std::string_view(real));
+            m_hasLinkBoundary = !real.empty();
+        });
+}
+
+CString CKUtility::GetLinkBoundary() const
+{
+    if (!m_hasLinkBoundary)
+        return {};
+    const std::lock_guard lock(m_boundaryLock);
+    return m_sLinkBoundary;
 }
 
 CKDiagnosticSink* CKUtility::SetDiagnosticSink(CKDiagnosticSink* sink)

@@ -71,8 +71,20 @@ public:
     void SetDecompressionLimit(ULONGLONG bytes);
     ULONGLONG GetDecompressionLimit() const;
 
+    // The most entries that one listing may meet, subdirectories included; no limit unless set. A listing that meets
+    // more adds nothing and is reported as "list" with EOVERFLOW.
+    void SetListingLimit(ULONGLONG entries);
+    ULONGLONG GetListingLimit() const;
+    // From now on, directories that lie outside `directory` are not there for tests, FindPath and listings, nor is what
+    // they hold; each is reported as "follow" with EXDEV. That keeps links inside a job. "" takes the boundary away, as
+    // it is at first; a directory that does not exist leaves nothing to be seen. It holds for the whole process.
+    void SetLinkBoundary(const CString& directory);
+    // The boundary in full, without links; "" when there is none.
+    CString GetLinkBoundary() const;
+
     // Sends diagnostics to `sink` from now on, null for nowhere; borrowed. Returns the former one, which is no longer
-    // in use by then.
+    // in use by then. At first there is one that prints each diagnostic as a line on standard error; the process keeps
+    // it, so that it can be set again.
     CKDiagnosticSink* SetDiagnosticSink(CKDiagnosticSink* sink);
     // Hands a failure to the sink.
     void Report(const char* sourceFile, int line, const char* operation, const CString& path, int systemError) const;
@@ -84,6 +96,10 @@ private:
     static constexpr ULONGLONG kDefaultDecompressionLimit = 1ULL << 30U;
 
     std::atomic<ULONGLONG> m_nDecompressionLimit{kDefaultDecompressionLimit};
+    std::atomic<ULONGLONG> m_nListingLimit{~0ULL};
+    std::atomic<bool> m_hasLinkBoundary{false};
+    mutable std::mutex m_boundaryLock;
+    CString m_sLinkBoundary;
     mutable std::recursive_mutex m_sinkLock; // a sink may set the sink
-    CKDiagnosticSink* m_pSink = nullptr;
+    CKDiagnosticSink* m_pSink;
 };

@@ -56,6 +56,13 @@ int ExamineEntryItself(const CString& path, EntryType& type)
     return IsNotThere(error) ? 0 : Answer(error);
 }
 
+int ResolveLinks(const CString& path, std::string& real)
+{
+    std::error_code error;
+    real = fs::canonical(path.View(), error).string();
+    return Answer(error);
+}
+
 int ListEntries(const std::string& path, const std::function<void(const ListedEntry&)>& visit)
 {
     std::error_code error;
@@ -96,6 +103,7 @@ int RenameEntry(const CString& from, const CString& to)
 #else
 
 #include <cstdio>
+#include <cstdlib>
 #include <dirent.h>
 #include <fcntl.h>
 #include <memory>
@@ -116,6 +124,11 @@ EntryType TypeOf(mode_t mode)
         return EntryType::Directory;
     return S_ISLNK(mode) ? EntryType::Link : EntryType::Other;
 }
+
+struct FreeText
+{
+    void operator()(char* text) const noexcept { std::free(text); }
+};
 
 // What fstatat says about `name` in the open directory; AT_FDCWD for a path.
 int Examine(int directory, const char* name, int flags, EntryType& type)
@@ -157,6 +170,15 @@ int ExamineEntry(const CString& path, EntryType& type)
 int ExamineEntryItself(const CString& path, EntryType& type)
 {
     return Examine(AT_FDCWD, path, AT_SYMLINK_NOFOLLOW, type);
+}
+
+int ResolveLinks(const CString& path, std::string& real)
+{
+    const std::unique_ptr<char, FreeText> full(::realpath(path, nullptr));
+    if (!full)
+        return errno;
+    real = full.get();
+    return 0;
 }
 
 int ListEntries(const std::string& path, const std::function<void(const ListedEntry&)>& visit)

@@ -21,6 +21,9 @@ int ExamineEntry(const CString& path, EntryType& type);
 // The same without following a link.
 int ExamineEntryItself(const CString& path, EntryType& type);
 
+// The full path of what is at `path`, all links followed.
+int ResolveLinks(const CString& path, std::string& real);
+
 // An entry as its directory lists it.
 struct ListedEntry
 {

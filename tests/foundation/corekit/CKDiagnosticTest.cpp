@@ -55,3 +55,28 @@ TEST(CKDiagnostic, SetDiagnosticSink_ReturnsTheFormerOne)
     EXPECT_TRUE(first.all.empty());
     CKUtility::GetInstance()->SetDiagnosticSink(&first);
 }
+
+TEST(CKDiagnostic, Text_ReplacesWhatShowsNothingOrTurnsTheDirection)
+{
+    const auto shown = [](const char* path) { return CKDiagnostic{"", 0, "read", path, 0}.Text(); };
+    EXPECT_EQ(shown("/a\xE2\x80\xAE"
+                    "b\xE2\x81\xA6\xEF\xBB\xBF"),
+              "cannot read /a?b??");
+    EXPECT_EQ(shown("\xC2\x85\xE2\x80\xA8\xF3\xA0\x81\x81"), "cannot read ???");
+    EXPECT_EQ(shown("\xC3\xA9\xE2\x82\xAC\xE2\x80\xAF"), "cannot read \xC3\xA9\xE2\x82\xAC\xE2\x80\xAF");
+    EXPECT_EQ(shown("\xE2\x80"), "cannot read \xE2\x80");
+}
+
+TEST(CKDiagnostic, Report_PrintsOnStandardErrorUntilASinkIsSetAndNothingOnceItIsNull)
+{
+    CKUtility& files = *CKUtility::GetInstance();
+    testing::internal::CaptureStderr();
+    files.Report("", 0, "write", "/job/file", ENOSPC);
+    CKDiagnosticSink* const first = files.SetDiagnosticSink(nullptr);
+    files.Report("", 0, "write", "/job/silent", ENOSPC);
+    files.SetDiagnosticSink(first);
+    files.Report("", 0, "write", "/job/again", EBADMSG);
+    EXPECT_NE(first, nullptr);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "JOBXCLSDLL: cannot write /job/file: No space left on device\n"
+                                                      "JOBXCLSDLL: cannot write /job/again: the data is damaged\n");
+}

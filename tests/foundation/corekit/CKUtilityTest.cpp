@@ -591,3 +591,87 @@ TEST(CKUtility, DeleteDirectory_ReportsWhatItMayNotRemove)
     ASSERT_EQ(::chmod(dir.Path("job").c_str(), 0755), 0);
     EXPECT_EQ(dir.Read("job/file"), "x");
 }
+
+namespace
+{
+// Takes boundary and limit away again.
+struct Limits
+{
+    Limits() = default;
+    Limits(const Limits&) = delete;
+    Limits& operator=(const Limits&) = delete;
+    ~Limits()
+    {
+        Utility().SetLinkBoundary("");
+        Utility().SetListingLimit(~0ULL);
+    }
+};
+} // namespace
+
+TEST(CKUtilityListing, MoreEntriesThanTheLimitAddNothingAndAreReported)
+{
+    const Limits limits;
+    const RecordingSink sink;
+    const TempDir dir;
+    dir.Write("a", "");
+    dir.Write("sub/b", "");
+    EXPECT_EQ(Utility().GetListingLimit(), ~0ULL);
+    Utility().SetListingLimit(3);
+    EXPECT_EQ(Files(dir, "*.*", 1), (List{"a", "sub/b"}));
+    Utility().SetListingLimit(2);
+    EXPECT_EQ(Files(dir, "*.*", 1), List{});
+    EXPECT_EQ(Files(dir, "*.*", 0), List{"a"});
+    ASSERT_EQ(sink.all.size(), 1U);
+    EXPECT_EQ(sink.all[0].operation, "list");
+    EXPECT_EQ(sink.all[0].systemError, EOVERFLOW);
+    EXPECT_EQ(sink.all[0].Text(), "cannot list " + Text(dir.Path()) + ": it has more entries than allowed");
+}
+
+TEST(CKUtilityBoundary, LinksToDirectoriesOutsideAreNotThere)
+{
+    const Limits limits;
+    const TempDir outside;
+    outside.Write("inner/file", "x");
+    const TempDir dir;
+    dir.Write("job/real/file", "x");
+    fs::create_directory_symlink(outside.Path(), dir.Path("job/out"));
+    fs::create_directory_symlink("real", dir.Path("job/in"));
+    const CString job = Text(dir.Path("job"));
+    Utility().SetLinkBoundary(job);
+    EXPECT_EQ(Utility().GetLinkBoundary(), Text(fs::canonical(dir.Path("job")).string()));
+    const RecordingSink sink;
+    EXPECT_TRUE(Utility().IsDir(Text(dir.Path("job/in"))));
+    EXPECT_TRUE(Utility().IsFile(Text(dir.Path("job/in/file"))));
+    EXPECT_TRUE(sink.all.empty());
+    EXPECT_FALSE(Utility().IsDir(Text(dir.Path("job/out"))));
+    EXPECT_FALSE(Utility().IsFile(Text(dir.Path("job/out/inner/file")))) << "through a link above";
+    EXPECT_FALSE(Utility().DoesFileOrDirExist(Text(dir.Path("job2"))));
+    ASSERT_FALSE(sink.all.empty());
+    EXPECT_EQ(sink.all[0].operation, "follow");
+    EXPECT_EQ(sink.all[0].systemError, EXDEV);
+    CStringArray list;
+    Utility().GetAllSubDirListIn(job, list, 1);
+    ASSERT_EQ(list.GetSize(), 2);
+    EXPECT_EQ(list[0], Text(dir.Path("job/in")));
+    EXPECT_EQ(list[1], Text(dir.Path("job/real")));
+    Utility().GetAllFileListIn(Text(dir.Path("job/out")), list, "*.*", 1);
+    EXPECT_EQ(list.GetSize(), 2) << "the list's own directory leads out";
+    Utility().SetLinkBoundary("");
+    EXPECT_TRUE(Utility().IsDir(Text(dir.Path("job/out"))));
+}
+
+TEST(CKUtilityBoundary, ADirectoryOfALongerNameIsOutsideAndOneThatDoesNotExistHoldsNothing)
+{
+    const Limits limits;
+    const RecordingSink sink;
+    const TempDir dir;
+    dir.MakeDir("job");
+    dir.MakeDir("job-other");
+    Utility().SetLinkBoundary(Text(dir.Path("job")));
+    EXPECT_FALSE(Utility().IsDir(Text(dir.Path("job-other"))));
+    EXPECT_TRUE(Utility().IsDir(Text(dir.Path("job"))));
+    Utility().SetLinkBoundary(Text(dir.Path("gone")));
+    EXPECT_FALSE(Utility().IsDir(Text(dir.Path("job"))));
+    Utility().SetLinkBoundary("/");
+    EXPECT_TRUE(Utility().IsDir(Text(dir.Path("job"))));
+}
