@@ -78,5 +78,13 @@ if(JOBX_BUILD_APP)
     set_property(TARGET jobx PROPERTY INSTALL_RPATH "@loader_path/${to_library}")
   else()
     set_property(TARGET jobx PROPERTY INSTALL_RPATH "$ORIGIN/${to_library}")
+    # The build tree has the program in bin, the library in lib. With a path of its own for the build tree, CMake pads that
+    # one with an empty entry, which the loader takes for the current directory.
+    get_property(is_multi_config GLOBAL PROPERTY GENERATOR_IS_MULTI_CONFIG)
+    if(NOT is_multi_config)
+      set(library_path "$ORIGIN/${to_library}" "$ORIGIN/../lib")
+      list(REMOVE_DUPLICATES library_path)
+      set_target_properties(jobx PROPERTIES BUILD_WITH_INSTALL_RPATH ON INSTALL_RPATH "${library_path}")
+    endif()
   endif()
 endif()
