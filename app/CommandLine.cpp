@@ -80,6 +80,16 @@ std::vector<std::string> SplitAtCommas(const std::string& text)
     return pieces;
 }
 
+// What bounds the reading of a job that someone else made.
+void AddLimits(CLI::App& command, ReadOptions& read)
+{
+    command.add_flag("--follow-links", read.followLinks, "Follow links to directories outside the job too");
+    command
+        .add_option("--max-entries", read.maxEntries,
+                    "The most files and directories that one listing may meet, 1000000 unless given")
+        ->type_name("N");
+}
+
 // Adds a command with what all commands take; `run` is called with the arguments' values.
 template <class Run>
 CLI::App* AddCommand(CLI::App& app, Arguments& arguments, const char* name, const char* about, Run run)
@@ -88,6 +98,7 @@ CLI::App* AddCommand(CLI::App& app, Arguments& arguments, const char* name, cons
     command->add_option("JOB", arguments.read.jobPath, "The job's directory")->required()->type_name("");
     command->footer("Examples and exit codes: jobx --help");
     command->add_flag("--quiet", arguments.read.quiet, "No progress line and no notes");
+    AddLimits(*command, arguments.read);
     command->callback([run] { run(); });
     return command;
 }
@@ -171,13 +182,15 @@ void AddDiffCommand(CLI::App& app, Arguments& arguments)
                       "Leave out on which lines of their files records stand");
     command->add_flag("--json", diff.json, "As a JSON document");
     command->add_flag("--quiet", diff.quiet, "No progress line");
+    AddLimits(*command, arguments.read);
     command->footer("Examples and exit codes: jobx --help");
-    command->callback([&arguments] { arguments.exitCode = RunDiff(arguments.diff); });
+    command->callback([&arguments] { arguments.exitCode = RunDiff(arguments.read, arguments.diff); });
 }
 
 constexpr const char* kWriteFooter =
     R"(The job lands in DIR/NAME, NAME being the name of the directory that was read; DIR is made when its parent exists.
-It is written beside that place first and moved there when it is complete: after a failure everything is as before.
+It is written beside that place first, and moved there when it is complete and on the disk: after a failure everything
+is as before.
 The changes are made in this order: scale, steps, name.
 
 Not written, as the library does it:
@@ -216,6 +229,8 @@ void AddWriteCommand(CLI::App& app, Arguments& arguments)
     write->add_flag("--rebuild-steps", options.rebuildSteps, "Put steps that repeat others before the plain ones");
     write->add_option("--name", options.name, "The written job's name")->type_name("NAME");
     write->add_flag("--force", options.force, "Replace a directory that is there");
+    write->add_flag("--allow-incomplete", options.allowIncomplete,
+                    "With --force: replace it also when something that the matrix names could not be read");
     write->footer(kWriteFooter);
 }
 

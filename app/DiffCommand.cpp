@@ -135,9 +135,8 @@ void PrintJson(const DiffOptions& options, const DiffCollector& collector)
 }
 } // namespace
 
-ExitCode RunDiff(const DiffOptions& options)
+ExitCode RunDiff(ReadOptions read, const DiffOptions& options)
 {
-    ReadOptions read;
     read.quiet = options.quiet;
     read.jobPath = options.jobA;
     const std::unique_ptr<CJOBX> a = ReadGoodJob(read);

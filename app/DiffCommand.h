@@ -2,6 +2,7 @@
 
 #include "DiffSinks.h"
 #include "ExitError.h"
+#include "JobReader.h"
 
 #include <string>
 
@@ -14,5 +15,5 @@ struct DiffOptions
     bool quiet = false; // no progress line
 };
 
-// jobx diff: prints what differs between two jobs, for a person or as one JSON document.
-ExitCode RunDiff(const DiffOptions& options);
+// jobx diff: prints what differs between two jobs, for a person or as one JSON document. `read` says how to read them.
+ExitCode RunDiff(ReadOptions read, const DiffOptions& options);

@@ -1,8 +1,10 @@
 #include "JobReader.h"
 
 #include "ExitError.h"
+#include "InsideJob.h"
 #include "JobPath.h"
 #include "Messages.h"
+#include "MissingParts.h"
 #include "Progress.h"
 #include "Text.h"
 
@@ -65,23 +67,27 @@ CStringArray ChosenNames(const std::vector<std::string>& wanted, const CStringAr
     return chosen;
 }
 
-// The steps read stand in the order of the names, those without a directory left out.
-void WarnOfMissingSteps(const CStringArray& names, const CJOBXstepObjArray& steps)
+// Says what is missing, a bounded number of lines.
+void PrintMissing(const std::vector<std::string>& missing)
 {
-    __int64 next = 0;
-    for (INT_PTR i = 0; i < names.GetSize(); ++i)
+    constexpr std::size_t kPrinted = 1000;
+    for (std::size_t i = 0; i < std::min(missing.size(), kPrinted); ++i)
+        PrintWarning(missing[i]);
+    if (missing.size() > kPrinted)
+        PrintWarning(fmt::format("{} further parts of the job are missing", missing.size() - kPrinted));
+}
+
+// The name and the paths that the job has outside of its directory.
+void NameAsOutside(CJOBX& job, const std::string& path)
+{
+    job.SetODBProjectName(CKUtility::GetInstance()->GetSegmntFromFilePath(path.c_str(), 2));
+    for (__int64 i = 0; i < job.m_pSpecialSymbols->GetSize(); ++i)
     {
-        const CJOBXstepObj* const step = steps.GetAt(next);
-        if (step == nullptr || step->m_sName != names[i])
-        {
-            PrintWarning(
-                fmt::format("step \"{}\" of the matrix has no directory below \"steps\"", Printable(names[i].View())));
+        CJOBXSpecialSymbol* const symbol = job.m_pSpecialSymbols->GetAt(i);
+        if (symbol == nullptr)
             continue;
-        }
-        ++next;
-        if (step->GetProfile()->m_sName.IsEmpty())
-            PrintWarning(
-                fmt::format("step \"{}\" has no profile; nothing of it was read", Printable(step->m_sName.View())));
+        symbol->m_sPath = CString(PathOutside(path, std::string(symbol->m_sPath.View())).c_str());
+        symbol->m_sName = CString(PathOutside(path, std::string(symbol->m_sName.View())).c_str());
     }
 }
 
@@ -101,19 +107,32 @@ void ReadAttributeFile(CJOBX& job, const std::string& path)
 }
 
 // The library's answer; `names` gets the names of the steps that were asked for.
-int Read(CJOBX& job, const std::string& path, const std::vector<std::string>& wanted, CStringArray& names)
+int Read(CJOBX& job, const std::vector<std::string>& wanted, CStringArray& names)
 {
+    const char* const path = ".";
     if (wanted.empty())
     {
-        const int result = job.ParseODBOfMFC(path.c_str());
+        const int result = job.ParseODBOfMFC(path);
         names = NamesOf(job.m_pMatrix->m_arrSteps);
         return result;
     }
     CStringArray known;
-    if (job.ParseMatrixInODBOfMFC(path.c_str(), known) == 0)
+    if (job.ParseMatrixInODBOfMFC(path, known) == 0)
         return 0;
     names = ChosenNames(wanted, known);
-    return job.ParseODBOfMFC(path.c_str(), names);
+    return job.ParseODBOfMFC(path, names);
+}
+
+void ReadFromInside(ReadJob& read, const ReadOptions& options, const std::string& path, const FailedOperations& failed)
+{
+    const InsideJob inside(path);
+    CStringArray names;
+    {
+        const ProgressReport progress(*read.job, options.quiet);
+        read.result = Read(*read.job, options.steps, names);
+    }
+    if (read.result != 0)
+        read.missing = FindMissingParts(*read.job, names, path, failed);
 }
 } // namespace
 
@@ -124,24 +143,24 @@ ReadJob ReadJobDirectory(const ReadOptions& options)
         CheckAttributeFile(options.sysAttrFile);
     const std::string path = NamedJobPath(options.jobPath);
     const SilentMessageBoxes silence;
-    const FailedOperations failed;
+    FailedOperations failed;
     ReadJob read;
     read.job = std::make_unique<CJOBX>();
     if (!options.sysAttrFile.empty())
         ReadAttributeFile(*read.job, options.sysAttrFile);
-    CStringArray names;
-    {
-        const ProgressReport progress(*read.job, options.quiet);
-        read.result = Read(*read.job, path, options.steps, names);
-    }
+    const ReadLimits limits(path, options.followLinks, options.maxEntries);
+    failed.NameAsIn(path);
+    ReadFromInside(read, options, path, failed);
+    NameAsOutside(*read.job, path);
     if (read.result == 0)
     {
         read.problem = ProblemOfJob(path, failed);
         return read;
     }
-    WarnOfMissingSteps(names, read.job->m_pSteps->m_arrSteps);
+    PrintMissing(read.missing);
     failed.PrintWarnings();
-    read.isWhole = failed.IsEmpty();
+    const std::vector<std::string> lines = failed.Lines();
+    read.missing.insert(read.missing.end(), lines.begin(), lines.end());
     return read;
 }
 

@@ -1,5 +1,6 @@
 #include "Messages.h"
 
+#include "InsideJob.h"
 #include "Text.h"
 
 #include <fmt/core.h>
@@ -19,6 +20,10 @@ bool AreEqual(const CKDiagnostic& a, const CKDiagnostic& b)
 
 std::string ReasonOf(const CKDiagnostic& diagnostic)
 {
+    if (diagnostic.operation == "follow" && diagnostic.systemError == EXDEV)
+        return "it leads out of the job (--follow-links follows it)";
+    if (diagnostic.operation == "list" && diagnostic.systemError == EOVERFLOW)
+        return "it has more entries than --max-entries allows";
     return diagnostic.systemError == 0 ? "no reason given" : std::generic_category().message(diagnostic.systemError);
 }
 
@@ -42,22 +47,33 @@ FailedOperations::~FailedOperations()
 
 void FailedOperations::OnDiagnostic(const CKDiagnostic& diagnostic)
 {
-    const auto isSame = [&](const CKDiagnostic& other) { return AreEqual(diagnostic, other); };
+    CKDiagnostic shown = diagnostic;
+    if (!m_jobPath.empty())
+        shown.path = PathOutside(m_jobPath, std::string(diagnostic.path.View())).c_str();
+    const auto isSame = [&](const CKDiagnostic& other) { return AreEqual(shown, other); };
     if (std::any_of(m_first.begin(), m_first.end(), isSame))
         return;
     if (m_first.size() < kPrinted)
-        m_first.push_back(diagnostic);
+        m_first.push_back(shown);
     else
         ++m_nMore;
 }
 
+std::vector<std::string> FailedOperations::Lines() const
+{
+    std::vector<std::string> lines;
+    for (const CKDiagnostic& diagnostic : m_first)
+        lines.push_back(fmt::format("cannot {} {}: {}", Printable(diagnostic.operation.View()),
+                                    Printable(diagnostic.path.View()), ReasonOf(diagnostic)));
+    if (m_nMore > 0)
+        lines.push_back(fmt::format("{} further file operations failed", m_nMore));
+    return lines;
+}
+
 void FailedOperations::PrintWarnings() const
 {
-    for (const CKDiagnostic& diagnostic : m_first)
-        PrintWarning(fmt::format("cannot {} {}: {}", Printable(diagnostic.operation.View()),
-                                 Printable(diagnostic.path.View()), ReasonOf(diagnostic)));
-    if (m_nMore > 0)
-        PrintWarning(fmt::format("{} further file operations failed", m_nMore));
+    for (const std::string& line : Lines())
+        PrintWarning(line);
 }
 
 std::string FailedOperations::ReasonFor(const CString& path) const

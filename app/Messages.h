@@ -24,9 +24,12 @@ public:
     FailedOperations();
     ~FailedOperations() override;
 
+    // From now on paths that begin with "." are shown as of the job at that path, from inside which it is read.
+    void NameAsIn(const std::string& jobPath) { m_jobPath = jobPath; }
     void OnDiagnostic(const CKDiagnostic& diagnostic) override;
-    bool IsEmpty() const noexcept { return m_first.empty(); }
-    // Prints what was collected, and how many there were beyond the bound.
+    // What was collected, in lines, and how many there were beyond the bound.
+    std::vector<std::string> Lines() const;
+    // Prints these lines.
     void PrintWarnings() const;
     // The system's reason for the first failure on exactly that path; "" when there was none, and when there is no
     // such entry.
@@ -36,6 +39,7 @@ private:
     static constexpr std::size_t kPrinted = 20;
 
     CKDiagnosticSink* m_pBefore;
+    std::string m_jobPath;
     std::vector<CKDiagnostic> m_first;
     std::size_t m_nMore = 0;
 };

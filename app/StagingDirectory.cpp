@@ -11,8 +11,9 @@
 #include <random>
 #include <system_error>
 
-#if defined(__linux__)
+#if !defined(_WIN32)
 #include <fcntl.h>
+#include <unistd.h>
 #endif
 
 namespace fs = std::filesystem;
@@ -28,7 +29,7 @@ constexpr int kAttempts = 100; // to find a name that is free
 }
 
 // Lets two directories change places in one step; false when the system does not know how.
-bool Exchange(const fs::path& a, const fs::path& b, std::error_code& error)
+bool ExchangeNames(const fs::path& a, const fs::path& b, std::error_code& error)
 {
 #if defined(__linux__) && defined(RENAME_EXCHANGE)
     error.clear();
@@ -42,6 +43,42 @@ bool Exchange(const fs::path& a, const fs::path& b, std::error_code& error)
     static_cast<void>(error);
     return false;
 #endif
+}
+
+// Waits until the system has put a file or directory on the disk.
+void Flush(const fs::path& path)
+{
+#if !defined(_WIN32)
+    const int file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    // EINVAL: the file system has no such thing for what this is.
+    const bool isFlushed = file >= 0 && (::fsync(file) == 0 || errno == EINVAL);
+    const std::error_code error(errno, std::generic_category());
+    if (file >= 0)
+        ::close(file);
+    if (!isFlushed)
+        RaiseFailed("flush", path, error);
+#else
+    static_cast<void>(path);
+#endif
+}
+
+// The directory and everything in it.
+void FlushTree(const fs::path& directory)
+{
+    std::error_code error;
+    for (fs::recursive_directory_iterator entry(directory, error), end; !error && entry != end; entry.increment(error))
+        if (!entry->is_symlink(error))
+            Flush(entry->path());
+    if (error)
+        RaiseFailed("list", directory, error);
+    Flush(directory);
+}
+
+// A name alone lies in the current directory.
+fs::path DirectoryOf(const fs::path& path)
+{
+    const fs::path parent = (path.has_filename() ? path : path.parent_path()).parent_path();
+    return parent.empty() ? fs::path(".") : parent;
 }
 } // namespace
 
@@ -113,6 +150,16 @@ void StagingDirectory::Remove() noexcept
 
 void StagingDirectory::MoveIntoPlace(const std::string& name, bool replace)
 {
+    // What a power failure could still take must not replace what is safe.
+    FlushTree(Inside() / name);
+    Exchange(name, replace);
+    Flush(m_output);
+    if (m_madeOutput)
+        Flush(DirectoryOf(m_output));
+}
+
+void StagingDirectory::Exchange(const std::string& name, bool replace)
+{
     const fs::path fresh = Inside() / name;
     const fs::path target = m_output / name;
     std::error_code error;
@@ -125,7 +172,7 @@ void StagingDirectory::MoveIntoPlace(const std::string& name, bool replace)
     }
     if (!replace)
         RaiseFailed("make", target, std::make_error_code(std::errc::file_exists));
-    if (!Exchange(fresh, target, error))
+    if (!ExchangeNames(fresh, target, error))
         return ReplaceByRenames(fresh, target, m_path / "old", m_isKept);
     if (error)
         RaiseFailed("replace", target, error);

@@ -20,14 +20,16 @@ public:
     // Where to write the job, as a directory of the job's name.
     std::filesystem::path Inside() const { return m_path / "new"; }
 
-    // Moves the job of that name into the output directory. With `replace` a directory that is there gives way and
-    // is removed; at every moment the old or the new one stands there whole, but for two renames in succession where
-    // the system cannot exchange directories. After a failure the old one stands there as before.
+    // Moves the job of that name into the output directory, once all of it is on the disk. With `replace` a directory
+    // that is there gives way and is removed; at every moment the old or the new one stands there whole, but for two
+    // renames in succession where the system cannot exchange directories. After a failure the old one stands there as
+    // before, unless only the output directory itself could not be flushed.
     void MoveIntoPlace(const std::string& name, bool replace);
 
 private:
     void MakeOutputDirectory();
     void MakeStaging();
+    void Exchange(const std::string& name, bool replace);
     void Remove() noexcept;
 
     std::filesystem::path m_output;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <iterator>
 
 namespace
 {
@@ -36,13 +37,33 @@ std::size_t CharacterLength(std::string_view bytes) noexcept
     return isOverlong || isSurrogate || isTooLarge ? 0 : length;
 }
 
-// U+0000 to U+001F, U+007F, and U+0080 to U+009F, which some terminals obey too.
-bool IsControl(std::string_view character) noexcept
+// The number of a well-formed character.
+char32_t NumberOf(std::string_view character) noexcept
 {
     const auto first = static_cast<unsigned char>(character[0]);
     if (character.size() == 1)
-        return first < 0x20 || first == 0x7F;
-    return first == 0xC2 && static_cast<unsigned char>(character[1]) < 0xA0;
+        return first;
+    char32_t number = first & (0x7FU >> character.size());
+    for (const char byte : character.substr(1))
+        number = (number << 6U) | (static_cast<unsigned char>(byte) & 0x3FU);
+    return number;
+}
+
+// Controls, which terminals obey, and what shows nothing, breaks lines or turns the direction of a text.
+bool IsControl(std::string_view character) noexcept
+{
+    struct Range
+    {
+        char32_t from;
+        char32_t to;
+    };
+    static constexpr Range kRanges[] = {
+        {0x00, 0x1F},     {0x7F, 0x9F},     {0xAD, 0xAD},     {0x61C, 0x61C},   {0x180E, 0x180E},   {0x200B, 0x200F},
+        {0x2028, 0x202E}, {0x2060, 0x206F}, {0xFEFF, 0xFEFF}, {0xFFF9, 0xFFFB}, {0xE0000, 0xE007F},
+    };
+    const char32_t number = NumberOf(character);
+    return std::any_of(std::begin(kRanges), std::end(kRanges),
+                       [&](const Range& range) { return number >= range.from && number <= range.to; });
 }
 
 void AppendEscaped(std::string& text, std::string_view bytes)

@@ -12,8 +12,9 @@ bool IsUtf8(std::string_view bytes) noexcept;
 // Every byte as the character of that number, U+0000 to U+00FF, in UTF-8.
 std::string BytesAsCharacters(std::string_view bytes);
 
-// The text for a person to read: control characters, and bytes that are no UTF-8, as \xNN, so that a text of a file
-// cannot steer a terminal.
+// The text for a person to read: control characters, bytes that are no UTF-8, and characters that show nothing, break
+// lines or turn the direction of a text, as \xNN, so that a text of a file cannot steer a terminal or deceive its
+// reader.
 std::string Printable(std::string_view bytes);
 
 // How many characters a printable text has.

@@ -137,10 +137,14 @@ void CheckReplacement(const ReadJob& source, const WriteTarget& target)
 {
     const fs::path place = fs::path(target.directory) / target.name;
     std::error_code ignored;
-    if (!source.isWhole && fs::exists(fs::symlink_status(place, ignored)))
-        throw ExitError(
-            ExitCode::UnreadableInput,
-            fmt::format("not all of the job could be read; \"{}\" is not replaced", Printable(place.string())));
+    if (source.missing.empty() || !fs::exists(fs::symlink_status(place, ignored)))
+        return;
+    const std::size_t others = source.missing.size() - 1;
+    throw ExitError(ExitCode::UnreadableInput,
+                    fmt::format("not all of the job could be read ({}{}); \"{}\" is not replaced (--allow-incomplete "
+                                "replaces it)",
+                                source.missing.front(), others == 0 ? "" : fmt::format(", and {} more", others),
+                                Printable(place.string())));
 }
 
 void Change(CJOBX& job, const WriteOptions& options, const std::string& name)
@@ -170,7 +174,8 @@ void RunWrite(const ReadOptions& read, const WriteOptions& options)
     const WriteTarget target{options.directory, options.name.value_or(std::string(readName.View())), options.force};
     CheckTarget(target, path);
     const ReadJob source = ReadGoodJobDirectory(read);
-    CheckReplacement(source, target);
+    if (!options.allowIncomplete)
+        CheckReplacement(source, target);
     CJOBX& job = *source.job;
     CheckSymbolNames(job);
     Change(job, options, target.name);

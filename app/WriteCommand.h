@@ -12,7 +12,8 @@ struct WriteOptions
     std::optional<double> scale;     // multiplies every length
     bool withEda = true;
     bool rebuildSteps = false;
-    bool force = false; // replaces a directory that is there
+    bool force = false;           // replaces a directory that is there
+    bool allowIncomplete = false; // also by a job of which part is missing
 };
 
 // jobx write: reads the job, changes it and writes it in the library's form.

@@ -3,11 +3,11 @@
 
 _jobx_options() {
     case $1 in
-    info) echo "--compact --help --json --quiet --steps --sysattr" ;;
-    nets | components | packages | panel) echo "--csv --help --json --quiet --step" ;;
-    json) echo "--help --latin1 --quiet --steps --sysattr" ;;
-    diff) echo "--help --ignore-line-numbers --json --quiet --tolerance" ;;
-    write) echo "--force --help --name --no-eda --output --quiet --rebuild-steps --scale --steps" ;;
+    info) echo "--compact --follow-links --help --json --max-entries --quiet --steps --sysattr" ;;
+    nets | components | packages | panel) echo "--csv --follow-links --help --json --max-entries --quiet --step" ;;
+    json) echo "--follow-links --help --latin1 --max-entries --quiet --steps --sysattr" ;;
+    diff) echo "--follow-links --help --ignore-line-numbers --json --max-entries --quiet --tolerance" ;;
+    write) echo "--allow-incomplete --follow-links --force --help --max-entries --name --no-eda --output --quiet --rebuild-steps --scale --steps" ;;
     *) echo "--help --version" ;;
     esac
 }
@@ -31,7 +31,7 @@ _jobx() {
     COMPREPLY=()
 
     case $before in
-    --scale | --tolerance | --name)
+    --scale | --tolerance | --name | --max-entries)
         return
         ;;
     --sysattr)

@@ -1,5 +1,6 @@
 #include "CommandLine.h"
 #include "ExitError.h"
+#include "JOBXCLSDLL.h"
 #include "Messages.h"
 #include "Text.h"
 
@@ -23,6 +24,7 @@ int main(int argc, char** argv)
 #if defined(SIGXFSZ)
     std::signal(SIGXFSZ, SIG_IGN); // so does writing beyond the allowed size of a file
 #endif
+    CKUtility::GetInstance()->SetDiagnosticSink(nullptr); // each command sets its own and says what failed itself
     try
     {
         return static_cast<int>(RunCommandLine(argc, argv));

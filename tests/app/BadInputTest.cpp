@@ -231,7 +231,7 @@ TEST(JobxBadInput, ACompressedSymbolOfAReadOnlyJobIsAWarning)
 TEST(JobxBadInput, WarningsAreBoundedAndTheRestIsCounted)
 {
     const TempDir directory;
-    const std::string job = MakeJob(directory, "");
+    const std::string job = MakeJob(directory, "L 0 0 1 1 0 P 0\n");
     for (int i = 0; i < 30; ++i)
         directory.Write("job/symbols/broken" + std::to_string(i) + "/features.Z", "not compressed");
     const ProgramResult result = RunJobx({"info", job});

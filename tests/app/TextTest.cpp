@@ -45,6 +45,23 @@ TEST(JobxText, PrintableShowsControlCharactersAndStrayBytes)
     EXPECT_EQ(CharacterCount("a\xC3\xA9\xE2\x82\xAC"), 3U);
 }
 
+TEST(JobxText, PrintableEscapesWhatShowsNothingOrTurnsTheDirection)
+{
+    EXPECT_EQ(Printable("a\xE2\x80\xAE"
+                        "b"),
+              "a\\xE2\\x80\\xAE"
+              "b");
+    for (const std::string escaped :
+         {"\xC2\xAD", "\xD8\x9C", "\xE1\xA0\x8E", "\xE2\x80\x8B", "\xE2\x80\x8F", "\xE2\x80\xA8", "\xE2\x80\xA9",
+          "\xE2\x80\xAA", "\xE2\x80\xAE", "\xE2\x81\xA0", "\xE2\x81\xA6", "\xE2\x81\xA9", "\xEF\xBB\xBF",
+          "\xEF\xBF\xB9", "\xF3\xA0\x80\x81", "\xF3\xA0\x81\xBF"})
+        EXPECT_EQ(Printable(escaped).find_first_not_of("\\x0123456789ABCDEF"), std::string::npos) << escaped;
+    for (const std::string shown :
+         {"\xC2\xA0", "\xC2\xAE", "\xE2\x80\x8A", "\xE2\x80\x90", "\xE2\x80\xA7", "\xE2\x80\xAF", "\xE2\x81\xB0",
+          "\xEF\xBF\xBD", "\xF0\x9F\x99\x82", "\xF3\xA0\x82\x80"})
+        EXPECT_EQ(Printable(shown), shown);
+}
+
 TEST(JobxText, NumbersAreShortAndReadBackEqual)
 {
     constexpr double kInfinity = std::numeric_limits<double>::infinity();

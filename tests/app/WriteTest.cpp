@@ -260,7 +260,7 @@ TEST(JobxWrite, TheCurrentDirectoryAsJobHasItsOwnName)
 TEST(JobxWriteRefuses, AnExistingTargetWithoutForce)
 {
     const TempDir directory;
-    const std::string job = MakeJob(directory, "");
+    const std::string job = MakeJob(directory, "L 0 0 1 1 0 P 0\n");
     MakeFormer(directory);
     const auto before = TreeOf(directory.Path("out"));
     ExpectRefusal(RunJobx({"write", job, "-o", directory.Path("out")}), 4, "out/job\" exists: --force replaces it");
@@ -273,7 +273,7 @@ TEST(JobxWriteRefuses, AnExistingTargetWithoutForce)
 TEST(JobxWriteRefuses, ToReplaceAJobByOneThatWasReadInPart)
 {
     const TempDir directory;
-    const std::string job = MakeJob(directory, "");
+    const std::string job = MakeJob(directory, "L 0 0 1 1 0 P 0\n");
     directory.Write("job/symbols/s/features.Z", "not compressed");
     const ProgramResult fresh = RunJobx({"write", job, "-o", directory.Path("fresh"), "--quiet"});
     EXPECT_EQ(fresh.exitCode, 0) << "with a warning, where nothing can be lost";
@@ -282,8 +282,11 @@ TEST(JobxWriteRefuses, ToReplaceAJobByOneThatWasReadInPart)
     const auto before = TreeOf(directory.Path("out"));
     const ProgramResult result = RunJobx({"write", job, "-o", directory.Path("out"), "--force", "--quiet"});
     EXPECT_EQ(result.exitCode, 3);
+    EXPECT_NE(result.err.find("not all of the job could be read (cannot decompress " + job + "/symbols/s/features.Z: "),
+              std::string::npos)
+        << result.err;
     EXPECT_NE(
-        result.err.find("not all of the job could be read; \"" + directory.Path("out/job") + "\" is not replaced"),
+        result.err.find("); \"" + directory.Path("out/job") + "\" is not replaced (--allow-incomplete replaces it)"),
         std::string::npos)
         << result.err;
     EXPECT_EQ(TreeOf(directory.Path("out")), before);

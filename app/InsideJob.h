@@ -1,0 +1,42 @@
+// Reading a job from inside its directory, so that nothing depends on where the job lies.
+#pragma once
+
+#include <string>
+
+// Makes a job's directory the current one while it lives. The library judges user symbols by their whole path; from
+// inside, that path begins with "." and holds nothing of the folders above the job.
+// Results: a directory that cannot be entered raises ExitError.
+// Threads: one lives at a time; the current directory belongs to the whole process.
+class InsideJob
+{
+public:
+    explicit InsideJob(const std::string& path);
+    InsideJob(const InsideJob&) = delete;
+    InsideJob& operator=(const InsideJob&) = delete;
+    ~InsideJob();
+
+private:
+#if defined(_WIN32)
+    std::string m_before;
+#else
+    int m_before = -1;
+#endif
+};
+
+// The path by which the job at `jobPath` is known outside of something that was met as `path` inside.
+std::string PathOutside(const std::string& jobPath, const std::string& path);
+
+// While it lives, links that lead out of the directory are not followed unless asked to, and a listing may meet at most
+// that many entries.
+// Threads: one lives at a time.
+class ReadLimits
+{
+public:
+    ReadLimits(const std::string& directory, bool followLinks, unsigned long long maxEntries);
+    ReadLimits(const ReadLimits&) = delete;
+    ReadLimits& operator=(const ReadLimits&) = delete;
+    ~ReadLimits();
+
+private:
+    unsigned long long m_maxEntriesBefore;
+};

@@ -1,0 +1,218 @@
+#include "RunProgram.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <functional>
+#include <stdexcept>
+
+#if !defined(_WIN32)
+#include <sys/stat.h>
+#endif
+
+namespace fs = std::filesystem;
+
+namespace
+{
+constexpr const char* kLine = "L 0 0 1 1 0 P 0\n";
+
+// What is done to a good job, whose one step PCB has the layer TOP.
+struct Fault
+{
+    std::string name; // as docs/malformed_jobs.md has it
+    std::function<void(const TempDir&, const std::string&)> make;
+};
+
+void Replace(const std::string& path)
+{
+    fs::remove_all(path);
+}
+
+void MakePipe(const std::string& path)
+{
+    Replace(path);
+#if !defined(_WIN32)
+    if (::mkfifo(path.c_str(), 0600) != 0)
+        throw std::runtime_error("cannot make a pipe");
+#endif
+}
+
+void MakeLink(const std::string& path, const std::string& to)
+{
+    Replace(path);
+    fs::create_symlink(to, path);
+}
+
+void MakeMatrix(const TempDir& directory, const std::string& type)
+{
+    directory.Write("job/matrix/matrix",
+                    "STEP {\nCOL=1\nNAME=PCB\n}\nLAYER {\nROW=1\nTYPE=" + type + "\nNAME=TOP\n}\n");
+}
+
+const std::vector<Fault>& Faults()
+{
+    using Dir = const TempDir&;
+    using Path = const std::string&;
+    static const std::vector<Fault> kFaults = {
+        {"no folder `steps`", [](Dir, Path job) { fs::remove_all(job + "/steps"); }},
+        {"no folder `matrix`", [](Dir, Path job) { fs::remove_all(job + "/matrix"); }},
+        {"no file `matrix/matrix`", [](Dir, Path job) { fs::remove(job + "/matrix/matrix"); }},
+        {"`matrix/matrix` is a pipe", [](Dir, Path job) { MakePipe(job + "/matrix/matrix"); }},
+        {"`matrix/matrix` is empty", [](Dir dir, Path) { dir.Write("job/matrix/matrix", ""); }},
+        {"`matrix/matrix` names no step", [](Dir dir, Path) { dir.Write("job/matrix/matrix", "STEP {\n"); }},
+        {"no folder of the step", [](Dir, Path job) { fs::remove_all(job + "/steps/pcb"); }},
+        {"a file in the place of the step's folder",
+         [](Dir dir, Path job)
+         {
+             fs::remove_all(job + "/steps/pcb");
+             dir.Write("job/steps/pcb", "x");
+         }},
+        {"no profile", [](Dir, Path job) { fs::remove(job + "/steps/pcb/profile"); }},
+        {"the profile is empty", [](Dir dir, Path) { dir.Write("job/steps/pcb/profile", ""); }},
+        {"the profile is a pipe", [](Dir, Path job) { MakePipe(job + "/steps/pcb/profile"); }},
+        {"the profile is a link to nothing", [](Dir, Path job) { MakeLink(job + "/steps/pcb/profile", "gone"); }},
+        {"no folder `layers`", [](Dir, Path job) { fs::remove_all(job + "/steps/pcb/layers"); }},
+        {"no folder of the layer", [](Dir, Path job) { fs::remove_all(job + "/steps/pcb/layers/top"); }},
+        {"no features", [](Dir, Path job) { fs::remove(job + "/steps/pcb/layers/top/features"); }},
+        {"the features are empty", [](Dir dir, Path) { dir.Write("job/steps/pcb/layers/top/features", ""); }},
+        {"the features are a pipe", [](Dir, Path job) { MakePipe(job + "/steps/pcb/layers/top/features"); }},
+        {"the features are a link to nothing",
+         [](Dir, Path job) { MakeLink(job + "/steps/pcb/layers/top/features", "gone"); }},
+        {"the features are a folder",
+         [](Dir, Path job)
+         {
+             Replace(job + "/steps/pcb/layers/top/features");
+             fs::create_directory(job + "/steps/pcb/layers/top/features");
+         }},
+        {"the features are only there as `features.Z`", [](Dir, Path job)
+         { fs::rename(job + "/steps/pcb/layers/top/features", job + "/steps/pcb/layers/top/features.Z"); }},
+        {"no components in a layer of components", [](Dir dir, Path) { MakeMatrix(dir, "COMPONENT"); }},
+        {"empty components in a layer of components",
+         [](Dir dir, Path)
+         {
+             MakeMatrix(dir, "COMPONENT");
+             dir.Write("job/steps/pcb/layers/top/components", "");
+         }},
+        {"the EDA data are a pipe",
+         [](Dir, Path job)
+         {
+             fs::create_directory(job + "/steps/pcb/eda");
+             MakePipe(job + "/steps/pcb/eda/data");
+         }},
+        {"a damaged `features.Z` of a user symbol", [](Dir dir, Path) { dir.Write("job/symbols/s/features.Z", "x"); }},
+        {"`symbols` is a link to `/`", [](Dir, Path job) { MakeLink(job + "/symbols", "/"); }},
+        {"`layers` is a link out of the job",
+         [](Dir dir, Path job)
+         {
+             fs::rename(job + "/steps/pcb/layers", dir.Path("layers"));
+             MakeLink(job + "/steps/pcb/layers", dir.Path("layers"));
+         }},
+    };
+    return kFaults;
+}
+
+std::string WithoutPath(std::string text, const std::string& path)
+{
+    for (std::size_t at = text.find(path); at != std::string::npos; at = text.find(path, at))
+        text.replace(at, path.size(), "JOB");
+    return text;
+}
+
+// The row of the table that the fault makes.
+std::string RowOf(const Fault& fault)
+{
+    const TempDir directory;
+    const std::string job = MakeJob(directory, kLine);
+    fault.make(directory, job);
+    const ProgramResult info = RunJobx({"info", job, "--quiet"});
+    directory.Write("out/good/kept", "kept");
+    const ProgramResult write =
+        RunJobx({"write", job, "-o", directory.Path("out"), "--name", "good", "--force", "--quiet"});
+    EXPECT_EQ(directory.Exists("out/good/kept"), write.exitCode != 0) << fault.name;
+    EXPECT_EQ(LinesOf(info.err).size(), 1U) << fault.name << ": " << info.err;
+    const std::string line = WithoutPath(info.err.substr(0, info.err.find('\n')), job);
+    return "| " + fault.name + " | " + std::to_string(info.exitCode) + " | " + std::to_string(write.exitCode) + " | `" +
+           line + "` |";
+}
+} // namespace
+
+TEST(MalformedJobs, ExitCodesAndLinesAreThoseOfTheTable)
+{
+    std::vector<std::string> rows;
+    for (const std::string& line : LinesOf(ReadWhole(JOBX_MALFORMED_JOBS)))
+        if (line.starts_with("| ") && !line.starts_with("| What was done"))
+            rows.push_back(line);
+    std::vector<std::string> found;
+    for (const Fault& fault : Faults())
+        found.push_back(RowOf(fault));
+    EXPECT_EQ(found, rows);
+}
+
+TEST(MalformedJobs, AllowIncompleteReplacesAGoodJobByAnIncompleteOne)
+{
+    const TempDir directory;
+    const std::string job = MakeJob(directory, kLine);
+    fs::remove_all(job + "/steps/pcb/layers");
+    directory.Write("out/good/kept", "kept");
+    const std::vector<std::string> command = {"write",  job,    "-o",      directory.Path("out"),
+                                              "--name", "good", "--force", "--quiet"};
+    const ProgramResult refused = RunJobx(command);
+    EXPECT_EQ(refused.exitCode, 3);
+    EXPECT_EQ(refused.err, "jobx: warning: step \"PCB\" has no directory \"layers\"\n"
+                           "jobx: not all of the job could be read (step \"PCB\" has no directory \"layers\"); \"" +
+                               directory.Path("out/good") + "\" is not replaced (--allow-incomplete replaces it)\n");
+    EXPECT_TRUE(directory.Exists("out/good/kept"));
+    std::vector<std::string> allowed = command;
+    allowed.emplace_back("--allow-incomplete");
+    EXPECT_EQ(RunJobx(allowed).exitCode, 0);
+    EXPECT_FALSE(directory.Exists("out/good/kept"));
+    EXPECT_TRUE(directory.Exists("out/good/steps/PCB/profile"));
+}
+
+TEST(MalformedJobs, AWholeJobReplacesAnotherWithForceAlone)
+{
+    const TempDir directory;
+    const std::string job = CopySample(directory);
+    directory.Write("out/blinker/kept", "kept");
+    const ProgramResult result = RunJobx({"write", job, "-o", directory.Path("out"), "--force", "--quiet"});
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_EQ(result.err, "");
+    EXPECT_FALSE(directory.Exists("out/blinker/kept"));
+}
+
+TEST(MalformedJobs, EveryCommandSaysWhatIsMissing)
+{
+    const TempDir directory;
+    const std::string job = MakeJob(directory, kLine);
+    fs::remove(job + "/steps/pcb/layers/top/features");
+    const std::string line = "jobx: warning: step \"PCB\", layer \"TOP\" has no file \"features\"\n";
+    for (const std::string command : {"info", "nets", "components", "packages", "panel", "json"})
+        EXPECT_EQ(RunJobx({command, job}).err, line) << command;
+    EXPECT_EQ(RunJobx({"diff", job, job}).err, line + line);
+    EXPECT_EQ(RunJobx({"write", job, "-o", directory.Path("out"), "--quiet"}).err, line);
+}
+
+TEST(MalformedJobs, AStepThatRepeatsOthersMayLackTheirLayersButNotOneThatNoStepHas)
+{
+    const TempDir directory;
+    const std::string job = CopySample(directory);
+    EXPECT_EQ(RunJobx({"info", job, "--steps", "panel"}).err, "");
+    fs::remove_all(job + "/steps/pcb/layers/gnd");
+    EXPECT_EQ(RunJobx({"info", job, "--steps", "panel"}).err,
+              "jobx: warning: step \"PANEL\", layer \"GND\" has no directory\n");
+    EXPECT_EQ(RunJobx({"info", job, "--steps", "pcb"}).err,
+              "jobx: warning: step \"PCB\", layer \"GND\" has no directory\n");
+}
+
+TEST(MalformedJobs, ALayerOfComponentsWithoutFeaturesIsNoneOfThem)
+{
+    const TempDir directory;
+    const std::string job = MakeJob(directory, kLine);
+    MakeMatrix(directory, "COMPONENT");
+    fs::remove(job + "/steps/pcb/layers/top/features");
+    directory.Write("job/steps/pcb/layers/top/components", "CMP 0 0 0 0 N A B\n");
+    EXPECT_EQ(RunJobx({"info", job}).err, "");
+    directory.Write("job/steps/pcb/layers/top/features", "");
+    EXPECT_EQ(RunJobx({"info", job}).err, "");
+}
