@@ -60,7 +60,8 @@ const std::vector<Fault>& Faults()
         {"no file `matrix/matrix`", [](Dir, Path job) { fs::remove(job + "/matrix/matrix"); }},
         {"`matrix/matrix` is a pipe", [](Dir, Path job) { MakePipe(job + "/matrix/matrix"); }},
         {"`matrix/matrix` is empty", [](Dir dir, Path) { dir.Write("job/matrix/matrix", ""); }},
-        {"`matrix/matrix` names no step", [](Dir dir, Path) { dir.Write("job/matrix/matrix", "STEP {\n"); }},
+        {"`matrix/matrix` names no step",
+         [](Dir dir, Path) { dir.Write("job/matrix/matrix", "LAYER {\nROW=1\nNAME=TOP\n}\n"); }},
         {"no folder of the step", [](Dir, Path job) { fs::remove_all(job + "/steps/pcb"); }},
         {"a file in the place of the step's folder",
          [](Dir dir, Path job)
