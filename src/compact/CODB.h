@@ -9,6 +9,7 @@
 #include "compact/CODBnetlist.h"
 #include "compact/CODBstephdr.h"
 #include "compact/CODBsysAttrData.h"
+#include "foundation/framework/CRaisingNew.h"
 
 // The compact model of a job: lighter than the one that CJOBX reads, and filled by the host. It brings the parts of a
 // job to one unit and tells which CAD tool the job came from.
@@ -17,7 +18,7 @@
 // Results:   lookups compare exactly, letter case included, the first match wins, null when there is none. Exhausted
 //            memory raises CMemoryException; an assignment that fails leaves some members assigned.
 // Threads:   different objects may be used at once; sharing one needs the caller's lock.
-class JOBX_API CODB
+class JOBX_API CODB : public CRaisingNew
 {
 public:
     CODB();

@@ -2,6 +2,7 @@
 
 #include "compact/CODBcmp.h"
 #include "foundation/corekit/CArrayN.h"
+#include "foundation/framework/CRaisingNew.h"
 #include "foundation/framework/CStringArray.h"
 
 // The components part of the compact model: the components and the tables that number their attributes' names and
@@ -9,7 +10,7 @@
 // Units:     lengths in the unit that the units text names; a unit change multiplies them and never rewrites the text.
 // Ownership: owned by its job, owns its components; copies are deep.
 // Threads:   different objects may be used at once; sharing one needs the caller's lock.
-class JOBX_API CODBcomponents
+class JOBX_API CODBcomponents : public CRaisingNew
 {
 public:
     CODBcomponents() = default;

@@ -1,13 +1,14 @@
 #pragma once
 
 #include "compact/CCopyableArray.h"
+#include "foundation/framework/CRaisingNew.h"
 #include "foundation/framework/CString.h"
 
 // One feature that belongs to a subnet of the compact model.
 // Units:     none; indexes count from 0.
 // Ownership: owned by its array; copies are deep.
 // Threads:   different objects may be used at once; sharing one needs the caller's lock.
-class JOBX_API CODBdataNetObj
+class JOBX_API CODBdataNetObj : public CRaisingNew
 {
 public:
     CODBdataNetObj() = default;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "compact/CODBlayObjOX.h"
+#include "foundation/framework/CRaisingNew.h"
 #include "foundation/framework/CStringArray.h"
 
 // One outline record of a package or pin of the compact model. A record of this class itself keeps keyword and
@@ -10,7 +11,7 @@
 // Units:     lengths of the subclasses in the unit of the EDA data; texts are never rewritten.
 // Ownership: owned by its array; copies are deep. Copy with clone: an assignment would cut a subclass down.
 // Threads:   different objects may be used at once; sharing one needs the caller's lock.
-class JOBX_API CODBdataPkgObj
+class JOBX_API CODBdataPkgObj : public CRaisingNew
 {
 public:
     CODBdataPkgObj() = default;

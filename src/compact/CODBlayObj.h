@@ -2,6 +2,7 @@
 
 #include "compact/CODBlayObjOX.h"
 #include "foundation/CJOBXProperty.h"
+#include "foundation/framework/CRaisingNew.h"
 #include "foundation/framework/CStringArray.h"
 
 // One feature of the compact model. What is rescaled is decided by the class of the record, whatever its type text
@@ -10,7 +11,7 @@
 // Ownership: owned by its layer's array, owns its properties; copies are deep. Copy with clone: an assignment would cut
 //            a subclass down.
 // Threads:   different objects may be used at once; sharing one needs the caller's lock.
-class JOBX_API CODBlayObj
+class JOBX_API CODBlayObj : public CRaisingNew
 {
 public:
     CODBlayObj() = default;
@@ -138,7 +139,7 @@ public:
 // Units:     points in the unit of the layer.
 // Ownership: owned by its array, owns its elements; copies are deep, unlike those of the main model's contour.
 // Threads:   different objects may be used at once; sharing one needs the caller's lock.
-class JOBX_API CODBlayObjSurfaceOB
+class JOBX_API CODBlayObjSurfaceOB : public CRaisingNew
 {
 public:
     CODBlayObjSurfaceOB() = default;

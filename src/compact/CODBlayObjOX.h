@@ -2,6 +2,7 @@
 
 #include "compact/CCopyableArray.h"
 #include "foundation/corekit/CPointD.h"
+#include "foundation/framework/CRaisingNew.h"
 #include "foundation/framework/CString.h"
 
 // One element of a contour of the compact model: where the contour begins ("OB"), a straight segment to a point ("OS"),
@@ -9,7 +10,7 @@
 // Units:     points in the unit of the part that it belongs to.
 // Ownership: owned by its array; copies are deep.
 // Threads:   different objects may be used at once; sharing one needs the caller's lock.
-class JOBX_API CODBlayObjOX
+class JOBX_API CODBlayObjOX : public CRaisingNew
 {
 public:
     CODBlayObjOX() = default;

@@ -2,13 +2,14 @@
 
 #include "compact/CODBlayObj.h"
 #include "foundation/corekit/CArrayN.h"
+#include "foundation/framework/CRaisingNew.h"
 
 // One layer of the compact model: its features and the tables of its features file. Each number array and its text
 // array go together: one position is one table entry.
 // Units:     lengths in the unit that the units text names; a unit change multiplies them and never rewrites the text.
 // Ownership: owned by its array, owns its features; copies are deep.
 // Threads:   different objects may be used at once; sharing one needs the caller's lock.
-class JOBX_API CODBlayer
+class JOBX_API CODBlayer : public CRaisingNew
 {
 public:
     CODBlayer() = default;

@@ -1,11 +1,12 @@
 #pragma once
 
 #include "compact/CODBmatrixLayer.h"
+#include "foundation/framework/CRaisingNew.h"
 
 // The layers' table of the compact model.
 // Ownership: owned by its job, owns its layers; copies are deep.
 // Threads:   different objects may be used at once; sharing one needs the caller's lock.
-class JOBX_API CODBmatrix
+class JOBX_API CODBmatrix : public CRaisingNew
 {
 public:
     CODBmatrix() = default;

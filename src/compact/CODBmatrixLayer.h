@@ -1,12 +1,13 @@
 #pragma once
 
 #include "compact/CCopyableArray.h"
+#include "foundation/framework/CRaisingNew.h"
 #include "foundation/framework/CString.h"
 
 // One row of the compact model's matrix: a layer.
 // Ownership: owned by its array; copies are deep.
 // Threads:   different objects may be used at once; sharing one needs the caller's lock.
-class JOBX_API CODBmatrixLayer
+class JOBX_API CODBmatrixLayer : public CRaisingNew
 {
 public:
     CODBmatrixLayer() = default;

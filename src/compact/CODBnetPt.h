@@ -2,6 +2,7 @@
 
 #include "compact/CCopyableArray.h"
 #include "foundation/corekit/CPointD.h"
+#include "foundation/framework/CRaisingNew.h"
 #include "foundation/framework/CString.h"
 #include "foundation/framework/CStringArray.h"
 
@@ -9,7 +10,7 @@
 // Units:     lengths in the unit of the netlist.
 // Ownership: owned by its array; copies are deep.
 // Threads:   different objects may be used at once; sharing one needs the caller's lock.
-class JOBX_API CODBnetPt
+class JOBX_API CODBnetPt : public CRaisingNew
 {
 public:
     CODBnetPt() = default;

@@ -1,12 +1,13 @@
 #pragma once
 
 #include "compact/CODBnet.h"
+#include "foundation/framework/CRaisingNew.h"
 
 // The netlist of the compact model. A job's unit change leaves it alone; a host rescales it itself.
 // Units:     lengths in the unit that the nets' units text names.
 // Ownership: owned by its job, owns its nets and points; copies are deep.
 // Threads:   different objects may be used at once; sharing one needs the caller's lock.
-class JOBX_API CODBnetlist
+class JOBX_API CODBnetlist : public CRaisingNew
 {
 public:
     CODBnetlist() = default;

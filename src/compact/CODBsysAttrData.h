@@ -1,13 +1,14 @@
 #pragma once
 
 #include "compact/CCopyableArray.h"
+#include "foundation/framework/CRaisingNew.h"
 #include "foundation/framework/CString.h"
 #include "foundation/framework/CStringArray.h"
 
 // The definition of one system attribute in the compact model: its name and the option texts that it may take.
 // Ownership: owned by its array; copies are deep.
 // Threads:   different objects may be used at once; sharing one needs the caller's lock.
-class JOBX_API CODBsysAttrData
+class JOBX_API CODBsysAttrData : public CRaisingNew
 {
 public:
     CODBsysAttrData() = default;

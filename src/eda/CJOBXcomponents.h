@@ -4,6 +4,7 @@
 #include "foundation/CExPtrArray.h"
 #include "foundation/JobxExport.h"
 #include "foundation/corekit/CArrayN.h"
+#include "foundation/framework/CRaisingNew.h"
 #include "foundation/framework/CString.h"
 #include "foundation/framework/CStringArray.h"
 
@@ -14,7 +15,7 @@
 // Results:   a malformed number reads as 0 and is kept; exhausted memory raises CMemoryException, the components that
 //            were read before the last one stay whole.
 // Threads:   different objects may be used at once, reading included; sharing one object needs the caller's lock.
-class JOBX_API CJOBXcomponents
+class JOBX_API CJOBXcomponents : public CRaisingNew
 {
 public:
     CJOBXcomponents();

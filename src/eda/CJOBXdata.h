@@ -2,6 +2,7 @@
 
 #include "eda/CJOBXdataNet.h"
 #include "eda/CJOBXdataPkg.h"
+#include "foundation/framework/CRaisingNew.h"
 
 // The EDA data of a step: its nets with the features they are made of, and its packages.
 // Units:     lengths in the unit of the file, whatever the units text says; the reader takes no unit from the file.
@@ -9,7 +10,7 @@
 // Results:   readers return 1, or 0 for a file that cannot be opened; a malformed number reads as 0 and is kept. A
 //            record without anything open to belong to is ignored. Exhausted memory raises CMemoryException.
 // Threads:   different objects may be used at once; sharing one needs the caller's lock.
-class JOBX_API CJOBXdata
+class JOBX_API CJOBXdata : public CRaisingNew
 {
 public:
     CJOBXdata() = default;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "foundation/JobxExport.h"
+#include "foundation/framework/CRaisingNew.h"
 #include "foundation/framework/CString.h"
 
 class CJOBXdata;
@@ -8,7 +9,7 @@ class CJOBXdata;
 // The EDA directory of a step.
 // Ownership: owns its data object, made by the constructor and never null; not copyable.
 // Threads:   different objects may be used at once; sharing one needs the caller's lock.
-class JOBX_API CJOBXeda
+class JOBX_API CJOBXeda : public CRaisingNew
 {
 public:
     CJOBXeda();

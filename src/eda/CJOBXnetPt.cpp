@@ -2,6 +2,7 @@
 
 #include "eda/CJOBXnetPtFields.h"
 #include "foundation/ScaleLengths.h"
+#include "foundation/framework/Guarded.h"
 
 #include <atomic>
 
@@ -21,14 +22,14 @@ void CJOBXnetPt::AddFlag(const CString& flag)
 {
     if (m_pFlags.use_count() > 1)
     {
-        auto own = std::make_shared<CStringArray>(*m_pFlags);
+        auto own = Guarded([this] { return std::make_shared<CStringArray>(*m_pFlags); });
         own->Add(flag); // before the shared list is given up, in which it may stand
         m_pFlags = std::move(own);
         return;
     }
     std::atomic_thread_fence(std::memory_order_acquire); // after whoever gave the list up on another thread
     if (m_pFlags == nullptr)
-        m_pFlags = std::make_shared<CStringArray>();
+        m_pFlags = Guarded([] { return std::make_shared<CStringArray>(); });
     m_pFlags->Add(flag);
 }
 

@@ -3,6 +3,7 @@
 #include "eda/CJOBXnet.h"
 #include "eda/CJOBXnetPt.h"
 #include "foundation/JobxExport.h"
+#include "foundation/framework/CRaisingNew.h"
 #include "foundation/framework/CString.h"
 
 // The CAD netlist of a step.
@@ -11,7 +12,7 @@
 // Results:   a malformed number reads as 0 and is kept; exhausted memory raises CMemoryException, the nets and what was
 //            read before the last run of points of one net stay.
 // Threads:   different objects may be used at once; sharing one object needs the caller's lock.
-class JOBX_API CJOBXnetlist
+class JOBX_API CJOBXnetlist : public CRaisingNew
 {
 public:
     CJOBXnetlist();

@@ -3,6 +3,7 @@
 #include "eda/EdaKeywords.h"
 #include "foundation/CTextWriter.h"
 #include "foundation/corekit/CKUtility.h"
+#include "foundation/framework/Guarded.h"
 
 #include <string>
 #include <typeinfo>
@@ -169,7 +170,7 @@ void WriteHead(CTextWriter& writer, const CJOBXdataPkg& package)
     CTextLine out(writer);
     out << kPackage << ' ' << package.m_sName << ' ' << Fixed{package.m_dPitch} << ' ' << package.m_ptLowerLeft << ' '
         << package.m_ptUpperRight;
-    if (const std::string list = AttributeList(package.m_arrProperties); !list.empty())
+    if (const std::string list = Guarded([&] { return AttributeList(package.m_arrProperties); }); !list.empty())
         out << " ; " << list;
     out << '\n';
 }

@@ -1,11 +1,11 @@
 #pragma once
 
+#include "foundation/CPointerCounts.h"
 #include "foundation/framework/CArray.h"
 
 #include <algorithm>
 #include <memory>
 #include <new>
-#include <unordered_set>
 
 // Deletes the elements of an array in index order. Classes whose records are made side by side have a function of this
 // name of their own.
@@ -35,20 +35,23 @@ public:
     ~CExPtrArray() override = default;
 
     // Takes every null entry out.
-    virtual void RemoveNullElement()
-    {
-        const auto kept = std::remove(this->m_pData, this->m_pData + this->m_nSize, TYPE{}) - this->m_pData;
-        Base::RemoveAt(kept, this->m_nSize - kept);
-    }
+    virtual void RemoveNullElement() { KeepUntil(std::remove(this->m_pData, this->m_pData + this->m_nSize, TYPE{})); }
 
-    // Keeps the first occurrence of every pointer and takes the later ones out; deletes nothing.
+    // Keeps the first occurrence of every pointer and takes the later ones out; deletes nothing. Never raises: without
+    // memory to count in, it takes longer.
     virtual void RemoveDuplicatedElements()
     {
-        std::unordered_set<TYPE> seen;
-        const auto kept = std::remove_if(this->m_pData, this->m_pData + this->m_nSize,
-                                         [&seen](TYPE element) { return !seen.insert(element).second; }) -
-                          this->m_pData;
-        Base::RemoveAt(kept, this->m_nSize - kept);
+        CPointerCounts<TYPE> counts(this->m_nSize);
+        TYPE* kept = this->m_pData;
+        for (INT_PTR i = 0; i < this->m_nSize; ++i)
+        {
+            const TYPE element = this->m_pData[i];
+            const bool isLater =
+                counts.IsReady() ? counts.Add(element) > 1 : std::find(this->m_pData, kept, element) != kept;
+            if (!isLater)
+                *kept++ = element;
+        }
+        KeepUntil(kept);
     }
 
     // Appends `element` unless it is there already: its new index, or -1.
@@ -130,7 +133,8 @@ public:
         return true;
     }
 
-    // Removes the first occurrence of every element of `other`; deletes nothing. The array itself leaves nothing.
+    // Removes the first occurrence of every element of `other`; deletes nothing. The array itself leaves nothing. Never
+    // raises: without memory to count in, it takes longer.
     void Subtract(const Base& other)
     {
         if (&other == this)
@@ -138,18 +142,17 @@ public:
             Base::RemoveAll();
             return;
         }
-        std::unordered_multiset<TYPE> unwanted(other.GetData(), other.GetData() + other.GetSize());
-        const auto kept = std::remove_if(this->m_pData, this->m_pData + this->m_nSize,
-                                         [&unwanted](TYPE element)
-                                         {
-                                             const auto found = unwanted.find(element);
-                                             if (found == unwanted.end())
-                                                 return false;
-                                             unwanted.erase(found);
-                                             return true;
-                                         }) -
-                          this->m_pData;
-        Base::RemoveAt(kept, this->m_nSize - kept);
+        CPointerCounts<TYPE> unwanted(other.GetSize());
+        if (!unwanted.IsReady())
+        {
+            for (INT_PTR i = 0; i < other.GetSize(); ++i)
+                Remove(other[i]);
+            return;
+        }
+        for (INT_PTR i = 0; i < other.GetSize(); ++i)
+            unwanted.Add(other[i]);
+        KeepUntil(std::remove_if(this->m_pData, this->m_pData + this->m_nSize,
+                                 [&unwanted](TYPE element) { return unwanted.Take(element); }));
     }
 
     // Puts the elements into the opposite order; deletes nothing.
@@ -163,6 +166,12 @@ public:
     }
 
 private:
+    // Takes out what stands from there on.
+    void KeepUntil(const TYPE* end)
+    {
+        const INT_PTR kept = end - this->m_pData;
+        Base::RemoveAt(kept, this->m_nSize - kept);
+    }
     bool IsInside(__int64 index) const { return index >= 0 && index < this->m_nSize; }
 };
 

@@ -3,6 +3,7 @@
 #include "foundation/corekit/CECadClsLvl.h"
 #include "foundation/framework/Guarded.h"
 
+#include <algorithm>
 #include <memory>
 
 template class CExPtrArray<CJOBXProperty*, CJOBXProperty*>;
@@ -111,10 +112,12 @@ void CJOBXPropertyArray::Serialize(CArchive& archive)
 {
     if (archive.IsStoring())
     {
-        RemoveNullElement(); // a missing record has no archived form
-        archive << (kListVersion | kLongCount) << static_cast<ULONGLONG>(GetSize());
+        // A missing record has no archived form: it is neither counted nor stored, and stays in the list.
+        const auto missing = std::count(GetData(), GetData() + GetSize(), nullptr);
+        archive << (kListVersion | kLongCount) << static_cast<ULONGLONG>(GetSize() - missing);
         for (__int64 i = 0; i < GetSize(); ++i)
-            GetAt(i)->Serialize(archive);
+            if (CJOBXProperty* const property = GetAt(i))
+                property->Serialize(archive);
         return;
     }
     DeleteAll();

@@ -58,8 +58,9 @@ public:
     CJOBXPropertyArray& operator=(const CJOBXPropertyArray& other);
     ~CJOBXPropertyArray() override;
     virtual CJOBXPropertyArray* clone() const; // the caller owns the copy
-    // Stores the list, or replaces it by the one loaded; an unknown version leaves it empty. The count in an archive is
-    // not believed: a short archive raises the archive exception with the records loaded before it in the list.
+    // Stores the list, or replaces it by the one loaded; an unknown version leaves it empty. A null entry is neither
+    // counted nor stored, and stays in the list. The count in an archive is not believed: a short archive raises the
+    // archive exception with the records loaded before it in the list.
     void Serialize(CArchive& archive) override;
 
     // 1 when the counts are equal and the elements are equal pairwise, else 0. A missing element equals only a missing

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "foundation/framework/CFile.h"
+#include "foundation/framework/CRaisingNew.h"
 #include "foundation/framework/CString.h"
 
 #include <cstddef>
@@ -10,7 +11,7 @@
 //            clock that gives no local time CInvalidArgException.
 // Ownership: closes its file in the destructor; not copyable.
 // Threads:   one thread at a time; different logs may be used at once.
-class JOBX_API CLogFile
+class JOBX_API CLogFile : public CRaisingNew
 {
 public:
     // Without a name; opens the log at once when `open` is not 0.

@@ -1,5 +1,8 @@
 #include "foundation/CPooledRecord.h"
 
+#include "foundation/framework/CRaisingNew.h"
+#include "foundation/framework/Guarded.h"
+
 #include <atomic>
 #include <cstdint>
 #include <new>
@@ -94,7 +97,7 @@ thread_local AtThreadEnd atThreadEnd;
 
 void BeginChunk()
 {
-    void* const memory = ::operator new (kChunkSize, std::align_val_t{kChunkPlace});
+    void* const memory = Guarded([] { return ::operator new (kChunkSize, std::align_val_t{kChunkPlace}); });
     atThreadEnd.Need();
     own.FinishTaking();
     own.taking = new (memory) Chunk{{kTaken}};
@@ -137,7 +140,7 @@ constexpr bool HasOwnBlock(std::size_t size) noexcept
 void* CPooledRecord::operator new(std::size_t size)
 {
     if (HasOwnBlock(size))
-        return ::operator new(size);
+        return CRaisingNew::operator new(size);
     const std::size_t room = RoundedUp(size, 8);
     const auto address = reinterpret_cast<std::uintptr_t>(own.at);
     std::size_t gap = RoundedUp(address, AlignmentOf(room)) - address;

@@ -7,7 +7,7 @@
 // Base of the classes of which a job has very many objects: takes their memory one behind the other from large chunks,
 // which costs less time and room than a block for each. A chunk goes back to the system when the last object in it is
 // deleted; the room of a single object is not used again before that.
-// Results: exhausted memory raises std::bad_alloc.
+// Results: exhausted memory raises CMemoryException.
 // Threads: objects may be made and deleted on any threads at once, also on another one than that which made them.
 class JOBX_API CPooledRecord
 {

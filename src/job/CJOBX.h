@@ -1,6 +1,7 @@
 #pragma once
 
 #include "foundation/JobxExport.h"
+#include "foundation/framework/CRaisingNew.h"
 #include "foundation/framework/CString.h"
 #include "foundation/framework/CStringArray.h"
 
@@ -24,7 +25,7 @@ class CWnd;
 //            below the job directory are found whatever their letter case.
 // Threads:   one thread calls; symbols and layers are read and files are written on a team of worker threads. Different
 //            jobs may be read and written at once.
-class JOBX_API CJOBX
+class JOBX_API CJOBX : public CRaisingNew
 {
 public:
     // Loads the font at once when a file named "standard" is in the current directory.

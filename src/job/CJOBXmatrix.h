@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/framework/CRaisingNew.h"
 #include "job/CJOBXmatrixLayer.h"
 #include "job/CJOBXmatrixStep.h"
 
@@ -9,7 +10,7 @@
 //            reads as 0. Lookups answer null or "" and keep what they point to. Exhausted memory raises
 //            CMemoryException; what was read before stays.
 // Threads:   different objects may be used at once; sharing one needs the caller's lock.
-class JOBX_API CJOBXmatrix
+class JOBX_API CJOBXmatrix : public CRaisingNew
 {
 public:
     CJOBXmatrix();

@@ -1,13 +1,14 @@
 #pragma once
 
 #include "foundation/CExPtrArray.h"
+#include "foundation/framework/CRaisingNew.h"
 #include "foundation/framework/CString.h"
 
 #include <cstdio>
 
 // One column of a job's matrix: a step. Not copyable.
 // Threads:   different objects may be used at once; sharing one needs the caller's lock.
-class JOBX_API CJOBXmatrixStep
+class JOBX_API CJOBXmatrixStep : public CRaisingNew
 {
 public:
     CJOBXmatrixStep();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/framework/CRaisingNew.h"
 #include "foundation/framework/CString.h"
 
 // What a job says of itself: the file "info" of the job's folder "misc". Never written.
@@ -7,7 +8,7 @@
 //            as 0. Exhausted memory raises CMemoryException.
 // Ownership: a plain value; not copyable.
 // Threads:   different objects may be used at once; sharing one needs the caller's lock.
-class JOBX_API CJOBXmisc
+class JOBX_API CJOBXmisc : public CRaisingNew
 {
 public:
     CJOBXmisc();

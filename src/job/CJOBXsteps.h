@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/framework/CRaisingNew.h"
 #include "foundation/framework/CString.h"
 #include "foundation/framework/CStringArray.h"
 #include "step/CJOBXstepObj.h"
@@ -9,7 +10,7 @@ class CWnd;
 // The steps of a job and how they are read.
 // Ownership: owns the steps; windows are borrowed.
 // Threads:   one thread calls; the layers of a step are read on a team of worker threads.
-class JOBX_API CJOBXsteps
+class JOBX_API CJOBXsteps : public CRaisingNew
 {
 public:
     CJOBXsteps();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "foundation/CExPtrArray.h"
+#include "foundation/framework/CRaisingNew.h"
 #include "foundation/framework/CString.h"
 #include "foundation/framework/CStringArray.h"
 #include "layer/CJOBXlayer.h"
@@ -9,7 +10,7 @@
 // Units:     those of its features file.
 // Ownership: owns its layer; not copyable.
 // Threads:   different objects may be used at once; sharing one object needs the caller's lock.
-class JOBX_API CJOBXSpecialSymbol
+class JOBX_API CJOBXSpecialSymbol : public CRaisingNew
 {
 public:
     CJOBXSpecialSymbol();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/framework/CRaisingNew.h"
 #include "layer/CJOBXfontsStandard.h"
 
 // The job's stroke font: the file "standard" of the job's folder "fonts".
@@ -7,7 +8,7 @@
 // Ownership: owns its characters. Not copyable.
 // Results:   a malformed number reads as 0. Exhausted memory raises CMemoryException; what was read before stays.
 // Threads:   different objects may be used at once; sharing one needs the caller's lock.
-class JOBX_API CJOBXfonts
+class JOBX_API CJOBXfonts : public CRaisingNew
 {
 public:
     CJOBXfonts();

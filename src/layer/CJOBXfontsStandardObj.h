@@ -2,6 +2,7 @@
 
 #include "foundation/CExPtrArray.h"
 #include "foundation/corekit/CPointD.h"
+#include "foundation/framework/CRaisingNew.h"
 #include "foundation/framework/CString.h"
 
 #include <cstdio>
@@ -9,7 +10,7 @@
 // One stroke of a character of the job's font. Not copyable.
 // Units:     lengths in the unit of the job, inch or millimetre.
 // Threads:   different objects may be used at once; sharing one needs the caller's lock.
-class JOBX_API CJOBXfontsStandardObj
+class JOBX_API CJOBXfontsStandardObj : public CRaisingNew
 {
 public:
     CJOBXfontsStandardObj();

@@ -19,7 +19,7 @@ template class CExPtrArray<CJOBXlayObj*, CJOBXlayObj*>;
 template class CExPtrArray<CJOBXlayObjSurfaceOB*, CJOBXlayObjSurfaceOB*>;
 
 // What few records have.
-struct CJOBXlayObj::Extras
+struct CJOBXlayObj::Extras : CRaisingNew
 {
     const CJOBXPropertyArray* borrowed = nullptr; // of the record's file, until the record has a list of its own
     std::unique_ptr<CJOBXPropertyArray> own;
@@ -310,7 +310,10 @@ void CJOBXlayObjBarcode::ScaleGeometry(double factor)
     jobx::ScaleLengths(*this, factor);
 }
 
-CJOBXlayObjSurfaceOB::CJOBXlayObjSurfaceOB() : m_pElements(std::make_shared<CJOBXlayObjOXArray>()) {}
+CJOBXlayObjSurfaceOB::CJOBXlayObjSurfaceOB()
+    : m_pElements(Guarded([] { return std::make_shared<CJOBXlayObjOXArray>(); }))
+{
+}
 
 CJOBXlayObjSurfaceOB::CJOBXlayObjSurfaceOB(const CJOBXlayObjSurfaceOB& other) = default;
 

@@ -3,6 +3,7 @@
 #include "foundation/CExPtrArray.h"
 #include "foundation/CJOBXProperty.h"
 #include "foundation/corekit/CPointD.h"
+#include "foundation/framework/CRaisingNew.h"
 #include "foundation/framework/CString.h"
 #include "foundation/framework/CStringArray.h"
 #include "layer/CJOBXlayObjOX.h"
@@ -29,7 +30,7 @@ public:
     // Takes back the record's memory, wherever it lies.
     static void operator delete(CJOBXlayObj* record, std::destroying_delete_t) noexcept;
     // One that is made by itself lies where `new` puts everything.
-    static void* operator new(std::size_t size) { return ::operator new(size); }
+    static void* operator new(std::size_t size) { return CRaisingNew::operator new(size); }
     static void* operator new(std::size_t size, const std::nothrow_t& tag) noexcept
     {
         return ::operator new(size, tag);
@@ -305,7 +306,7 @@ public:
 // One contour of a surface.
 // Ownership: a copy shares the elements with its source, so that changing one changes both: intended. The elements live
 //            as long as the last contour that shares them.
-class JOBX_API CJOBXlayObjSurfaceOB
+class JOBX_API CJOBXlayObjSurfaceOB : public CRaisingNew
 {
 public:
     CJOBXlayObjSurfaceOB();

@@ -14,7 +14,7 @@ void DeleteElements(CJOBXlayObjOX* const* elements, __int64 count)
 template class CExPtrArray<CJOBXlayObjOX*, CJOBXlayObjOX*>;
 
 // Of an element with an unusual text.
-struct CJOBXlayObjOX::Texts
+struct CJOBXlayObjOX::Texts : CRaisingNew
 {
     CString clockwise;
     CString polygonType;

@@ -2,6 +2,7 @@
 
 #include "foundation/CExPtrArray.h"
 #include "foundation/corekit/CPointD.h"
+#include "foundation/framework/CRaisingNew.h"
 #include "foundation/framework/CString.h"
 
 #include <cstddef>
@@ -22,7 +23,7 @@ public:
     // Takes back the element's memory, wherever it lies.
     static void operator delete(CJOBXlayObjOX* element, std::destroying_delete_t) noexcept;
     // One that is made by itself lies where `new` puts everything.
-    static void* operator new(std::size_t size) { return ::operator new(size); }
+    static void* operator new(std::size_t size) { return CRaisingNew::operator new(size); }
     static void* operator new(std::size_t size, const std::nothrow_t& tag) noexcept
     {
         return ::operator new(size, tag);

@@ -2,6 +2,7 @@
 
 #include "foundation/CExPtrArray.h"
 #include "foundation/corekit/CArrayN.h"
+#include "foundation/framework/CRaisingNew.h"
 #include "foundation/framework/CString.h"
 #include "foundation/framework/CStringArray.h"
 #include "layer/CJOBXlayObj.h"
@@ -16,7 +17,7 @@ class CJOBXtool;
 // Units:     lengths in the unit of the file; unit changes multiply them and never rewrite the units text.
 // Ownership: owns its features, components and drill tools; not copyable.
 // Threads:   different layers may be read and used at once; sharing one needs the caller's lock.
-class JOBX_API CJOBXlayer
+class JOBX_API CJOBXlayer : public CRaisingNew
 {
 public:
     CJOBXlayer();

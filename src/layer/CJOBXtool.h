@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/framework/CRaisingNew.h"
 #include "layer/CJOBXtoolData.h"
 
 // The drill tools of a layer with the board's thickness: the file "tools" beside the layer's features. Never read;
@@ -7,7 +8,7 @@
 // Units:     as the units text says; thickness, tolerances and sizes share one unit.
 // Ownership: owns its tools; copies are deep.
 // Threads:   different objects may be used at once; sharing one needs the caller's lock.
-class JOBX_API CJOBXtool
+class JOBX_API CJOBXtool : public CRaisingNew
 {
 public:
     CJOBXtool();

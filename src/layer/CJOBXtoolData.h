@@ -1,6 +1,7 @@
 #pragma once
 
 #include "foundation/CExPtrArray.h"
+#include "foundation/framework/CRaisingNew.h"
 #include "foundation/framework/CString.h"
 
 #include <cstdio>
@@ -9,7 +10,7 @@
 // Units:     tolerances and sizes in the unit of the tool list that holds it.
 // Ownership: a plain value; copies carry every member.
 // Threads:   different objects may be used at once; sharing one needs the caller's lock.
-class JOBX_API CJOBXtoolData
+class JOBX_API CJOBXtoolData : public CRaisingNew
 {
 public:
     CJOBXtoolData();

@@ -2,6 +2,7 @@
 
 #include "eda/CJOBXcomponents.h"
 #include "foundation/CExPtrArray.h"
+#include "foundation/framework/CRaisingNew.h"
 #include "foundation/framework/CString.h"
 #include "layer/CJOBXlayer.h"
 
@@ -19,7 +20,7 @@ class CWnd;
 //            the caller, who deletes them; what a scan moves into them is no longer the step's.
 // Results:   a missing part of a step is no error. Exhausted memory raises CMemoryException.
 // Threads:   one thread calls; layers are read and files are written on a team of worker threads.
-class JOBX_API CJOBXstepObj
+class JOBX_API CJOBXstepObj : public CRaisingNew
 {
 public:
     CJOBXstepObj();

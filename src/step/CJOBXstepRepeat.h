@@ -4,6 +4,7 @@
 #include "foundation/JobxExport.h"
 #include "foundation/corekit/CPointD.h"
 #include "foundation/corekit/CPointN.h"
+#include "foundation/framework/CRaisingNew.h"
 #include "foundation/framework/CString.h"
 
 #include <cstdio>
@@ -12,7 +13,7 @@
 // Units:     lengths in the unit of the file it came from; the angle in degrees.
 // Ownership: owned by its array; not copyable.
 // Threads:   different objects may be used at once; sharing one object needs the caller's lock.
-class JOBX_API CJOBXstepRepeat
+class JOBX_API CJOBXstepRepeat : public CRaisingNew
 {
 public:
     CJOBXstepRepeat();

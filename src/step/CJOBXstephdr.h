@@ -3,6 +3,7 @@
 #include "foundation/CExPtrArray.h"
 #include "foundation/JobxExport.h"
 #include "foundation/corekit/CPointD.h"
+#include "foundation/framework/CRaisingNew.h"
 #include "foundation/framework/CString.h"
 #include "step/CJOBXstepRepeat.h"
 
@@ -13,7 +14,7 @@
 // Threads:   different objects may be used at once; sharing one object needs the caller's lock.
 // Written and read back, a header has no step-and-repeat entries and its origin's y is its x: the writer prints
 // "STEP-REPEAT{", the reader looks for "STEP-REPEAT {", and Y_ORIGIN is written from x. Hosts rely on both.
-class JOBX_API CJOBXstephdr
+class JOBX_API CJOBXstephdr : public CRaisingNew
 {
 public:
     CJOBXstephdr();

@@ -285,6 +285,20 @@ TEST(Property, InequalityIsTheOppositeOfEquality)
     EXPECT_EQ(list != copy, 0);
 }
 
+TEST(Property, StoringAListPassesOverNullEntriesAndKeepsThem)
+{
+    CJOBXPropertyArray list;
+    list.Add(nullptr);
+    CJOBXProperty* const property = list.Own(Property("A", "B"));
+    list.Add(nullptr);
+    EXPECT_EQ(Stored(list),
+              Bytes({1, 0, 0, 0x80, 1, 0, 0, 0, 0, 0, 0, 0}) + Bytes({1, 0, 0, 0, 1, 'A', 1, 'B'})); // a count of one
+    ASSERT_EQ(list.GetSize(), 3);
+    EXPECT_EQ(list.GetAt(0), nullptr);
+    EXPECT_EQ(list.GetAt(1), property);
+    EXPECT_EQ(list.GetAt(2), nullptr);
+}
+
 TEST(Property, ReportAndPrintingOfAListPassOverNull)
 {
     CJOBXPropertyArray list;

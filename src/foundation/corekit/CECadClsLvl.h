@@ -1,13 +1,14 @@
 #pragma once
 
 #include "foundation/JobxExport.h"
+#include "foundation/framework/CRaisingNew.h"
 #include "foundation/framework/CString.h"
 #include "foundation/framework/CStringArray.h"
 
 // A labelled list of texts: what a record says about itself to a design tool.
 // Ownership: holds its texts by value; copies are deep.
 // Threads:   different objects may be used at once; sharing one needs the caller's lock.
-class JOBX_API CECadClsLvl
+class JOBX_API CECadClsLvl : public CRaisingNew
 {
 public:
     CECadClsLvl() = default;

@@ -261,7 +261,8 @@ CKUtility::CKUtility() : m_pSink(new StandardErrorSink) {} // never deleted, as 
 
 CKUtility* CKUtility::GetInstance()
 {
-    static CKUtility* const kInstance = new CKUtility; // never deleted: threads may use it until the process ends
+    static CKUtility* const kInstance =
+        Guarded([] { return new CKUtility; }); // never deleted: threads may use it until the process ends
     return kInstance;
 }
 

@@ -3,12 +3,13 @@
 #include "foundation/CExPtrArray.h"
 #include "foundation/JobxExport.h"
 #include "foundation/corekit/CValueArray.h"
+#include "foundation/framework/CRaisingNew.h"
 
 // A point in space, in double precision.
 // Units:     the unit of the file it came from, inch or millimetre.
 // Ownership: a plain value.
 // Threads:   different objects may be used at once; sharing one needs the caller's lock.
-class JOBX_API CPoint3D
+class JOBX_API CPoint3D : public CRaisingNew
 {
 public:
     CPoint3D() = default;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "foundation/JobxExport.h"
+#include "foundation/framework/CRaisingNew.h"
 
 class CArchive;
 
@@ -8,7 +9,7 @@ class CArchive;
 // Units:     the unit of the file it came from, inch or millimetre.
 // Ownership: a plain value.
 // Threads:   different objects may be used at once; sharing one needs the caller's lock.
-class JOBX_API CPointF
+class JOBX_API CPointF : public CRaisingNew
 {
 public:
     CPointF() = default;

@@ -2,6 +2,7 @@
 
 #include "foundation/JobxExport.h"
 #include "foundation/corekit/CValueArray.h"
+#include "foundation/framework/CRaisingNew.h"
 
 class CArchive;
 class CRectD;
@@ -10,7 +11,7 @@ class CRectD;
 // Units:     the unit of the file it came from, inch or millimetre.
 // Ownership: a plain value.
 // Threads:   different objects may be used at once; sharing one needs the caller's lock.
-class JOBX_API CRectF
+class JOBX_API CRectF : public CRaisingNew
 {
 public:
     CRectF() = default;

@@ -2,6 +2,7 @@
 
 #include "foundation/JobxExport.h"
 #include "foundation/corekit/CValueArray.h"
+#include "foundation/framework/CRaisingNew.h"
 #include "foundation/framework/CString.h"
 
 // A text that can be read as a number.
@@ -9,7 +10,7 @@
 //            is ignored; no locale takes part.
 // Ownership: a plain value.
 // Threads:   different objects may be used at once; sharing one needs the caller's lock.
-class JOBX_API CStringEx
+class JOBX_API CStringEx : public CRaisingNew
 {
 public:
     CStringEx() = default;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "foundation/JobxExport.h"
+#include "foundation/framework/CRaisingNew.h"
 #include "foundation/framework/FrameworkTypes.h"
 
 class CArchive;
@@ -25,7 +26,7 @@ struct JOBX_API CRuntimeClass
 
 // The root of the framework's classes: run-time class, serialisation, diagnostics.
 // Threads: different objects may be used at once; sharing one object needs the caller's lock.
-class JOBX_API CObject
+class JOBX_API CObject : public CRaisingNew
 {
 public:
     // The run-time class of the object, whatever it is seen as.

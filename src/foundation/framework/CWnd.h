@@ -1,6 +1,7 @@
 #pragma once
 
 #include "foundation/JobxExport.h"
+#include "foundation/framework/CRaisingNew.h"
 #include "foundation/framework/FrameworkTypes.h"
 
 class CRgn;
@@ -10,7 +11,7 @@ struct RECT;
 // A host derives its own and answers the calls; a program without windows need not make any.
 // Ownership: the library borrows windows and never deletes them.
 // Threads:   the library calls a window only on the thread that called the library.
-class JOBX_API CWnd
+class JOBX_API CWnd : public CRaisingNew
 {
 public:
     CWnd();
