@@ -30,7 +30,8 @@ public:
     void AddStep(const std::string& name, const std::vector<Entry>& entries)
     {
         m_matrix += "STEP {\nCOL=" + std::to_string(++m_steps) + "\nNAME=" + name + "\n}\n";
-        m_directory.Write("job/steps/" + name + "/profile", "");
+        m_directory.Write("job/steps/" + name + "/profile", "UNITS=INCH\n");
+        m_directory.MakeDir("job/steps/" + name + "/layers");
         std::ostringstream header;
         for (const Entry& entry : entries)
             header << "STEP-REPEAT {\nNAME=" << entry.name << "\nX=" << entry.x << "\nY=" << entry.y

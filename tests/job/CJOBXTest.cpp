@@ -278,7 +278,7 @@ TEST(Job, NamesAreFoundInAnyLetterCase)
     ASSERT_EQ(step.m_arrLayers.GetSize(), 1);
     EXPECT_EQ(step.m_arrLayers.GetAt(0)->m_sName, "Top");
     ASSERT_EQ(step.m_arrComponents.GetSize(), 1);
-    EXPECT_EQ(step.m_arrComponents.GetAt(0)->m_sRelativePath, "Top/Components");
+    EXPECT_EQ(step.m_arrComponents.GetAt(0)->m_sRelativePath, "Top/components");
     EXPECT_EQ(step.GetEda()->m_pData->m_arrNets.GetSize(), 1);
     EXPECT_EQ(step.GetNetlist()->m_arrNets.GetSize(), 1);
     EXPECT_EQ(step.GetHeader()->m_ptDatum.GetX(), 3);
