@@ -188,7 +188,8 @@ void CString::Fill(char character, int repeat)
     SetLengthInPlace(count);
 }
 
-CString::CString(const wchar_t* text)
+// Delegates, so that what was made so far is given back when there is no memory for the rest.
+CString::CString(const wchar_t* text) : CString()
 {
     if (text != nullptr)
         for (; *text != L'\0'; ++text)
