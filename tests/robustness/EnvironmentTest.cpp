@@ -101,14 +101,16 @@ bool RefuseThreads()
     return ::setrlimit(RLIMIT_NPROC, &none) == 0 && (::getuid() != 0 || ::setuid(kNobody) == 0) && !CanStartAThread();
 }
 
-// Leaves this process address space for less than one thread's stack.
+// Leaves this process address space for less than one thread's stack. The stacks are larger than those of ended threads,
+// which the C library keeps for later ones.
 bool RefuseStacks()
 {
+    constexpr std::size_t stack = std::size_t{64} * 1024 * 1024;
     std::size_t pages = 0;
     std::ifstream("/proc/self/statm") >> pages;
     ::pthread_attr_t attributes;
-    std::size_t stack = 0;
-    if (::pthread_getattr_default_np(&attributes) != 0 || ::pthread_attr_getstacksize(&attributes, &stack) != 0)
+    if (::pthread_getattr_default_np(&attributes) != 0 || ::pthread_attr_setstacksize(&attributes, stack) != 0 ||
+        ::pthread_setattr_default_np(&attributes) != 0)
         return false;
     const ::rlim_t room = pages * static_cast<std::size_t>(::sysconf(_SC_PAGESIZE)) + stack - stack / 8;
     const ::rlimit limit = {room, room};
