@@ -1,5 +1,7 @@
 #include "foundation/corekit/CKDiagnostic.h"
 
+#include "foundation/framework/Guarded.h"
+
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
@@ -80,12 +82,16 @@ CString WithoutControlCharacters(const CString& text)
 
 CString CKDiagnostic::Text() const
 {
-    CString text = "cannot " + operation + " " + WithoutControlCharacters(path);
-    if (systemError != 0)
-        text += ": " + Reason(operation, systemError);
-    if (!sourceFile.IsEmpty())
-        text.AppendFormat(" (%s:%d)", WithoutControlCharacters(sourceFile), line);
-    return text;
+    return Guarded(
+        [this]
+        {
+            CString text = "cannot " + operation + " " + WithoutControlCharacters(path);
+            if (systemError != 0)
+                text += ": " + Reason(operation, systemError);
+            if (!sourceFile.IsEmpty())
+                text.AppendFormat(" (%s:%d)", WithoutControlCharacters(sourceFile), line);
+            return text;
+        });
 }
 
 CKDiagnosticSink::~CKDiagnosticSink() = default;
