@@ -112,7 +112,8 @@ void AddChanges(MemoryOperations& all)
                        CODBstepRepeat parent;
                        parent.m_ptCount.SetData(2, 2);
                        std::unique_ptr<CODBstepRepeatArray> made;
-                       EXPECT_EQ(run.Try([&] { made.reset(table.Add_Parent(&parent)); }), made != nullptr);
+                       const bool done = run.Try([&] { made.reset(table.Add_Parent(&parent)); });
+                       EXPECT_EQ(made != nullptr, done);
                    }});
 }
 } // namespace

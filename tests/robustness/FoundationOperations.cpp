@@ -45,7 +45,10 @@ void AddValues(MemoryOperations& all, const char* type, Value value)
                            const T before(list);
                            const auto added = value(9);
                            const bool done = run.Try([&] { list.InsertAt(1, added, 5); });
-                           EXPECT_TRUE(done ? list.GetSize() == 8 : list == before);
+                           EXPECT_TRUE(!done || list.GetSize() == 8);
+                           if (list.GetSize() == 8) // elements that need memory may be missing in the gap
+                               list.RemoveAt(1, 5);
+                           EXPECT_TRUE(list == before);
                        }});
 }
 
@@ -136,7 +139,8 @@ void AddPropertyUses(MemoryOperations& all)
                        CJOBXProperty property;
                        FillProperty(property, 1);
                        std::unique_ptr<CECadClsLvl> made;
-                       EXPECT_EQ(run.Try([&] { made.reset(property.pGetECadClsLvl()); }), made != nullptr);
+                       const bool done = run.Try([&] { made.reset(property.pGetECadClsLvl()); });
+                       EXPECT_EQ(made != nullptr, done);
                        EXPECT_EQ(property.m_sValue, kOther);
                    }});
     AddUse<CJOBXPropertyArray>(

@@ -132,12 +132,18 @@ void AddLists(MemoryOperations& all)
                                    const CString text(kOther);
                                    texts.InsertAt(1, text, 3);
                                }));
-    all.push_back(ListChanging("Add",
-                               [](CStringArray& texts)
-                               {
-                                   texts.Add(kOther);
-                                   texts.FreeExtra();
-                               }));
+    all.push_back(ListChanging("Add", [](CStringArray& texts) { texts.Add(kOther); }));
+    all.push_back({"CStringArray", "FreeExtra",
+                   [](MemoryRun& run)
+                   {
+                       CStringArray texts;
+                       FillTexts(texts, 1);
+                       const CStringArray before(texts);
+                       texts.SetSize(30);
+                       texts.SetSize(3);
+                       run.Try([&] { texts.FreeExtra(); });
+                       EXPECT_EQ(texts, before);
+                   }});
     all.push_back({"CStringArray", "XTokenString",
                    [](MemoryRun& run)
                    {
@@ -156,8 +162,8 @@ void AddFiles(MemoryOperations& all)
                    [path = Dir().Write("a file with a long name", "text")](MemoryRun& run)
                    {
                        CFile file;
-                       EXPECT_EQ(run.Try([&] { file.Open(path.c_str(), CFile::modeReadWrite); }),
-                                 file.IsOpen() != FALSE);
+                       const bool done = run.Try([&] { file.Open(path.c_str(), CFile::modeReadWrite); });
+                       EXPECT_EQ(file.IsOpen() != FALSE, done);
                    }});
     all.push_back({"CFile", "names",
                    [path = Dir().Write("a file with a long name.txt", "text")](MemoryRun& run)
@@ -306,7 +312,8 @@ void AddObjects(MemoryOperations& all)
                    {
                        const CRuntimeClass theClass{"HostObject", sizeof(HostObject), 0, HostObject::Make, nullptr};
                        std::unique_ptr<CObject> made;
-                       EXPECT_EQ(run.Try([&] { made.reset(theClass.CreateObject()); }), made != nullptr);
+                       const bool done = run.Try([&] { made.reset(theClass.CreateObject()); });
+                       EXPECT_EQ(made != nullptr, done);
                    }});
     all.push_back({"CWnd", "constructor",
                    [](MemoryRun& run)

@@ -91,7 +91,11 @@ void AddHeader(MemoryOperations& all)
 
 void AddStep(MemoryOperations& all)
 {
-    const auto read = [](CJOBXstepObj& step) { step.ParseODBOfMFC(Job() + "/steps/pcb"); };
+    const auto read = [](CJOBXstepObj& step)
+    {
+        step.m_sName = "PCB"; // one without name is not written
+        step.ParseODBOfMFC(Job() + "/steps/pcb");
+    };
     AddMaking<CJOBXstepObj>(all, "CJOBXstepObj");
     AddMaking<CJOBXstepObjArray>(all, "CJOBXstepObjArray");
     AddMaking<CJOBXsteps>(all, "CJOBXsteps");
@@ -157,7 +161,8 @@ void AddRoot(MemoryOperations& all)
                        CJOBX job;
                        read(job);
                        std::unique_ptr<CODB> made;
-                       EXPECT_EQ(run.Try([&] { made.reset(pMakeCompactModel(job, CString("PCB"))); }), made != nullptr);
+                       const bool done = run.Try([&] { made.reset(pMakeCompactModel(job, CString("PCB"))); });
+                       EXPECT_EQ(made != nullptr, done);
                    }});
 }
 } // namespace

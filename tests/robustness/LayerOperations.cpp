@@ -164,18 +164,22 @@ void AddLayer(MemoryOperations& all)
     AddUse<CJOBXlayer>(all, "CJOBXlayer", "WriteODBData", read,
                        [directory = CString(Dir().MakeDir("layer").c_str())](auto& layer)
                        { layer.WriteODBData(directory, 1, 1); });
-    AddUse<CJOBXlayer>(all, "CJOBXlayer", "WriteODBFeatureAttributeData", read,
-                       [](auto& layer)
-                       {
-                           for (INT_PTR i = 0; i < layer.GetFeatures()->GetSize(); ++i)
-                               layer.GetFeatures()->GetAt(i)->WriteODBFeatureAttributeData(Nowhere());
-                       });
-    AddUse<CJOBXlayer>(all, "CJOBXlayer", "WriteODBData of features", read,
-                       [](auto& layer)
-                       {
-                           for (INT_PTR i = 0; i < layer.GetFeatures()->GetSize(); ++i)
-                               layer.GetFeatures()->GetAt(i)->WriteODBData(Nowhere());
-                       });
+    AddUse<CJOBXlayer>(
+        all, "CJOBXlayer", "WriteODBFeatureAttributeData", read,
+        [](auto& layer)
+        {
+            for (INT_PTR i = 0; i < layer.GetFeatures()->GetSize(); ++i)
+                layer.GetFeatures()->GetAt(i)->WriteODBFeatureAttributeData(Nowhere());
+        },
+        Memory::NotNeeded);
+    AddUse<CJOBXlayer>(
+        all, "CJOBXlayer", "WriteODBData of features", read,
+        [](auto& layer)
+        {
+            for (INT_PTR i = 0; i < layer.GetFeatures()->GetSize(); ++i)
+                layer.GetFeatures()->GetAt(i)->WriteODBData(Nowhere());
+        },
+        Memory::NotNeeded);
     AddUse<CJOBXlayer>(all, "CJOBXlayer", "GetPropertyArray of features", read,
                        [](auto& layer)
                        {

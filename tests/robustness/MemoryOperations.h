@@ -96,7 +96,8 @@ void AddMaking(MemoryOperations& all, const char* type, Memory memory = Memory::
                    [](MemoryRun& run)
                    {
                        std::unique_ptr<T> made;
-                       EXPECT_EQ(run.Try([&] { made = std::make_unique<T>(); }), made != nullptr);
+                       const bool done = run.Try([&] { made = std::make_unique<T>(); });
+                       EXPECT_EQ(made != nullptr, done);
                    },
                    memory});
 }

@@ -52,6 +52,7 @@ MemoryOperation Growing(const char* name, Grow grow)
                 const Records<T> records;
                 Array<T> array;
                 records.AddTo(array, 0, 4);
+                array.FreeExtra();
                 const Array<T>& constant = array;
                 const bool done = run.Try([&] { grow(array, records[4]); });
                 EXPECT_TRUE(done ? constant.Exists(records[4]) && array.GetSize() > 4 : records.AreIn(array, 0, 4));
@@ -69,6 +70,7 @@ MemoryOperation Moving()
                 Array<T> target;
                 records.AddTo(source, 4, 10);
                 records.AddTo(target, 0, 4);
+                target.FreeExtra();
                 const bool done = run.Try([&] { source.MoveElementTo(target, 0, 5); });
                 EXPECT_TRUE(records.AreIn(target, 0, done ? 10 : 4));
                 EXPECT_TRUE(records.AreIn(source, 4, done ? 4 : 10));
@@ -170,6 +172,7 @@ void AddArray(MemoryOperations& all)
                        records.AddTo(source, 4, 10);
                        Array<T> target;
                        records.AddTo(target, 0, 4);
+                       target.FreeExtra();
                        const bool done = run.Try([&] { target.Append(source); });
                        EXPECT_TRUE(records.AreIn(target, 0, done ? 10 : 4));
                        EXPECT_TRUE(records.AreIn(source, 4, 10));
