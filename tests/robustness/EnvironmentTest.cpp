@@ -73,7 +73,15 @@ int InChild(const std::function<int()>& work)
     if (child == 0)
     {
         ::alarm(120);
-        ::_exit(work());
+        int exitCode = 1;
+        try
+        {
+            exitCode = work();
+        }
+        catch (...) // else the copy would go on with the tests that follow
+        {
+        }
+        ::_exit(exitCode);
     }
     int status = 0;
     EXPECT_EQ(::waitpid(child, &status, 0), child);
