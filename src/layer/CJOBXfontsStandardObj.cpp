@@ -27,9 +27,10 @@ void CJOBXfontsStandardObjArray::WriteODBData(FILE* file) const
 
 void CJOBXfontsStandardObjArray::UnitConvert(const double& factor)
 {
+    const double by = factor; // it may be a member of what is converted
     for (__int64 i = 0; i < GetSize(); ++i)
         if (CJOBXfontsStandardObj* const stroke = GetAt(i))
-            stroke->UnitConvert(factor);
+            stroke->UnitConvert(by);
 }
 
 void font_file::Write(CTextWriter& out, const CJOBXfontsStandardObjArray& strokes)

@@ -176,9 +176,10 @@ void CJOBXlayerArray::WriteODBData(CString stepDirectory) const
 
 void CJOBXlayerArray::UnitConvert(const double& factor)
 {
+    const double by = factor; // it may be a member of what is converted
     for (__int64 i = 0; i < GetSize(); ++i)
         if (CJOBXlayer* const layer = GetAt(i))
-            layer->UnitConvert(factor);
+            layer->UnitConvert(by);
 }
 
 void AddLayerWrites(CWriteTasks& tasks, const CJOBXlayerArray& layers, const CString& stepDirectory)

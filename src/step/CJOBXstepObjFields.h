@@ -16,14 +16,14 @@ struct jobx::Fields<CJOBXstepObj>
     static constexpr auto kList = std::tuple{
         Text("name", "As the matrix spells it", &CJOBXstepObj::m_sName).AsNameInAnyCase(),
         Part(
-            "profile", "", [](auto& step) -> auto& { return *step.GetProfile(); }),
+            "profile", "", [](auto& step) -> auto& { return *step.m_pProfile; }),
         Part(
-            "header", "", [](auto& step) -> auto& { return *step.GetHeader(); }),
+            "header", "", [](auto& step) -> auto& { return *step.m_pHeader; }),
         Records("layers", "Sorted by name", &CJOBXstepObj::m_arrLayers).Sorted(),
         Records("components", "Sorted by layer name", &CJOBXstepObj::m_arrComponents).Sorted(),
         Part(
-            "eda", "", [](auto& step) -> auto& { return *step.GetEda()->m_pData; }),
+            "eda", "", [](auto& step) -> auto& { return *step.m_pEda->m_pData; }),
         Part(
-            "netlist", "", [](auto& step) -> auto& { return *step.GetNetlist(); }),
+            "netlist", "", [](auto& step) -> auto& { return *step.m_pNetlist; }),
     };
 };

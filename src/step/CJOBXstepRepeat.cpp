@@ -56,7 +56,8 @@ void CJOBXstepRepeatArray::WriteODBData(std::FILE* file) const
 
 void CJOBXstepRepeatArray::UnitConvert(const double& factor)
 {
+    const double by = factor; // it may be a member of what is converted
     for (__int64 i = 0; i < GetSize(); ++i)
         if (CJOBXstepRepeat* const entry = GetAt(i))
-            entry->UnitConvert(factor);
+            entry->UnitConvert(by);
 }

@@ -183,7 +183,8 @@ void CJOBXstephdrArray::WriteODBData(CString stepDir) const
 
 void CJOBXstephdrArray::UnitConvert(const double& factor)
 {
+    const double by = factor; // it may be a member of what is converted
     for (__int64 i = 0; i < GetSize(); ++i)
         if (CJOBXstephdr* const header = GetAt(i))
-            header->UnitConvert(factor);
+            header->UnitConvert(by);
 }
