@@ -21,24 +21,24 @@
 
 namespace
 {
-constexpr const char* kAbout = "Shows what is in an ODB++ job, and writes it anew. A job is the directory tree in "
-                               "which a circuit board goes from\n"
-                               "its design tool to its manufacturer.";
+constexpr const char* kAbout = "Shows, compares, exports and writes ODB++ jobs. A job is the directory tree that "
+                               "takes a circuit board from its\n"
+                               "design tool to its manufacturer.";
 
 constexpr const char* kFooter = R"(
 Examples:
-  jobx info board                      what is in the job directory "board"
-  jobx info board --steps pcb          the same, of one step only
-  jobx components board --csv > c.csv  the components as a spreadsheet
-  jobx panel board --step panel        where boards lie in a panel
-  jobx json board > board.json         everything, for another program
-  jobx diff board newer                what differs between two jobs
-  jobx write board -o out              the job as the library writes it, in out/board
+  jobx info board                      show what is in the job directory "board"
+  jobx info board --steps pcb          show only one step
+  jobx components board --csv > c.csv  export the components as a spreadsheet
+  jobx panel board --step panel        show where boards lie on a panel
+  jobx json board > board.json         export everything for another program
+  jobx diff board newer                show what differs between two jobs
+  jobx write board -o out              write the job to out/board
 
-A job is a directory; unpack an archive (.tgz, .zip) first. Reading unpacks compressed user symbols in place:
-symbols/NAME/features.Z gets a file "features" beside it. Nothing else in the job is changed.
+A job is a directory; unpack an archive (.tgz, .zip) first. Reading unpacks compressed user symbols in place: a file
+"features" appears beside symbols/NAME/features.Z. Nothing else in the job changes.
 
-Data goes to standard output, messages and the progress line to standard error.
+Data goes to standard output; messages and the progress line go to standard error.
 
 Exit codes:
   0  done
@@ -48,7 +48,7 @@ Exit codes:
   4  the output cannot be written
   70 an internal error)";
 
-// What the commands' options fill.
+// The values of all options.
 struct Arguments
 {
     ReadOptions read;
@@ -59,7 +59,7 @@ struct Arguments
     bool compact = false;
     std::string panelStep;
     DiffOptions diff;
-    ExitCode exitCode = ExitCode::Done; // what the command answered
+    ExitCode exitCode = ExitCode::Done; // of the command
 };
 
 [[noreturn]] void RaiseWrongUsage(const std::string& message)
@@ -74,23 +74,23 @@ std::vector<std::string> SplitAtCommas(const std::string& text)
     for (std::string piece; std::getline(stream, piece, ',');)
     {
         if (piece.empty())
-            RaiseWrongUsage("--steps needs step names with commas between them");
+            RaiseWrongUsage("--steps needs step names separated by commas");
         pieces.push_back(piece);
     }
     return pieces;
 }
 
-// What bounds the reading of a job that someone else made.
+// The limits on reading a job that someone else made.
 void AddLimits(CLI::App& command, ReadOptions& read)
 {
-    command.add_flag("--follow-links", read.followLinks, "Follow links to directories outside the job too");
+    command.add_flag("--follow-links", read.followLinks, "Also follow links to directories outside the job");
     command
         .add_option("--max-entries", read.maxEntries,
-                    "The most files and directories that one listing may meet, 1000000 unless given")
+                    "Limit of files and directories in one listing, 1000000 by default")
         ->type_name("N");
 }
 
-// Adds a command with what all commands take; `run` is called with the arguments' values.
+// Adds a command with the options that all commands take; `run` is called once the arguments have their values.
 template <class Run>
 CLI::App* AddCommand(CLI::App& app, Arguments& arguments, const char* name, const char* about, Run run)
 {
@@ -108,7 +108,7 @@ void AddSteps(CLI::App& command, Arguments& arguments)
     command
         .add_option_function<std::string>(
             "--steps", [&arguments](const std::string& names) { arguments.read.steps = SplitAtCommas(names); },
-            "Only these steps, with commas between them")
+            "Only these steps, separated by commas")
         ->type_name("A,B");
 }
 
@@ -116,7 +116,8 @@ void AddStepsAndAttributes(CLI::App& command, Arguments& arguments)
 {
     AddSteps(command, arguments);
     command
-        .add_option("--sysattr", arguments.read.sysAttrFile, "Read definitions of system attributes from this file too")
+        .add_option("--sysattr", arguments.read.sysAttrFile,
+                    "Also read definitions of system attributes from this file")
         ->type_name("FILE");
 }
 
@@ -147,12 +148,13 @@ void AddTableCommand(CLI::App& app, Arguments& arguments, const char* name, cons
 }
 
 constexpr const char* kPanelFooter =
-    R"(Every placement is one row, numbered from 1 in each step, each before those that lie in it. LEVEL counts from 1;
-PARENT is the number of the placement that a row lies in. X and Y are where the placed step's datum lies in the step
-that was asked for, in the unit of the step headers; ANGLE is clockwise, the sum of all turns. A mirror anywhere on the
-way makes MIRROR "YES"; FLIP is that of the outermost placement.
+    R"(Each placement is one row, numbered from 1 in each step. A placement comes before those inside it. LEVEL counts from
+1; PARENT is the number of the placement that contains this one. X and Y are the position of the placed step's datum
+in the step of the first column, in the unit of the step headers. ANGLE is clockwise, the sum of all rotations. MIRROR
+is "YES" if any placement on the way is mirrored; FLIP is the flip of the outermost placement.
 
-A step that repeats itself, directly or through others, and more than 100000 placements in all are errors (exit code 3).
+It is an error (exit code 3) if a step repeats itself, directly or through others, or if there are more than 100000
+placements.
 docs/panel.schema.json describes the JSON document.
 
 Examples and exit codes: jobx --help)";
@@ -160,9 +162,9 @@ Examples and exit codes: jobx --help)";
 void AddPanelCommand(CLI::App& app, Arguments& arguments)
 {
     CLI::App* const panel =
-        AddCommand(app, arguments, "panel", "Prints where steps lie in the steps that repeat them, as a table",
+        AddCommand(app, arguments, "panel", "Prints where repeated steps lie, as a table",
                    [&arguments] { RunPanel(arguments.read, arguments.panelStep, FormOf(arguments)); });
-    panel->add_option("--step", arguments.panelStep, "Only what lies in this step")->type_name("NAME");
+    panel->add_option("--step", arguments.panelStep, "Only the placements in this step")->type_name("NAME");
     AddTableForms(*panel, arguments);
     panel->footer(kPanelFooter);
 }
@@ -171,15 +173,15 @@ void AddDiffCommand(CLI::App& app, Arguments& arguments)
 {
     CLI::App* const command = app.add_subcommand("diff", "Prints what differs between two jobs");
     DiffOptions& diff = arguments.diff;
-    command->add_option("A", diff.jobA, "The one job's directory")->required()->type_name("");
-    command->add_option("B", diff.jobB, "The other job's directory")->required()->type_name("");
+    command->add_option("A", diff.jobA, "The first job's directory")->required()->type_name("");
+    command->add_option("B", diff.jobB, "The second job's directory")->required()->type_name("");
     command
         ->add_option("--tolerance", diff.rules.tolerance,
-                     "Coordinates and lengths that differ by no more than this are equal, in the unit of the files")
+                     "Ignore coordinates and lengths that differ by at most this, in the unit of the files")
         ->check(CLI::NonNegativeNumber)
         ->type_name("T");
     command->add_flag("--ignore-line-numbers", diff.rules.ignoreLineNumbers,
-                      "Leave out on which lines of their files records stand");
+                      "Ignore the lines in which records stand in their files");
     command->add_flag("--json", diff.json, "As a JSON document");
     command->add_flag("--quiet", diff.quiet, "No progress line");
     AddLimits(*command, arguments.read);
@@ -188,20 +190,21 @@ void AddDiffCommand(CLI::App& app, Arguments& arguments)
 }
 
 constexpr const char* kWriteFooter =
-    R"(The job lands in DIR/NAME, NAME being the name of the directory that was read; DIR is made when its parent exists.
-It is written beside that place first, and moved there when it is complete and on the disk: after a failure everything
-is as before.
-The changes are made in this order: scale, steps, name.
+    R"(The job is written to DIR/NAME, where NAME is the name of the directory that was read. DIR is created if its parent
+exists. The job is written beside that place first and moved there when it is complete and on the disk, so a failure
+changes nothing. The job is scaled first, then its steps are reordered, then it gets its name.
 
-Not written, as the library does it:
-  user symbols  when the whole job is read; with --steps they are written, beside "steps"
-  the font      unless a file named "standard" is in the current directory
+An existing directory is replaced only with --force, and never a file, the input job or a directory that contains it.
+
+As in the library, these are not written:
+  user symbols  if the whole job is read; with --steps they are written, beside "steps"
+  the font      unless the current directory has a file named "standard"
   misc          stays empty: neither the job information nor attributes are written
-  other files   attribute lists, tools and whatever else of the job is not read
+  other files   attribute lists, tools and everything else that is not read
 
 Examples and exit codes: jobx --help)";
 
-// A number greater than 0, written with a decimal point whatever the language.
+// A number greater than 0 with a decimal point, whatever the locale.
 double ScaleOf(const std::string& text)
 {
     double scale = 0;
@@ -220,17 +223,17 @@ void AddWriteCommand(CLI::App& app, Arguments& arguments)
     write->add_option("-o,--output", options.directory, "Where the job's directory goes")->required()->type_name("DIR");
     AddSteps(*write, arguments);
     write->add_flag_callback(
-        "--no-eda", [&options] { options.withEda = false; }, "Without the EDA data and netlists of the steps");
+        "--no-eda", [&options] { options.withEda = false; }, "Leave out the EDA data and netlists of the steps");
     write
         ->add_option_function<std::string>(
             "--scale", [&options](const std::string& factor) { options.scale = ScaleOf(factor); },
-            "Multiply lengths by this; units' names, symbol names and step headers stay as they are")
+            "Multiply lengths by this; unit names, symbol names and step headers do not change")
         ->type_name("FACTOR");
     write->add_flag("--rebuild-steps", options.rebuildSteps, "Put steps that repeat others before the plain ones");
-    write->add_option("--name", options.name, "The written job's name")->type_name("NAME");
-    write->add_flag("--force", options.force, "Replace a directory that is there");
+    write->add_option("--name", options.name, "The name of the written job")->type_name("NAME");
+    write->add_flag("--force", options.force, "Replace an existing directory");
     write->add_flag("--allow-incomplete", options.allowIncomplete,
-                    "With --force: replace it also when something that the matrix names could not be read");
+                    "With --force: replace it even if something that the matrix names could not be read");
     write->footer(kWriteFooter);
 }
 
@@ -241,7 +244,7 @@ void AddCommands(CLI::App& app, Arguments& arguments)
     AddStepsAndAttributes(*info, arguments);
     info->add_flag("--json", arguments.json, "As a JSON document");
     info->add_flag("--compact", arguments.compact,
-                   "The compact model of every step instead, before and after its change to inch");
+                   "Show the compact model of every step instead, before and after its conversion to inches");
     AddTableCommand(app, arguments, "nets", "Prints the nets as a table", RunNets);
     AddTableCommand(app, arguments, "components", "Prints the placed components as a table", RunComponents);
     AddTableCommand(app, arguments, "packages", "Prints the packages as a table", RunPackages);
@@ -251,7 +254,7 @@ void AddCommands(CLI::App& app, Arguments& arguments)
         [&arguments] { RunJson(arguments.read, arguments.latin1 ? TextBytes::Latin1 : TextBytes::Utf8OrLatin1); });
     AddStepsAndAttributes(*json, arguments);
     json->add_flag("--latin1", arguments.latin1,
-                   "Carry every byte of a text as the character of that number, also where it is UTF-8");
+                   "Map every byte of a text to the character of that number, even in UTF-8");
     AddDiffCommand(app, arguments);
     AddWriteCommand(app, arguments);
 }
@@ -266,7 +269,7 @@ std::string UsageProblem(const CLI::App& app, const CLI::ParseError& error)
                                        Printable(words.front()));
 }
 
-// Help or version, as the arguments asked for.
+// Prints the help or the version.
 void PrintAnswer(const CLI::App& app, const CLI::Success& answer)
 {
     std::ostringstream text;

@@ -84,8 +84,7 @@ void RaiseNoDirectory(const std::string& path, fs::file_type type)
     if (type == fs::file_type::not_found)
         RaiseUnreadable(fmt::format("{} does not exist", Quoted(path)));
     if (type == fs::file_type::regular && (HasArchiveBytes(path) || HasArchiveName(path)))
-        RaiseUnreadable(
-            fmt::format("{} is an archive file: unpack it and give the directory that comes out", Quoted(path)));
+        RaiseUnreadable(fmt::format("{} is an archive: unpack it and give the resulting directory", Quoted(path)));
     RaiseUnreadable(
         fmt::format("{} is not a directory: a job is a directory with \"steps\" and \"matrix\" in it", Quoted(path)));
 }

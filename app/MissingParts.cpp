@@ -53,9 +53,9 @@ std::string ProblemOfFile(const CString& path)
     std::error_code error;
     const fs::file_type type = fs::status(name, error).type();
     if (type == fs::file_type::not_found)
-        return "is a link to nothing";
+        return "is a broken link";
     if (!error && type != fs::file_type::regular)
-        return "is no regular file";
+        return "is not a regular file";
     errno = 0;
     std::FILE* const file = error ? nullptr : std::fopen(name.c_str(), "rb");
     if (file == nullptr)
@@ -128,7 +128,7 @@ private:
         if (step.GetProfile()->m_sName.IsEmpty())
         {
             if (!isWrong || !IsThere(profile))
-                Add(fmt::format("{} has no profile; nothing of it was read", whose));
+                Add(fmt::format("{} has no profile and was not read", whose));
             return;
         }
         for (const char* const name : {"stephdr", "eda/data", "netlists/cadnet/netlist"})
@@ -177,7 +177,7 @@ private:
             return;
         const CString compressed = Files().FindPath(directory, (std::string(name) + ".Z").c_str());
         if (IsThere(compressed))
-            Add(fmt::format("{0}: the file \"{1}\" is only there as \"{1}.Z\", which is not read", whose, name));
+            Add(fmt::format("{0}: the file \"{1}\" exists only as \"{1}.Z\", which is not read", whose, name));
         else
             Add(fmt::format("{} has no file \"{}\"", whose, name));
     }

@@ -194,6 +194,6 @@ void ReplaceByRenames(const fs::path& fresh, const fs::path& target, const fs::p
         RaiseFailed("replace", target, error);
     isTargetAside = true;
     throw ExitError(ExitCode::UnwritableOutput,
-                    fmt::format("cannot replace \"{}\": {}; what was there is now \"{}\"", Printable(target.string()),
-                                error.message(), Printable(aside.string())));
+                    fmt::format("cannot replace \"{}\": {}; its old contents are now in \"{}\"",
+                                Printable(target.string()), error.message(), Printable(aside.string())));
 }

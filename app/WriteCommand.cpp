@@ -129,7 +129,7 @@ void WriteInto(const fs::path& directory, CJOBX& job, const WriteOptions& option
         return;
     failures.Print(std::string(jobDirectory.View()), target);
     throw ExitError(ExitCode::UnwritableOutput,
-                    fmt::format("the job could not be written; \"{}\" is as it was before", Printable(target)));
+                    fmt::format("the job could not be written; \"{}\" is unchanged", Printable(target)));
 }
 
 // What could not be read may stand complete where the job would be written.

@@ -33,7 +33,7 @@ void CheckName(const std::string& name)
     if (name.empty() || name == "." || name == ".." || name.find_first_of(kSeparators) != std::string::npos)
         throw ExitError(
             ExitCode::WrongUsage,
-            fmt::format("the job's name {} is no name of a directory: give another with --name", Quoted(name)));
+            fmt::format("the job's name {} cannot name a directory: give another with --name", Quoted(name)));
 }
 
 fs::path WithoutLastSeparator(const fs::path& path)
@@ -89,9 +89,9 @@ void CheckTarget(const WriteTarget& target, const std::string& jobPath)
     CheckOutputDirectory(target.directory);
     const fs::path path = fs::path(target.directory) / target.name;
     if (IsIn(jobPath, path))
-        RaiseUnwritable(fmt::format("{} is the job to read, or holds it: it cannot be replaced", Quoted(path)));
+        RaiseUnwritable(fmt::format("{} is the input job or contains it: it cannot be replaced", Quoted(path)));
     if (IsIn(target.directory, jobPath))
-        RaiseUnwritable(fmt::format("{} lies in the job to read: nothing is written there", Quoted(path)));
+        RaiseUnwritable(fmt::format("{} is inside the input job: nothing is written there", Quoted(path)));
     std::error_code error;
     if (!fs::exists(fs::symlink_status(path, error)))
         return;

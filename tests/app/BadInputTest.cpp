@@ -112,11 +112,11 @@ TEST(JobxBadInput, AnArchiveIsToBeUnpackedFirst)
 {
     const TempDir directory;
     for (const std::string name : {"job.tgz", "job.TAR.GZ", "job.zip", "job.tar"})
-        ExpectFailure(RunJobx({"info", directory.Write(name, "anything")}), 3, "is an archive file: unpack it");
+        ExpectFailure(RunJobx({"info", directory.Write(name, "anything")}), 3, "is an archive: unpack it");
     for (const std::string bytes : {"\x1F\x8B\x08 gzip", "PK\x03\x04 zip"})
-        ExpectFailure(RunJobx({"nets", directory.Write("job", bytes)}), 3, "is an archive file: unpack it");
+        ExpectFailure(RunJobx({"nets", directory.Write("job", bytes)}), 3, "is an archive: unpack it");
     ExpectFailure(RunJobx({"info", directory.Write("job", std::string(257, 'x') + "ustar")}), 3,
-                  "is an archive file: unpack it");
+                  "is an archive: unpack it");
 }
 
 TEST(JobxBadInput, ADirectoryWithoutStepsOrMatrixIsNoJob)
@@ -195,7 +195,7 @@ TEST(JobxBadInput, AStepWithoutAProfileIsAWarning)
     fs::remove(job + "/steps/pcb/profile");
     const ProgramResult result = RunJobx({"info", job});
     EXPECT_EQ(result.exitCode, 0);
-    EXPECT_EQ(result.err, "jobx: warning: step \"PCB\" has no profile; nothing of it was read\n");
+    EXPECT_EQ(result.err, "jobx: warning: step \"PCB\" has no profile and was not read\n");
 }
 
 TEST(JobxBadInput, ADamagedCompressedSymbolIsAWarning)

@@ -17,7 +17,7 @@ namespace
 {
 constexpr const char* kLine = "L 0 0 1 1 0 P 0\n";
 
-// What is done to a good job, whose one step PCB has the layer TOP.
+// A change to a good job, whose only step PCB has the layer TOP.
 struct Fault
 {
     std::string name; // as docs/malformed_jobs.md has it
@@ -72,13 +72,13 @@ const std::vector<Fault>& Faults()
         {"no profile", [](Dir, Path job) { fs::remove(job + "/steps/pcb/profile"); }},
         {"the profile is empty", [](Dir dir, Path) { dir.Write("job/steps/pcb/profile", ""); }},
         {"the profile is a pipe", [](Dir, Path job) { MakePipe(job + "/steps/pcb/profile"); }},
-        {"the profile is a link to nothing", [](Dir, Path job) { MakeLink(job + "/steps/pcb/profile", "gone"); }},
+        {"the profile is a broken link", [](Dir, Path job) { MakeLink(job + "/steps/pcb/profile", "gone"); }},
         {"no folder `layers`", [](Dir, Path job) { fs::remove_all(job + "/steps/pcb/layers"); }},
         {"no folder of the layer", [](Dir, Path job) { fs::remove_all(job + "/steps/pcb/layers/top"); }},
         {"no features", [](Dir, Path job) { fs::remove(job + "/steps/pcb/layers/top/features"); }},
         {"the features are empty", [](Dir dir, Path) { dir.Write("job/steps/pcb/layers/top/features", ""); }},
         {"the features are a pipe", [](Dir, Path job) { MakePipe(job + "/steps/pcb/layers/top/features"); }},
-        {"the features are a link to nothing",
+        {"the features are a broken link",
          [](Dir, Path job) { MakeLink(job + "/steps/pcb/layers/top/features", "gone"); }},
         {"the features are a folder",
          [](Dir, Path job)
@@ -86,7 +86,7 @@ const std::vector<Fault>& Faults()
              Replace(job + "/steps/pcb/layers/top/features");
              fs::create_directory(job + "/steps/pcb/layers/top/features");
          }},
-        {"the features are only there as `features.Z`", [](Dir, Path job)
+        {"the features exist only as `features.Z`", [](Dir, Path job)
          { fs::rename(job + "/steps/pcb/layers/top/features", job + "/steps/pcb/layers/top/features.Z"); }},
         {"no components in a layer of components", [](Dir dir, Path) { MakeMatrix(dir, "COMPONENT"); }},
         {"empty components in a layer of components",
@@ -142,7 +142,7 @@ TEST(MalformedJobs, ExitCodesAndLinesAreThoseOfTheTable)
 {
     std::vector<std::string> rows;
     for (const std::string& line : LinesOf(ReadWhole(JOBX_MALFORMED_JOBS)))
-        if (line.starts_with("| ") && !line.starts_with("| What was done"))
+        if (line.starts_with("| ") && !line.starts_with("| Change |"))
             rows.push_back(line);
     std::vector<std::string> found;
     for (const Fault& fault : Faults())

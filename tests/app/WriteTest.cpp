@@ -315,8 +315,8 @@ TEST(JobxWriteRefuses, ItsOwnInput)
     fs::create_directory_symlink(job, directory.Path("out/job"));
     fs::create_directory_symlink(directory.Path(), directory.Path("out/above"));
     const auto before = TreeOf(directory.Path());
-    const std::string isInput = "is the job to read, or holds it";
-    const std::string isInside = "lies in the job to read";
+    const std::string isInput = "is the input job or contains it";
+    const std::string isInside = "is inside the input job";
     ExpectRefusal(RunJobx({"write", job, "-o", directory.Path(), "--force"}), 4, isInput);
     ExpectRefusal(RunJobx({"write", job, "-o", directory.Path("out"), "--force"}), 4, isInput);
     ExpectRefusal(RunJobx({"write", job, "-o", directory.Path("out"), "--name", "above", "--force"}), 4, isInput);
@@ -338,7 +338,7 @@ TEST(JobxWriteRefuses, ANameThatIsNoneOfADirectory)
     const std::string out = directory.MakeDir("out/in");
     for (const std::string name : {"", ".", "..", "a/b", "/a", "a/"})
         ExpectRefusal(RunJobx({"write", job, "-o", out, "--force", "--name", name}), 2,
-                      "is no name of a directory: give another with --name");
+                      "cannot name a directory: give another with --name");
     EXPECT_EQ(EntriesOf(out), Names{});
     EXPECT_EQ(EntriesOf(directory.Path("out")), Names{"in"});
 }
@@ -487,7 +487,7 @@ TEST(JobxWriteFails, OnAFileSystemThatTakesNoMore)
     EXPECT_EQ(result.err,
               "jobx: cannot write \"" + directory.Path("out/job") +
                   "/steps/PCB/layers/top/features\": File too large\njobx: the job could not be written; \"" +
-                  directory.Path("out/job") + "\" is as it was before\n");
+                  directory.Path("out/job") + "\" is unchanged\n");
     EXPECT_EQ(TreeOf(directory.Path("out")), before) << kNoStaging;
     EXPECT_EQ(RunShell(write + ShellWord(directory.Path("new"))).exitCode, 4);
     EXPECT_FALSE(directory.Exists("new"));
