@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Builds in release mode, measures everything and prints one table: ./bench.sh [OPTIONS]   (--scale 0.1: quick and rough)
-# JOBX_REAL_JOBS: a folder of real jobs, of which beagleboneblack is read as a whole; without it beside the sources.
+# JOBX_REAL_JOBS: a folder of real jobs, from which the job beagleboneblack is read. The default is beside the sources.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")"
 # shellcheck source=scripts/packages.sh

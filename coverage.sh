@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# Runs all tests in a build that counts, and prints how much of src/ they execute: ./coverage.sh [--no-run]
-# Fails under 95 per cent of the lines or 90 per cent of the branches. What is not covered, and why, stands in
-# docs/coverage.md. With --no-run the counts of the run before are looked at once more.
+# Runs all tests in a build with counters and prints how much of src/ they execute: ./coverage.sh [--no-run]
+# Fails below 95 per cent of the lines or 90 per cent of the branches. docs/coverage.md says what is not covered and why.
+# With --no-run it evaluates the counts of the last run again.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")"
 # shellcheck source=scripts/packages.sh

@@ -1,14 +1,14 @@
 #!/usr/bin/env bash
 # Builds the fuzzers and runs them: ./fuzz.sh [-j PROCESSES] [-p PRESET] [SECONDS] [TARGET...]
-# Without SECONDS each runs for 60; without TARGET all run, two at a time. What they learn stays in build/PRESET/fuzz-corpus
-# for the next run. A finding ends it with a non-zero status and the path of the input.
+# Without SECONDS each runs for 60 seconds; without TARGET all run, two at a time. The inputs that they find stay in
+# build/PRESET/fuzz-corpus for the next run. A fault ends the script with a non-zero status and the path of the input.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")"
 # shellcheck source=scripts/packages.sh
 source scripts/packages.sh
 
 targets=(features eda_data components netlist matrix stephdr font info sysattr decompress numbers properties job)
-# Bytes of an input; 4096 for the others. Short ones are tried more often, and reach as much.
+# The longest input in bytes; 4096 for the others. Short inputs run faster and reach as much.
 declare -A longest=([decompress]=16384 [numbers]=512 [properties]=70000 [job]=12288)
 
 usage() {

@@ -16,7 +16,7 @@ fi
 
 need_packages "${JOBX_BUILD_PACKAGES[@]}"
 cd "$root"
-# A folder of its own, so that the build of the tests does not depend on what was asked for here.
+# A separate folder, so that this does not change the build of the tests.
 cmake --preset release -B build/run -DJOBX_BUILD_TESTS=OFF -DJOBX_WERROR=OFF >/dev/null
 cmake --build build/run
 if [[ -z $job ]]; then

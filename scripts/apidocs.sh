@@ -1,6 +1,5 @@
 #!/usr/bin/env bash
-# Makes the API documentation of the public headers in build/apidocs/html; whatever is undocumented ends it with an
-# error.
+# Makes the API documentation of the public headers in build/apidocs/html. Fails if anything is undocumented.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Looks whether a library or program was built hardened: check_hardening.sh [--fortified] FILE...
-# With --fortified also for the checked string functions, which come with optimisation only.
+# Checks that libraries or programs were built hardened: check_hardening.sh [--fortified] FILE...
+# With --fortified it also checks for the checked string functions, which only optimised builds have.
 set -euo pipefail
 
 fortified=0

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Installs the optimised build to another place and uses it there.
-# The example host is built by find_package, by pkg-config and by add_subdirectory, and run on the sample.
+# Installs the optimised build under a prefix, moves it and uses it there.
+# The example host is built with find_package, pkg-config and add_subdirectory, and run on the sample.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 root=$PWD
@@ -32,7 +32,7 @@ ${CXX:-g++} -std=c++20 -I"$include" -MM "$work/run/all.cpp" | grep -o "$include/
 (cd "$include" && find . -type f | sed 's|^\./||' | sort) >"$work/run/headers"
 diff "$work/run/included" "$work/run/headers" || fail "the installed headers (>) are not those that hosts include (<)"
 
-echo "-- jobx finds the library from where it lies"
+echo "-- jobx finds the library in the moved prefix"
 # A fresh copy for every reader, because reading unpacks compressed symbols in place.
 fresh_sample() {
     rm -rf "$work/run/blinker"
@@ -46,7 +46,7 @@ fresh_sample
 MANPATH=$prefix/share/man man jobx 2>/dev/null | grep -q 'ignore-line-numbers' || fail "man does not show the manual page"
 bash -c "source '$prefix/share/bash-completion/completions/jobx' && complete -p jobx" >/dev/null || fail "no bash completion"
 
-# run_host PROGRAM: it has to report progress and to write what jobx does.
+# run_host PROGRAM: checks that it reports progress and writes the same job as jobx.
 run_host() {
     rm -rf "$work/run/out"
     fresh_sample
@@ -56,7 +56,7 @@ run_host() {
     if "$1" "$work/run/no_job" "$work/run/out" 25.4 >/dev/null 2>&1; then fail "$1 read a job that is not there"; fi
 }
 
-# What the configuration says to a wanted version: TRUE or FALSE.
+# Whether the CMake package accepts a version: TRUE or FALSE.
 compatible() {
     cat >"$work/run/version.cmake" <<END
 set(PACKAGE_FIND_VERSION $1)
@@ -86,7 +86,7 @@ ${CXX:-g++} -std=c++20 "$host/main.cpp" "${flags[@]}" -Wl,-rpath,"$library_direc
 run_host "$work/by_hand/convert_units"
 
 echo "-- add_subdirectory"
-# Kept from run to run, not optimised, several sources at once: only that a host can do it is looked at here.
+# Kept from run to run, not optimised, several sources at once: this only checks that a host can do it.
 cmake -S "$host" -B "$work/embedded" -G Ninja -DJOBX_SOURCES="$root" -DJOBX_PRECOMPILE=ON -DCMAKE_UNITY_BUILD=ON \
     -DCMAKE_CXX_FLAGS=-O0 >/dev/null
 cmake --build "$work/embedded" | tail -n 1

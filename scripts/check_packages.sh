@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Makes Debian packages of the optimised build, installs them in a test root and runs jobx there.
-# Needs to be root or to be allowed user namespaces; says so and ends with 0 otherwise.
+# Needs root or user namespaces. Without either it says so and exits with 0.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 built=$PWD/build/release
@@ -12,7 +12,7 @@ fail() {
 }
 
 if ! command -v dpkg-shlibdeps >/dev/null; then
-    echo "SKIPPED: no dpkg-shlibdeps here, so no Debian packages"
+    echo "SKIPPED: dpkg-shlibdeps is not installed"
     exit 0
 fi
 rm -rf "$work" "$built/packages" "$built/_CPack_Packages"
@@ -55,7 +55,7 @@ fi
 as_root=()
 if ((EUID != 0)); then
     if ! unshare --map-root-user true 2>/dev/null; then
-        echo "SKIPPED: to install the packages one must be root, or be allowed user namespaces"
+        echo "SKIPPED: installing the packages needs root or user namespaces"
         exit 0
     fi
     as_root=(unshare --map-root-user)

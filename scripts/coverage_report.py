@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
-"""Tells from what llvm-cov exports how much of each folder of src/ was executed: coverage_report.py [--lines PERCENT]
+"""Prints how much of each folder of src/ was executed, from an export of llvm-cov: coverage_report.py [--lines PERCENT]
 [--branches PERCENT] [--uncovered FILE] <EXPORT
 
 Prints a Markdown table. FILE gets every line that was not executed and every condition that never had one of its two
-outcomes. Fails when less than PERCENT of all lines or of all branches was executed."""
+outcomes. Fails if less than PERCENT of all lines or of all branches was executed."""
 
 import argparse
 import collections

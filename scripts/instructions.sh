@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
-# Counts the instructions of a few small works in the release build and compares them with the figures that are kept in
+# Counts the instructions of a few small works in the release build and compares them with the figures in
 # benchmarks/instructions.txt: scripts/instructions.sh [--update | --profile]
-# Fails when one takes over 5 per cent more. With --update the figures are kept from then on; with --profile nothing is
-# compared, and it says which functions take the most.
-# Instructions hardly differ from run to run or from machine to machine, unlike times; but they do with the compiler.
+# Fails if one takes over 5 per cent more. With --update it stores the new figures. With --profile it compares nothing
+# and prints which functions take the most.
+# Unlike times, instructions hardly differ from run to run or from machine to machine. They do differ between compilers.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 # shellcheck source=scripts/packages.sh
@@ -71,7 +71,7 @@ printf '%-12s %14s %14s %8s\n' work kept now change
 for work in "${works[@]}"; do
     now=$(count "$work")
     if [[ ! $now =~ ^[1-9][0-9]*$ ]]; then
-        echo "nothing was counted for $work" >&2
+        echo "no instructions were counted for $work" >&2
         exit 1
     fi
     lines+=("$work $now")
@@ -101,13 +101,13 @@ if [[ $update ]]; then
         echo "# counted with $compiler"
         printf '%s\n' "${lines[@]}"
     } >"$figures"
-    echo "kept in $figures"
+    echo "stored in $figures"
     exit 0
 fi
 if ((better)); then
-    echo "keep the better figures: scripts/instructions.sh --update"
+    echo "to store the better figures: scripts/instructions.sh --update"
 fi
 if ((worse)); then
-    echo "slower than the figures in $figures, or without one; when it is meant: scripts/instructions.sh --update" >&2
+    echo "slower than the figures in $figures, or not in there; if this is intended: scripts/instructions.sh --update" >&2
     exit 1
 fi

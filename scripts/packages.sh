@@ -9,9 +9,9 @@ JOBX_CHECK_PACKAGES=(binutils clang-14 clang-format-14 clang-tidy-14 cppcheck do
     llvm-14 shellcheck valgrind)
 JOBX_INSTALL_PACKAGES=(dpkg-dev file man-db pkg-config) # to install the library, and to make packages of it
 
-# need_packages NAME...: returns at once when all are there, installs the others, or says what is missing and fails.
+# need_packages NAME...: installs the missing ones, or prints the command that does and fails.
 need_packages() {
-    command -v dpkg-query >/dev/null || return 0 # another system: the build itself names what it does not find
+    command -v dpkg-query >/dev/null || return 0 # not Debian: the build reports what it does not find
     local missing=() package as_root=()
     for package in "$@"; do
         dpkg-query -W -f '${Status}' "$package" 2>/dev/null | grep -q '^install ok installed$' || missing+=("$package")

@@ -1,7 +1,7 @@
 # Runs the stages of the checks. Meant to be sourced; each stage is a function stage_NAME.
 # shellcheck shell=bash
 
-# test_totals LOG: "N passed, N failed" by the last totals that ctest printed into LOG; nothing when it printed none.
+# test_totals LOG: prints "N passed, N failed" from the last totals of ctest in LOG, or nothing if there are none.
 test_totals() {
     [[ -f $1 ]] || return 0
     sed -nE 's/^[0-9]+% tests passed, ([0-9]+) tests? failed out of ([0-9]+)$/\1 \2/p' "$1" | tail -n 1 |

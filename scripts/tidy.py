@@ -1,12 +1,12 @@
 #!/usr/bin/env python3
 """Runs clang-tidy on the library and the program: scripts/tidy.py [--alone] [SOURCE...]
 
-Most of its time goes into the standard library's headers, anew in every source. So several sources are checked as one file,
-in which each header is included where the first of them does. Sources that declare a name twice get into different files;
-those of a file that does not compile are checked one by one. What it says bears the place in the real source.
+clang-tidy spends most of its time on the standard library's headers, once per source. So several sources are checked as
+one file, in which each header is included once. Sources that declare the same name go into different files. If a file does
+not compile, its sources are checked one by one. Findings name the place in the real source.
 
-Between the sources of one file, an unused using-declaration counts as used when another of them uses the name. With
---alone every source is checked by itself.
+An unused using-declaration is not found if another source of the same file uses the name. With --alone every source is
+checked by itself.
 """
 
 import json
