@@ -2,6 +2,6 @@
 
 #include "ExitError.h"
 
-// Runs what the arguments ask for; prints help and version too. Answers what the program answers.
-// Results: anything that goes wrong raises ExitError.
+// Runs the command that the arguments name, or prints help or version. Returns the exit code of the program.
+// Results: any failure raises ExitError.
 ExitCode RunCommandLine(int argc, const char* const* argv);

@@ -19,7 +19,7 @@ std::int64_t Sum(const List& list, Count count)
     return sum;
 }
 
-// One part of the model: how many records it has, and how many of what they are made of.
+// One part of the model: the number of its records, and of the pieces that they consist of.
 struct Part
 {
     std::string kind;
@@ -61,7 +61,7 @@ Part PartOf(const char* kind, const CODBlayer& layer)
     return part;
 }
 
-// A symbol's own factor, not its layer's: the features stay as they are.
+// The symbol's factor, not its layer's: the features do not change.
 Part PartOf(const CODBSpecialSymbol& symbol)
 {
     Part part = PartOf("symbol", symbol.m_layer);
@@ -115,7 +115,7 @@ Part PartOf(const CODBnetlist& netlist)
     return part;
 }
 
-// The parts in the order in which the unit change meets them; what it leaves alone behind.
+// The parts in the order of the unit change, then those that it leaves alone.
 Table PartsOf(const CODB& model)
 {
     Table table({{"Part", "part"},
@@ -139,7 +139,7 @@ Table PartsOf(const CODB& model)
     return table;
 }
 
-// What has no lengths that a unit change could meet.
+// Parts without lengths.
 struct OtherCounts
 {
     explicit OtherCounts(const CODB& model)

@@ -3,6 +3,6 @@
 #include "JOBXCLSDLL.h"
 #include "Output.h"
 
-// Prints what the compact model of every step holds, before and after its unit change, for a person or as one JSON
+// Prints the contents of the compact model of every step, before and after its unit change, as text or as one JSON
 // document.
 void PrintCompactInfo(Output& output, const CJOBX& job, bool asJson);

@@ -1,5 +1,5 @@
-// The differences between two jobs as they are found: a stream of events, of which only the counts and the first few
-// of each group are kept, so that memory does not grow with the jobs.
+// Collects the differences between two jobs. It keeps only the counts and the first few of each group, so that memory
+// does not grow with the jobs.
 #pragma once
 
 #include <cstdint>
@@ -19,26 +19,26 @@ enum class DiffChange
 
 // One side of a change; nothing where there is no value to show.
 using DiffValue = std::variant<std::monostate, std::string, std::int64_t, double>;
-// The same while it is found; texts are borrowed.
+// The same with borrowed texts, for immediate use.
 using DiffValueView = std::variant<std::monostate, std::string_view, std::int64_t, double>;
 
-// Which record of its list: kinds are what differences are counted under, words what paths are made of.
+// Identifies a record in its list: differences are counted by kind, and paths are made of words.
 struct RecordPlace
 {
     std::string_view kind;
     std::string_view word;
-    std::string_view name; // borrowed from the record; empty for a record that is known by its position only
+    std::string_view name; // borrowed from the record; empty for a record without a name, known by its position
     std::string_view mark; // shown in brackets; may be empty
 };
 
 struct DiffExample
 {
-    std::string path; // of the record, its place included
+    std::string path; // of the record, including its place
     DiffValue a;
     DiffValue b;
 };
 
-// Differences of one place (a layer, the matrix, ...) that have their kind, their change and their field in common.
+// The differences of one place (a layer, the matrix, ...) with the same kind, change and field.
 struct DiffGroup
 {
     std::string place;
@@ -53,7 +53,7 @@ struct DiffGroup
 class DiffCollector
 {
 public:
-    static constexpr std::size_t kExamples = 3; // kept of each group
+    static constexpr std::size_t kExamples = 3; // in each group
 
     void Add(std::string_view kind, DiffChange change, std::string_view field = {}, DiffValueView a = {},
              DiffValueView b = {});

@@ -15,5 +15,5 @@ struct DiffOptions
     bool quiet = false; // no progress line
 };
 
-// jobx diff: prints what differs between two jobs, for a person or as one JSON document. `read` says how to read them.
+// jobx diff: prints what differs between two jobs, as text or as one JSON document. `read` says how to read them.
 ExitCode RunDiff(ReadOptions read, const DiffOptions& options);

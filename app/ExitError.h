@@ -3,7 +3,7 @@
 #include <stdexcept>
 #include <string>
 
-// What the program answers to the shell.
+// The exit codes of the program.
 enum class ExitCode
 {
     Done = 0,
@@ -15,7 +15,7 @@ enum class ExitCode
 };
 
 // Ends a command with that exit code and one line on standard error.
-// The text is shown as it is: pieces that come from a file or an argument are made printable before.
+// The text is printed unchanged: make pieces from files and arguments printable first.
 class ExitError : public std::runtime_error
 {
 public:

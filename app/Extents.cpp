@@ -66,7 +66,7 @@ void Extents::AddArc(const CPointD& start, const CPointD& end, const CPointD& ce
     const double turn = isCircle ? kFullTurn : TurnBetween(from, DirectionOf(last, centre));
     const std::array<CPointD, 4> tips = {CPointD(centre.x + radius, centre.y), CPointD(centre.x, centre.y + radius),
                                          CPointD(centre.x - radius, centre.y), CPointD(centre.x, centre.y - radius)};
-    // A tip that is an end but for rounding would only move the exact end.
+    // A tip that equals an end except for rounding would only falsify the exact end.
     const auto isEnd = [&](const CPointD& tip)
     {
         const double nearest =

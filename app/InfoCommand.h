@@ -2,6 +2,5 @@
 
 #include "JobReader.h"
 
-// jobx info: prints what there is in a job, or in the compact models of its steps, for a person or as one JSON
-// document.
+// jobx info: prints what is in a job, or in the compact models of its steps, as text or as one JSON document.
 void RunInfo(const ReadOptions& options, bool asJson, bool ofCompactModel);

@@ -32,13 +32,13 @@ std::string Point(const CPointD& point)
     return fmt::format("({}, {})", Number(point.x), Number(point.y));
 }
 
-// A count and what it counts; "s" is added for any other count than 1.
+// A count with its noun, which gets an "s" unless the count is 1.
 std::string Count(std::int64_t count, std::string_view one)
 {
     return fmt::format("{} {}{}", count, one, count == 1 ? "" : "s");
 }
 
-// The unit as a person writes it: files keep "UNITS=MM" and the like whole.
+// The unit alone: the model keeps lines such as "UNITS=MM" whole.
 std::string Unit(const CString& units)
 {
     CString unit = units;
@@ -48,7 +48,7 @@ std::string Unit(const CString& units)
     return Printable(unit.View());
 }
 
-// "20260105.090000" as "2026-01-05 09:00:00"; any other form as it stands.
+// "20260105.090000" as "2026-01-05 09:00:00"; any other form unchanged.
 std::string Date(const CString& date)
 {
     const std::string_view text = date.View();
@@ -89,7 +89,7 @@ void PrintJob(Output& output, const JobSummary& summary)
                           Count(summary.strokes, "stroke")));
 }
 
-// Where a layer reaches through the board: only drills and routs say so.
+// The layers that a drill or rout layer goes through; other layers have none.
 std::string Span(const CJOBXmatrixLayer& layer)
 {
     if (layer.m_sStartName.IsEmpty() && layer.m_sEndName.IsEmpty())
@@ -252,7 +252,7 @@ void PrintEda(Output& output, const StepSummary& step)
                   : fmt::format("{}, {}", Count(step.netlistNets, "net"), Count(step.netlistPoints, "point")));
 }
 
-// The distinct names of the attributes that a step's files declare, in several lines when they are many.
+// The distinct names of the attributes that a step's files declare, wrapped to several lines.
 void PrintAttributeNames(Output& output, const StepSummary& step)
 {
     std::set<std::string> names;

@@ -3,5 +3,5 @@
 #include "JobSummary.h"
 #include "Output.h"
 
-// Prints a summary for a person.
+// Prints a summary as text.
 void PrintInfoText(Output& output, const JobSummary& summary);

@@ -19,7 +19,7 @@ namespace fs = std::filesystem;
 namespace
 {
 #if defined(O_PATH)
-constexpr int kHold = O_PATH; // also where the current directory may not be listed
+constexpr int kHold = O_PATH; // works even if the current directory may not be listed
 #elif !defined(_WIN32)
 constexpr int kHold = O_RDONLY;
 #endif
@@ -63,7 +63,7 @@ InsideJob::InsideJob(const std::string& path) : m_before(::open(".", kHold | O_D
 
 InsideJob::~InsideJob()
 {
-    // Where there is no way back, relative paths led nowhere before either. They must not lead into the job now.
+    // If there is no way back, relative paths led nowhere before either. They must not lead into the job now.
     if (m_before < 0 || ::fchdir(m_before) != 0)
     {
         std::error_code ignored;

@@ -1,10 +1,10 @@
-// Reading a job from inside its directory, so that nothing depends on where the job lies.
+// Reads a job from inside its directory, so that the job's location makes no difference.
 #pragma once
 
 #include <string>
 
 // Makes a job's directory the current one while it lives. The library judges user symbols by their whole path; from
-// inside, that path begins with "." and holds nothing of the folders above the job.
+// inside, that path begins with "." and contains no name of a folder above the job.
 // Results: a directory that cannot be entered raises ExitError.
 // Threads: one lives at a time; the current directory belongs to the whole process.
 class InsideJob
@@ -23,11 +23,11 @@ private:
 #endif
 };
 
-// The path by which the job at `jobPath` is known outside of something that was met as `path` inside.
+// Converts `path`, seen from inside the job, to the path from outside, where the job is at `jobPath`.
 std::string PathOutside(const std::string& jobPath, const std::string& path);
 
-// While it lives, links that lead out of the directory are not followed unless asked to, and a listing may meet at most
-// that many entries.
+// While it lives, links that lead out of the directory are followed only on request, and a listing may have at most that
+// many entries.
 // Threads: one lives at a time.
 class ReadLimits
 {

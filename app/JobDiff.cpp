@@ -55,8 +55,8 @@ private:
         Fields(kind, a, b);
     }
 
-    // Pairs the parts that have one name and compares each pair in a place of its own. Parts that one job has alone
-    // are told at `owner`.
+    // Pairs parts of the same name and compares each pair as a separate place. Parts that only one job has are reported
+    // at `owner`.
     template <class List, class NameOf, class Compare>
     void Named(const std::string& owner, const std::string& around, std::string_view word, const List& a, const List& b,
                NameOf nameOf, Case letterCase, Compare compare)

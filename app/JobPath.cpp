@@ -27,7 +27,7 @@ std::string Quoted(std::string_view path)
     return fmt::format("\"{}\"", Printable(path));
 }
 
-// The system's reason why the file cannot be opened, "" when it can.
+// The system's reason why the file cannot be opened, "" if it can.
 std::string ReasonNotToOpen(const std::string& path)
 {
     errno = 0;

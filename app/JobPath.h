@@ -1,4 +1,4 @@
-// What a person may give for a job, and what is wrong with it.
+// Checks the path that a user gives for a job.
 #pragma once
 
 #include "Messages.h"
@@ -11,8 +11,8 @@ void CheckJobDirectory(const std::string& path);
 // Raises ExitError unless there is a file that can be opened.
 void CheckAttributeFile(const std::string& path);
 
-// The path to read a job from, with a name to call the job by: "." and the like in full.
+// The path of a job, with a name for the job: "." and the like are expanded.
 std::string NamedJobPath(const std::string& path);
 
-// Why the library took a directory for no job, in one line.
+// Why the library did not accept a directory as a job, in one line.
 std::string ProblemOfJob(const std::string& path, const FailedOperations& failed);

@@ -14,7 +14,7 @@
 
 namespace
 {
-// The library's message says less than the line that the program prints itself; it would only say it twice.
+// Drops the library's message, which would repeat, with less detail, the line that the program prints.
 class SilentMessageBoxes
 {
 public:
@@ -67,7 +67,7 @@ CStringArray ChosenNames(const std::vector<std::string>& wanted, const CStringAr
     return chosen;
 }
 
-// Says what is missing, a bounded number of lines.
+// Prints what is missing, up to a number of lines.
 void PrintMissing(const std::vector<std::string>& missing)
 {
     constexpr std::size_t kPrinted = 1000;
@@ -77,7 +77,7 @@ void PrintMissing(const std::vector<std::string>& missing)
         PrintWarning(fmt::format("{} further parts of the job are missing", missing.size() - kPrinted));
 }
 
-// The name and the paths that the job has outside of its directory.
+// Gives the job the name and paths that it has outside its directory.
 void NameAsOutside(CJOBX& job, const std::string& path)
 {
     job.SetODBProjectName(CKUtility::GetInstance()->GetSegmntFromFilePath(path.c_str(), 2));
@@ -106,7 +106,7 @@ void ReadAttributeFile(CJOBX& job, const std::string& path)
     }
 }
 
-// The library's answer; `names` gets the names of the steps that were asked for.
+// The library's result; `names` gets the names of the requested steps.
 int Read(CJOBX& job, const std::vector<std::string>& wanted, CStringArray& names)
 {
     const char* const path = ".";

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-// Which job to read, and what of it.
+// Which job to read, and which parts.
 struct ReadOptions
 {
     std::string jobPath;
@@ -14,7 +14,7 @@ struct ReadOptions
     std::string sysAttrFile;                   // "" for none
     bool quiet = false;                        // no progress line
     bool followLinks = false;                  // also those to directories outside the job
-    unsigned long long maxEntries = 1'000'000; // that one listing of a directory tree may meet
+    unsigned long long maxEntries = 1'000'000; // in one listing of a directory tree
 };
 
 // A job as the library read it.
@@ -23,19 +23,19 @@ struct ReadJob
     std::unique_ptr<CJOBX> job;
     int result = 0;                   // the library's answer
     std::string problem;              // why the answer is 0, in one line
-    std::vector<std::string> missing; // what of the job was not read, as it was printed
+    std::vector<std::string> missing; // the parts that were not read, as printed
 };
 
-// Reads a job: shows progress, prints warnings for what the matrix names and is missing, and for failed
-// file operations.
-// Results: a path that is no readable directory, an attribute file that cannot be read and a step name that the job
-//          does not have raise ExitError. A directory that the library takes for no job is answered with its problem.
+// Reads a job: shows progress, and prints warnings for failed file operations and for parts that the matrix names and
+// that are missing.
+// Results: raises ExitError for a path that is not a readable directory, an attribute file that cannot be read, and a
+//          step that the job does not have. For a directory that is not a job, the result has the problem.
 ReadJob ReadJobDirectory(const ReadOptions& options);
 
-// The same, with that problem raised as ExitError too.
+// The same, but raises ExitError for that problem too.
 ReadJob ReadGoodJobDirectory(const ReadOptions& options);
 std::unique_ptr<CJOBX> ReadGoodJob(const ReadOptions& options);
 
-// The step of that name among those that were read, ASCII letters of either case when no name is exactly so.
-// Results: a name that none has raises ExitError.
+// The step of that name among those that were read. Without an exact match, the case of ASCII letters is ignored.
+// Results: raises ExitError if there is none.
 const CJOBXstepObj& StepNamed(const CJOBX& job, const std::string& name);

@@ -1,4 +1,4 @@
-// What there is in a job, in numbers.
+// The contents of a job in numbers.
 #pragma once
 
 #include "Extents.h"
@@ -20,7 +20,7 @@ struct LayerSummary
     CString units; // as the file has it
     std::int64_t symbols = 0;
     std::int64_t features = 0;
-    std::array<std::int64_t, kFeatureKinds.size()> byKind{}; // in that order
+    std::array<std::int64_t, kFeatureKinds.size()> byKind{}; // in the order of kFeatureKinds
     std::int64_t contours = 0;
     CStringArray attributeNames;
     CStringArray attributeTexts;
@@ -43,7 +43,7 @@ struct StepSummary
     const CJOBXstephdr* header = nullptr; // the job's
     LayerSummary profile;
     Extents extents;                  // of the profile
-    std::vector<LayerSummary> layers; // in the order of the matrix, others behind
+    std::vector<LayerSummary> layers; // in the order of the matrix, then the others
     std::vector<ComponentsSummary> components;
     CString edaHeader;
     CStringArray edaLayers;

@@ -12,11 +12,11 @@
 enum class TextBytes
 {
     Utf8OrLatin1, // well-formed UTF-8 stays, the bytes of any other text become U+0000 to U+00FF
-    Latin1,       // the bytes of every text become U+0000 to U+00FF, so that they can be told exactly
+    Latin1,       // the bytes of every text become U+0000 to U+00FF, so that they can be recovered
 };
 
-// Writes one JSON document as it goes; keeps nothing of it but how deep it stands.
-// Numbers are the shortest that read back equal; infinities and nan are texts. Points are [x, y].
+// Writes one JSON document as it goes; it keeps only the nesting depth.
+// Numbers use the shortest form that round-trips; infinities and NaN are strings. Points are [x, y].
 class JsonOutput
 {
 public:
@@ -68,7 +68,7 @@ public:
         Key(key);
         Array(fill);
     }
-    // An array of what `write` writes for every record of a list of pointers.
+    // An array: calls `write` for every record of a list of pointers.
     template <class List, class Write>
     void Records(std::string_view key, const List& list, Write write)
     {
@@ -80,7 +80,7 @@ public:
         m_writer.EndArray();
     }
 
-    // Ends the document with a line end and hands it all to the system.
+    // Ends the document with a line end and flushes it.
     void Finish();
 
 private:

@@ -1,4 +1,4 @@
-// What the program says on standard error.
+// The messages of the program on standard error.
 #pragma once
 
 #include "JOBXCLSDLL.h"
@@ -24,14 +24,14 @@ public:
     FailedOperations();
     ~FailedOperations() override;
 
-    // From now on paths that begin with "." are shown as of the job at that path, from inside which it is read.
+    // From now on, paths that begin with "." are shown as paths below the job at that path.
     void NameAsIn(const std::string& jobPath) { m_jobPath = jobPath; }
     void OnDiagnostic(const CKDiagnostic& diagnostic) override;
-    // What was collected, in lines, and how many there were beyond the bound.
+    // The collected failures as lines, and the number of those beyond the limit.
     std::vector<std::string> Lines() const;
     // Prints these lines.
     void PrintWarnings() const;
-    // The system's reason for the first failure on exactly that path; "" when there was none, and when there is no
+    // The system's reason for the first failure on exactly that path; "" if there was none, or if there is no
     // such entry.
     std::string ReasonFor(const CString& path) const;
 

@@ -46,7 +46,7 @@ bool IsThere(const CString& path)
     return fs::exists(fs::symlink_status(std::string(path.View()), error));
 }
 
-// What is wrong with a file that is there, "" when nothing is.
+// What is wrong with an existing file, "" if nothing is.
 std::string ProblemOfFile(const CString& path)
 {
     const std::string name(path.View());
@@ -80,7 +80,7 @@ public:
         if (m_job.m_pMatrix->m_arrSteps.GetSize() == 0 && m_lines.empty())
             Add("the matrix names no step");
         const CJOBXstepObjArray& steps = m_job.m_pSteps->m_arrSteps;
-        __int64 next = 0; // the steps read stand in the order of the names, those without a directory left out
+        __int64 next = 0; // the steps were read in the order of the names; those without a directory are left out
         for (INT_PTR i = 0; i < names.GetSize(); ++i)
         {
             const CJOBXstepObj* const step = steps.GetAt(next);
@@ -102,13 +102,13 @@ private:
             m_lines.push_back(line);
     }
 
-    // Whether the reader has said itself what is wrong with what is at `path`.
+    // Whether the reader has already reported a problem with `path`.
     bool IsTold(const CString& path) const
     {
         return !m_failed.ReasonFor(PathOutside(m_jobPath, std::string(path.View())).c_str()).empty();
     }
 
-    // A line for a file that is there and wrong; whether one was added, or printed by the reader.
+    // Adds a line for an existing file with a problem; true if one was added, or printed by the reader.
     bool AddFile(const std::string& whose, const CString& path, const char* name)
     {
         if (IsTold(path))
@@ -182,7 +182,7 @@ private:
             Add(fmt::format("{} has no file \"{}\"", whose, name));
     }
 
-    // Of all steps of the matrix, also of those that were not read.
+    // For all steps of the matrix, including those that were not read.
     bool IsInAnyStep(const CString& layer)
     {
         if (!m_inAnyStep)

@@ -9,7 +9,7 @@ namespace
 {
 using PointsByName = std::unordered_map<CString, std::int64_t>;
 
-// The test points that the netlist gives a net of that name.
+// The number of test points that a net of that name has in the netlist.
 PointsByName CountPoints(const CJOBXnetArray& nets)
 {
     PointsByName points;
@@ -38,7 +38,7 @@ void AddStep(Table& table, const CJOBXstepObj& step)
                    CellOf(counts.traces), CellOf(counts.planes), CellOf(counts.others), CellOf(counts.features),
                    found == points.end() ? Cell() : CellOf(found->second)});
     }
-    // Nets that only the netlist knows.
+    // Nets that are only in the netlist.
     for (__int64 i = 0; i < listed.GetSize(); ++i)
         if (const CJOBXnet* const net = listed.GetAt(i); net != nullptr && shown.insert(net->m_sName).second)
             table.Add({CellOf(step.m_sName), Cell(), CellOf(net->m_nNumber), CellOf(net->m_sName), Cell(), Cell(),

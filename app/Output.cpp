@@ -17,7 +17,7 @@
 Output::Output() : m_buffer(std::make_unique<char[]>(kCapacity))
 {
 #if defined(_WIN32)
-    _setmode(_fileno(stdout), _O_BINARY); // the data have the line ends that we give them
+    _setmode(_fileno(stdout), _O_BINARY); // line ends stay as we write them
 #endif
 }
 

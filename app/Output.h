@@ -4,13 +4,13 @@
 #include <memory>
 #include <string_view>
 
-// What a command prints as its data: standard output through a buffer of fixed size.
-// Results: a failure to write (a full disk, a closed pipe) raises ExitError; the destructor drops what was
+// The data that a command prints: standard output through a buffer of fixed size.
+// Results: a failure to write (a full disk, a closed pipe) raises ExitError; the destructor drops what is
 //          not flushed.
 class Output
 {
 public:
-    using Ch = char; // for RapidJSON, whose output stream this is
+    using Ch = char; // RapidJSON writes to this class as its output stream
 
     Output();
 
@@ -21,7 +21,7 @@ public:
         m_buffer[m_size++] = character;
     }
     void Write(std::string_view text);
-    // Hands the buffer to the system.
+    // Writes the buffer to standard output.
     void Flush();
 
 private:

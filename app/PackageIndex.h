@@ -4,8 +4,8 @@
 
 #include <unordered_map>
 
-// Finds the package that a component refers to. A reference counts the packages of the file from 0; the number that a
-// package carries is that count, and where packages carry none their position has to do.
+// Finds the package that a component refers to. A reference is the number of the package, which counts the packages of
+// the file from 0. For packages without a number, their position is used.
 class PackageIndex
 {
 public:

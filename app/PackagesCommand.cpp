@@ -6,7 +6,7 @@
 
 namespace
 {
-// How many components of the step are of each package.
+// How many components of the step use each package.
 std::unordered_map<const CJOBXdataPkg*, std::int64_t> CountUses(const CJOBXstepObj& step)
 {
     const PackageIndex packages(step.GetEda()->m_pData->m_arrPkgs);

@@ -86,7 +86,7 @@ private:
         std::int64_t total = 0;
     };
 
-    // Begins with the step that the entry places, unless its total is known or it is none of the job.
+    // Starts with the step that the entry places, unless its total is known or the job does not have it.
     bool Enter(const CJOBXstepRepeat* entry)
     {
         const CJOBXstepObj* const child = entry == nullptr ? nullptr : m_tables.Find(entry->m_sName);
@@ -119,8 +119,8 @@ private:
     std::unordered_map<const CJOBXstepObj*, std::int64_t> m_totals;
 };
 
-// The table with an entry for each single place, so that the turn of a parent meets every place exactly, whatever its
-// angle. The mirror stays the text that the file has.
+// The table with an entry for each single placement, so that a parent of any angle rotates each placement exactly. The
+// mirror keeps the text of the file.
 std::unique_ptr<CODBstepRepeatArray> SinglePlaces(const CJOBXstepRepeatArray& table)
 {
     auto places = std::make_unique<CODBstepRepeatArray>();
@@ -145,7 +145,7 @@ std::unique_ptr<CODBstepRepeatArray> SinglePlaces(const CJOBXstepRepeatArray& ta
     return places;
 }
 
-// Places a step's table and what lies in it, going down from each place before the next one.
+// Places a step's table depth first: everything inside a placement comes before the next one.
 class Placer
 {
 public:

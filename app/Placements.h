@@ -10,7 +10,7 @@
 // One step placed once, somewhere in a panel.
 struct Placement
 {
-    std::unique_ptr<CODBstepRepeat> entry; // where it stands in the panel; its count is 1
+    std::unique_ptr<CODBstepRepeat> entry; // its position in the panel; its count is 1
     int level = 1;                         // 1 in the panel itself, 2 in a step that the panel repeats, and so on
     std::int64_t parent = -1;              // the position, in the list, of the placement that it lies in; -1 for none
 };
@@ -35,10 +35,10 @@ public:
     PlacementFinder& operator=(const PlacementFinder&) = delete;
     ~PlacementFinder();
 
-    // What the step repeats, and what those steps repeat.
-    // Units:   lengths as the headers have them.
-    // Results: a step that repeats itself, directly or through others, raises ExitError, and so do more than `room`
-    //          placements; nothing is placed then.
+    // The placements in the step, including nested ones.
+    // Units:   lengths in the unit of the step headers.
+    // Results: raises ExitError, and places nothing, if a step repeats itself, directly or through others, or if there
+    //          are more than `room` placements.
     Placements Find(const CJOBXstepObj& step, std::int64_t room = kMaxPlacements);
 
 private:

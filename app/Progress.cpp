@@ -12,7 +12,7 @@ namespace
 {
 constexpr UINT kSetPosition = 0x402;
 constexpr int kBarWidth = 20;
-constexpr std::size_t kLineWidth = 78; // a line that wrapped could not be drawn over
+constexpr std::size_t kLineWidth = 78; // a wrapped line could not be drawn over
 
 // The first characters of a printable text, cut so that they take no more than `width`.
 std::string_view Cut(std::string_view text, std::size_t width)

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-// One line on standard error that shows how far a read has come, drawn over itself.
+// A progress line on standard error, which is drawn over itself.
 class ProgressLine
 {
 public:
@@ -17,7 +17,7 @@ public:
     void SetPercent(int percent);
     void SetText(std::string_view text);
     void Draw();
-    // Leaves an empty line with the cursor at its start; nothing when nothing was drawn.
+    // Clears the line and moves the cursor to its start. Does nothing if nothing was drawn.
     void Clear();
 
 private:
@@ -57,7 +57,7 @@ private:
     ProgressLine& m_line;
 };
 
-// Reports to a progress line while it lives; without a terminal, or when it shall be quiet, to nobody.
+// Shows a progress line while it lives, unless there is no terminal or it must be quiet.
 class ProgressReport
 {
 public:

@@ -61,7 +61,7 @@ void WriteField(JsonOutput& json, const Record& record)
     }
 }
 
-// The members of the object that a record is, so that more may stand beside them.
+// Writes the members of a record's object, to which a caller may add more.
 template <class Record>
 void WriteFields(JsonOutput& json, const Record& record)
 {

@@ -15,7 +15,7 @@ volatile std::sig_atomic_t came = 0;
 extern "C" void JobxOnSignal(int signal)
 {
     came = signal;
-    std::signal(signal, JobxOnSignal); // some systems forget the handler when they call it
+    std::signal(signal, JobxOnSignal); // some systems reset the handler when they call it
 }
 } // namespace
 
@@ -28,7 +28,7 @@ SignalHold::SignalHold()
         Handler& before = m_before[at++];
         before = std::signal(signal, JobxOnSignal);
         if (before == SIG_IGN)
-            std::signal(signal, SIG_IGN); // whoever started us wants it without effect
+            std::signal(signal, SIG_IGN); // the parent process has it ignored
     }
 }
 

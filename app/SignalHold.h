@@ -1,7 +1,7 @@
 #pragma once
 
-// Holds back the signals that ask the process to end while it lives: work that leaves something behind is finished or
-// taken back first. The destructor lets the last one held back take its effect.
+// While it lives, delays the signals that ask the process to end, so that work that leaves files behind is finished or
+// undone first. The destructor lets the last delayed signal take effect.
 // Threads: one lives at a time, in the thread that made it.
 class SignalHold
 {
@@ -11,7 +11,7 @@ public:
     SignalHold& operator=(const SignalHold&) = delete;
     ~SignalHold();
 
-    // Whether one came.
+    // Whether a signal came.
     static bool Came();
 
 private:

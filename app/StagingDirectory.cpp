@@ -20,7 +20,7 @@ namespace fs = std::filesystem;
 
 namespace
 {
-constexpr int kAttempts = 100; // to find a name that is free
+constexpr int kAttempts = 100; // to find a free name
 
 [[noreturn]] void RaiseFailed(const char* operation, const fs::path& path, const std::error_code& error)
 {
@@ -28,7 +28,7 @@ constexpr int kAttempts = 100; // to find a name that is free
                     fmt::format("cannot {} \"{}\": {}", operation, Printable(path.string()), error.message()));
 }
 
-// Lets two directories change places in one step; false when the system does not know how.
+// Exchanges two directories in one step; false if the system cannot.
 bool ExchangeNames(const fs::path& a, const fs::path& b, std::error_code& error)
 {
 #if defined(__linux__) && defined(RENAME_EXCHANGE)
@@ -45,12 +45,12 @@ bool ExchangeNames(const fs::path& a, const fs::path& b, std::error_code& error)
 #endif
 }
 
-// Waits until the system has put a file or directory on the disk.
+// Flushes a file or directory to the disk.
 void Flush(const fs::path& path)
 {
 #if !defined(_WIN32)
     const int file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
-    // EINVAL: the file system has no such thing for what this is.
+    // EINVAL: the file system cannot flush this kind of file.
     const bool isFlushed = file >= 0 && (::fsync(file) == 0 || errno == EINVAL);
     const std::error_code error(errno, std::generic_category());
     if (file >= 0)
@@ -74,7 +74,7 @@ void FlushTree(const fs::path& directory)
     Flush(directory);
 }
 
-// A name alone lies in the current directory.
+// A bare name is in the current directory.
 fs::path DirectoryOf(const fs::path& path)
 {
     const fs::path parent = (path.has_filename() ? path : path.parent_path()).parent_path();
@@ -141,7 +141,7 @@ void StagingDirectory::Remove() noexcept
         if (error)
             PrintWarning(fmt::format("cannot remove \"{}\": {}", Printable(m_path.string()), error.message()));
         if (m_madeOutput)
-            fs::remove(m_output, error); // stays when there is something in it
+            fs::remove(m_output, error); // fails if it is not empty
     }
     catch (...) // what is left over harms nobody
     {
@@ -150,7 +150,7 @@ void StagingDirectory::Remove() noexcept
 
 void StagingDirectory::MoveIntoPlace(const std::string& name, bool replace)
 {
-    // What a power failure could still take must not replace what is safe.
+    // Data that a power failure could still destroy must not replace data that is safe.
     FlushTree(Inside() / name);
     Exchange(name, replace);
     Flush(m_output);

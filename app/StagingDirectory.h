@@ -1,14 +1,14 @@
-// A directory beside the place where a job goes: the job is written there first and moved into place as a whole.
+// A directory beside the target of a job: the job is written there first and moved into place as a whole.
 #pragma once
 
 #include <filesystem>
 #include <string>
 
-// A new directory ".jobx-<random>" in the output directory, which is made too when only its parent exists.
-// Results: what fails raises ExitError that names the path and the system's reason; nothing stays changed then.
-// Disk:    the destructor removes the directory with everything in it, and an output directory made for a job that
-//          never came. A process that is killed leaves the directory; it holds a job only one level further down, so
-//          nobody takes it for one.
+// A new directory ".jobx-<random>" in the output directory, which is made too if its parent exists.
+// Results: failures raise ExitError, which names the path and the system's reason, and leave nothing changed.
+// Disk:    the destructor removes the directory with everything in it, and an output directory that was made for
+//          nothing. A killed process leaves the directory. The job is one level further down, so the directory does not
+//          look like a job.
 class StagingDirectory
 {
 public:
@@ -17,13 +17,13 @@ public:
     StagingDirectory& operator=(const StagingDirectory&) = delete;
     ~StagingDirectory();
 
-    // Where to write the job, as a directory of the job's name.
+    // The directory in which to write the job, as a directory of its name.
     std::filesystem::path Inside() const { return m_path / "new"; }
 
-    // Moves the job of that name into the output directory, once all of it is on the disk. With `replace` a directory
-    // that is there gives way and is removed; at every moment the old or the new one stands there whole, but for two
-    // renames in succession where the system cannot exchange directories. After a failure the old one stands there as
-    // before, unless only the output directory itself could not be flushed.
+    // Flushes the job of that name to the disk and moves it into the output directory. With `replace`, it replaces an
+    // existing directory, which is removed. At every moment the complete old or new directory is there, except between
+    // two renames if the system cannot exchange directories. After a failure the old one is unchanged, unless the only
+    // failure was to flush the output directory itself.
     void MoveIntoPlace(const std::string& name, bool replace);
 
 private:
@@ -38,8 +38,7 @@ private:
     bool m_isKept = false;
 };
 
-// Puts the directory `fresh` in the place of `target`, which goes to `aside`: two renames. When the second fails the
-// first is taken back.
-// Results: failures raise ExitError; `isTargetAside` tells whether the old directory is still at `aside` then.
+// Renames `target` to `aside` and `fresh` to `target`. If the second rename fails, the first is undone.
+// Results: failures raise ExitError; `isTargetAside` then says whether the old directory is still at `aside`.
 void ReplaceByRenames(const std::filesystem::path& fresh, const std::filesystem::path& target,
                       const std::filesystem::path& aside, bool& isTargetAside);

@@ -10,15 +10,15 @@
 
 enum class TableForm
 {
-    Aligned, // for a person
+    Aligned, // as text
     Csv,     // RFC 4180: comma, double quotes where needed, lines end with CR LF
     Json,    // an array of objects
 };
 
-// One value of a table: bytes as a file has them, a number, or nothing.
+// One value of a table: the bytes of a text, a number, or nothing.
 using Cell = std::variant<std::monostate, std::string, std::int64_t, double>;
 
-// A cell from anything the model holds.
+// A cell from any value of the model.
 inline Cell CellOf(const CString& text)
 {
     return std::string(text.View());
@@ -42,7 +42,7 @@ class Table
 public:
     struct Column
     {
-        std::string title; // for a person
+        std::string title; // as text
         std::string key;   // for programs: the CSV header and the names of the JSON members
         bool isNumber = false;
     };

@@ -2,5 +2,5 @@
 
 #include <cstdio>
 
-// Whether what is written to the stream appears on a terminal.
+// Whether the stream is a terminal.
 bool IsTerminal(std::FILE* stream);

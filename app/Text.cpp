@@ -14,7 +14,7 @@ bool IsContinuation(char byte) noexcept
     return (static_cast<unsigned char>(byte) & 0xC0U) == kContinuation;
 }
 
-// The length of the well-formed character at the front of `bytes`, 0 when there is none.
+// The length of the well-formed character at the front of `bytes`, 0 if there is none.
 std::size_t CharacterLength(std::string_view bytes) noexcept
 {
     const auto first = static_cast<unsigned char>(bytes[0]);
@@ -49,7 +49,7 @@ char32_t NumberOf(std::string_view character) noexcept
     return number;
 }
 
-// Controls, which terminals obey, and what shows nothing, breaks lines or turns the direction of a text.
+// Control characters, which terminals obey, invisible ones, and those that break lines or change the direction of text.
 bool IsControl(std::string_view character) noexcept
 {
     struct Range

@@ -1,4 +1,4 @@
-// Texts of a job are bytes of no known encoding; this is how they reach a reader.
+// Texts of a job are bytes of unknown encoding; these functions make them fit for output.
 #pragma once
 
 #include <array>
@@ -12,16 +12,15 @@ bool IsUtf8(std::string_view bytes) noexcept;
 // Every byte as the character of that number, U+0000 to U+00FF, in UTF-8.
 std::string BytesAsCharacters(std::string_view bytes);
 
-// The text for a person to read: control characters, bytes that are no UTF-8, and characters that show nothing, break
-// lines or turn the direction of a text, as \xNN, so that a text of a file cannot steer a terminal or deceive its
-// reader.
+// Makes a text printable, so that a text of a file cannot control a terminal or deceive its reader: control characters,
+// invalid UTF-8, invisible characters and characters that break lines or change the direction of text become \xNN.
 std::string Printable(std::string_view bytes);
 
 // How many characters a printable text has.
 std::size_t CharacterCount(std::string_view utf8) noexcept;
 
-// The shortest decimal form that reads back as the same number; "inf", "-inf", "nan" and "-nan" for what is none, and
-// "-0.0" for the negative zero, which readers of JSON would take for an integer without the point.
+// The shortest decimal form that round-trips; "inf", "-inf", "nan" and "-nan" for infinities and NaN, and "-0.0" for
+// negative zero, which readers of JSON would take for an integer without the point.
 class NumberText
 {
 public:

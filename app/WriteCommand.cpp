@@ -19,11 +19,11 @@ namespace fs = std::filesystem;
 
 namespace
 {
-// What the writer itself puts into a job's directory.
+// The directories that the writer makes in a job's directory.
 constexpr const char* kOwnDirectories[] = {"fonts", "matrix", "misc",     "steps", "symbols",  "input",
                                            "ext",   "output", "stackups", "user",  "whltemps", "wheels"};
 
-// The components of a path that lead anywhere.
+// The components of a path without empty ones, "." and the root.
 std::vector<CString> ComponentsOf(const CString& name)
 {
     std::vector<CString> components;
@@ -47,8 +47,8 @@ bool IsStep(const CJOBXstepObjArray& steps, const CString& name)
     return false;
 }
 
-// Whether a user symbol of that name would go to where the writer puts something else. Letter case does not count: the
-// job may move to a system where it does not. A path of several components is written where all but its last exist.
+// Whether a user symbol of that name would be written over another part of the job. Letter case is ignored, because the
+// job may move to a system that ignores it. A path of several components is written if all but its last exist.
 bool TakesPlaceOfOwn(const CString& name, const CJOBXstepObjArray& steps)
 {
     const std::vector<CString> components = ComponentsOf(name);
@@ -80,7 +80,7 @@ void CheckSymbolNames(const CJOBX& job)
                   });
 }
 
-// Named by a path, as a read of the whole job does it: the writer leaves such a symbol unwritten.
+// Whether the name is a path, as after a read of the whole job: the writer does not write such a symbol.
 bool IsNamedByPath(const CJOBXSpecialSymbol& symbol)
 {
     return ComponentsOf(symbol.m_sName).size() > 1;
@@ -109,7 +109,7 @@ void PrintNotes(const CJOBX& job, const std::string& jobPath)
         PrintNote("the job information and attributes in \"misc\" are not written");
 }
 
-// Writes the job below `directory` and raises ExitError when anything of it is missing.
+// Writes the job below `directory`; raises ExitError if any part could not be written.
 void WriteInto(const fs::path& directory, CJOBX& job, const WriteOptions& options, const std::string& target)
 {
     const CKUtility& files = *CKUtility::GetInstance();
@@ -132,7 +132,7 @@ void WriteInto(const fs::path& directory, CJOBX& job, const WriteOptions& option
                     fmt::format("the job could not be written; \"{}\" is unchanged", Printable(target)));
 }
 
-// What could not be read may stand complete where the job would be written.
+// The directory to be replaced may contain the parts that could not be read.
 void CheckReplacement(const ReadJob& source, const WriteTarget& target)
 {
     const fs::path place = fs::path(target.directory) / target.name;

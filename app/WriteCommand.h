@@ -13,7 +13,7 @@ struct WriteOptions
     bool withEda = true;
     bool rebuildSteps = false;
     bool force = false;           // replaces a directory that is there
-    bool allowIncomplete = false; // also by a job of which part is missing
+    bool allowIncomplete = false; // even by an incomplete job
 };
 
 // jobx write: reads the job, changes it and writes it in the library's form.

@@ -7,7 +7,7 @@
 #include <unordered_set>
 #include <vector>
 
-// Collects what the library could not write while it lives.
+// While it lives, collects the library's failures to write.
 // Threads: one lives at a time.
 class WriteFailures : public CKDiagnosticSink
 {
@@ -19,7 +19,7 @@ public:
     void Expect(const CString& path) { m_expected.insert(std::string(path.View())); }
     void OnDiagnostic(const CKDiagnostic& diagnostic) override;
     std::size_t Count() const { return m_nCount; }
-    // Prints the first of them, with `shown` in the place of `written` at the front of their paths.
+    // Prints the first of them, with `shown` instead of `written` at the front of their paths.
     void Print(const std::string& written, const std::string& shown) const;
 
 private:

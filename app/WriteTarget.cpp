@@ -41,7 +41,7 @@ fs::path WithoutLastSeparator(const fs::path& path)
     return path.has_filename() ? path : path.parent_path();
 }
 
-// The type of what is there, links followed.
+// The type of the entry, following links.
 fs::file_type TypeOf(const fs::path& path)
 {
     std::error_code error;
@@ -64,7 +64,7 @@ void CheckOutputDirectory(const fs::path& directory)
                                     Quoted(parent.empty() ? "." : parent)));
 }
 
-// Whether `place`, or what is there of it, is that directory or lies in it, whatever links and mounts lead there.
+// Whether `place`, or its existing part, is that directory or inside it, whatever links and mounts lead there.
 bool IsIn(const fs::path& place, const fs::path& directory)
 {
     std::error_code error;

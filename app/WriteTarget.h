@@ -2,7 +2,7 @@
 
 #include <string>
 
-// Where a job is to be written: a directory named as the job in the output directory.
+// The target of a written job: a directory of the job's name in the output directory.
 struct WriteTarget
 {
     std::string directory; // the output directory
@@ -10,6 +10,6 @@ struct WriteTarget
     bool replace = false;  // a directory that is there may give way
 };
 
-// Raises ExitError when the name is none of a directory, when the output directory neither exists nor can be made in
-// one step, when something is in the way, and when the job at `jobPath` would be replaced or written into.
+// Raises ExitError if the name cannot name a directory, if the output directory neither exists nor has a parent, if
+// something is in the way, or if the job at `jobPath` would be replaced or written into.
 void CheckTarget(const WriteTarget& target, const std::string& jobPath);

@@ -24,7 +24,7 @@ int main(int argc, char** argv)
 #if defined(SIGXFSZ)
     std::signal(SIGXFSZ, SIG_IGN); // so does writing beyond the allowed size of a file
 #endif
-    CKUtility::GetInstance()->SetDiagnosticSink(nullptr); // each command sets its own and says what failed itself
+    CKUtility::GetInstance()->SetDiagnosticSink(nullptr); // each command sets its own and reports failures itself
     try
     {
         return static_cast<int>(RunCommandLine(argc, argv));
