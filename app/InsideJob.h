@@ -26,8 +26,8 @@ private:
 // Converts `path`, seen from inside the job, to the path from outside, where the job is at `jobPath`.
 std::string PathOutside(const std::string& jobPath, const std::string& path);
 
-// While it lives, links that lead out of the directory are followed only on request, and a listing may have at most that
-// many entries.
+// While it lives, links that lead out of the directory are followed only on request, and a listing may have at most
+// that many entries.
 // Threads: one lives at a time.
 class ReadLimits
 {
