@@ -16,15 +16,15 @@ if [[ ${1-} != --no-run ]]; then
     cmake --build --preset coverage
 fi
 
-# The program's own tests run it as other users and where no file may be written: it could not write its counts.
+# The tests of the program run it as other users and in places where it could not write its counts.
 programs=()
 for program in "$build"/bin/*_tests; do
     [[ $program == */app_tests ]] || programs+=("$program")
 done
 if [[ ${1-} != --no-run ]]; then
     rm -rf "$counts"
-    # One file for each program and library, to which every process adds when it ends. Whole programs run, not single
-    # tests: thousands of processes would take turns at those files.
+    # Every process adds to one file per program and library when it ends. Whole programs run, not single tests, because
+    # thousands of processes would wait for those files.
     export LLVM_PROFILE_FILE=$counts/%m.profraw OMP_WAIT_POLICY=passive
     [[ ! -w /dev/shm ]] || export TMPDIR=/dev/shm # thousands of small files are made
     for program in "${programs[@]}"; do

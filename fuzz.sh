@@ -48,7 +48,7 @@ artifacts=$build/fuzz-artifacts
 mkdir -p "$logs" "$artifacts"
 "$build/bin/jobx_fuzz_seeds" "$PWD/samples/blinker" "$build/fuzz-seeds"
 
-# Files that live for a moment only need no disk.
+# Short-lived files need no disk.
 scratch=$(mktemp -d -p "$([[ -w /dev/shm ]] && echo /dev/shm || echo "${TMPDIR:-/tmp}")" jobx-fuzz-XXXXXX)
 trap 'rm -rf "$scratch"' EXIT
 
@@ -56,7 +56,7 @@ export TMPDIR=$scratch
 export ASAN_OPTIONS=detect_leaks=1:strict_string_checks=1:detect_stack_use_after_return=1:check_initialization_order=1
 export UBSAN_OPTIONS=print_stacktrace=1
 export ASAN_SYMBOLIZER_PATH=/usr/bin/llvm-symbolizer-14
-# Waiting threads of a loop's team leave the processors to the other fuzzers.
+# Waiting threads leave the processors to the other fuzzers.
 export OMP_NUM_THREADS=2 OMP_WAIT_POLICY=passive
 
 # Runs one target; its log ends with the engine's exit status.
@@ -86,7 +86,7 @@ for target in "${targets[@]}"; do
 done
 wait
 
-# The last number that the log names after a word; "-" when there is none.
+# The last number that the log names after a word; "-" if there is none.
 number() {
     local found
     found=$(grep -aoE "$2 *[0-9.]+" "$logs/$1" | tail -n 1 | grep -oE '[0-9.]+$') || found=-

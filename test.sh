@@ -14,7 +14,7 @@ asan | clang | tsan) need_packages "${JOBX_CHECK_PACKAGES[@]}" ;;
 esac
 
 run=()
-# The race detector needs memory at addresses that some kernels' randomisation gives away.
+# The race detector needs addresses that the randomisation of some kernels uses.
 if [[ $preset == tsan ]] && setarch -R true 2>/dev/null; then
     run=(setarch -R)
 fi

@@ -1,6 +1,6 @@
-# Run by CPack with the files of every package in a folder of their own, before it makes the packages: adds the copyright
-# and the changelog, compresses the manual page, and takes the search path out of the program, which finds the library in
-# the system's directories.
+# CPack runs this before it makes the packages, with the files of each package in a separate folder. It adds the copyright
+# and the changelog, compresses the manual page, and removes the library search path from the program, which finds the
+# library in the system's directories.
 
 file(READ ${CPACK_JOBX_LICENSE} license)
 string(REGEX MATCH "Copyright \\(c\\) ([^\n]*)\n\n(.*)" found "${license}")
@@ -24,7 +24,7 @@ foreach(component IN LISTS CPACK_COMPONENTS_ALL)
   string(TOUPPER ${component} upper)
   set(docs ${CPACK_TEMPORARY_DIRECTORY}/${component}/usr/share/doc/${CPACK_DEBIAN_${upper}_PACKAGE_NAME})
   file(MAKE_DIRECTORY ${docs})
-  file(REMOVE ${docs}/LICENSE) # the copyright says it
+  file(REMOVE ${docs}/LICENSE) # the copyright file contains it
   file(WRITE ${docs}/copyright "${copyright}")
   file(COPY_FILE ${CPACK_JOBX_CHANGELOG} ${docs}/changelog)
   execute_process(COMMAND gzip -9nf ${docs}/changelog COMMAND_ERROR_IS_FATAL ANY)

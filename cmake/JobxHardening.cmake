@@ -1,11 +1,11 @@
-# jobx_harden(TARGET): what makes a mistake in our code harder to take advantage of, in every build of ours. The checked
-# string functions come with optimisation only.
+# jobx_harden(TARGET): options that make mistakes in our code harder to exploit, in all our builds. Only optimised builds
+# have the checked string functions.
 include(CheckPIESupported)
 check_pie_supported(LANGUAGES CXX)
 
 function(jobx_harden target)
   if(MSVC)
-    return() # /GS, /DYNAMICBASE and /NXCOMPAT are its defaults
+    return() # /GS, /DYNAMICBASE and /NXCOMPAT are the defaults
   endif()
   set_target_properties(${target} PROPERTIES POSITION_INDEPENDENT_CODE ON)
   target_compile_options(${target} PRIVATE -fstack-protector-strong

@@ -1,11 +1,11 @@
-# What `cmake --install` puts where: the library, its headers and the files by which hosts find it, and jobx with its
-# manual page and completion. The tree may be moved as a whole afterwards.
+# The rules of `cmake --install` for the library, its headers, its CMake package and pkg-config file, and jobx with its
+# manual page and completion. The installed tree may be moved as a whole.
 include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
 
 set(JOBX_INSTALL_CMAKEDIR ${CMAKE_INSTALL_LIBDIR}/cmake/JOBXCLSDLL)
 
-# The headers have a folder of their own, because they include each other by names such as "job/CJOBX.h".
+# The headers have a separate folder, because they include each other by names such as "job/CJOBX.h".
 install(
   TARGETS JOBXCLSDLL
   EXPORT JOBXCLSDLLTargets
@@ -32,7 +32,7 @@ install(
   DESTINATION ${JOBX_INSTALL_CMAKEDIR}
   COMPONENT development)
 
-# pkg-config; its paths start from where the file itself lies, unless absolute ones were asked for.
+# pkg-config; its paths are relative to the file itself, unless absolute ones were requested.
 file(RELATIVE_PATH JOBX_PC_TO_PREFIX ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig ${CMAKE_INSTALL_PREFIX})
 string(REGEX REPLACE "/$" "" JOBX_PC_TO_PREFIX ${JOBX_PC_TO_PREFIX})
 set(JOBX_PC_INCLUDEDIR "\${prefix}")
@@ -73,14 +73,14 @@ if(JOBX_BUILD_APP)
     DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions
     RENAME jobx
     COMPONENT jobx)
-  # The installed program finds the library by the way from the one to the other.
+  # The installed program finds the library by a relative path.
   file(RELATIVE_PATH to_library ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_LIBDIR})
   if(APPLE)
     set_property(TARGET jobx PROPERTY INSTALL_RPATH "@loader_path/${to_library}")
   else()
     set_property(TARGET jobx PROPERTY INSTALL_RPATH "$ORIGIN/${to_library}")
-    # The build tree has the program in bin, the library in lib. With a path of its own for the build tree, CMake pads that
-    # one with an empty entry, which the loader takes for the current directory.
+    # The build tree has the program in bin and the library in lib. If the build tree had a different path, CMake would pad
+    # it with an empty entry, which the loader takes for the current directory.
     get_property(is_multi_config GLOBAL PROPERTY GENERATOR_IS_MULTI_CONFIG)
     if(NOT is_multi_config)
       set(library_path "$ORIGIN/${to_library}" "$ORIGIN/../lib")

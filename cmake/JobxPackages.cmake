@@ -1,13 +1,13 @@
-# What CPack makes Debian packages of: the library, the development files and jobx, one package each.
-# Configure with the preset "package", which has the prefix that they are installed to.
+# CPack makes three Debian packages: the library, the development files and jobx.
+# Configure with the preset "package", which sets their prefix.
 set(JOBX_PACKAGE_MAINTAINER
     "The JOBXCLSDLL authors <jobx@example.org>"
-    CACHE STRING "Who stands for the Debian packages")
+    CACHE STRING "Maintainer of the Debian packages")
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME jobxclsdll)
 set(CPACK_PACKAGE_VENDOR "The JOBXCLSDLL authors")
-set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "") # would come before the packages' own
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "") # it would come before the descriptions of the packages
 set(CPACK_PACKAGE_CONTACT ${JOBX_PACKAGE_MAINTAINER})
 set(CPACK_PACKAGE_DIRECTORY ${PROJECT_BINARY_DIR}/packages)
 set(CPACK_RESOURCE_FILE_LICENSE ${PROJECT_SOURCE_DIR}/LICENSE)
@@ -19,7 +19,7 @@ set(CPACK_VERBATIM_VARIABLES ON)
 
 set(library libjobxclsdll${PROJECT_VERSION_MAJOR})
 set(about
-    "ODB++ is the directory tree of text files in which a circuit board goes from
+    "An ODB++ job is a directory tree of text files that takes a circuit board from
 its design tool to its manufacturer.")
 set(CPACK_COMPONENTS_ALL library development)
 set(CPACK_COMPONENTS_GROUPING IGNORE)
@@ -36,7 +36,7 @@ set(CPACK_DEBIAN_LIBRARY_PACKAGE_CONTROL_EXTRA ${PROJECT_SOURCE_DIR}/packaging/t
 set(CPACK_COMPONENT_LIBRARY_DESCRIPTION "library that reads, changes and writes ODB++ jobs
 ${about}
 
-This package has the shared library.")
+This package contains the shared library.")
 
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME libjobxclsdll-dev)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
@@ -44,8 +44,7 @@ set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS "${library} (= ${PROJECT_VERSION})"
 set(CPACK_COMPONENT_DEVELOPMENT_DESCRIPTION "library that reads, changes and writes ODB++ jobs (development files)
 ${about}
 
-This package has the headers, and what CMake and pkg-config need to find the
-library.")
+This package contains the headers, the CMake package and the pkg-config file.")
 
 if(JOBX_BUILD_APP)
   list(APPEND CPACK_COMPONENTS_ALL jobx)
@@ -56,11 +55,11 @@ if(JOBX_BUILD_APP)
   set(CPACK_COMPONENT_JOBX_DESCRIPTION "program that shows, compares and writes ODB++ jobs
 ${about}
 
-jobx prints what is in a job as a summary, as tables or as JSON, tells what
-differs between two jobs, and writes jobs anew.")
+jobx prints what is in a job as a summary, as tables or as JSON, compares two
+jobs, and writes jobs.")
 endif()
 
-# What Debian asks of every package, added when the files of all of them stand ready.
+# Adds the files that Debian requires of every package.
 configure_file(${PROJECT_SOURCE_DIR}/packaging/changelog.in ${PROJECT_BINARY_DIR}/packaging/changelog @ONLY)
 set(CPACK_PRE_BUILD_SCRIPTS ${CMAKE_CURRENT_LIST_DIR}/JobxDebianFiles.cmake)
 set(CPACK_JOBX_LICENSE ${PROJECT_SOURCE_DIR}/LICENSE)

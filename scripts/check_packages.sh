@@ -61,8 +61,8 @@ if ((EUID != 0)); then
     as_root=(unshare --map-root-user)
 fi
 
-# A root with nothing but the libraries that jobx runs on, a shell and ldconfig for the library's own scripts, and a record
-# of the packages that are installed outside, so that dpkg looks at the dependencies.
+# A root with only the libraries that jobx needs, a shell and ldconfig for the scripts of the library's package, and a list
+# of the packages that are installed outside, so that dpkg checks the dependencies.
 test_root=$work/root
 mkdir -p "$test_root"/{etc,job,usr/bin,usr/sbin,usr/lib,usr/lib64} "$test_root"/var/lib/dpkg/{info,updates}
 for directory in bin sbin lib lib64; do

@@ -31,7 +31,7 @@ inputs=$(mktemp -d)
 trap 'rm -rf "$inputs"' EXIT
 build/release/bin/counted make "$inputs"
 
-# One thread, symbols bound before the work begins, and functions of the C library that every processor has.
+# One thread, symbols bound before the work starts, and C library functions that every processor has.
 export OMP_NUM_THREADS=1 LD_BIND_NOW=1 LC_ALL=C
 export GLIBC_TUNABLES=glibc.cpu.hwcaps=-AVX2,-AVX512F,-AVX512VL,-AVX512BW,-BMI2,-ERMS,-FSRM,-SSSE3,-SSE4_1,-SSE4_2
 
@@ -50,7 +50,7 @@ if [[ $profile ]]; then
     for work in "${works[@]}"; do
         total=$(count "$work")
         echo "$work: $total instructions"
-        # Of each line the share and the name, without the files.
+        # Keeps the share and the name of each line, without the files.
         callgrind_annotate "$inputs/counts" | sed -nE 's/^ *[0-9,]+ \( *([0-9.]+%)\)  [^: ]*:(.*) \[.*$/  \1  \2/p' |
             sed -E 's/\(anonymous namespace\):://g; s/std::basic_string_view<char, std::char_traits<char> >/string_view/g' |
             head -n 8

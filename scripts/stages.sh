@@ -10,8 +10,8 @@ test_totals() {
         done
 }
 
-# run_stages LOG NAME...: runs every stage, also after one that failed, lists the failed ones at the end and fails then.
-# LOG is where the stage "tests" keeps what ctest printed; its totals are the last line, whatever else ran after it.
+# run_stages LOG NAME...: runs every stage, even after a failure, and lists the failed ones at the end. Fails if any did.
+# LOG is the output of ctest in the stage "tests"; its totals are the last line, whatever ran after it.
 run_stages() {
     local log=$1 name begin status failed=()
     shift
@@ -19,7 +19,7 @@ run_stages() {
     for name in "$@"; do
         begin=$SECONDS
         echo "=== $name"
-        # In a condition a failure inside the stage would go unnoticed, so set -e rests here and works in there.
+        # In a condition, set -e would not work inside the stage. So it is off here and on in there.
         set +e
         (
             set -e

@@ -1,4 +1,4 @@
-// A host of the library: reads a job, tells how far it has come, multiplies its lengths and writes it anew.
+// Reads a job, shows the progress, multiplies its lengths and writes it.
 //
 //   convert_units JOB DIRECTORY FACTOR      convert_units board out 25.4
 //
@@ -11,9 +11,9 @@
 
 namespace
 {
-constexpr UINT kSetPosition = 0x402; // the message by which the library moves a progress bar
+constexpr UINT kSetPosition = 0x402; // the message with which the library moves a progress bar
 
-// Stands for both the progress bar and the status text, and prints what they would show.
+// Used as both the progress bar and the status text; prints what they would show.
 class ProgressPrinter : public CWnd
 {
 public:
@@ -29,7 +29,7 @@ public:
     }
 };
 
-// Hears of every file that could not be written.
+// Prints and counts the failures to write.
 class WriteFailures : public CKDiagnosticSink
 {
 public:
@@ -72,12 +72,12 @@ int Convert(const char* path, const char* directory, double factor)
 {
     ProgressPrinter progress;
     CJOBX job;
-    job.m_pProgress = &progress; // borrowed: they must live as long as the job reads
+    job.m_pProgress = &progress; // borrowed: it must live while the job reads
     job.m_pStatus = &progress;
     CStringArray steps;
     if (job.ParseMatrixInODBOfMFC(path, steps) == 0)
         return 1;
-    job.ParseODBOfMFC(path, steps); // read this way, the job's own symbols are written, too
+    job.ParseODBOfMFC(path, steps); // with a list of steps, so that the user symbols are written too
 
     for (__int64 i = 0; i < job.m_pSteps->m_arrSteps.GetSize(); ++i)
         PrintStep(*job.m_pSteps->m_arrSteps.GetAt(i));
@@ -85,7 +85,7 @@ int Convert(const char* path, const char* directory, double factor)
     job.UnitConvert(factor);
     const WriteFailures failures;
     CKUtility::GetInstance()->MakeDirectory(directory);
-    job.WriteODBData(directory, 1); // deletes what is in the directory of that name first
+    job.WriteODBData(directory, 1); // first deletes an existing directory of the job's name
     return failures.Count() == 0 ? 0 : 1;
 }
 } // namespace
@@ -102,7 +102,7 @@ int main(int argc, char** argv)
     {
         return Convert(argv[1], argv[2], factor);
     }
-    catch (CException* exception) // the library throws pointers; who catches one calls its Delete
+    catch (CException* exception) // the library throws pointers; call Delete on the caught one
     {
         std::fprintf(stderr, "%s\n", exception->GetMessageText().GetString());
         exception->Delete();
