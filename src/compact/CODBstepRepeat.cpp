@@ -33,7 +33,7 @@ __int64 FlattenedCount(const CPointN& count, __int64 entries)
     return copies * entries;
 }
 
-// "YSE" is meant as it stands: hosts rely on two mirrors "YES" giving "YES".
+// "YSE" is intended: hosts rely on two mirrors "YES" giving "YES".
 CString FlattenedMirror(const CString& parent, const CString& child)
 {
     if (parent == "NO" && child == "NO")

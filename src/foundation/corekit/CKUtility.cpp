@@ -209,7 +209,7 @@ std::optional<std::string> FindIgnoringCase(const CString& directory, std::strin
     return best;
 }
 
-// The type of what is at `path`, links followed; None also when it cannot be told.
+// The type of the entry at `path`, following links; None also if it cannot be determined.
 EntryType Examine(const CString& path, const CString& sourceFile, int line)
 {
     EntryType type = EntryType::None;

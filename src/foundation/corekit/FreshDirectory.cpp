@@ -14,7 +14,7 @@ constexpr std::string_view kSeparators = "/\\";
 constexpr std::string_view kSeparators = "/";
 #endif
 
-// Whether a relative path names something strictly below its start, told by its text.
+// Whether the text of a relative path leads strictly below its start.
 bool LeadsBelow(std::string_view path)
 {
     bool named = false;
