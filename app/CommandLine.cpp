@@ -1,15 +1,15 @@
 #include "CommandLine.h"
 
-#include "ComponentsCommand.h"
-#include "DiffCommand.h"
-#include "ExitError.h"
-#include "InfoCommand.h"
-#include "JsonCommand.h"
-#include "NetsCommand.h"
-#include "PackagesCommand.h"
-#include "PanelCommand.h"
-#include "Text.h"
-#include "WriteCommand.h"
+#include "diff/DiffCommand.h"
+#include "info/InfoCommand.h"
+#include "output/ExitError.h"
+#include "output/Text.h"
+#include "panel/PanelCommand.h"
+#include "tables/ComponentsCommand.h"
+#include "tables/NetsCommand.h"
+#include "tables/PackagesCommand.h"
+#include "write/WriteCommand.h"
+#include "json/JsonCommand.h"
 
 #include <CLI/CLI.hpp>
 #include <fmt/core.h>

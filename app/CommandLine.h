@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ExitError.h"
+#include "output/ExitError.h"
 
 // Runs the command that the arguments name, or prints help or version. Returns the exit code of the program.
 // Results: any failure raises ExitError.

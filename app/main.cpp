@@ -1,8 +1,8 @@
 #include "CommandLine.h"
-#include "ExitError.h"
 #include "JOBXCLSDLL.h"
-#include "Messages.h"
-#include "Text.h"
+#include "output/ExitError.h"
+#include "output/Messages.h"
+#include "output/Text.h"
 
 #include <csignal>
 #include <exception>

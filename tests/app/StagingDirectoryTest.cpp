@@ -1,7 +1,7 @@
 // The directory through which a job goes to its place.
-#include "StagingDirectory.h"
+#include "write/StagingDirectory.h"
 
-#include "ExitError.h"
+#include "output/ExitError.h"
 #include "support/TempDir.h"
 
 #include <gtest/gtest.h>

@@ -1,9 +1,8 @@
 // Every call to the file system fails in turn: what is told, what is kept, what is left behind.
-#include "ExitError.h"
 #include "JOBXCLSDLL.h"
-#include "WriteCommand.h"
 #include "foundation/CTextWriter.h"
 #include "foundation/corekit/CReplacingFile.h"
+#include "output/ExitError.h"
 #include "robustness/FailingCalls.h"
 #include "robustness/SampleJob.h"
 #include "robustness/Threads.h"
@@ -13,6 +12,7 @@
 #include "support/SlowBuild.h"
 #include "support/TempDir.h"
 #include "support/TestPaths.h"
+#include "write/WriteCommand.h"
 
 #include <gtest/gtest.h>
 

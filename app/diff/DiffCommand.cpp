@@ -1,0 +1,152 @@
+#include "diff/DiffCommand.h"
+
+#include "diff/JobDiff.h"
+#include "output/JsonOutput.h"
+#include "output/Text.h"
+#include "reading/JobReader.h"
+
+#include <fmt/core.h>
+
+namespace
+{
+std::string ShownValue(const DiffValue& value)
+{
+    if (const auto* const text = std::get_if<std::string>(&value))
+        return '"' + Printable(*text) + '"';
+    if (const auto* const number = std::get_if<std::int64_t>(&value))
+        return std::to_string(*number);
+    if (const auto* const real = std::get_if<double>(&value))
+        return std::string(NumberText(*real).View());
+    return {};
+}
+
+const char* ShownChange(DiffChange change)
+{
+    switch (change)
+    {
+    case DiffChange::OnlyInA:
+        return "only in A";
+    case DiffChange::OnlyInB:
+        return "only in B";
+    default:
+        return "changed";
+    }
+}
+
+const char* JsonChange(DiffChange change)
+{
+    switch (change)
+    {
+    case DiffChange::OnlyInA:
+        return "onlyInA";
+    case DiffChange::OnlyInB:
+        return "onlyInB";
+    default:
+        return "changed";
+    }
+}
+
+bool HasValues(const DiffExample& example)
+{
+    return !std::holds_alternative<std::monostate>(example.a) || !std::holds_alternative<std::monostate>(example.b);
+}
+
+void PrintText(const DiffCollector& collector)
+{
+    Output output;
+    for (const DiffGroup& group : collector.Groups())
+    {
+        const std::string field = group.field.empty() ? "" : fmt::format(" ({})", group.field);
+        output.Write(
+            fmt::format("{}: {}{}: {} {}\n", group.place, group.kind, field, group.count, ShownChange(group.change)));
+        for (const DiffExample& example : group.examples)
+        {
+            output.Write(fmt::format("    {}: ", example.path));
+            if (HasValues(example))
+                output.Write(fmt::format("{} {} -> {}\n", group.field, ShownValue(example.a), ShownValue(example.b)));
+            else
+                output.Write(
+                    fmt::format("{}{}{}\n", group.field, group.field.empty() ? "" : " ", ShownChange(group.change)));
+        }
+    }
+    if (collector.Differences() == 0)
+        output.Write("identical\n");
+    else
+        output.Write(fmt::format("{} difference{} in {} place{}\n", collector.Differences(),
+                                 collector.Differences() == 1 ? "" : "s", collector.Places(),
+                                 collector.Places() == 1 ? "" : "s"));
+    output.Flush();
+}
+
+void WriteValue(JsonOutput& json, std::string_view key, const DiffValue& value)
+{
+    if (const auto* const text = std::get_if<std::string>(&value))
+        json.Member(key, std::string_view(*text));
+    else if (const auto* const number = std::get_if<std::int64_t>(&value))
+        json.Member(key, *number);
+    else if (const auto* const real = std::get_if<double>(&value))
+        json.Member(key, *real);
+}
+
+void WriteGroup(JsonOutput& json, const DiffGroup& group)
+{
+    json.Object(
+        [&]
+        {
+            json.Member("place", std::string_view(group.place));
+            json.Member("kind", group.kind);
+            json.Member("change", std::string_view(JsonChange(group.change)));
+            json.Member("field", group.field);
+            json.Member("count", group.count);
+            json.ArrayMember("examples",
+                             [&]
+                             {
+                                 for (const DiffExample& example : group.examples)
+                                     json.Object(
+                                         [&]
+                                         {
+                                             json.Member("path", std::string_view(example.path));
+                                             WriteValue(json, "a", example.a);
+                                             WriteValue(json, "b", example.b);
+                                         });
+                             });
+        });
+}
+
+void PrintJson(const DiffOptions& options, const DiffCollector& collector)
+{
+    Output output;
+    JsonOutput json(output, TextBytes::Utf8OrLatin1);
+    json.Object(
+        [&]
+        {
+            json.Member("a", std::string_view(options.jobA));
+            json.Member("b", std::string_view(options.jobB));
+            json.Member("differences", collector.Differences());
+            json.Member("places", collector.Places());
+            json.ArrayMember("groups",
+                             [&]
+                             {
+                                 for (const DiffGroup& group : collector.Groups())
+                                     WriteGroup(json, group);
+                             });
+        });
+    json.Finish();
+}
+} // namespace
+
+ExitCode RunDiff(ReadOptions read, const DiffOptions& options)
+{
+    read.quiet = options.quiet;
+    read.jobPath = options.jobA;
+    const std::unique_ptr<CJOBX> a = ReadGoodJob(read);
+    read.jobPath = options.jobB;
+    const std::unique_ptr<CJOBX> b = ReadGoodJob(read);
+    DiffCollector collector;
+    CompareJobs(collector, *a, *b, options.rules);
+    if (options.json)
+        PrintJson(options, collector);
+    else
+        PrintText(collector);
+    return collector.Differences() == 0 ? ExitCode::Done : ExitCode::Different;
+}

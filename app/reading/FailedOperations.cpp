@@ -1,0 +1,74 @@
+#include "reading/FailedOperations.h"
+
+#include "output/Messages.h"
+#include "output/Text.h"
+#include "reading/InsideJob.h"
+
+#include <fmt/core.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <system_error>
+
+namespace
+{
+bool AreEqual(const CKDiagnostic& a, const CKDiagnostic& b)
+{
+    return a.operation == b.operation && a.path == b.path && a.systemError == b.systemError;
+}
+} // namespace
+
+std::string ReasonOf(const CKDiagnostic& diagnostic)
+{
+    if (diagnostic.operation == "follow" && diagnostic.systemError == EXDEV)
+        return "it leads out of the job (--follow-links follows it)";
+    if (diagnostic.operation == "list" && diagnostic.systemError == EOVERFLOW)
+        return "it has more entries than --max-entries allows";
+    return diagnostic.systemError == 0 ? "no reason given" : std::generic_category().message(diagnostic.systemError);
+}
+
+FailedOperations::FailedOperations() : m_pBefore(CKUtility::GetInstance()->SetDiagnosticSink(this)) {}
+
+FailedOperations::~FailedOperations()
+{
+    CKUtility::GetInstance()->SetDiagnosticSink(m_pBefore);
+}
+
+void FailedOperations::OnDiagnostic(const CKDiagnostic& diagnostic)
+{
+    CKDiagnostic shown = diagnostic;
+    if (!m_jobPath.empty())
+        shown.path = PathOutside(m_jobPath, std::string(diagnostic.path.View())).c_str();
+    const auto isSame = [&](const CKDiagnostic& other) { return AreEqual(shown, other); };
+    if (std::any_of(m_first.begin(), m_first.end(), isSame))
+        return;
+    if (m_first.size() < kPrinted)
+        m_first.push_back(shown);
+    else
+        ++m_nMore;
+}
+
+std::vector<std::string> FailedOperations::Lines() const
+{
+    std::vector<std::string> lines;
+    for (const CKDiagnostic& diagnostic : m_first)
+        lines.push_back(fmt::format("cannot {} {}: {}", Printable(diagnostic.operation.View()),
+                                    Printable(diagnostic.path.View()), ReasonOf(diagnostic)));
+    if (m_nMore > 0)
+        lines.push_back(fmt::format("{} further file operations failed", m_nMore));
+    return lines;
+}
+
+void FailedOperations::PrintWarnings() const
+{
+    for (const std::string& line : Lines())
+        PrintWarning(line);
+}
+
+std::string FailedOperations::ReasonFor(const CString& path) const
+{
+    const auto found = std::find_if(m_first.begin(), m_first.end(),
+                                    [&](const CKDiagnostic& diagnostic)
+                                    { return diagnostic.path == path && diagnostic.systemError != ENOENT; });
+    return found == m_first.end() ? std::string() : ReasonOf(*found);
+}

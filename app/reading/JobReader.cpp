@@ -1,0 +1,189 @@
+#include "reading/JobReader.h"
+
+#include "output/ExitError.h"
+#include "output/Messages.h"
+#include "output/Text.h"
+#include "reading/InsideJob.h"
+#include "reading/JobPath.h"
+#include "reading/MissingParts.h"
+#include "reading/Progress.h"
+
+#include <fmt/core.h>
+
+#include <algorithm>
+
+namespace
+{
+// Drops the library's message, which would repeat, with less detail, the line that the program prints.
+class SilentMessageBoxes
+{
+public:
+    SilentMessageBoxes() : m_before(SetMessageBoxHandler([](CWnd*, LPCSTR, LPCSTR, UINT) { return 1; })) {}
+    SilentMessageBoxes(const SilentMessageBoxes&) = delete;
+    SilentMessageBoxes& operator=(const SilentMessageBoxes&) = delete;
+    ~SilentMessageBoxes() { SetMessageBoxHandler(m_before); }
+
+private:
+    JobxMessageBoxHandler m_before;
+};
+
+CStringArray NamesOf(const CJOBXmatrixStepArray& steps)
+{
+    CStringArray names;
+    for (__int64 i = 0; i < steps.GetSize(); ++i)
+        if (const CJOBXmatrixStep* const step = steps.GetAt(i))
+            names.Add(step->m_sName);
+    return names;
+}
+
+[[noreturn]] void RaiseUnknownStep(const std::string& wanted, const CStringArray& known)
+{
+    std::string list;
+    for (INT_PTR i = 0; i < known.GetSize(); ++i)
+        list += (i == 0 ? "" : ", ") + Printable(known[i].View());
+    throw ExitError(ExitCode::WrongUsage, fmt::format("the job has no step \"{}\"; its steps are: {}",
+                                                      Printable(wanted), list.empty() ? "none" : list));
+}
+
+// The chosen names as the matrix spells them, each once.
+CStringArray ChosenNames(const std::vector<std::string>& wanted, const CStringArray& known)
+{
+    CStringArray chosen;
+    const auto contains = [](const CStringArray& names, const CString& name) {
+        return std::find(names.GetData(), names.GetData() + names.GetSize(), name) != names.GetData() + names.GetSize();
+    };
+    for (const std::string& name : wanted)
+    {
+        const CString* const end = known.GetData() + known.GetSize();
+        const CString* found = std::find(known.GetData(), end, CString(name.c_str()));
+        if (found == end)
+            found = std::find_if(known.GetData(), end,
+                                 [&](const CString& other) { return other.CompareNoCase(name.c_str()) == 0; });
+        if (found == end)
+            RaiseUnknownStep(name, known);
+        if (!contains(chosen, *found))
+            chosen.Add(*found);
+    }
+    return chosen;
+}
+
+// Prints what is missing, up to a number of lines.
+void PrintMissing(const std::vector<std::string>& missing)
+{
+    constexpr std::size_t kPrinted = 1000;
+    for (std::size_t i = 0; i < std::min(missing.size(), kPrinted); ++i)
+        PrintWarning(missing[i]);
+    if (missing.size() > kPrinted)
+        PrintWarning(fmt::format("{} further parts of the job are missing", missing.size() - kPrinted));
+}
+
+// Gives the job the name and paths that it has outside its directory.
+void NameAsOutside(CJOBX& job, const std::string& path)
+{
+    job.SetODBProjectName(CKUtility::GetInstance()->GetSegmntFromFilePath(path.c_str(), 2));
+    for (__int64 i = 0; i < job.m_pSpecialSymbols->GetSize(); ++i)
+    {
+        CJOBXSpecialSymbol* const symbol = job.m_pSpecialSymbols->GetAt(i);
+        if (symbol == nullptr)
+            continue;
+        symbol->m_sPath = CString(PathOutside(path, std::string(symbol->m_sPath.View())).c_str());
+        symbol->m_sName = CString(PathOutside(path, std::string(symbol->m_sName.View())).c_str());
+    }
+}
+
+void ReadAttributeFile(CJOBX& job, const std::string& path)
+{
+    try
+    {
+        job.ParseODBsysAttrDataArray(path.c_str());
+    }
+    catch (CInvalidArgException* exception)
+    {
+        exception->Delete();
+        throw ExitError(
+            ExitCode::UnreadableInput,
+            fmt::format("the attribute file \"{}\" has a NAME or OPTIONS line without a value", Printable(path)));
+    }
+}
+
+// The library's result; `names` gets the names of the requested steps.
+int Read(CJOBX& job, const std::vector<std::string>& wanted, CStringArray& names)
+{
+    const char* const path = ".";
+    if (wanted.empty())
+    {
+        const int result = job.ParseODBOfMFC(path);
+        names = NamesOf(job.m_pMatrix->m_arrSteps);
+        return result;
+    }
+    CStringArray known;
+    if (job.ParseMatrixInODBOfMFC(path, known) == 0)
+        return 0;
+    names = ChosenNames(wanted, known);
+    return job.ParseODBOfMFC(path, names);
+}
+
+void ReadFromInside(ReadJob& read, const ReadOptions& options, const std::string& path, const FailedOperations& failed)
+{
+    const InsideJob inside(path);
+    CStringArray names;
+    {
+        const ProgressReport progress(*read.job, options.quiet);
+        read.result = Read(*read.job, options.steps, names);
+    }
+    if (read.result != 0)
+        read.missing = FindMissingParts(*read.job, names, path, failed);
+}
+} // namespace
+
+ReadJob ReadJobDirectory(const ReadOptions& options)
+{
+    CheckJobDirectory(options.jobPath);
+    if (!options.sysAttrFile.empty())
+        CheckAttributeFile(options.sysAttrFile);
+    const std::string path = NamedJobPath(options.jobPath);
+    const SilentMessageBoxes silence;
+    FailedOperations failed;
+    ReadJob read;
+    read.job = std::make_unique<CJOBX>();
+    if (!options.sysAttrFile.empty())
+        ReadAttributeFile(*read.job, options.sysAttrFile);
+    const ReadLimits limits(path, options.followLinks, options.maxEntries);
+    failed.NameAsIn(path);
+    ReadFromInside(read, options, path, failed);
+    NameAsOutside(*read.job, path);
+    if (read.result == 0)
+    {
+        read.problem = ProblemOfJob(path, failed);
+        return read;
+    }
+    PrintMissing(read.missing);
+    failed.PrintWarnings();
+    const std::vector<std::string> lines = failed.Lines();
+    read.missing.insert(read.missing.end(), lines.begin(), lines.end());
+    return read;
+}
+
+ReadJob ReadGoodJobDirectory(const ReadOptions& options)
+{
+    ReadJob read = ReadJobDirectory(options);
+    if (read.result == 0)
+        throw ExitError(ExitCode::UnreadableInput, read.problem);
+    return read;
+}
+
+std::unique_ptr<CJOBX> ReadGoodJob(const ReadOptions& options)
+{
+    return std::move(ReadGoodJobDirectory(options).job);
+}
+
+const CJOBXstepObj& StepNamed(const CJOBX& job, const std::string& name)
+{
+    CStringArray known;
+    const CJOBXstepObjArray& steps = job.m_pSteps->m_arrSteps;
+    for (__int64 i = 0; i < steps.GetSize(); ++i)
+        known.Add(steps.GetAt(i)->m_sName);
+    const CString chosen = ChosenNames({name}, known)[0];
+    const CString* const found = std::find(known.GetData(), known.GetData() + known.GetSize(), chosen);
+    return *steps.GetAt(found - known.GetData());
+}

@@ -1,0 +1,185 @@
+#include "write/WriteCommand.h"
+
+#include "output/ExitError.h"
+#include "output/Messages.h"
+#include "output/Text.h"
+#include "reading/JobPath.h"
+#include "write/SignalHold.h"
+#include "write/StagingDirectory.h"
+#include "write/WriteFailures.h"
+#include "write/WriteTarget.h"
+
+#include <fmt/core.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <string_view>
+
+namespace fs = std::filesystem;
+
+namespace
+{
+// The directories that the writer makes in a job's directory.
+constexpr const char* kOwnDirectories[] = {"fonts", "matrix", "misc",     "steps", "symbols",  "input",
+                                           "ext",   "output", "stackups", "user",  "whltemps", "wheels"};
+
+// The components of a path without empty ones, "." and the root.
+std::vector<CString> ComponentsOf(const CString& name)
+{
+    std::vector<CString> components;
+    for (const fs::path& part : fs::path(std::string(name.View())))
+        if (!part.empty() && part != "." && part != part.root_path())
+            components.emplace_back(part.string().c_str());
+    return components;
+}
+
+bool IsOwnDirectory(const CString& name)
+{
+    return std::any_of(std::begin(kOwnDirectories), std::end(kOwnDirectories),
+                       [&](const char* own) { return name.CompareNoCase(own) == 0; });
+}
+
+bool IsStep(const CJOBXstepObjArray& steps, const CString& name)
+{
+    for (__int64 i = 0; i < steps.GetSize(); ++i)
+        if (const CJOBXstepObj* const step = steps.GetAt(i); step != nullptr && step->m_sName.CompareNoCase(name) == 0)
+            return true;
+    return false;
+}
+
+// Whether a user symbol of that name would be written over another part of the job. Letter case is ignored, because the
+// job may move to a system that ignores it. A path of several components is written if all but its last exist.
+bool TakesPlaceOfOwn(const CString& name, const CJOBXstepObjArray& steps)
+{
+    const std::vector<CString> components = ComponentsOf(name);
+    if (components.empty() || !IsOwnDirectory(components[0]))
+        return false;
+    if (std::find(components.begin(), components.end(), CString("..")) != components.end())
+        return false; // never written
+    return components.size() <= 2 || (components[0].CompareNoCase("steps") == 0 && IsStep(steps, components[1]));
+}
+
+template <class Visit>
+void ForEachSymbol(const CJOBX& job, Visit visit)
+{
+    for (__int64 i = 0; i < job.m_pSpecialSymbols->GetSize(); ++i)
+        if (const CJOBXSpecialSymbol* const symbol = job.m_pSpecialSymbols->GetAt(i))
+            visit(*symbol);
+}
+
+void CheckSymbolNames(const CJOBX& job)
+{
+    ForEachSymbol(job,
+                  [&](const CJOBXSpecialSymbol& symbol)
+                  {
+                      if (TakesPlaceOfOwn(symbol.m_sName, job.m_pSteps->m_arrSteps))
+                          throw ExitError(ExitCode::UnwritableOutput,
+                                          fmt::format("the user symbol \"{}\" would take the place of the job's own "
+                                                      "directory of that name",
+                                                      Printable(symbol.m_sName.View())));
+                  });
+}
+
+// Whether the name is a path, as after a read of the whole job: the writer does not write such a symbol.
+bool IsNamedByPath(const CJOBXSpecialSymbol& symbol)
+{
+    return ComponentsOf(symbol.m_sName).size() > 1;
+}
+
+void PrintNote(const std::string& line)
+{
+    PrintError("note: " + line);
+}
+
+void PrintNotes(const CJOBX& job, const std::string& jobPath)
+{
+    int symbols = 0;
+    ForEachSymbol(job, [&](const CJOBXSpecialSymbol& symbol) { symbols += IsNamedByPath(symbol) ? 1 : 0; });
+    if (symbols > 0)
+        PrintNote("the user symbols are not written: a read of the whole job names them by their paths; with --steps "
+                  "they are written");
+    const CKUtility& files = *CKUtility::GetInstance();
+    if (job.m_pFonts->m_arrCharacters.GetSize() > 0 && !files.DoesFileExist("standard"))
+        PrintNote("the font is not written: no file named \"standard\" is in the current directory");
+    CStringArray misc;
+    const CString miscDirectory = files.FindPath(jobPath.c_str(), "misc");
+    if (files.IsDir(miscDirectory))
+        files.GetAllFileListIn(miscDirectory, misc, "*.*", 0);
+    if (misc.GetSize() > 0)
+        PrintNote("the job information and attributes in \"misc\" are not written");
+}
+
+// Writes the job below `directory`; raises ExitError if any part could not be written.
+void WriteInto(const fs::path& directory, CJOBX& job, const WriteOptions& options, const std::string& target)
+{
+    const CKUtility& files = *CKUtility::GetInstance();
+    const CString place = directory.string().c_str();
+    const CString jobDirectory = files.CKPathCombine(place, job.m_sName);
+    WriteFailures failures;
+    ForEachSymbol(job,
+                  [&](const CJOBXSpecialSymbol& symbol)
+                  {
+                      if (!IsNamedByPath(symbol))
+                          return;
+                      failures.Expect(symbol.m_sName);
+                      failures.Expect(files.CKPathCombine(jobDirectory, symbol.m_sName));
+                  });
+    job.WriteODBData(place, options.withEda ? 1 : 0);
+    if (failures.Count() == 0 && files.IsDir(jobDirectory))
+        return;
+    failures.Print(std::string(jobDirectory.View()), target);
+    throw ExitError(ExitCode::UnwritableOutput,
+                    fmt::format("the job could not be written; \"{}\" is unchanged", Printable(target)));
+}
+
+// The directory to be replaced may contain the parts that could not be read.
+void CheckReplacement(const ReadJob& source, const WriteTarget& target)
+{
+    const fs::path place = fs::path(target.directory) / target.name;
+    std::error_code ignored;
+    if (source.missing.empty() || !fs::exists(fs::symlink_status(place, ignored)))
+        return;
+    const std::size_t others = source.missing.size() - 1;
+    throw ExitError(ExitCode::UnreadableInput,
+                    fmt::format("not all of the job could be read ({}{}); \"{}\" is not replaced (--allow-incomplete "
+                                "replaces it)",
+                                source.missing.front(), others == 0 ? "" : fmt::format(", and {} more", others),
+                                Printable(place.string())));
+}
+
+void Change(CJOBX& job, const WriteOptions& options, const std::string& name)
+{
+    if (options.scale)
+        job.UnitConvert(*options.scale);
+    if (options.rebuildSteps)
+        job.RebuildStepObj();
+    job.SetODBProjectName(name.c_str());
+}
+
+void WriteAndMove(CJOBX& job, const WriteOptions& options, const WriteTarget& target)
+{
+    const SignalHold hold;
+    StagingDirectory staging(target.directory);
+    WriteInto(staging.Inside(), job, options, (fs::path(target.directory) / target.name).string());
+    if (!SignalHold::Came())
+        staging.MoveIntoPlace(target.name, target.replace);
+}
+} // namespace
+
+void RunWrite(const ReadOptions& read, const WriteOptions& options)
+{
+    CheckJobDirectory(read.jobPath);
+    const std::string path = NamedJobPath(read.jobPath);
+    const CString readName = CKUtility::GetInstance()->GetSegmntFromFilePath(path.c_str(), 2);
+    const WriteTarget target{options.directory, options.name.value_or(std::string(readName.View())), options.force};
+    CheckTarget(target, path);
+    const ReadJob source = ReadGoodJobDirectory(read);
+    if (!options.allowIncomplete)
+        CheckReplacement(source, target);
+    CJOBX& job = *source.job;
+    CheckSymbolNames(job);
+    Change(job, options, target.name);
+    WriteAndMove(job, options, target);
+    if (!read.quiet)
+        PrintNotes(job, path);
+}

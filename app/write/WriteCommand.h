@@ -1,0 +1,20 @@
+#pragma once
+
+#include "reading/JobReader.h"
+
+#include <optional>
+#include <string>
+
+struct WriteOptions
+{
+    std::string directory;           // where the job's directory goes
+    std::optional<std::string> name; // instead of the name of the directory that was read
+    std::optional<double> scale;     // multiplies every length
+    bool withEda = true;
+    bool rebuildSteps = false;
+    bool force = false;           // replaces a directory that is there
+    bool allowIncomplete = false; // even by an incomplete job
+};
+
+// jobx write: reads the job, changes it and writes it in the library's form.
+void RunWrite(const ReadOptions& read, const WriteOptions& options);

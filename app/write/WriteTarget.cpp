@@ -1,0 +1,102 @@
+#include "write/WriteTarget.h"
+
+#include "output/ExitError.h"
+#include "output/Text.h"
+
+#include <fmt/core.h>
+
+#include <filesystem>
+#include <system_error>
+
+namespace fs = std::filesystem;
+
+namespace
+{
+#if defined(_WIN32)
+constexpr const char* kSeparators = "/\\:";
+#else
+constexpr const char* kSeparators = "/";
+#endif
+
+std::string Quoted(const fs::path& path)
+{
+    return fmt::format("\"{}\"", Printable(path.string()));
+}
+
+[[noreturn]] void RaiseUnwritable(const std::string& line)
+{
+    throw ExitError(ExitCode::UnwritableOutput, line);
+}
+
+void CheckName(const std::string& name)
+{
+    if (name.empty() || name == "." || name == ".." || name.find_first_of(kSeparators) != std::string::npos)
+        throw ExitError(
+            ExitCode::WrongUsage,
+            fmt::format("the job's name {} cannot name a directory: give another with --name", Quoted(name)));
+}
+
+fs::path WithoutLastSeparator(const fs::path& path)
+{
+    return path.has_filename() ? path : path.parent_path();
+}
+
+// The type of the entry, following links.
+fs::file_type TypeOf(const fs::path& path)
+{
+    std::error_code error;
+    const fs::file_type type = fs::status(path, error).type();
+    if (error && type != fs::file_type::not_found)
+        RaiseUnwritable(fmt::format("cannot write to {}: {}", Quoted(path), error.message()));
+    return type;
+}
+
+void CheckOutputDirectory(const fs::path& directory)
+{
+    const fs::file_type type = TypeOf(directory);
+    if (type == fs::file_type::directory)
+        return;
+    if (type != fs::file_type::not_found)
+        RaiseUnwritable(fmt::format("{} is not a directory", Quoted(directory)));
+    const fs::path parent = WithoutLastSeparator(directory).parent_path();
+    if (TypeOf(parent.empty() ? "." : parent) != fs::file_type::directory)
+        RaiseUnwritable(fmt::format("cannot make the directory {}: {} is not a directory", Quoted(directory),
+                                    Quoted(parent.empty() ? "." : parent)));
+}
+
+// Whether `place`, or its existing part, is that directory or inside it, whatever links and mounts lead there.
+bool IsIn(const fs::path& place, const fs::path& directory)
+{
+    std::error_code error;
+    fs::path at = fs::weakly_canonical(fs::absolute(place, error), error);
+    if (error)
+        return false;
+    for (;;)
+    {
+        if (fs::equivalent(at, directory, error) && !error)
+            return true;
+        const fs::path above = at.parent_path();
+        if (above == at)
+            return false;
+        at = above;
+    }
+}
+} // namespace
+
+void CheckTarget(const WriteTarget& target, const std::string& jobPath)
+{
+    CheckName(target.name);
+    CheckOutputDirectory(target.directory);
+    const fs::path path = fs::path(target.directory) / target.name;
+    if (IsIn(jobPath, path))
+        RaiseUnwritable(fmt::format("{} is the input job or contains it: it cannot be replaced", Quoted(path)));
+    if (IsIn(target.directory, jobPath))
+        RaiseUnwritable(fmt::format("{} is inside the input job: nothing is written there", Quoted(path)));
+    std::error_code error;
+    if (!fs::exists(fs::symlink_status(path, error)))
+        return;
+    if (TypeOf(path) != fs::file_type::directory)
+        RaiseUnwritable(fmt::format("{} exists and is not a directory", Quoted(path)));
+    if (!target.replace)
+        RaiseUnwritable(fmt::format("{} exists: --force replaces it", Quoted(path)));
+}
