@@ -14,6 +14,18 @@ int End(ExitCode code, const std::string& line)
     PrintError(line);
     return static_cast<int>(code);
 }
+
+// Ends by SIGPIPE, as a program does that takes no care of closed pipes: a shell shows no message and sees 141.
+int EndByClosedPipe()
+{
+#if defined(SIGPIPE)
+    std::signal(SIGPIPE, SIG_DFL);
+    std::raise(SIGPIPE);
+    return 128 + SIGPIPE; // whoever started the program blocks the signal
+#else
+    return static_cast<int>(ExitCode::UnwritableOutput);
+#endif
+}
 } // namespace
 
 int main(int argc, char** argv)
@@ -28,6 +40,10 @@ int main(int argc, char** argv)
     try
     {
         return static_cast<int>(RunCommandLine(argc, argv));
+    }
+    catch (const ClosedPipe&)
+    {
+        return EndByClosedPipe();
     }
     catch (const ExitError& error)
     {

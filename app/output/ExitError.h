@@ -1,5 +1,6 @@
 #pragma once
 
+#include <exception>
 #include <stdexcept>
 #include <string>
 
@@ -25,4 +26,9 @@ public:
 
 private:
     ExitCode m_code;
+};
+
+// Ends the program without a message: whoever read its output has closed the pipe.
+class ClosedPipe : public std::exception
+{
 };

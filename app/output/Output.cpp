@@ -42,6 +42,8 @@ void Output::Flush()
     if (std::fwrite(m_buffer.get(), 1, size, stdout) == size && std::fflush(stdout) == 0)
         return;
     const int error = errno != 0 ? errno : EIO;
+    if (error == EPIPE)
+        throw ClosedPipe();
     throw ExitError(ExitCode::UnwritableOutput,
                     fmt::format("cannot write the output: {}", std::generic_category().message(error)));
 }
