@@ -3,11 +3,11 @@
 
 _jobx_options() {
     case $1 in
-    info) echo "--compact --follow-links --help --json --max-entries --quiet --steps --sysattr" ;;
-    nets | components | packages | panel) echo "--csv --follow-links --help --json --max-entries --quiet --step" ;;
-    json) echo "--follow-links --help --latin1 --max-entries --quiet --steps --sysattr" ;;
+    info) echo "--compact --follow-links --help --json --max-entries --quiet --step --steps --sysattr" ;;
+    nets | components | packages | panel) echo "--csv --follow-links --help --json --max-entries --quiet --step --steps" ;;
+    json) echo "--follow-links --help --latin1 --max-entries --quiet --step --steps --sysattr" ;;
     diff) echo "--follow-links --help --ignore-line-numbers --json --max-entries --quiet --tolerance" ;;
-    write) echo "--allow-incomplete --follow-links --force --help --max-entries --name --no-eda --output --quiet --rebuild-steps --scale --steps" ;;
+    write) echo "--allow-incomplete --follow-links --force --help --max-entries --name --no-eda --output --quiet --rebuild-steps --scale --step --steps" ;;
     *) echo "--help --version" ;;
     esac
 }
@@ -40,7 +40,7 @@ _jobx() {
         return
         ;;
     --step | --steps)
-        [[ $before == --steps && $current == *,* ]] && taken=${current%,*},
+        [[ $current == *,* ]] && taken=${current%,*},
         while IFS= read -r line; do
             [[ $taken$line == "$current"* ]] && COMPREPLY+=("$taken$line")
         done < <(_jobx_steps)

@@ -1,14 +1,27 @@
 #include "diff/DiffCommand.h"
 
 #include "diff/JobDiff.h"
+#include "options/CommonOptions.h"
 #include "output/JsonOutput.h"
 #include "output/Text.h"
 #include "reading/JobReader.h"
 
+#include <CLI/CLI.hpp>
 #include <fmt/core.h>
+
+#include <memory>
 
 namespace
 {
+struct DiffOptions
+{
+    ReadOptions read; // of both jobs
+    std::string jobA;
+    std::string jobB;
+    DiffRules rules;
+    bool json = false;
+};
+
 std::string ShownValue(const DiffValue& value)
 {
     if (const auto* const text = std::get_if<std::string>(&value))
@@ -133,11 +146,9 @@ void PrintJson(const DiffOptions& options, const DiffCollector& collector)
         });
     json.Finish();
 }
-} // namespace
-
-ExitCode RunDiff(ReadOptions read, const DiffOptions& options)
+ExitCode PrintDiff(const DiffOptions& options)
 {
-    read.quiet = options.quiet;
+    ReadOptions read = options.read;
     read.jobPath = options.jobA;
     const std::unique_ptr<CJOBX> a = ReadGoodJob(read);
     read.jobPath = options.jobB;
@@ -149,4 +160,23 @@ ExitCode RunDiff(ReadOptions read, const DiffOptions& options)
     else
         PrintText(collector);
     return collector.Differences() == 0 ? ExitCode::Done : ExitCode::Different;
+}
+} // namespace
+
+void AddDiffCommand(CLI::App& app, ExitCode& answer)
+{
+    const auto options = std::make_shared<DiffOptions>();
+    CLI::App& command = AddCommand(app, "diff", "Prints what differs between two jobs");
+    command.add_option("A", options->jobA, "The one job's directory")->required()->type_name("");
+    command.add_option("B", options->jobB, "The other job's directory")->required()->type_name("");
+    AddReading(command, options->read);
+    command
+        .add_option("--tolerance", options->rules.tolerance,
+                    "Coordinates and lengths that differ by no more than this are equal, in the unit of the files")
+        ->check(CLI::NonNegativeNumber)
+        ->type_name("T");
+    command.add_flag("--ignore-line-numbers", options->rules.ignoreLineNumbers,
+                     "Leave out on which lines of their files records stand");
+    command.add_flag("--json", options->json, "As a JSON document");
+    command.callback([options, &answer] { answer = PrintDiff(*options); });
 }

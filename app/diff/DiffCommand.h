@@ -1,19 +1,12 @@
 #pragma once
 
-#include "diff/DiffSinks.h"
 #include "output/ExitError.h"
-#include "reading/JobReader.h"
 
-#include <string>
-
-struct DiffOptions
+namespace CLI
 {
-    std::string jobA;
-    std::string jobB;
-    DiffRules rules;
-    bool json = false;
-    bool quiet = false; // no progress line
-};
+class App;
+}
 
-// jobx diff: prints what differs between two jobs, as text or as one JSON document. `read` says how to read them.
-ExitCode RunDiff(ReadOptions read, const DiffOptions& options);
+// jobx diff: prints what differs between two jobs, for a person or as one JSON document. Sets `answer` to whether
+// anything does.
+void AddDiffCommand(CLI::App& app, ExitCode& answer);

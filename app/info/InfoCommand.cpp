@@ -4,19 +4,46 @@
 #include "info/InfoJson.h"
 #include "info/InfoText.h"
 #include "info/JobSummary.h"
+#include "options/CommonOptions.h"
 
-void RunInfo(const ReadOptions& options, bool asJson, bool ofCompactModel)
+#include <CLI/CLI.hpp>
+
+#include <memory>
+
+namespace
 {
-    const std::unique_ptr<CJOBX> job = ReadGoodJob(options);
+struct InfoOptions
+{
+    ReadOptions read;
+    bool json = false;
+    bool compact = false; // the compact model instead of the summary
+};
+
+void PrintInfo(const InfoOptions& options)
+{
+    const std::unique_ptr<CJOBX> job = ReadGoodJob(options.read);
     Output output;
-    if (ofCompactModel)
+    if (options.compact)
     {
-        PrintCompactInfo(output, *job, asJson);
+        PrintCompactInfo(output, *job, options.json);
         return;
     }
     const JobSummary summary(*job);
-    if (asJson)
+    if (options.json)
         PrintInfoJson(output, summary);
     else
         PrintInfoText(output, summary);
+}
+} // namespace
+
+void AddInfoCommand(CLI::App& app)
+{
+    const auto options = std::make_shared<InfoOptions>();
+    CLI::App& command = AddJobCommand(app, "info", "Prints a summary of the job", options->read);
+    AddSteps(command, options->read.steps);
+    AddSystemAttributes(command, options->read);
+    command.add_flag("--json", options->json, "As a JSON document");
+    command.add_flag("--compact", options->compact,
+                     "The compact model of every step instead, before and after its change to inch");
+    command.callback([options] { PrintInfo(*options); });
 }

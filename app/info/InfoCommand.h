@@ -1,6 +1,9 @@
 #pragma once
 
-#include "reading/JobReader.h"
+namespace CLI
+{
+class App;
+}
 
-// jobx info: prints what is in a job, or in the compact models of its steps, as text or as one JSON document.
-void RunInfo(const ReadOptions& options, bool asJson, bool ofCompactModel);
+// jobx info: prints a summary of a job, or its compact model.
+void AddInfoCommand(CLI::App& app);

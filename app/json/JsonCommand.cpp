@@ -1,13 +1,26 @@
 #include "json/JsonCommand.h"
 
+#include "options/CommonOptions.h"
 #include "output/ExitError.h"
 #include "json/RecordJson.h"
 
-void RunJson(const ReadOptions& options, TextBytes textBytes)
+#include <CLI/CLI.hpp>
+
+#include <memory>
+
+namespace
 {
-    const ReadJob read = ReadJobDirectory(options);
+struct JsonOptions
+{
+    ReadOptions read;
+    bool latin1 = false;
+};
+
+void PrintJob(const JsonOptions& options)
+{
+    const ReadJob read = ReadJobDirectory(options.read);
     Output output;
-    JsonOutput json(output, textBytes);
+    JsonOutput json(output, options.latin1 ? TextBytes::Latin1 : TextBytes::Utf8OrLatin1);
     json.Object(
         [&]
         {
@@ -17,4 +30,17 @@ void RunJson(const ReadOptions& options, TextBytes textBytes)
     json.Finish();
     if (read.result == 0)
         throw ExitError(ExitCode::UnreadableInput, read.problem);
+}
+} // namespace
+
+void AddJsonCommand(CLI::App& app)
+{
+    const auto options = std::make_shared<JsonOptions>();
+    CLI::App& command =
+        AddJobCommand(app, "json", "Prints everything as one JSON document (see docs/job.schema.json)", options->read);
+    AddSteps(command, options->read.steps);
+    AddSystemAttributes(command, options->read);
+    command.add_flag("--latin1", options->latin1,
+                     "Carry every byte of a text as the character of that number, also where it is UTF-8");
+    command.callback([options] { PrintJob(*options); });
 }

@@ -1,8 +1,10 @@
 #pragma once
 
-#include "output/JsonOutput.h"
-#include "reading/JobReader.h"
+namespace CLI
+{
+class App;
+}
 
-// jobx json: streams everything that was read as one JSON document. For a directory that is not a job,
-// it prints the document with the result 0 before it raises the error.
-void RunJson(const ReadOptions& options, TextBytes textBytes);
+// jobx json: prints everything that is in a job as one JSON document. A directory that the library takes for no job is
+// printed as far as it was read before it is an error.
+void AddJsonCommand(CLI::App& app);

@@ -2,7 +2,10 @@
 
 #include "output/JsonOutput.h"
 
+#include <concepts>
 #include <cstdint>
+#include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <variant>
@@ -23,17 +26,20 @@ inline Cell CellOf(const CString& text)
 {
     return std::string(text.View());
 }
-inline Cell CellOf(int number)
+template <std::integral Integer>
+Cell CellOf(Integer number)
 {
     return static_cast<std::int64_t>(number);
-}
-inline Cell CellOf(std::int64_t number)
-{
-    return number;
 }
 inline Cell CellOf(double number)
 {
     return number;
+}
+// Empty where there is no value.
+template <class Value>
+Cell CellOf(const std::optional<Value>& value)
+{
+    return value ? CellOf(*value) : Cell();
 }
 
 // Rows under named columns.
@@ -66,3 +72,38 @@ private:
     std::vector<Column> m_columns;
     std::vector<std::vector<Cell>> m_rows;
 };
+
+enum class ColumnKind
+{
+    Text,
+    Number,
+};
+
+// The whole of a column: its head, and what it shows of a row. A table is an array of them.
+template <class Row>
+struct ColumnOf
+{
+    const char* title;
+    const char* key;
+    ColumnKind kind;
+    Cell (*cell)(const Row& row);
+};
+
+template <class Row>
+std::vector<Table::Column> HeadsOf(std::span<const ColumnOf<Row>> columns)
+{
+    std::vector<Table::Column> heads;
+    for (const ColumnOf<Row>& column : columns)
+        heads.push_back({column.title, column.key, column.kind == ColumnKind::Number});
+    return heads;
+}
+
+template <class Row>
+std::vector<Cell> CellsOf(std::span<const ColumnOf<Row>> columns, const Row& row)
+{
+    std::vector<Cell> cells;
+    cells.reserve(columns.size());
+    for (const ColumnOf<Row>& column : columns)
+        cells.push_back(column.cell(row));
+    return cells;
+}

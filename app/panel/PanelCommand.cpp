@@ -1,16 +1,30 @@
 #include "panel/PanelCommand.h"
 
+#include "options/CommonOptions.h"
 #include "output/Messages.h"
 #include "output/Text.h"
 #include "panel/Placements.h"
 
+#include <CLI/CLI.hpp>
 #include <fmt/core.h>
 
 #include <charconv>
+#include <memory>
 #include <set>
 
 namespace
 {
+constexpr const char* kPanelFooter =
+    R"(Every placement is one row, numbered from 1 in each step, each before those that lie in it. LEVEL counts from 1;
+PARENT is the number of the placement that a row lies in. X and Y are where the placed step's datum lies in the step
+that was asked for, in the unit of the step headers; ANGLE is clockwise, the sum of all turns. A mirror anywhere on the
+way makes MIRROR "YES"; FLIP is that of the outermost placement.
+
+A step that repeats itself, directly or through others, and more than 100000 placements in all are errors (exit code 3).
+docs/panel.schema.json describes the JSON document.
+
+Examples and exit codes: jobx --help)";
+
 // Sums of lengths as a person writes them: 2.15, not 2.1500000000000004.
 double Rounded(double sum)
 {
@@ -20,49 +34,52 @@ double Rounded(double sum)
     return rounded;
 }
 
+struct PanelOptions
+{
+    ReadOptions read;
+    std::vector<std::string> steps; // whose placements are printed; empty for all. Every step of the job is read.
+    TableForm form = TableForm::Aligned;
+};
+
+struct PlacementRow
+{
+    const CJOBXstepObj& step;
+    std::int64_t number;
+    const Placement& placement;
+
+    const CODBstepRepeat& Entry() const { return *placement.entry; }
+};
+
+constexpr ColumnOf<PlacementRow> kPanelColumns[] = {
+    {"Step", "step", ColumnKind::Text, [](const PlacementRow& row) { return CellOf(row.step.m_sName); }},
+    {"Number", "number", ColumnKind::Number, [](const PlacementRow& row) { return CellOf(row.number); }},
+    {"Level", "level", ColumnKind::Number, [](const PlacementRow& row) { return CellOf(row.placement.level); }},
+    {"Parent", "parent", ColumnKind::Number,
+     [](const PlacementRow& row) { return row.placement.parent < 0 ? Cell() : CellOf(row.placement.parent + 1); }},
+    {"Placed step", "name", ColumnKind::Text, [](const PlacementRow& row) { return CellOf(row.Entry().m_sName); }},
+    {"X", "x", ColumnKind::Number, [](const PlacementRow& row) { return CellOf(Rounded(row.Entry().m_ptPosition.x)); }},
+    {"Y", "y", ColumnKind::Number, [](const PlacementRow& row) { return CellOf(Rounded(row.Entry().m_ptPosition.y)); }},
+    {"Angle", "angle", ColumnKind::Number, [](const PlacementRow& row) { return CellOf(row.Entry().m_dAngle); }},
+    {"Mirror", "mirror", ColumnKind::Text, [](const PlacementRow& row) { return CellOf(row.Entry().m_sMirror); }},
+    {"Flip", "flip", ColumnKind::Text, [](const PlacementRow& row) { return CellOf(row.Entry().m_sFlip); }},
+};
+
 void AddStep(Table& table, const CJOBXstepObj& step, const std::vector<Placement>& placements)
 {
+    const std::span<const ColumnOf<PlacementRow>> columns = kPanelColumns;
     std::int64_t number = 0;
     for (const Placement& placement : placements)
-    {
-        const CODBstepRepeat& entry = *placement.entry;
-        table.Add({CellOf(step.m_sName), CellOf(++number), CellOf(placement.level),
-                   placement.parent < 0 ? Cell() : CellOf(placement.parent + 1), CellOf(entry.m_sName),
-                   CellOf(Rounded(entry.m_ptPosition.x)), CellOf(Rounded(entry.m_ptPosition.y)), CellOf(entry.m_dAngle),
-                   CellOf(entry.m_sMirror), CellOf(entry.m_sFlip)});
-    }
+        table.Add(CellsOf(columns, PlacementRow{step, ++number, placement}));
 }
 
-std::vector<const CJOBXstepObj*> ChosenSteps(const CJOBX& job, const std::string& stepName)
+void PrintPanel(const PanelOptions& options)
 {
-    if (!stepName.empty())
-        return {&StepNamed(job, stepName)};
-    std::vector<const CJOBXstepObj*> all;
-    const CJOBXstepObjArray& steps = job.m_pSteps->m_arrSteps;
-    for (__int64 i = 0; i < steps.GetSize(); ++i)
-        if (const CJOBXstepObj* const step = steps.GetAt(i))
-            all.push_back(step);
-    return all;
-}
-} // namespace
-
-void RunPanel(const ReadOptions& options, const std::string& stepName, TableForm form)
-{
-    const std::unique_ptr<CJOBX> job = ReadGoodJob(options);
-    Table table({{"Step", "step"},
-                 {"Number", "number", true},
-                 {"Level", "level", true},
-                 {"Parent", "parent", true},
-                 {"Placed step", "name"},
-                 {"X", "x", true},
-                 {"Y", "y", true},
-                 {"Angle", "angle", true},
-                 {"Mirror", "mirror"},
-                 {"Flip", "flip"}});
+    const std::unique_ptr<CJOBX> job = ReadGoodJob(options.read);
+    Table table(HeadsOf(std::span<const ColumnOf<PlacementRow>>(kPanelColumns)));
     std::set<std::string> unknown;
     std::int64_t room = kMaxPlacements;
     PlacementFinder finder(*job);
-    for (const CJOBXstepObj* const step : ChosenSteps(*job, stepName))
+    for (const CJOBXstepObj* const step : StepsNamed(*job, options.steps))
     {
         const Placements placements = finder.Find(*step, room);
         room -= static_cast<std::int64_t>(placements.all.size());
@@ -73,5 +90,17 @@ void RunPanel(const ReadOptions& options, const std::string& stepName, TableForm
     for (const std::string& name : unknown)
         PrintWarning(fmt::format("step \"{}\" is repeated but not in the job", name));
     Output output;
-    table.Print(output, form);
+    table.Print(output, options.form);
+}
+} // namespace
+
+void AddPanelCommand(CLI::App& app)
+{
+    const auto options = std::make_shared<PanelOptions>();
+    CLI::App& command =
+        AddJobCommand(app, "panel", "Prints where steps lie in the steps that repeat them, as a table", options->read);
+    AddSteps(command, options->steps);
+    AddTableForms(command, options->form);
+    command.footer(kPanelFooter);
+    command.callback([options] { PrintPanel(*options); });
 }

@@ -1,8 +1,9 @@
 #pragma once
 
-#include "output/Table.h"
-#include "reading/JobReader.h"
+namespace CLI
+{
+class App;
+}
 
-// jobx panel: prints a table of the placements in the step of that name, including nested ones; without a name, in
-// every step.
-void RunPanel(const ReadOptions& options, const std::string& stepName, TableForm form);
+// jobx panel: prints a table of all that steps repeat, nested steps too.
+void AddPanelCommand(CLI::App& app);

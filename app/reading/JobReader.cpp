@@ -2,6 +2,7 @@
 
 #include "output/ExitError.h"
 #include "output/Messages.h"
+#include "output/NearestName.h"
 #include "output/Text.h"
 #include "reading/InsideJob.h"
 #include "reading/JobPath.h"
@@ -38,11 +39,16 @@ CStringArray NamesOf(const CJOBXmatrixStepArray& steps)
 
 [[noreturn]] void RaiseUnknownStep(const std::string& wanted, const CStringArray& known)
 {
+    std::vector<std::string> names;
     std::string list;
     for (INT_PTR i = 0; i < known.GetSize(); ++i)
-        list += (i == 0 ? "" : ", ") + Printable(known[i].View());
-    throw ExitError(ExitCode::WrongUsage, fmt::format("the job has no step \"{}\"; its steps are: {}",
-                                                      Printable(wanted), list.empty() ? "none" : list));
+    {
+        names.emplace_back(known[i].View());
+        list += (i == 0 ? "" : ", ") + Printable(names.back());
+    }
+    throw ExitError(ExitCode::WrongUsage,
+                    fmt::format("the job has no step \"{}\"; its steps are: {}{}", Printable(wanted),
+                                list.empty() ? "none" : list, DidYouMean(wanted, names)));
 }
 
 // The chosen names as the matrix spells them, each once.
@@ -177,13 +183,23 @@ std::unique_ptr<CJOBX> ReadGoodJob(const ReadOptions& options)
     return std::move(ReadGoodJobDirectory(options).job);
 }
 
-const CJOBXstepObj& StepNamed(const CJOBX& job, const std::string& name)
+std::vector<const CJOBXstepObj*> StepsNamed(const CJOBX& job, const std::vector<std::string>& names)
 {
+    std::vector<const CJOBXstepObj*> all;
     CStringArray known;
     const CJOBXstepObjArray& steps = job.m_pSteps->m_arrSteps;
     for (__int64 i = 0; i < steps.GetSize(); ++i)
-        known.Add(steps.GetAt(i)->m_sName);
-    const CString chosen = ChosenNames({name}, known)[0];
-    const CString* const found = std::find(known.GetData(), known.GetData() + known.GetSize(), chosen);
-    return *steps.GetAt(found - known.GetData());
+        if (const CJOBXstepObj* const step = steps.GetAt(i))
+        {
+            all.push_back(step);
+            known.Add(step->m_sName);
+        }
+    if (names.empty())
+        return all;
+    std::vector<const CJOBXstepObj*> chosen;
+    const CStringArray spelled = ChosenNames(names, known);
+    for (INT_PTR i = 0; i < spelled.GetSize(); ++i)
+        chosen.push_back(*std::find_if(all.begin(), all.end(),
+                                       [&](const CJOBXstepObj* step) { return step->m_sName == spelled[i]; }));
+    return chosen;
 }

@@ -36,6 +36,7 @@ ReadJob ReadJobDirectory(const ReadOptions& options);
 ReadJob ReadGoodJobDirectory(const ReadOptions& options);
 std::unique_ptr<CJOBX> ReadGoodJob(const ReadOptions& options);
 
-// The step of that name among those that were read. Without an exact match, the case of ASCII letters is ignored.
-// Results: raises ExitError if there is none.
-const CJOBXstepObj& StepNamed(const CJOBX& job, const std::string& name);
+// The steps of those names among those that were read, each once, ASCII letters of either case when no name is exactly
+// so; all of them without names.
+// Results: a name that none has raises ExitError.
+std::vector<const CJOBXstepObj*> StepsNamed(const CJOBX& job, const std::vector<std::string>& names);

@@ -1,5 +1,6 @@
 #include "write/WriteCommand.h"
 
+#include "options/CommonOptions.h"
 #include "output/ExitError.h"
 #include "output/Messages.h"
 #include "output/Text.h"
@@ -9,10 +10,14 @@
 #include "write/WriteFailures.h"
 #include "write/WriteTarget.h"
 
+#include <CLI/CLI.hpp>
 #include <fmt/core.h>
 
 #include <algorithm>
+#include <charconv>
+#include <cmath>
 #include <filesystem>
+#include <memory>
 #include <string_view>
 
 namespace fs = std::filesystem;
@@ -96,7 +101,7 @@ void PrintNotes(const CJOBX& job, const std::string& jobPath)
     int symbols = 0;
     ForEachSymbol(job, [&](const CJOBXSpecialSymbol& symbol) { symbols += IsNamedByPath(symbol) ? 1 : 0; });
     if (symbols > 0)
-        PrintNote("the user symbols are not written: a read of the whole job names them by their paths; with --steps "
+        PrintNote("the user symbols are not written: a read of the whole job names them by their paths; with --step "
                   "they are written");
     const CKUtility& files = *CKUtility::GetInstance();
     if (job.m_pFonts->m_arrCharacters.GetSize() > 0 && !files.DoesFileExist("standard"))
@@ -164,6 +169,50 @@ void WriteAndMove(CJOBX& job, const WriteOptions& options, const WriteTarget& ta
     if (!SignalHold::Came())
         staging.MoveIntoPlace(target.name, target.replace);
 }
+struct WriteArguments
+{
+    ReadOptions read;
+    WriteOptions write;
+};
+
+constexpr const char* kWriteFooter =
+    R"(The job lands in DIR/NAME, NAME being the name of the directory that was read; DIR is made when its parent exists.
+It is written beside that place first, and moved there when it is complete and on the disk: after a failure everything
+is as before.
+The changes are made in this order: scale, steps, name.
+
+Not written, as the library does it:
+  user symbols  when the whole job is read; with --step they are written, beside "steps"
+  the font      unless a file named "standard" is in the current directory
+  misc          stays empty: neither the job information nor attributes are written
+  other files   attribute lists, tools and whatever else of the job is not read
+
+Examples and exit codes: jobx --help)";
+
+// A number greater than 0, written with a decimal point whatever the language.
+double ScaleOf(const std::string& text)
+{
+    double scale = 0;
+    const char* const end = text.data() + text.size();
+    const auto [rest, problem] = std::from_chars(text.data(), end, scale);
+    if (problem != std::errc() || rest != end || !std::isfinite(scale) || scale <= 0)
+        RaiseWrongUsage(fmt::format("--scale needs a number greater than 0, not \"{}\"", Printable(text)));
+    return scale;
+}
+
+// What of the job is written otherwise than it was read.
+void AddChanges(CLI::App& command, WriteOptions& options)
+{
+    command.add_flag_callback(
+        "--no-eda", [&options] { options.withEda = false; }, "Without the EDA data and netlists of the steps");
+    command
+        .add_option_function<std::string>(
+            "--scale", [&options](const std::string& factor) { options.scale = ScaleOf(factor); },
+            "Multiply lengths by this; units' names, symbol names and step headers stay as they are")
+        ->type_name("FACTOR");
+    command.add_flag("--rebuild-steps", options.rebuildSteps, "Put steps that repeat others before the plain ones");
+    command.add_option("--name", options.name, "The written job's name")->type_name("NAME");
+}
 } // namespace
 
 void RunWrite(const ReadOptions& read, const WriteOptions& options)
@@ -182,4 +231,21 @@ void RunWrite(const ReadOptions& read, const WriteOptions& options)
     WriteAndMove(job, options, target);
     if (!read.quiet)
         PrintNotes(job, path);
+}
+
+void AddWriteCommand(CLI::App& app)
+{
+    const auto arguments = std::make_shared<WriteArguments>();
+    WriteOptions& options = arguments->write;
+    CLI::App& command = AddJobCommand(app, "write", "Writes the job as a new directory tree", arguments->read);
+    command.add_option("-o,--output", options.directory, "Where the job's directory goes")
+        ->required()
+        ->type_name("DIR");
+    AddSteps(command, arguments->read.steps);
+    AddChanges(command, options);
+    command.add_flag("--force", options.force, "Replace a directory that is there");
+    command.add_flag("--allow-incomplete", options.allowIncomplete,
+                     "With --force: replace it also when something that the matrix names could not be read");
+    command.footer(kWriteFooter);
+    command.callback([arguments] { RunWrite(arguments->read, arguments->write); });
 }

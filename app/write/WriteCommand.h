@@ -5,6 +5,11 @@
 #include <optional>
 #include <string>
 
+namespace CLI
+{
+class App;
+}
+
 struct WriteOptions
 {
     std::string directory;           // where the job's directory goes
@@ -16,5 +21,8 @@ struct WriteOptions
     bool allowIncomplete = false; // even by an incomplete job
 };
 
-// jobx write: reads the job, changes it and writes it in the library's form.
+// Reads the job, changes it and writes it in the library's form.
 void RunWrite(const ReadOptions& read, const WriteOptions& options);
+
+// jobx write.
+void AddWriteCommand(CLI::App& app);

@@ -299,13 +299,13 @@ TEST(JobxBadInput, UnknownStepsAreWrongUsageAndTheKnownOnesAreNamed)
 TEST(JobxBadInput, WrongUsageIsOneLine)
 {
     ExpectFailure(RunJobx({}), 2, "a command is needed");
-    ExpectFailure(RunJobx({"frobnicate"}), 2, "unknown command \"frobnicate\"");
+    ExpectFailure(RunJobx({"frobnicate"}), 2, "there is no command \"frobnicate\" (try: jobx --help)");
     ExpectFailure(RunJobx({"info"}), 2, "JOB is required");
     ExpectFailure(RunJobx({"info", "--nope", "job"}), 2, "--nope");
     ExpectFailure(RunJobx({"info", "job", "second"}), 2, "second");
     ExpectFailure(RunJobx({"nets", "--csv", "--json", "job"}), 2, "excludes");
-    ExpectFailure(RunJobx({"info", "job", "--steps", "a,,b"}), 2, "--steps");
-    ExpectFailure(RunJobx({"info", "job", "--steps", ""}), 2, "--steps");
+    ExpectFailure(RunJobx({"info", "job", "--steps", "a,,b"}), 2, "--step needs step names");
+    ExpectFailure(RunJobx({"info", "job", "--steps", ""}), 2, "--step needs step names");
 }
 
 TEST(JobxBadInput, AFullDiskIsTold)

@@ -1,0 +1,52 @@
+#include "tables/TableCommand.h"
+
+#include "options/CommonOptions.h"
+#include "tables/Tables.h"
+
+#include <CLI/CLI.hpp>
+
+#include <memory>
+
+namespace
+{
+struct TableCommand
+{
+    const char* name;
+    const char* about;
+    Table (*make)(const CJOBX& job);
+};
+
+constexpr TableCommand kTableCommands[] = {
+    {"nets", "Prints the nets as a table", NetsTable},
+    {"components", "Prints the placed components as a table", ComponentsTable},
+    {"packages", "Prints the packages as a table", PackagesTable},
+};
+
+struct TableOptions
+{
+    ReadOptions read;
+    TableForm form = TableForm::Aligned;
+};
+
+void PrintTable(const TableCommand& table, const TableOptions& options)
+{
+    const std::unique_ptr<CJOBX> job = ReadGoodJob(options.read);
+    Output output;
+    table.make(*job).Print(output, options.form);
+}
+
+void AddTableCommand(CLI::App& app, const TableCommand& table)
+{
+    const auto options = std::make_shared<TableOptions>();
+    CLI::App& command = AddJobCommand(app, table.name, table.about, options->read);
+    AddSteps(command, options->read.steps);
+    AddTableForms(command, options->form);
+    command.callback([&table, options] { PrintTable(table, *options); });
+}
+} // namespace
+
+void AddTableCommands(CLI::App& app)
+{
+    for (const TableCommand& table : kTableCommands)
+        AddTableCommand(app, table);
+}
