@@ -35,7 +35,8 @@ unsigned char NumberOf(const std::array<std::string_view, N>& usual, const CStri
 }
 } // namespace
 
-static_assert(kKinds[CFeatureMaker::kSegment] == "OS" && kKinds[CFeatureMaker::kArc] == "OC");
+static_assert(kKinds[CFeatureMaker::kBegin] == "OB" && kKinds[CFeatureMaker::kSegment] == "OS" &&
+              kKinds[CFeatureMaker::kArc] == "OC" && kKinds[CFeatureMaker::kEnd] == "OE");
 static_assert(kDirections[CFeatureMaker::kClockwise] == "Y" && kDirections[CFeatureMaker::kCounterClockwise] == "N");
 
 CJOBXlayObjOX::CJOBXlayObjOX(const CJOBXlayObjOX& other)

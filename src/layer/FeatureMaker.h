@@ -4,6 +4,7 @@
 #include "foundation/CJOBXProperty.h"
 #include "foundation/CRecordStore.h"
 #include "layer/CJOBXlayObj.h"
+#include "layer/FeatureLines.h"
 
 #include <memory>
 #include <type_traits>
@@ -32,86 +33,114 @@ class CFeatureMaker
 {
 public:
     // The numbers under which contour elements keep their usual texts.
+    static constexpr unsigned char kBegin = 1;
     static constexpr unsigned char kSegment = 2;
     static constexpr unsigned char kArc = 3;
+    static constexpr unsigned char kEnd = 4;
     static constexpr unsigned char kClockwise = 1;
     static constexpr unsigned char kCounterClockwise = 2;
-
-    struct Point
-    {
-        double x = 0.0;
-        double y = 0.0;
-    };
-    // What every feature has.
-    struct Common
-    {
-        int symbol = -1;
-        char polarity = 'P'; // "P" or "N"
-        int dcode = 0;
-        const CJOBXPropertyArray* properties = nullptr; // kept by the maker's properties
-    };
 
     CFeatureMaker() : m_properties(new CFeatureProperties), m_plain(m_properties.get()), m_owning(m_properties.get()) {}
 
     CFeatureProperties& Properties() noexcept { return *m_properties; }
 
-    CJOBXlayObj* Line(const Common& common, int index, const Point& start, const Point& end)
+    // Records of these fields. `properties` is null or a list kept by the maker's properties.
+    std::unique_ptr<CJOBXlayObj> Make(const LineFields& fields, int index, const CJOBXPropertyArray* properties)
     {
-        auto* const line = m_plain.Make<CJOBXlayObjLine>();
-        Fill(*line, 'L', common, index);
-        line->m_ptStart = PlaceOf(start);
-        line->m_ptEnd = PlaceOf(end);
+        auto line = New<CJOBXlayObjLine>();
+        Fill(*line, features_format::kLine, fields, index, properties);
+        line->m_ptStart = PlaceOf(fields.start);
+        line->m_ptEnd = PlaceOf(fields.end);
         return line;
     }
-    CJOBXlayObj* Arc(const Common& common, int index, const Point& start, const Point& end, const Point& center,
-                     char clockwise)
+    std::unique_ptr<CJOBXlayObj> Make(const ArcFields& fields, int index, const CJOBXPropertyArray* properties)
     {
-        auto* const arc = m_plain.Make<CJOBXlayObjArc>();
-        Fill(*arc, 'A', common, index);
-        arc->m_ptStart = PlaceOf(start);
-        arc->m_ptEnd = PlaceOf(end);
-        arc->m_ptCenter = PlaceOf(center);
-        arc->m_cClockwise = clockwise;
+        auto arc = New<CJOBXlayObjArc>();
+        Fill(*arc, features_format::kArc, fields, index, properties);
+        arc->m_ptStart = PlaceOf(fields.start);
+        arc->m_ptEnd = PlaceOf(fields.end);
+        arc->m_ptCenter = PlaceOf(fields.center);
+        if (IsOneCharacter(fields.clockwise))
+            arc->m_cClockwise = fields.clockwise.front();
+        else
+            arc->SetClockwise(CString(fields.clockwise));
         return arc;
     }
-    CJOBXlayObj* Pad(const Common& common, int index, const Point& center, int orientation)
+    std::unique_ptr<CJOBXlayObj> Make(const PadFields& fields, int index, const CJOBXPropertyArray* properties)
     {
-        auto* const pad = m_plain.Make<CJOBXlayObjPad>();
-        Fill(*pad, 'P', common, index);
-        pad->m_ptCenter = PlaceOf(center);
-        pad->m_nOrientation = orientation;
+        auto pad = New<CJOBXlayObjPad>();
+        Fill(*pad, features_format::kPad, fields, index, properties);
+        pad->m_ptCenter = PlaceOf(fields.center);
+        pad->m_nResizeFlag = fields.resizeFlag;
+        pad->m_dResizeFactor = fields.resizeFactor;
+        pad->m_nOrientation = fields.orientation;
+        pad->m_dAngle = fields.angle;
         return pad;
     }
-    CJOBXlayObjOX* Segment(int lineNumber, const Point& point)
+    std::unique_ptr<CJOBXlayObj> Make(const TextFields& fields, int index, const CJOBXPropertyArray* properties)
     {
-        auto* const element = m_plain.Make<CJOBXlayObjOX>();
-        element->m_nLineNumber = lineNumber;
-        element->m_nKind = kSegment;
-        element->m_dX = point.x;
-        element->m_dY = point.y;
-        return element;
+        auto text = New<CJOBXlayObjText>();
+        Fill(*text, features_format::kText, fields, index, properties);
+        text->SetPosition(PointOf(fields.position));
+        text->SetFontName(CString(fields.font));
+        text->SetOrientation(fields.orientation);
+        text->SetRotationAngle(fields.angle);
+        text->SetSize(PointOf(fields.size));
+        text->SetWidthFactor(fields.widthFactor);
+        text->SetText(CString(fields.text));
+        text->SetVersion(fields.version);
+        return text;
     }
-    CJOBXlayObjOX* ContourArc(int lineNumber, const Point& point, const Point& center, bool clockwise)
+    std::unique_ptr<CJOBXlayObj> Make(const BarcodeFields& fields, int index, const CJOBXPropertyArray* properties)
     {
-        CJOBXlayObjOX* const element = Segment(lineNumber, point);
-        element->m_nKind = kArc;
-        element->m_nClockwise = clockwise ? kClockwise : kCounterClockwise;
-        element->m_dCenterX = center.x;
-        element->m_dCenterY = center.y;
-        return element;
+        auto barcode = New<CJOBXlayObjBarcode>();
+        Fill(*barcode, features_format::kBarcode, fields, index, properties);
+        barcode->m_ptPosition = PointOf(fields.position);
+        barcode->m_sBarcodeName = fields.name;
+        barcode->m_sFontName = fields.font;
+        barcode->m_nOrientation = fields.orientation;
+        barcode->m_sEFlag = fields.eFlag;
+        barcode->m_dWidth = fields.width;
+        barcode->m_dHeight = fields.height;
+        barcode->m_sFasc = fields.fasc;
+        barcode->m_sCs = fields.cs;
+        barcode->m_sBg = fields.bg;
+        barcode->m_sAstr = fields.astr;
+        barcode->m_sAstrPosition = fields.astrPosition;
+        barcode->m_sText = fields.text;
+        return barcode;
+    }
+    std::unique_ptr<CJOBXlayObjSurface> Make(const SurfaceFields& fields, int index,
+                                             const CJOBXPropertyArray* properties)
+    {
+        auto surface = New<CJOBXlayObjSurface>();
+        Fill(*surface, features_format::kSurface, fields, index, properties);
+        return surface;
     }
 
-    // A record of that class with its defaults.
-    template <class T>
-    std::unique_ptr<T> New()
+    // Contour elements from that line of the file.
+    std::unique_ptr<CJOBXlayObjOX> Make(const ContourFields& fields, int lineNumber)
     {
-        if constexpr (kIsPlain<T>)
-            return std::unique_ptr<T>(m_plain.Make<T>());
-        else
-            return std::unique_ptr<T>(m_owning.MakeOwning<T>());
+        auto element = Element(lineNumber, kBegin, fields.point);
+        element->SetPolygonType(CString(fields.polygonType));
+        return element;
     }
-    // Lets the feature, which this maker made and which has no properties yet, borrow the list.
-    static void SetProperties(CJOBXlayObj& feature, const CJOBXPropertyArray* list) { feature.BorrowProperties(list); }
+    std::unique_ptr<CJOBXlayObjOX> Make(const SegmentFields& fields, int lineNumber)
+    {
+        return Element(lineNumber, kSegment, fields.point);
+    }
+    std::unique_ptr<CJOBXlayObjOX> Make(const CurveFields& fields, int lineNumber)
+    {
+        auto element = Element(lineNumber, kArc, fields.point);
+        element->m_dCenterX = fields.center.x;
+        element->m_dCenterY = fields.center.y;
+        if (fields.clockwise == "Y" || fields.clockwise == "N")
+            element->m_nClockwise = (fields.clockwise == "Y" ? kClockwise : kCounterClockwise) & 15U;
+        else
+            element->SetClockwise(CString(fields.clockwise));
+        return element;
+    }
+    std::unique_ptr<CJOBXlayObjOX> MakeEnd(int lineNumber) { return Element(lineNumber, kEnd, {}); }
 
 private:
     struct Releaser
@@ -124,22 +153,51 @@ private:
     static constexpr bool kIsPlain = std::is_same_v<T, CJOBXlayObjLine> || std::is_same_v<T, CJOBXlayObjPad> ||
                                      std::is_same_v<T, CJOBXlayObjArc> || std::is_same_v<T, CJOBXlayObjOX>;
 
-    static CJOBXlayObj::Place PlaceOf(const Point& point) noexcept
+    // A record of that class with its defaults.
+    template <class T>
+    std::unique_ptr<T> New()
+    {
+        if constexpr (kIsPlain<T>)
+            return std::unique_ptr<T>(m_plain.Make<T>());
+        else
+            return std::unique_ptr<T>(m_owning.MakeOwning<T>());
+    }
+
+    std::unique_ptr<CJOBXlayObjOX> Element(int lineNumber, unsigned char kind, const FeaturePoint& point)
+    {
+        auto element = New<CJOBXlayObjOX>();
+        element->m_nLineNumber = lineNumber;
+        element->m_nKind = kind;
+        element->m_dX = point.x;
+        element->m_dY = point.y;
+        return element;
+    }
+
+    static CPointD PointOf(const FeaturePoint& point) { return {point.x, point.y}; }
+    static CJOBXlayObj::Place PlaceOf(const FeaturePoint& point) noexcept
     {
         CJOBXlayObj::Place place;
         place.x = point.x;
         place.y = point.y;
         return place;
     }
-
-    static void Fill(CJOBXlayObj& feature, char type, const Common& common, int index) noexcept
+    static bool IsOneCharacter(std::string_view text) noexcept
     {
-        feature.m_nLink = reinterpret_cast<std::uintptr_t>(common.properties);
-        feature.m_nDcode = common.dcode;
-        feature.m_nSymbol = common.symbol;
+        return text.size() == 1 && CJOBXlayObj::IsCharacter(text.front());
+    }
+
+    static void Fill(CJOBXlayObj& feature, char type, const FeatureFields& fields, int index,
+                     const CJOBXPropertyArray* properties)
+    {
+        feature.m_nLink = reinterpret_cast<std::uintptr_t>(properties);
+        feature.m_nDcode = fields.dcode;
+        feature.m_nSymbol = fields.symbol;
         feature.m_nIndex = index;
-        feature.m_cPolarity = common.polarity;
         feature.m_cType = type;
+        if (IsOneCharacter(fields.polarity))
+            feature.m_cPolarity = fields.polarity.front();
+        else
+            feature.SetPolarity(CString(fields.polarity));
     }
 
     std::unique_ptr<CFeatureProperties, Releaser> m_properties;

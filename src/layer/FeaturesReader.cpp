@@ -2,169 +2,23 @@
 
 #include "foundation/NumberedTable.h"
 #include "layer/CJOBXlayer.h"
+#include "layer/CPropertyIndex.h"
+#include "layer/FeatureCursors.h"
 #include "layer/FeatureMaker.h"
 
 #include <algorithm>
 #include <cstring>
-#include <functional>
-#include <string>
 #include <utility>
 #include <vector>
 
+using namespace features_format;
+
 namespace
 {
-// Finds the list of an attribute text that was met before, so that features with equal attributes share one list. Holds
-// a bounded number of texts; a text that was pushed out gets a new list.
-class CPropertyIndex
+class CFeaturesReading
 {
 public:
-    // The tables have grown: lists made before are not given out again.
-    void TablesChanged() noexcept
-    {
-        ++m_tables;
-        m_used = 0;
-    }
-
-    // The list for `text`, as the features are to borrow it: null when there is nothing in it. `make` makes the list
-    // when it is not known.
-    template <class Make>
-    const CJOBXPropertyArray* ListOf(std::string_view text, Make make)
-    {
-        const std::size_t hash = std::hash<std::string_view>{}(text);
-        if (const Entry* const found = Find(hash, text))
-            return found->list;
-        const CJOBXPropertyArray* const list = make();
-        if (m_used * 2 >= m_entries.size() && m_entries.size() < kMaxEntries)
-            Grow();
-        Entry& entry = m_entries[Place(hash)];
-        entry = {hash, m_tables, list, std::string(text)};
-        ++m_used;
-        return list;
-    }
-
-private:
-    struct Entry
-    {
-        std::size_t hash = 0;
-        unsigned tables = 0; // 0: free
-        const CJOBXPropertyArray* list = nullptr;
-        std::string text;
-    };
-    static constexpr std::size_t kWays = 4; // entries in which a text may stand
-    static constexpr std::size_t kMaxEntries = 65536;
-
-    const Entry* Find(std::size_t hash, std::string_view text) const noexcept
-    {
-        const std::size_t first = First(hash);
-        for (std::size_t i = first; i < first + kWays; ++i)
-            if (const Entry& entry = m_entries[i]; entry.tables == m_tables && entry.hash == hash && entry.text == text)
-                return &entry;
-        return nullptr;
-    }
-    std::size_t First(std::size_t hash) const noexcept { return (hash & (m_entries.size() / kWays - 1)) * kWays; }
-    // A free or outdated entry, else one after the other in turn.
-    std::size_t Place(std::size_t hash) noexcept
-    {
-        const std::size_t first = First(hash);
-        for (std::size_t i = first; i < first + kWays; ++i)
-            if (m_entries[i].tables != m_tables)
-                return i;
-        return first + ++m_turn % kWays;
-    }
-    void Grow()
-    {
-        std::vector<Entry> entries(4 * m_entries.size());
-        entries.swap(m_entries);
-        m_used = 0;
-        for (Entry& entry : entries)
-            if (entry.tables == m_tables)
-            {
-                m_entries[Place(entry.hash)] = std::move(entry);
-                ++m_used;
-            }
-    }
-
-    std::vector<Entry> m_entries = std::vector<Entry>(64); // a power of two
-    std::size_t m_used = 0;
-    std::size_t m_turn = 0;
-    unsigned m_tables = 1;
-};
-
-// Takes the fields of a line as the usual writers print it: single blanks, plain numbers, no blank at either end. What
-// looks different is not taken, and the line is left to the reader of all lines.
-class CUsualFields
-{
-public:
-    CUsualFields(const char* at, const char* end) noexcept : m_at(at), m_end(end) {}
-
-    const char* At() const noexcept { return m_at; }
-
-    // A number with the blank behind it.
-    bool Real(double& value) noexcept
-    {
-        const char* const read = number_text::ReadPlainReal(m_at, m_end, value);
-        if (read == nullptr || read == m_end || *read != ' ')
-            return false;
-        m_at = read + 1;
-        return true;
-    }
-    bool Point(CFeatureMaker::Point& point) noexcept { return Real(point.x) && Real(point.y); }
-    bool Integer(int& value) noexcept { return Digits(value) && Is(' '); }
-    // The last point of a line, with the line's end.
-    bool LastPoint(CFeatureMaker::Point& point) noexcept
-    {
-        if (!Real(point.x))
-            return false;
-        const char* const read = number_text::ReadPlainReal(m_at, m_end, point.y);
-        if (read == nullptr)
-            return false;
-        m_at = read;
-        return LineEnd();
-    }
-    // A number without a sign.
-    bool Digits(int& value) noexcept
-    {
-        constexpr int kMost = 9; // digits that fit
-        const char* at = m_at;
-        int number = 0;
-        for (; at != m_end && number_text::IsDigit(*at) && at - m_at <= kMost; ++at)
-            number = static_cast<int>(static_cast<unsigned>(number) * 10U + static_cast<unsigned>(*at - '0'));
-        if (at == m_at || at - m_at > kMost)
-            return false;
-        m_at = at;
-        value = number;
-        return true;
-    }
-    bool Is(char character) noexcept
-    {
-        if (m_at == m_end || *m_at != character)
-            return false;
-        ++m_at;
-        return true;
-    }
-    bool Next(char& character) noexcept
-    {
-        if (m_at == m_end)
-            return false;
-        character = *m_at++;
-        return true;
-    }
-    bool LineEnd() noexcept
-    {
-        if (m_at != m_end && *m_at == '\r')
-            ++m_at;
-        return Is('\n');
-    }
-
-private:
-    const char* m_at;
-    const char* m_end;
-};
-
-class CReader
-{
-public:
-    CReader(CTextScanner& scanner, CJOBXlayer& layer)
+    CFeaturesReading(CTextScanner& scanner, CJOBXlayer& layer)
         : m_scanner(scanner), m_layer(layer), m_features(*layer.GetFeatures())
     {
     }
@@ -202,131 +56,98 @@ private:
     {
         if (end - at < 3)
             return nullptr;
-        CUsualFields fields(at + 2, end);
         if (at[1] == ' ')
             switch (at[0])
             {
-            case 'L':
-                return ReadUsualLineFeature(fields, end);
-            case 'P':
-                return ReadUsualPad(fields, end);
-            case 'A':
-                return ReadUsualArc(fields, end);
+            case kLine:
+                return ReadUsualFeature<LineFields>({at + 2, end}, end);
+            case kPad:
+                return ReadUsualFeature<PadFields>({at + 2, end}, end);
+            case kArc:
+                return ReadUsualFeature<ArcFields>({at + 2, end}, end);
             default:
                 return nullptr;
             }
-        if (at[0] != 'O' || !m_contourIsOpen || !fields.Is(' '))
+        if (at[0] != kContour || at[2] != ' ' || !m_contourIsOpen)
             return nullptr;
-        CFeatureMaker::Point point;
-        if (at[1] == 'S')
-        {
-            if (!fields.LastPoint(point))
-                return nullptr;
-            AddElement([&] { return m_maker.Segment(lineNumber, point); });
-            return fields.At();
-        }
-        CFeatureMaker::Point center;
-        char clockwise = '\0';
-        if (at[1] != 'C' || m_surface == nullptr || !fields.Point(point) || !fields.Point(center) ||
-            !fields.Next(clockwise) || (clockwise != 'Y' && clockwise != 'N') || !fields.LineEnd())
+        if (at[1] == kSegment)
+            return ReadUsualElement<SegmentFields>({at + 3, end}, lineNumber);
+        return at[1] == kCurve && m_surface != nullptr ? ReadUsualElement<CurveFields>({at + 3, end}, lineNumber)
+                                                       : nullptr;
+    }
+
+    template <class Record>
+    const char* ReadUsualFeature(CStrictFields fields, const char* end)
+    {
+        Record record;
+        if (!Take(fields, record))
             return nullptr;
-        AddElement([&] { return m_maker.ContourArc(lineNumber, point, center, clockwise == 'Y'); });
+        const CJOBXPropertyArray* properties = nullptr;
+        const char* const next = ReadUsualAttributes(fields, end, properties);
+        if (next != nullptr)
+            AddFeature(record, properties);
+        return next;
+    }
+
+    template <class Record>
+    const char* ReadUsualElement(CStrictFields fields, int lineNumber)
+    {
+        Record record;
+        if (!Take(fields, record) || !fields.LineEnd())
+            return nullptr;
+        AddElement(record, lineNumber);
         return fields.At();
-    }
-
-    const char* ReadUsualLineFeature(CUsualFields fields, const char* end)
-    {
-        CFeatureMaker::Point start;
-        CFeatureMaker::Point stop;
-        CFeatureMaker::Common common;
-        if (!fields.Point(start) || !fields.Point(stop) || !ReadUsualSymbolAndPolarity(fields, common) ||
-            !fields.Digits(common.dcode))
-            return nullptr;
-        const char* const next = ReadUsualAttributes(fields, end, common);
-        if (next != nullptr)
-            AddFeature([&] { return m_maker.Line(common, m_nextIndex, start, stop); });
-        return next;
-    }
-
-    const char* ReadUsualPad(CUsualFields fields, const char* end)
-    {
-        CFeatureMaker::Point center;
-        CFeatureMaker::Common common;
-        int orientation = 0;
-        if (!fields.Point(center) || !ReadUsualSymbolAndPolarity(fields, common) || !fields.Integer(common.dcode) ||
-            !fields.Digits(orientation))
-            return nullptr;
-        const char* const next = ReadUsualAttributes(fields, end, common);
-        if (next != nullptr)
-            AddFeature([&] { return m_maker.Pad(common, m_nextIndex, center, orientation); });
-        return next;
-    }
-
-    const char* ReadUsualArc(CUsualFields fields, const char* end)
-    {
-        CFeatureMaker::Point start;
-        CFeatureMaker::Point stop;
-        CFeatureMaker::Point center;
-        CFeatureMaker::Common common;
-        char clockwise = '\0';
-        if (!fields.Point(start) || !fields.Point(stop) || !fields.Point(center) ||
-            !ReadUsualSymbolAndPolarity(fields, common) || !fields.Integer(common.dcode) || !fields.Next(clockwise) ||
-            (clockwise != 'Y' && clockwise != 'N'))
-            return nullptr;
-        const char* const next = ReadUsualAttributes(fields, end, common);
-        if (next != nullptr)
-            AddFeature([&] { return m_maker.Arc(common, m_nextIndex, start, stop, center, clockwise); });
-        return next;
-    }
-
-    static bool ReadUsualSymbolAndPolarity(CUsualFields& fields, CFeatureMaker::Common& common) noexcept
-    {
-        return fields.Integer(common.symbol) && fields.Next(common.polarity) &&
-               (common.polarity == 'P' || common.polarity == 'N') && fields.Is(' ');
     }
 
     // The attribute list, if there is one, and the end of the line. Most features have the attributes of the one
     // before.
-    const char* ReadUsualAttributes(CUsualFields fields, const char* end, CFeatureMaker::Common& common)
+    const char* ReadUsualAttributes(CStrictFields fields, const char* end, const CJOBXPropertyArray*& properties)
     {
-        if (!fields.Is(';'))
+        if (!fields.Is(kAttributes))
             return fields.LineEnd() ? fields.At() : nullptr;
         const char* const text = fields.At();
         const std::size_t size = m_lastAttributes.size();
         const auto left = static_cast<std::size_t>(end - text);
         if (size != 0 && left > size && std::memcmp(text, m_lastAttributes.data(), size) == 0)
-            if (CUsualFields rest(text + size, end); rest.LineEnd())
+            if (CStrictFields rest(text + size, end); rest.LineEnd())
             {
-                common.properties = m_lastProperties;
+                properties = m_lastProperties;
                 return rest.At();
             }
         const auto* const newline = static_cast<const char*>(std::memchr(text, '\n', left));
-        if (newline == nullptr || text == newline || *text == ';')
+        if (newline == nullptr || text == newline || *text == kAttributes)
             return nullptr;
         const std::string_view raw(text, static_cast<std::size_t>(newline - text));
         if (raw.find('\0') != std::string_view::npos)
             return nullptr;
         const std::string_view attributes = TrimmedRight(raw);
-        common.properties = PropertiesOf(attributes);
-        m_lastProperties = common.properties;
+        properties = PropertiesOf(attributes);
+        m_lastProperties = properties;
         m_lastAttributes = attributes;
         return newline + 1;
     }
 
-    // `make` is not called before there is room, and does not fail afterwards.
-    template <class Make>
-    void AddFeature(Make make)
+    template <class Record>
+    void AddFeature(const Record& record, const CJOBXPropertyArray* properties)
     {
-        MakeRoom();
-        m_features.Add(make());
+        Own(m_maker.Make(record, m_nextIndex, properties));
         ++m_nextIndex;
     }
-    template <class Make>
-    void AddElement(Make make)
+    void Own(std::unique_ptr<CJOBXlayObj> feature)
+    {
+        MakeRoom();
+        m_features.Add(feature.release());
+    }
+    template <class Record>
+    void AddElement(const Record& record, int lineNumber)
+    {
+        AddElement(m_maker.Make(record, lineNumber));
+    }
+    void AddElement(std::unique_ptr<CJOBXlayObjOX> element)
     {
         if (m_elements.size() == m_elements.capacity())
             m_elements.reserve(std::max<std::size_t>(64, 2 * m_elements.size()));
-        m_elements.emplace_back(make());
+        m_elements.push_back(std::move(element));
     }
     // Doubling: the array's own steps are made for lists that stay short.
     void MakeRoom()
@@ -344,53 +165,53 @@ private:
         const char second = line.size() > 1 ? AsciiUpper(line[1]) : '\0';
         switch (AsciiUpper(line[0]))
         {
-        case 'U':
-            return ReadUnits(line);
-        case '$':
-            return ReadSymbol(line);
-        case '@':
-            return ReadTableLine(line, '@', m_layer.m_arrAttributeNameNumbers, m_layer.m_arrAttributeNames);
-        case '&':
-            return ReadTableLine(line, '&', m_layer.m_arrAttributeTextNumbers, m_layer.m_arrAttributeTexts);
-        case 'O':
-            return ReadContourLine(line, second);
-        case 'S':
-            return second == 'E' ? EndSurface() : BeginSurface(line);
-        case 'L':
-            return ReadLineFeature(line);
-        case 'P':
-            return ReadPad(line);
-        case 'A':
-            return ReadArc(line);
-        case 'T':
-            return ReadText(line);
-        case 'B':
-            return ReadBarcode(line);
+        case kUnits:
+            return OnUnits(line);
+        case kSymbol:
+            return OnSymbol(line);
+        case kAttributeName:
+            return OnTableLine(line, m_layer.m_arrAttributeNameNumbers, m_layer.m_arrAttributeNames);
+        case kAttributeText:
+            return OnTableLine(line, m_layer.m_arrAttributeTextNumbers, m_layer.m_arrAttributeTexts);
+        case kContour:
+            return OnContourLine(line, second);
+        case kSurface:
+            return second == kEnd ? OnSurfaceEnd() : OnSurface(line);
+        case kLine:
+            return OnFeature<LineFields>(line);
+        case kPad:
+            return OnFeature<PadFields>(line);
+        case kArc:
+            return OnFeature<ArcFields>(line);
+        case kText:
+            return OnFeature<TextFields>(line);
+        case kBarcode:
+            return OnFeature<BarcodeFields>(line);
         default:
             return; // comments, and whatever else a file carries that is not modelled
         }
     }
 
     // Everything up to the first blank goes; a line without a blank is kept whole. Intended.
-    void ReadUnits(std::string_view line)
+    void OnUnits(std::string_view line)
     {
         const std::size_t blank = line.find(' ');
         m_layer.m_sUnits = blank == std::string_view::npos ? line : Trimmed(line.substr(blank));
     }
 
     // A table line's number, and its text behind the first blank.
-    static std::pair<int, std::string_view> NumberAndRest(std::string_view line, char mark)
+    static std::pair<int, std::string_view> NumberAndRest(std::string_view line)
     {
-        line = WithoutLeading(line, mark);
+        line = WithoutLeading(line, line.front()); // the mark
         const std::size_t blank = line.find(' ');
         const std::string_view rest =
             blank == std::string_view::npos ? std::string_view() : Trimmed(line.substr(blank));
         return {ParseInteger(line.substr(0, blank)), rest};
     }
 
-    void ReadSymbol(std::string_view line)
+    void OnSymbol(std::string_view line)
     {
-        const auto [number, rest] = NumberAndRest(line, '$');
+        const auto [number, rest] = NumberAndRest(line);
         const std::size_t blank = rest.find(' ');
         m_layer.m_arrSymbolNumbers.Add(number);
         m_layer.m_arrSymbolNames.Add(CString(rest.substr(0, blank)));
@@ -398,94 +219,12 @@ private:
                                                                             : CString(Trimmed(rest.substr(blank))));
     }
 
-    void ReadTableLine(std::string_view line, char mark, CArrayN& numbers, CStringArray& texts)
+    void OnTableLine(std::string_view line, CArrayN& numbers, CStringArray& texts)
     {
-        const auto [number, rest] = NumberAndRest(line, mark);
+        const auto [number, rest] = NumberAndRest(line);
         numbers.Add(number);
         texts.Add(CString(rest));
         m_index.TablesChanged();
-    }
-
-    template <class T>
-    std::unique_ptr<T> NewFeature(char letter)
-    {
-        std::unique_ptr<T> feature = m_maker.New<T>();
-        feature->SetType(CString(letter));
-        feature->SetFeatureIndex(m_nextIndex++);
-        return feature;
-    }
-
-    void Own(std::unique_ptr<CJOBXlayObj> feature)
-    {
-        MakeRoom();
-        m_features.Own(std::move(feature));
-    }
-
-    static double NextReal(CFieldScanner& fields)
-    {
-        double value = 0.0;
-        fields.Real(value);
-        return value;
-    }
-    static CPointD NextPoint(CFieldScanner& fields)
-    {
-        const double x = NextReal(fields);
-        return {x, NextReal(fields)};
-    }
-    static void ReadSymbolAndPolarity(CFieldScanner& fields, CJOBXlayObj& feature)
-    {
-        int symbol = -1;
-        if (fields.Integer(symbol))
-            feature.SetSymbolNumber(symbol);
-        ReadPolarity(fields, feature);
-    }
-    static void ReadPolarity(CFieldScanner& fields, CJOBXlayObj& feature)
-    {
-        std::string_view polarity;
-        if (fields.Text(polarity))
-            feature.SetPolarity(CString(polarity));
-    }
-    static void ReadDcode(CFieldScanner& fields, CJOBXlayObj& feature)
-    {
-        int dcode = 0;
-        if (fields.Integer(dcode))
-            feature.SetDcode(dcode);
-    }
-
-    // The last fixed field: what stands before the ";" of the attribute list, or the next field when there is no list.
-    // The list's items become the feature's properties.
-    std::string_view LastField(CFieldScanner& fields, CJOBXlayObj& feature)
-    {
-        const std::string_view rest = fields.Rest();
-        const std::size_t semicolon = rest.find(';');
-        if (semicolon == std::string_view::npos)
-        {
-            std::string_view field;
-            fields.Text(field);
-            return field;
-        }
-        ReadAttributes(rest.substr(semicolon), feature);
-        return Trimmed(rest.substr(0, semicolon));
-    }
-    void ReadLastDcode(CFieldScanner& fields, CJOBXlayObj& feature)
-    {
-        const std::string_view dcode = LastField(fields, feature);
-        if (!dcode.empty())
-            feature.SetDcode(ParseInteger(dcode));
-    }
-    // What follows a closing quote: a field, or nothing, and the attribute list.
-    std::string_view AfterQuote(std::string_view rest, CJOBXlayObj& feature)
-    {
-        CFieldScanner fields(Trimmed(rest));
-        return LastField(fields, feature);
-    }
-
-    void ReadAttributes(std::string_view text, CJOBXlayObj& feature)
-    {
-        text = WithoutLeading(text, ';');
-        if (text.empty())
-            return;
-        CFeatureMaker::SetProperties(feature, PropertiesOf(text));
     }
 
     // Null when the text gives no property.
@@ -502,235 +241,79 @@ private:
                               });
     }
 
-    void ReadLineFeature(std::string_view line)
+    // Null when there is no attribute list, or nothing in it.
+    const CJOBXPropertyArray* PropertiesOf(const CLenientFields& fields)
     {
-        auto feature = NewFeature<CJOBXlayObjLine>('L');
-        CFieldScanner fields(line);
-        fields.Skip();
-        feature->SetStartPoint(NextPoint(fields));
-        feature->SetEndPoint(NextPoint(fields));
-        ReadSymbolAndPolarity(fields, *feature);
-        ReadLastDcode(fields, *feature);
-        Own(std::move(feature));
+        return fields.Attributes().empty() ? nullptr : PropertiesOf(fields.Attributes());
     }
 
-    void ReadArc(std::string_view line)
+    template <class Record>
+    void OnFeature(std::string_view line)
     {
-        auto feature = NewFeature<CJOBXlayObjArc>('A');
-        CFieldScanner fields(line);
-        fields.Skip();
-        feature->SetStartPoint(NextPoint(fields));
-        feature->SetEndPoint(NextPoint(fields));
-        feature->SetCenterPoint(NextPoint(fields));
-        ReadSymbolAndPolarity(fields, *feature);
-        ReadDcode(fields, *feature);
-        feature->SetClockwise(CString(LastField(fields, *feature)));
-        Own(std::move(feature));
+        CLenientFields fields(line);
+        Record record;
+        Take(fields, record);
+        AddFeature(record, PropertiesOf(fields));
     }
 
-    static bool IsPolarity(std::string_view field)
+    // A surface that is still open is dropped; its index is not used again.
+    void OnSurface(std::string_view line)
     {
-        return field == "P" || field == "p" || field == "n" || field == "N";
-    }
-
-    void ReadPad(std::string_view line)
-    {
-        auto feature = NewFeature<CJOBXlayObjPad>('P');
-        CFieldScanner fields(line);
-        fields.Skip();
-        feature->SetCenterPoint(NextPoint(fields));
-        int symbol = -1;
-        if (fields.Integer(symbol))
-            feature->SetSymbolNumber(symbol);
-        std::string_view fourth;
-        if (fields.Text(fourth))
-        {
-            if (symbol != -1 && IsPolarity(fourth))
-            {
-                feature->SetPolarity(CString(fourth));
-            }
-            else
-            {
-                feature->SetSymbolNumber(ParseInteger(fourth));
-                feature->SetResizeFlag(1);
-                feature->SetResizeFactor(NextReal(fields));
-                ReadPolarity(fields, *feature);
-            }
-            ReadDcode(fields, *feature);
-            ReadPadOrientation(fields, *feature);
-        }
-        Own(std::move(feature));
-    }
-
-    // "8 30 ;1=2": the code, and the angle when a blank follows it.
-    void ReadPadOrientation(CFieldScanner& fields, CJOBXlayObjPad& pad)
-    {
-        const std::string_view rest = fields.Rest();
-        const std::size_t semicolon = rest.find(';');
-        if (semicolon != std::string_view::npos)
-            ReadAttributes(rest.substr(semicolon), pad);
-        CFieldScanner orientation(Trimmed(rest.substr(0, semicolon)));
-        int code = 0;
-        if (orientation.Integer(code))
-            pad.SetOrientation(code);
-        pad.SetRotationAngle(NextReal(orientation));
-    }
-
-    // Takes the text between quotes out of the rest; leading quotes are dropped together, so that a text neither begins
-    // with a quote nor holds one. An unclosed quote takes all that is left. Without a quote nothing is taken.
-    static bool TakeQuoted(std::string_view& rest, std::string_view& text)
-    {
-        const std::size_t quote = rest.find('\'');
-        if (quote == std::string_view::npos)
-            return false;
-        const std::string_view open = WithoutLeading(rest.substr(quote), '\'');
-        text = open.substr(0, open.find('\''));
-        rest = open.substr(std::min(text.size() + 1, open.size()));
-        return true;
-    }
-
-    void ReadText(std::string_view line)
-    {
-        auto feature = NewFeature<CJOBXlayObjText>('T');
-        CFieldScanner fields(line);
-        fields.Skip();
-        feature->SetPosition(NextPoint(fields));
-        std::string_view font;
-        if (fields.Text(font))
-            feature->SetFontName(CString(font));
-        ReadPolarity(fields, *feature);
-        int orientation = 0;
-        fields.Integer(orientation);
-        feature->SetOrientation(orientation);
-        if (orientation == 8 || orientation == 9)
-            feature->SetRotationAngle(NextReal(fields));
-        feature->SetSize(NextPoint(fields));
-        feature->SetWidthFactor(NextReal(fields));
-        std::string_view rest = fields.Rest();
-        std::string_view text;
-        if (TakeQuoted(rest, text))
-        {
-            feature->SetText(CString(text));
-            const std::string_view version = AfterQuote(rest, *feature);
-            if (!version.empty())
-                feature->SetVersion(ParseInteger(version));
-        }
-        else
-        {
-            AfterQuote(rest, *feature);
-        }
-        Own(std::move(feature));
-    }
-
-    void ReadBarcode(std::string_view line)
-    {
-        auto feature = NewFeature<CJOBXlayObjBarcode>('B');
-        CFieldScanner fields(line);
-        fields.Skip();
-        feature->m_ptPosition = NextPoint(fields);
-        fields.Text(feature->m_sBarcodeName);
-        fields.Text(feature->m_sFontName);
-        ReadPolarity(fields, *feature);
-        fields.Integer(feature->m_nOrientation);
-        fields.Text(feature->m_sEFlag);
-        feature->m_dWidth = NextReal(fields);
-        feature->m_dHeight = NextReal(fields);
-        fields.Text(feature->m_sFasc);
-        fields.Text(feature->m_sCs);
-        fields.Text(feature->m_sBg);
-        fields.Text(feature->m_sAstr);
-        fields.Text(feature->m_sAstrPosition);
-        std::string_view rest = fields.Rest();
-        std::string_view text;
-        if (TakeQuoted(rest, text))
-            feature->m_sText = CString(text);
-        AfterQuote(rest, *feature);
-        Own(std::move(feature));
-    }
-
-    void BeginSurface(std::string_view line)
-    {
-        auto surface = NewFeature<CJOBXlayObjSurface>('S');
-        CFieldScanner fields(line);
-        fields.Skip();
-        ReadPolarity(fields, *surface);
-        ReadLastDcode(fields, *surface);
-        m_surface = std::move(surface);
+        CLenientFields fields(line);
+        SurfaceFields record;
+        Take(fields, record);
+        m_surface = m_maker.Make(record, m_nextIndex, PropertiesOf(fields));
+        ++m_nextIndex;
     }
 
     // The contour, when one is open, is not touched.
-    void EndSurface()
+    void OnSurfaceEnd()
     {
         if (m_surface != nullptr)
             Own(std::move(m_surface));
     }
 
-    CJOBXlayObjOX& NewElement(const char* kind)
+    void OnContourLine(std::string_view line, char second)
     {
-        AddElement([this] { return m_maker.New<CJOBXlayObjOX>(); });
-        CJOBXlayObjOX& element = *m_elements.back();
-        element.SetLineNumber(m_scanner.LineNumber());
-        element.SetKind(kind);
-        return element;
-    }
-
-    void ReadContourLine(std::string_view line, char second)
-    {
-        CFieldScanner fields(line);
-        fields.Skip();
         switch (second)
         {
-        case 'E':
-            return EndContour();
-        case 'B':
-            return BeginContour(fields);
-        case 'S':
-            return ReadSegment(fields);
-        case 'C':
-            return ReadContourArc(fields);
+        case kEnd:
+            return OnContourEnd();
+        case kBegin:
+            return OnContour(line);
+        case kSegment:
+            return m_contourIsOpen ? OnElement<SegmentFields>(line) : void();
+        case kCurve: // needs an open surface, too
+            return m_contourIsOpen && m_surface != nullptr ? OnElement<CurveFields>(line) : void();
         default:
             return;
         }
     }
 
+    template <class Record>
+    void OnElement(std::string_view line)
+    {
+        CLenientFields fields(line);
+        Record record;
+        Take(fields, record);
+        AddElement(record, m_scanner.LineNumber());
+    }
+
     // A contour that is still open is dropped.
-    void BeginContour(CFieldScanner& fields)
+    void OnContour(std::string_view line)
     {
         if (m_surface == nullptr)
             return;
         m_elements.clear();
         m_contourIsOpen = true;
-        CJOBXlayObjOX& element = NewElement("OB");
-        element.SetPoint(NextPoint(fields));
-        std::string_view type;
-        if (fields.Text(type))
-            element.SetPolygonType(CString(type));
+        OnElement<ContourFields>(line);
     }
 
-    void ReadSegment(CFieldScanner& fields)
-    {
-        if (m_contourIsOpen)
-            NewElement("OS").SetPoint(NextPoint(fields));
-    }
-
-    // Needs an open surface; without a contour there is nowhere to keep it.
-    void ReadContourArc(CFieldScanner& fields)
+    void OnContourEnd()
     {
         if (m_surface == nullptr || !m_contourIsOpen)
             return;
-        CJOBXlayObjOX& element = NewElement("OC");
-        element.SetPoint(NextPoint(fields));
-        element.SetCenterPoint(NextPoint(fields));
-        std::string_view clockwise;
-        if (fields.Text(clockwise))
-            element.SetClockwise(CString(clockwise));
-    }
-
-    void EndContour()
-    {
-        if (m_surface == nullptr || !m_contourIsOpen)
-            return;
-        NewElement("OE");
+        AddElement(m_maker.MakeEnd(m_scanner.LineNumber()));
         auto contour = std::make_unique<CJOBXlayObjSurfaceOB>();
         CJOBXlayObjOXArray& elements = *contour->GetODBlayObjOXArray();
         elements.Reserve(static_cast<__int64>(m_elements.size()));
@@ -760,8 +343,8 @@ private:
 
 void ReadFeatures(CTextScanner& scanner, CJOBXlayer& layer)
 {
-    const auto reader = std::make_unique<CReader>(scanner, layer); // too large for a worker thread's stack
-    reader->Read();
+    const auto reading = std::make_unique<CFeaturesReading>(scanner, layer); // too large for a worker thread's stack
+    reading->Read();
 }
 
 CString PadUsageText(int number)

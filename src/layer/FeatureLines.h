@@ -1,0 +1,196 @@
+// What stands on the lines of a features file, field by field. Each kind of line is described here once, for whatever
+// takes fields from a line: `Fields` is a CLenientFields or a CStrictFields. Take answers false when the fields do not
+// suit; a lenient one always takes what there is.
+#pragma once
+
+#include "foundation/NumberText.h"
+#include "layer/FeaturesFormat.h"
+
+#include <string_view>
+
+// Texts are views of the line.
+struct FeaturePoint
+{
+    double x = 0.0;
+    double y = 0.0;
+};
+
+struct FeatureFields
+{
+    int symbol = -1;
+    std::string_view polarity = "P";
+    int dcode = 0;
+};
+
+struct LineFields : FeatureFields
+{
+    FeaturePoint start;
+    FeaturePoint end;
+};
+
+struct ArcFields : FeatureFields
+{
+    FeaturePoint start;
+    FeaturePoint end;
+    FeaturePoint center;
+    std::string_view clockwise;
+};
+
+struct PadFields : FeatureFields
+{
+    FeaturePoint center;
+    int resizeFlag = 0;
+    double resizeFactor = 0.0;
+    int orientation = 0;
+    double angle = 0.0;
+};
+
+struct TextFields : FeatureFields
+{
+    FeaturePoint position;
+    std::string_view font = "standard";
+    int orientation = 0;
+    double angle = 0.0;
+    FeaturePoint size;
+    double widthFactor = 0.0;
+    std::string_view text;
+    int version = 1;
+};
+
+struct BarcodeFields : FeatureFields
+{
+    FeaturePoint position;
+    std::string_view name;
+    std::string_view font;
+    int orientation = 0;
+    std::string_view eFlag;
+    double width = 0.0;
+    double height = 0.0;
+    std::string_view fasc;
+    std::string_view cs;
+    std::string_view bg;
+    std::string_view astr;
+    std::string_view astrPosition;
+    std::string_view text;
+};
+
+struct SurfaceFields : FeatureFields
+{
+};
+
+// The begin of a contour, a segment and an arc.
+struct ContourFields
+{
+    FeaturePoint point;
+    std::string_view polygonType;
+};
+
+struct SegmentFields
+{
+    FeaturePoint point;
+};
+
+struct CurveFields
+{
+    FeaturePoint point;
+    FeaturePoint center;
+    std::string_view clockwise;
+};
+
+template <class Fields>
+bool Take(Fields& fields, LineFields& line)
+{
+    return fields.Point(line.start) && fields.Point(line.end) && fields.Integer(line.symbol) &&
+           fields.Polarity(line.polarity) && fields.LastInteger(line.dcode);
+}
+
+template <class Fields>
+bool Take(Fields& fields, ArcFields& arc)
+{
+    return fields.Point(arc.start) && fields.Point(arc.end) && fields.Point(arc.center) && fields.Integer(arc.symbol) &&
+           fields.Polarity(arc.polarity) && fields.Integer(arc.dcode) && fields.LastClockwise(arc.clockwise);
+}
+
+inline bool IsPolarity(std::string_view field) noexcept
+{
+    return field == "P" || field == "p" || field == "n" || field == "N";
+}
+
+// A resized pad has a second symbol number and the factor where others have the polarity.
+template <class Fields>
+bool TakePolarityOrResize(Fields& fields, PadFields& pad)
+{
+    std::string_view field;
+    if (!fields.Polarity(field))
+        return false;
+    if (field.empty())
+        return true; // the line has ended
+    if (pad.symbol != -1 && IsPolarity(field))
+    {
+        pad.polarity = field;
+        return true;
+    }
+    pad.symbol = ParseInteger(field);
+    pad.resizeFlag = 1;
+    return fields.Real(pad.resizeFactor) && fields.Polarity(pad.polarity);
+}
+
+template <class Fields>
+bool Take(Fields& fields, PadFields& pad)
+{
+    return fields.Point(pad.center) && fields.Integer(pad.symbol) && TakePolarityOrResize(fields, pad) &&
+           fields.Integer(pad.dcode) && fields.LastOrientation(pad.orientation, pad.angle);
+}
+
+template <class Fields>
+bool Take(Fields& fields, TextFields& text)
+{
+    const bool isPlaced = fields.Point(text.position) && fields.Text(text.font) && fields.Polarity(text.polarity) &&
+                          fields.Integer(text.orientation);
+    const bool hasAngle =
+        text.orientation == features_format::kTurned || text.orientation == features_format::kTurnedAndMirrored;
+    if (!isPlaced || (hasAngle && !fields.Real(text.angle)) || !fields.Point(text.size) ||
+        !fields.Real(text.widthFactor))
+        return false;
+    int ignored = 0;
+    const bool isQuoted = fields.Quoted(text.text);
+    return fields.LastInteger(isQuoted ? text.version : ignored);
+}
+
+template <class Fields>
+bool Take(Fields& fields, BarcodeFields& barcode)
+{
+    if (!fields.Point(barcode.position) || !fields.Text(barcode.name) || !fields.Text(barcode.font) ||
+        !fields.Polarity(barcode.polarity) || !fields.Integer(barcode.orientation) || !fields.Text(barcode.eFlag) ||
+        !fields.Real(barcode.width) || !fields.Real(barcode.height) || !fields.Text(barcode.fasc) ||
+        !fields.Text(barcode.cs) || !fields.Text(barcode.bg) || !fields.Text(barcode.astr) ||
+        !fields.Text(barcode.astrPosition))
+        return false;
+    int ignored = 0;
+    fields.Quoted(barcode.text);
+    return fields.LastInteger(ignored);
+}
+
+template <class Fields>
+bool Take(Fields& fields, SurfaceFields& surface)
+{
+    return fields.Polarity(surface.polarity) && fields.LastInteger(surface.dcode);
+}
+
+template <class Fields>
+bool Take(Fields& fields, ContourFields& contour)
+{
+    return fields.Point(contour.point) && fields.Text(contour.polygonType);
+}
+
+template <class Fields>
+bool Take(Fields& fields, SegmentFields& segment)
+{
+    return fields.LastPoint(segment.point);
+}
+
+template <class Fields>
+bool Take(Fields& fields, CurveFields& curve)
+{
+    return fields.Point(curve.point) && fields.Point(curve.center) && fields.LastClockwise(curve.clockwise);
+}
