@@ -13,8 +13,8 @@ namespace fs = std::filesystem;
 
 namespace
 {
-constexpr double kFactor = 25.4;
-constexpr ULONGLONG kDecompressionLimit = 1U << 20U;
+constexpr double kJobFactor = 25.4;
+constexpr ULONGLONG kSymbolLimit = 1U << 20U;
 
 class QuietWindow : public CWnd
 {
@@ -49,7 +49,7 @@ public:
           m_oldLimit(Files().GetDecompressionLimit()),
           m_oldBoxes(SetMessageBoxHandler([](CWnd*, LPCSTR, LPCSTR, UINT) { return 1; }))
     {
-        Files().SetDecompressionLimit(kDecompressionLimit);
+        Files().SetDecompressionLimit(kSymbolLimit);
     }
     ~ScopedHost()
     {
@@ -134,7 +134,7 @@ void ReadAndWrite(const std::string& source, const std::string& out, QuietWindow
             exception->Delete();
         }
     }
-    job.UnitConvert(kFactor);
+    job.UnitConvert(kJobFactor);
     job.RebuildStepObj();
     job.WriteODBData(out.c_str(), 1);
     LookAt(job);

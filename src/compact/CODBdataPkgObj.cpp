@@ -30,7 +30,7 @@ std::unique_ptr<CJOBXdataPkgObj> MakeMain(const CODBdataPkgObj* record)
 }
 
 template <class Shape>
-std::unique_ptr<Shape> MakeLike(const CJOBXdataPkgObj& record)
+std::unique_ptr<Shape> MakeCompact(const CJOBXdataPkgObj& record)
 {
     auto shape = MakeNew<Shape>();
     shape->m_nLineNumber = record.m_nLineNumber;
@@ -40,7 +40,7 @@ std::unique_ptr<Shape> MakeLike(const CJOBXdataPkgObj& record)
 
 std::unique_ptr<CODBdataPkgObj> MakeContour(const CJOBXdataPkgObjContour& source)
 {
-    auto contour = MakeLike<CODBdataPkgObjContour>(source);
+    auto contour = MakeCompact<CODBdataPkgObjContour>(source);
     const CJOBXlayObjOXArray& elements = *source.GetODBlayObjOXArray();
     for (__int64 i = 0; i < elements.GetSize(); ++i)
     {
@@ -61,21 +61,21 @@ std::unique_ptr<CODBdataPkgObj> MakeShape(const CJOBXdataPkgObj& record)
 {
     if (const auto* const from = dynamic_cast<const CJOBXdataPkgObjCircle*>(&record))
     {
-        auto circle = MakeLike<CODBdataPkgObjCircle>(record);
+        auto circle = MakeCompact<CODBdataPkgObjCircle>(record);
         circle->m_ptCenter = from->m_ptCenter;
         circle->m_dRadius = from->m_dRadius;
         return circle;
     }
     if (const auto* const from = dynamic_cast<const CJOBXdataPkgObjSquare*>(&record))
     {
-        auto square = MakeLike<CODBdataPkgObjSquare>(record);
+        auto square = MakeCompact<CODBdataPkgObjSquare>(record);
         square->m_ptCenter = from->m_ptCenter;
         square->m_dHalfSide = from->m_dHalfSide;
         return square;
     }
     if (const auto* const from = dynamic_cast<const CJOBXdataPkgObjRectangle*>(&record))
     {
-        auto rectangle = MakeLike<CODBdataPkgObjRectangle>(record);
+        auto rectangle = MakeCompact<CODBdataPkgObjRectangle>(record);
         rectangle->m_dWidth = from->m_dWidth;
         rectangle->m_dHeight = from->m_dHeight;
         rectangle->m_ptLowerLeft = from->m_ptLowerLeft;

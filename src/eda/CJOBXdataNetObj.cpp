@@ -1,6 +1,6 @@
 #include "eda/CJOBXdataNetObj.h"
 
-#include "eda/EdaKeywords.h"
+#include "eda/EdaFormat.h"
 
 #include <memory>
 
@@ -25,7 +25,7 @@ int CJOBXdataNetObjArray::nGetNumberOfHoles() const
     int holes = 0;
     for (__int64 i = 0; i < GetSize(); ++i)
         if (const CJOBXdataNetObj* const object = GetAt(i);
-            object != nullptr && object->m_sKind.View() == eda_keyword::kHole)
+            object != nullptr && object->m_sKind.View() == eda_format::kHole)
             ++holes;
     return holes;
 }

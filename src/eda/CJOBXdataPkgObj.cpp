@@ -2,7 +2,7 @@
 
 #include "eda/CJOBXdataPkgObjContour.h"
 #include "eda/CJOBXdataPkgObjFields.h"
-#include "eda/EdaKeywords.h"
+#include "eda/EdaFormat.h"
 #include "foundation/NumberText.h"
 #include "foundation/ScaleLengths.h"
 #include "foundation/framework/Guarded.h"
@@ -16,8 +16,6 @@ template class CExPtrArray<CJOBXdataPkgObj*, CJOBXdataPkgObj*>;
 
 namespace
 {
-using namespace eda_keyword;
-
 template <class Shape>
 void ConvertAs(CJOBXdataPkgObj& record, const double& factor)
 {
@@ -65,21 +63,21 @@ std::unique_ptr<CJOBXdataPkgObj> MakeShape(const CJOBXdataPkgObj* record)
 {
     std::array<double, 3> three{};
     std::array<double, 4> four{};
-    if (IsPlain(record, kCircle) && HasNumbers(*record, three))
+    if (IsPlain(record, eda_format::kCircle) && HasNumbers(*record, three))
     {
         auto circle = MakeLike<CJOBXdataPkgObjCircle>(*record);
         circle->m_ptCenter.SetData(three[0], three[1]);
         circle->m_dRadius = three[2];
         return circle;
     }
-    if (IsPlain(record, kSquare) && HasNumbers(*record, three))
+    if (IsPlain(record, eda_format::kSquare) && HasNumbers(*record, three))
     {
         auto square = MakeLike<CJOBXdataPkgObjSquare>(*record);
         square->m_ptCenter.SetData(three[0], three[1]);
         square->m_dHalfSide = three[2];
         return square;
     }
-    if (IsPlain(record, kRectangle) && HasNumbers(*record, four))
+    if (IsPlain(record, eda_format::kRectangle) && HasNumbers(*record, four))
     {
         auto rectangle = MakeLike<CJOBXdataPkgObjRectangle>(*record);
         rectangle->m_ptLowerLeft.SetData(four[0], four[1]);
@@ -96,22 +94,22 @@ std::unique_ptr<CJOBXlayObjOX> MakeElement(const CJOBXdataPkgObj* record)
     auto element = std::make_unique<CJOBXlayObjOX>();
     std::array<double, 2> two{};
     std::array<double, 4> four{};
-    if (IsPlain(record, kPolygon) && HasNumbers(*record, two, 3))
+    if (IsPlain(record, eda_format::kPolygon) && HasNumbers(*record, two, 3))
     {
         element->SetPoint({two[0], two[1]});
         element->SetPolygonType(record->m_arrParameters.GetAt(2));
     }
-    else if (IsPlain(record, kSegment) && HasNumbers(*record, two))
+    else if (IsPlain(record, eda_format::kSegment) && HasNumbers(*record, two))
     {
         element->SetPoint({two[0], two[1]});
     }
-    else if (IsPlain(record, kCurve) && HasNumbers(*record, four, 5))
+    else if (IsPlain(record, eda_format::kCurve) && HasNumbers(*record, four, 5))
     {
         element->SetPoint({four[0], four[1]});
         element->SetCenterPoint({four[2], four[3]});
         element->SetClockwise(record->m_arrParameters.GetAt(4));
     }
-    else if (!IsPlain(record, kPolygonEnd) || record->m_arrParameters.GetSize() != 0)
+    else if (!IsPlain(record, eda_format::kPolygonEnd) || record->m_arrParameters.GetSize() != 0)
     {
         return nullptr;
     }
@@ -125,13 +123,13 @@ std::unique_ptr<CJOBXlayObjOX> MakeElement(const CJOBXdataPkgObj* record)
 std::unique_ptr<CJOBXdataPkgObjContour> MakeContour(const CJOBXdataPkgObjArray& records, __int64 begin, __int64& end)
 {
     const CJOBXdataPkgObj* const first = records.GetAt(begin);
-    if (!IsPlain(first, kContour) || first->m_arrParameters.GetSize() != 0)
+    if (!IsPlain(first, eda_format::kContour) || first->m_arrParameters.GetSize() != 0)
         return nullptr;
     auto contour = MakeLike<CJOBXdataPkgObjContour>(*first);
     for (end = begin + 1; end < records.GetSize(); ++end)
     {
         const CJOBXdataPkgObj* const record = records.GetAt(end);
-        if (IsPlain(record, kContourEnd) && record->m_arrParameters.GetSize() == 0)
+        if (IsPlain(record, eda_format::kContourEnd) && record->m_arrParameters.GetSize() == 0)
         {
             ++end;
             return contour;
@@ -187,13 +185,13 @@ bool CJOBXdataPkgObj::operator==(const CJOBXdataPkgObj& other) const
 void CJOBXdataPkgObj::UnitConvert(const double& factor)
 {
     const std::string_view keyword = m_sKeyword.View();
-    if (keyword == kCircle)
+    if (keyword == eda_format::kCircle)
         ConvertAs<CJOBXdataPkgObjCircle>(*this, factor);
-    else if (keyword == kSquare)
+    else if (keyword == eda_format::kSquare)
         ConvertAs<CJOBXdataPkgObjSquare>(*this, factor);
-    else if (keyword == kRectangle)
+    else if (keyword == eda_format::kRectangle)
         ConvertAs<CJOBXdataPkgObjRectangle>(*this, factor);
-    else if (keyword == kContour)
+    else if (keyword == eda_format::kContour)
         ConvertAs<CJOBXdataPkgObjContour>(*this, factor);
 }
 
@@ -235,7 +233,7 @@ void CJOBXdataPkgObjArray::UnitConvert(const double& factor)
 
 CJOBXdataPkgObjCircle::CJOBXdataPkgObjCircle()
 {
-    m_sKeyword = kCircle;
+    m_sKeyword = eda_format::kCircle;
 }
 
 CJOBXdataPkgObjCircle::~CJOBXdataPkgObjCircle() = default;
@@ -252,7 +250,7 @@ void CJOBXdataPkgObjCircle::UnitConvert(const double& factor)
 
 CJOBXdataPkgObjSquare::CJOBXdataPkgObjSquare()
 {
-    m_sKeyword = kSquare;
+    m_sKeyword = eda_format::kSquare;
 }
 
 CJOBXdataPkgObjSquare::~CJOBXdataPkgObjSquare() = default;
@@ -269,7 +267,7 @@ void CJOBXdataPkgObjSquare::UnitConvert(const double& factor)
 
 CJOBXdataPkgObjRectangle::CJOBXdataPkgObjRectangle()
 {
-    m_sKeyword = kRectangle;
+    m_sKeyword = eda_format::kRectangle;
 }
 
 CJOBXdataPkgObjRectangle::~CJOBXdataPkgObjRectangle() = default;

@@ -1,12 +1,12 @@
 #include "eda/CJOBXdataPkgObjContour.h"
 
 #include "eda/CJOBXdataPkgObjFields.h"
-#include "eda/EdaKeywords.h"
+#include "eda/EdaFormat.h"
 #include "foundation/ScaleLengths.h"
 
 CJOBXdataPkgObjContour::CJOBXdataPkgObjContour()
 {
-    m_sKeyword = eda_keyword::kContour;
+    m_sKeyword = eda_format::kContour;
 }
 
 CJOBXdataPkgObjContour::~CJOBXdataPkgObjContour() = default;

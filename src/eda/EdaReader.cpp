@@ -1,6 +1,6 @@
 #include "eda/CJOBXdata.h"
-#include "eda/CListFiller.h"
-#include "eda/EdaKeywords.h"
+#include "eda/EdaFormat.h"
+#include "foundation/CListFiller.h"
 #include "foundation/CTextCache.h"
 #include "foundation/CTokenScanner.h"
 #include "foundation/KeywordTable.h"
@@ -11,8 +11,6 @@
 
 namespace
 {
-using namespace eda_keyword;
-
 // What kind of record was opened last.
 enum class Inside
 {
@@ -22,7 +20,7 @@ enum class Inside
     Pin
 };
 
-struct Reading
+struct EdaReading
 {
     CJOBXdata& data;
     CTextScanner& text;
@@ -76,7 +74,7 @@ int NumberOfComment(std::string_view line, std::string_view upperKeyword)
 }
 
 // The line right behind the current one, empty or not; at the end an empty one.
-std::string_view LineBehind(Reading& reading)
+std::string_view LineBehind(EdaReading& reading)
 {
     return reading.text.NextAnyLine() ? reading.text.Line() : std::string_view();
 }
@@ -94,7 +92,7 @@ bool Contains(std::string_view line, std::string_view upperKeyword)
     return false;
 }
 
-void AddFields(Reading& reading, CStringArray& texts, CFieldScanner fields)
+void AddFields(EdaReading& reading, CStringArray& texts, CFieldScanner fields)
 {
     INT_PTR count = 0;
     std::string_view field;
@@ -106,7 +104,7 @@ void AddFields(Reading& reading, CStringArray& texts, CFieldScanner fields)
         texts[at] = reading.textCache.Of(field);
 }
 
-void AddNet(Reading& reading, std::string_view line, int number)
+void AddNet(EdaReading& reading, std::string_view line, int number)
 {
     auto net = std::make_unique<CJOBXdataNet>();
     net->m_nNumber = number;
@@ -116,7 +114,7 @@ void AddNet(Reading& reading, std::string_view line, int number)
 }
 
 // A package with attributes is never kept; what follows goes to the package before it. Files rely on this.
-void AddPackage(Reading& reading, std::string_view line, int number)
+void AddPackage(EdaReading& reading, std::string_view line, int number)
 {
     reading.inside = Inside::Package;
     if (HasAttributes(line))
@@ -135,23 +133,23 @@ void AddPackage(Reading& reading, std::string_view line, int number)
     reading.packageOutlines.Begin(reading.package->m_arrOutlines);
 }
 
-void OnHeader(Reading& reading, std::string_view line)
+void OnHeader(EdaReading& reading, std::string_view line)
 {
     reading.inside = Inside::Nothing;
     reading.data.m_sHeader = WithoutKeyword(line);
 }
 
-void OnLayers(Reading& reading, std::string_view line)
+void OnLayers(EdaReading& reading, std::string_view line)
 {
     reading.inside = Inside::Nothing;
     AddFields(reading, reading.data.m_arrLayerNames, CFieldScanner(WithoutKeyword(line)));
 }
 
-void OnNumberedNet(Reading& reading, std::string_view line)
+void OnNumberedNet(EdaReading& reading, std::string_view line)
 {
-    const int number = NumberOfComment(line, kNumberedNet);
+    const int number = NumberOfComment(line, eda_format::kNumberedNet);
     const std::string_view behind = LineBehind(reading);
-    if (!BeginsWith(behind, kNet))
+    if (!BeginsWith(behind, eda_format::kNet))
     {
         reading.net = nullptr;
         return;
@@ -161,26 +159,26 @@ void OnNumberedNet(Reading& reading, std::string_view line)
 }
 
 // Leaves open what was open: a property after it still goes where it went before.
-void OnNet(Reading& reading, std::string_view line)
+void OnNet(EdaReading& reading, std::string_view line)
 {
     if (!HasAttributes(line))
         AddNet(reading, line, -1);
 }
 
-void OnNumberedPackage(Reading& reading, std::string_view line)
+void OnNumberedPackage(EdaReading& reading, std::string_view line)
 {
-    const int number = NumberOfComment(line, kNumberedPackage);
+    const int number = NumberOfComment(line, eda_format::kNumberedPackage);
     const std::string_view behind = LineBehind(reading);
-    if (BeginsWith(behind, kPackage))
+    if (BeginsWith(behind, eda_format::kPackage))
         AddPackage(reading, behind, number);
 }
 
-void OnPackage(Reading& reading, std::string_view line)
+void OnPackage(EdaReading& reading, std::string_view line)
 {
     AddPackage(reading, line, -1);
 }
 
-void OnPin(Reading& reading, std::string_view line)
+void OnPin(EdaReading& reading, std::string_view line)
 {
     reading.inside = Inside::Pin; // also without a package
     if (reading.package == nullptr)
@@ -198,20 +196,20 @@ void OnPin(Reading& reading, std::string_view line)
     reading.pinOutlines.Begin(reading.pin->m_arrOutlines);
 }
 
-void OnFeatureGroup(Reading& reading, std::string_view line)
+void OnFeatureGroup(EdaReading& reading, std::string_view line)
 {
     if (reading.subnet == nullptr)
         return;
     auto object = std::make_unique<CJOBXdataNetObj>();
     object->m_nLineNumber = reading.text.LineNumber();
-    object->m_sKind = kFeatureGroup;
+    object->m_sKind = eda_format::kFeatureGroup;
     object->m_sText = WithoutKeyword(line);
     reading.netObjects.Own(std::move(object));
 }
 
 // Where a property goes: behind a package to the net read before it, behind a pin to that pin's package. Hosts rely on
 // this shift.
-CJOBXPropertyArray* PropertiesOf(const Reading& reading)
+CJOBXPropertyArray* PropertiesOf(const EdaReading& reading)
 {
     if (reading.inside == Inside::Package && reading.net != nullptr)
         return &reading.net->m_arrProperties;
@@ -220,7 +218,7 @@ CJOBXPropertyArray* PropertiesOf(const Reading& reading)
     return nullptr;
 }
 
-void OnProperty(Reading& reading, std::string_view line)
+void OnProperty(EdaReading& reading, std::string_view line)
 {
     CJOBXPropertyArray* const properties = PropertiesOf(reading);
     if (properties == nullptr)
@@ -235,7 +233,7 @@ void OnProperty(Reading& reading, std::string_view line)
 }
 
 // The kinds with further fields are compared as they stand: "top" is a kind without any.
-void OnSubnet(Reading& reading, std::string_view line)
+void OnSubnet(EdaReading& reading, std::string_view line)
 {
     if (reading.net == nullptr)
         return;
@@ -243,13 +241,13 @@ void OnSubnet(Reading& reading, std::string_view line)
     CFieldScanner fields = FieldsOf(line);
     subnet->m_nLineNumber = reading.text.LineNumber();
     fields.Text(subnet->m_sKind);
-    if (subnet->m_sKind.View() == kToeprint)
+    if (subnet->m_sKind.View() == eda_format::kToeprint)
     {
         fields.Text(subnet->m_sSide);
         fields.Integer(subnet->m_nComponentNumber);
         fields.Integer(subnet->m_nToeprintNumber);
     }
-    else if (subnet->m_sKind.View() == kPlane)
+    else if (subnet->m_sKind.View() == eda_format::kPlane)
     {
         fields.Text(subnet->m_sFillType);
         fields.Text(subnet->m_sCutoutType);
@@ -259,7 +257,7 @@ void OnSubnet(Reading& reading, std::string_view line)
     reading.netObjects.Begin(reading.subnet->m_arrNetObjs);
 }
 
-void OnFeature(Reading& reading, std::string_view line)
+void OnFeature(EdaReading& reading, std::string_view line)
 {
     if (reading.subnet == nullptr)
         return;
@@ -273,7 +271,7 @@ void OnFeature(Reading& reading, std::string_view line)
 }
 
 // Where an outline goes; null where an unknown line is passed over.
-CListFiller<CJOBXdataPkgObj>* OutlinesOf(Reading& reading)
+CListFiller<CJOBXdataPkgObj>* OutlinesOf(EdaReading& reading)
 {
     if (reading.inside == Inside::Package && reading.package != nullptr)
         return &reading.packageOutlines;
@@ -282,7 +280,7 @@ CListFiller<CJOBXdataPkgObj>* OutlinesOf(Reading& reading)
     return nullptr;
 }
 
-void OnAnyOther(Reading& reading, std::string_view line)
+void OnAnyOther(EdaReading& reading, std::string_view line)
 {
     CListFiller<CJOBXdataPkgObj>* const outlines = OutlinesOf(reading);
     if (outlines == nullptr)
@@ -296,25 +294,26 @@ void OnAnyOther(Reading& reading, std::string_view line)
 }
 
 // Tried from the top, first match wins; letters of the line in any case. The order is behaviour: do not sort it.
-constexpr Keyword<Reading> kKeywords[] = {
-    {kHeader, OnHeader},
-    {kLayers, OnLayers},
-    {kNumberedNet, OnNumberedNet}, // takes the next line with it
-    {kNet, OnNet},
-    {kNumberedPackage, OnNumberedPackage}, // takes the next line with it
-    {kPackage, OnPackage},
-    {kPin, OnPin},
-    {kFeatureGroup, OnFeatureGroup},
-    {kProperty, OnProperty},
-    {kSubnet, OnSubnet},
-    {kFeature, OnFeature},
+constexpr Keyword<EdaReading> kEdaKeywords[] = {
+    {eda_format::kHeader, OnHeader},
+    {eda_format::kLayers, OnLayers},
+    {eda_format::kNumberedNet, OnNumberedNet}, // takes the next line with it
+    {eda_format::kNet, OnNet},
+    {eda_format::kNumberedPackage, OnNumberedPackage}, // takes the next line with it
+    {eda_format::kPackage, OnPackage},
+    {eda_format::kPin, OnPin},
+    {eda_format::kFeatureGroup, OnFeatureGroup},
+    {eda_format::kProperty, OnProperty},
+    {eda_format::kSubnet, OnSubnet},
+    {eda_format::kFeature, OnFeature},
     {"", OnAnyOther},
 };
 
 // A comment counts only when it holds the number of a net or package; it need not begin with it.
 bool IsSkipped(std::string_view line)
 {
-    return line.front() == '#' && !Contains(line, kNumberedNet) && !Contains(line, kNumberedPackage);
+    return line.front() == '#' && !Contains(line, eda_format::kNumberedNet) &&
+           !Contains(line, eda_format::kNumberedPackage);
 }
 } // namespace
 
@@ -324,10 +323,10 @@ int CJOBXdata::ParseODBOfMFC(CString path)
         [&]
         {
             CTextScanner text(path, __FILE__, __LINE__);
-            Reading reading{*this, text};
+            EdaReading reading{*this, text};
             while (text.NextLine())
                 if (!IsSkipped(text.Line()))
-                    Dispatch<kKeywords>(reading, text.Line());
+                    Dispatch<kEdaKeywords>(reading, text.Line());
             reading.Finish();
             return text.WasRead() ? 1 : 0;
         });

@@ -1,6 +1,6 @@
 #include "eda/CJOBXdata.h"
 #include "eda/CJOBXdataPkgObjContour.h"
-#include "eda/EdaKeywords.h"
+#include "eda/EdaFormat.h"
 #include "foundation/CTextWriter.h"
 #include "foundation/corekit/CKUtility.h"
 #include "foundation/framework/Guarded.h"
@@ -11,8 +11,6 @@
 // Every record prints itself through one writer, so that one buffer serves the whole file.
 namespace
 {
-using namespace eda_keyword;
-
 CTextLine& operator<<(CTextLine& out, const CPointD& point)
 {
     return out << Fixed{point.x} << ' ' << Fixed{point.y};
@@ -20,8 +18,8 @@ CTextLine& operator<<(CTextLine& out, const CPointD& point)
 
 void Write(CTextWriter& out, const CJOBXdataNetObj& object)
 {
-    CTextLine(out) << kFeature << ' ' << object.m_sKind << ' ' << object.m_nLayerIndex << ' ' << object.m_nFeatureIndex
-                   << '\n';
+    CTextLine(out) << eda_format::kFeature << ' ' << object.m_sKind << ' ' << object.m_nLayerIndex << ' '
+                   << object.m_nFeatureIndex << '\n';
 }
 
 void Write(CTextWriter& out, const CJOBXSnt& subnet);
@@ -40,10 +38,10 @@ void WriteAll(CTextWriter& out, const COwningPtrArray<T>& records)
 void WriteHead(CTextWriter& writer, const CJOBXSnt& subnet)
 {
     CTextLine out(writer);
-    out << kSubnet << ' ' << subnet.m_sKind;
-    if (subnet.m_sKind.View() == kToeprint)
+    out << eda_format::kSubnet << ' ' << subnet.m_sKind;
+    if (subnet.m_sKind.View() == eda_format::kToeprint)
         out << ' ' << subnet.m_sSide << ' ' << subnet.m_nComponentNumber << ' ' << subnet.m_nToeprintNumber;
-    else if (subnet.m_sKind.View() == kPlane)
+    else if (subnet.m_sKind.View() == eda_format::kPlane)
         out << ' ' << subnet.m_sFillType << ' ' << subnet.m_sCutoutType << ' ' << Fixed{subnet.m_dFillSize};
     out << '\n';
 }
@@ -56,7 +54,7 @@ void Write(CTextWriter& out, const CJOBXSnt& subnet)
 
 void Write(CTextWriter& out, const CJOBXdataNet& net)
 {
-    CTextLine(out) << kNet << ' ' << net.m_sName << " \n";
+    CTextLine(out) << eda_format::kNet << ' ' << net.m_sName << " \n";
     WriteAll(out, net.m_arrSnts);
 }
 
@@ -65,7 +63,7 @@ void Write(CTextWriter& out, const CJOBXdataNetArray& nets)
     for (int i = 0; i < static_cast<int>(nets.GetSize()); ++i)
         if (const CJOBXdataNet* const net = nets.GetAt(i))
         {
-            CTextLine(out) << kNumberedNet << ' ' << i << '\n'; // the position, not the net's number
+            CTextLine(out) << eda_format::kNumberedNet << ' ' << i << '\n'; // the position, not the net's number
             Write(out, *net);
         }
 }
@@ -75,36 +73,36 @@ void Write(CTextWriter& writer, const CJOBXlayObjOX& element)
     CTextLine out(writer);
     const CString kind = element.GetKind();
     out << kind;
-    if (kind.View() == kPolygon)
+    if (kind.View() == eda_format::kPolygon)
         out << ' ' << element.GetPoint() << ' ' << element.GetPolygonType();
-    else if (kind.View() == kSegment)
+    else if (kind.View() == eda_format::kSegment)
         out << ' ' << element.GetPoint();
-    else if (kind.View() == kCurve)
+    else if (kind.View() == eda_format::kCurve)
         out << ' ' << element.GetPoint() << ' ' << element.GetCenterPoint() << ' ' << element.GetClockwise();
     out << '\n';
 }
 
 void WriteShape(CTextWriter& out, const CJOBXdataPkgObjCircle& circle)
 {
-    CTextLine(out) << kCircle << ' ' << circle.m_ptCenter << ' ' << Fixed{circle.m_dRadius} << '\n';
+    CTextLine(out) << eda_format::kCircle << ' ' << circle.m_ptCenter << ' ' << Fixed{circle.m_dRadius} << '\n';
 }
 
 void WriteShape(CTextWriter& out, const CJOBXdataPkgObjSquare& square)
 {
-    CTextLine(out) << kSquare << ' ' << square.m_ptCenter << ' ' << Fixed{square.m_dHalfSide} << '\n';
+    CTextLine(out) << eda_format::kSquare << ' ' << square.m_ptCenter << ' ' << Fixed{square.m_dHalfSide} << '\n';
 }
 
 void WriteShape(CTextWriter& out, const CJOBXdataPkgObjRectangle& rectangle)
 {
-    CTextLine(out) << kRectangle << ' ' << rectangle.m_ptLowerLeft << ' ' << Fixed{rectangle.m_dWidth} << ' '
-                   << Fixed{rectangle.m_dHeight} << '\n';
+    CTextLine(out) << eda_format::kRectangle << ' ' << rectangle.m_ptLowerLeft << ' ' << Fixed{rectangle.m_dWidth}
+                   << ' ' << Fixed{rectangle.m_dHeight} << '\n';
 }
 
 void WriteShape(CTextWriter& out, const CJOBXdataPkgObjContour& contour)
 {
-    out << kContour << '\n';
+    out << eda_format::kContour << '\n';
     WriteAll(out, contour.m_arrElements);
-    out << kContourEnd << '\n';
+    out << eda_format::kContourEnd << '\n';
 }
 
 template <class Shape>
@@ -129,19 +127,19 @@ void Write(CTextWriter& out, const CJOBXdataPkgObj& record)
     const std::string_view keyword = record.m_sKeyword.View();
     if (typeid(record) == typeid(CJOBXdataPkgObj))
         WritePlain(out, record);
-    else if (keyword == kCircle)
+    else if (keyword == eda_format::kCircle)
         WriteAs<CJOBXdataPkgObjCircle>(out, record);
-    else if (keyword == kSquare)
+    else if (keyword == eda_format::kSquare)
         WriteAs<CJOBXdataPkgObjSquare>(out, record);
-    else if (keyword == kRectangle)
+    else if (keyword == eda_format::kRectangle)
         WriteAs<CJOBXdataPkgObjRectangle>(out, record);
-    else if (keyword == kContour)
+    else if (keyword == eda_format::kContour)
         WriteAs<CJOBXdataPkgObjContour>(out, record);
 }
 
 void Write(CTextWriter& out, const CJOBXdataPkgPin& pin)
 {
-    CTextLine(out) << kPin << ' ' << pin.m_sName << ' ' << pin.m_sType << ' ' << pin.m_ptCenter << ' '
+    CTextLine(out) << eda_format::kPin << ' ' << pin.m_sName << ' ' << pin.m_sType << ' ' << pin.m_ptCenter << ' '
                    << Fixed{pin.m_dHoleSize} << ' ' << pin.m_sElectricalType << ' ' << pin.m_sMountType << '\n';
     WriteAll(out, pin.m_arrOutlines);
 }
@@ -168,8 +166,8 @@ std::string AttributeList(const CJOBXPropertyArray& properties)
 void WriteHead(CTextWriter& writer, const CJOBXdataPkg& package)
 {
     CTextLine out(writer);
-    out << kPackage << ' ' << package.m_sName << ' ' << Fixed{package.m_dPitch} << ' ' << package.m_ptLowerLeft << ' '
-        << package.m_ptUpperRight;
+    out << eda_format::kPackage << ' ' << package.m_sName << ' ' << Fixed{package.m_dPitch} << ' '
+        << package.m_ptLowerLeft << ' ' << package.m_ptUpperRight;
     if (const std::string list = Guarded([&] { return AttributeList(package.m_arrProperties); }); !list.empty())
         out << " ; " << list;
     out << '\n';
@@ -181,7 +179,8 @@ void Write(CTextWriter& out, const CJOBXdataPkg& package)
     WriteAll(out, package.m_arrOutlines);
     for (__int64 i = 0; i < package.m_arrAttributes.GetSize(); ++i)
         if (const CLProperty* const attribute = package.m_arrAttributes.GetAt(i))
-            CTextLine(out) << kProperty << ' ' << attribute->m_sName << " '" << attribute->m_sValue << "'\n";
+            CTextLine(out) << eda_format::kProperty << ' ' << attribute->m_sName << " '" << attribute->m_sValue
+                           << "'\n";
     WriteAll(out, package.m_arrPins);
 }
 
@@ -190,7 +189,7 @@ void Write(CTextWriter& out, const CJOBXdataPkgArray& packages)
     for (int i = 0; i < static_cast<int>(packages.GetSize()); ++i)
         if (const CJOBXdataPkg* const package = packages.GetAt(i))
         {
-            out << kNumberedPackage << ' ' << i << '\n'; // the position, not the package's number
+            out << eda_format::kNumberedPackage << ' ' << i << '\n'; // the position, not the package's number
             Write(out, *package);
             out << "#\n";
         }
@@ -208,7 +207,9 @@ void WriteTable(CTextWriter& out, const char* title, char mark, const CStringArr
 
 void Write(CTextWriter& out, const CJOBXdata& data)
 {
-    out << "#\nUNITS=" << data.m_sUnits << "\n#\n" << kHeader << ' ' << data.m_sHeader << '\n' << kLayers;
+    out << "#\nUNITS=" << data.m_sUnits << "\n#\n"
+        << eda_format::kHeader << ' ' << data.m_sHeader << '\n'
+        << eda_format::kLayers;
     for (INT_PTR i = 0; i < data.m_arrLayerNames.GetSize(); ++i)
         out << ' ' << data.m_arrLayerNames[i];
     out << '\n';

@@ -3,6 +3,7 @@
 #include "foundation/ParallelLoop.h"
 #include "foundation/ProgressReport.h"
 #include "foundation/corekit/CKUtility.h"
+#include "foundation/corekit/EntryLookup.h"
 #include "foundation/corekit/FreshDirectory.h"
 #include "foundation/corekit/TextTools.h"
 #include "foundation/framework/Guarded.h"
@@ -22,7 +23,6 @@
 
 namespace
 {
-constexpr const char* kSource = "CJOBX.cpp";
 constexpr double kFontSize = 0.302;
 constexpr int kSymbolsRead = 20; // progress bar position once the symbols are read
 constexpr UINT kExclamation = 48;
@@ -30,16 +30,6 @@ constexpr UINT kExclamation = 48;
 // The parts of a path that GetSegmntFromFilePath gives.
 constexpr int kDirectory = 1;
 constexpr int kLastComponent = 2;
-
-CString Find(const CString& directory, const char* name)
-{
-    return CKUtility::GetInstance()->FindPath(directory, name, kSource, __LINE__);
-}
-
-bool Exists(const CString& path)
-{
-    return CKUtility::GetInstance()->DoesFileOrDirExist(path, kSource, __LINE__);
-}
 
 int ReportNoData()
 {
@@ -79,7 +69,7 @@ CStringArray SymbolFeaturesFiles(const CStringArray& paths)
 // The path with "symbols" as the library spells it, whatever its spelling on disk.
 CString SpelledAsSymbols(const CString& path, const CString& symbolsOnDisk, const CString& jobPath)
 {
-    const CString symbols = CKUtility::GetInstance()->CKPathCombine(jobPath, "symbols", kSource, __LINE__);
+    const CString symbols = CKUtility::GetInstance()->CKPathCombine(jobPath, "symbols", __FILE__, __LINE__);
     return path.View().starts_with(symbolsOnDisk.View()) ? symbols + path.Mid(symbolsOnDisk.GetLength()) : path;
 }
 
@@ -115,7 +105,7 @@ void AddSymbolWrites(CWriteTasks& tasks, const CJOBXSpecialSymbolArray& symbols,
         if (!IsEntryName(symbol->m_sName))
             tasks.Run(); // it may lead to where another symbol's file goes
         // Beside "steps", not in "symbols": intended.
-        const CString folder = tasks.MakeFreshDirectory(jobDirectory, symbol->m_sName, kSource, __LINE__);
+        const CString folder = tasks.MakeFreshDirectory(jobDirectory, symbol->m_sName, __FILE__, __LINE__);
         const CJOBXlayer* const layer = symbol->GetLayer();
         if (!folder.IsEmpty())
             tasks.Add(layer->GetFeatures()->GetSize(), [layer, folder] { layer->WriteODBData(folder, 0, 1); });
@@ -137,7 +127,7 @@ CJOBX::CJOBX()
             fonts->m_dXSize = kFontSize;
             fonts->m_dYSize = kFontSize;
             fonts->m_dOffset = 0.0;
-            if (CKUtility::GetInstance()->DoesFileExist("standard", kSource, __LINE__))
+            if (CKUtility::GetInstance()->DoesFileExist("standard", __FILE__, __LINE__))
                 fonts->ParseStandardFont("./");
             m_pFonts = fonts.release();
             m_pMatrix = matrix.release();
@@ -168,8 +158,9 @@ int CJOBX::ParseMatrixInODBOfMFC(CString jobPath, CStringArray& stepNames)
         [&]
         {
             m_sName = CKUtility::GetInstance()->GetSegmntFromFilePath(jobPath, kLastComponent);
-            const CString matrix = Find(jobPath, "matrix");
-            if (!Exists(Find(jobPath, "steps")) || !Exists(matrix) || m_pMatrix->ParseODBOfMFC(matrix) == 0)
+            const CString matrix = FindEntry(jobPath, "matrix");
+            if (!IsEntryThere(FindEntry(jobPath, "steps")) || !IsEntryThere(matrix) ||
+                m_pMatrix->ParseODBOfMFC(matrix) == 0)
                 return ReportNoData();
             stepNames = StepNames(*m_pMatrix);
             return 1;
@@ -182,8 +173,9 @@ int CJOBX::ParseODBOfMFC(CString jobPath)
         [&]
         {
             m_sName = CKUtility::GetInstance()->GetSegmntFromFilePath(jobPath, kLastComponent);
-            const CString matrix = Find(jobPath, "matrix");
-            if (!Exists(Find(jobPath, "steps")) || !Exists(matrix) || m_pMatrix->ParseODBOfMFC(matrix) == 0)
+            const CString matrix = FindEntry(jobPath, "matrix");
+            if (!IsEntryThere(FindEntry(jobPath, "steps")) || !IsEntryThere(matrix) ||
+                m_pMatrix->ParseODBOfMFC(matrix) == 0)
                 return ReportNoData();
             ReadSymbols(jobPath, true);
             ReadStepsFontAndInfo(jobPath, StepNames(*m_pMatrix));
@@ -205,8 +197,8 @@ int CJOBX::ParseODBOfMFC(CString jobPath, CStringArray& stepNames)
 
 void CJOBX::ReadSymbols(const CString& jobPath, bool wholeJob)
 {
-    const CString symbols = Find(jobPath, "symbols");
-    if (Exists(symbols))
+    const CString symbols = FindEntry(jobPath, "symbols");
+    if (IsEntryThere(symbols))
     {
         CStringArray paths;
         CKUtility::GetInstance()->GetAllFileListIn(symbols, paths, "*.*", 1);
@@ -245,9 +237,9 @@ void CJOBX::TakeWindowsBack()
 
 void CJOBX::ReadStepsFontAndInfo(const CString& jobPath, const CStringArray& stepNames)
 {
-    m_pSteps->ParseODBOfMFC(Find(jobPath, "steps"), stepNames);
-    m_pFonts->ParseStandardFont(Find(jobPath, "fonts"));
-    m_pMisc->ParseODBOfMFC(Find(jobPath, "misc"));
+    m_pSteps->ParseODBOfMFC(FindEntry(jobPath, "steps"), stepNames);
+    m_pFonts->ParseStandardFont(FindEntry(jobPath, "fonts"));
+    m_pMisc->ParseODBOfMFC(FindEntry(jobPath, "misc"));
 }
 
 void CJOBX::ParseODBsysAttrDataArray(CString filePath)
@@ -261,7 +253,7 @@ void CJOBX::WriteODBData(CString outputDirectory, int withEda)
         [&]
         {
             const CString job =
-                IsEntryName(m_sName) ? MakeFreshDirectory(outputDirectory, m_sName, kSource, __LINE__) : CString();
+                IsEntryName(m_sName) ? MakeFreshDirectory(outputDirectory, m_sName, __FILE__, __LINE__) : CString();
             if (job.IsEmpty())
                 return;
             CWriteTasks tasks;
@@ -270,16 +262,16 @@ void CJOBX::WriteODBData(CString outputDirectory, int withEda)
                       {
                           m_pFonts->WriteStandardFont(job);
                           m_pMatrix->WriteODBData(job);
-                          MakeFreshDirectory(job, "misc", kSource, __LINE__);
+                          MakeFreshDirectory(job, "misc", __FILE__, __LINE__);
                       });
-            if (const CString steps = tasks.MakeFreshDirectory(job, "steps", kSource, __LINE__); !steps.IsEmpty())
+            if (const CString steps = tasks.MakeFreshDirectory(job, "steps", __FILE__, __LINE__); !steps.IsEmpty())
                 AddStepWrites(tasks, m_pSteps->m_arrSteps, steps, withEda);
             tasks.Add(0,
                       [&]
                       {
                           for (const char* const name :
                                {"symbols", "input", "ext", "output", "stackups", "user", "whltemps", "wheels"})
-                              MakeFreshDirectory(job, name, kSource, __LINE__);
+                              MakeFreshDirectory(job, name, __FILE__, __LINE__);
                       });
             tasks.Run();
             AddSymbolWrites(tasks, *m_pSpecialSymbols, job);

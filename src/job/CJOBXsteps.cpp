@@ -3,25 +3,20 @@
 #include "foundation/ProgressReport.h"
 #include "foundation/corekit/CKUtility.h"
 #include "foundation/framework/Guarded.h"
+#include "foundation/framework/PathText.h"
 
 #include <string_view>
 #include <unordered_map>
 
 namespace
 {
-constexpr const char* kSource = "CJOBXsteps.cpp";
 constexpr int kStart = 20; // what the bar shows once the symbols are read
 constexpr int kSteps = 80;
 
-#if defined(_WIN32)
-constexpr const char* kSeparators = "\\/";
-#else
-constexpr const char* kSeparators = "/";
-#endif
-
 bool IsStepName(std::string_view name)
 {
-    return !name.empty() && name != "." && name != ".." && name.find_first_of(kSeparators) == std::string_view::npos;
+    return !name.empty() && name != "." && name != ".." &&
+           name.find_first_of(kPathSeparators) == std::string_view::npos;
 }
 
 // Finds step directories by name: the exact one, else the first in sorted order that equals it ignoring case. The steps
@@ -35,7 +30,7 @@ public:
     CString Find(const CString& name)
     {
         CKUtility* const files = CKUtility::GetInstance();
-        const CString exact = files->CKPathCombine(m_steps, name, kSource, __LINE__);
+        const CString exact = files->CKPathCombine(m_steps, name, __FILE__, __LINE__);
         if (files->IsDir(exact))
             return exact;
         if (!m_listed)

@@ -337,6 +337,7 @@ CJOBXlayObjSurfaceOBArray::~CJOBXlayObjSurfaceOBArray() = default;
 
 void CJOBXlayObjSurfaceOBArray::UnitConvert(const double& factor)
 {
+    const double by = factor; // it may be a member of what is converted
     vRescale(factor);
 }
 
@@ -370,6 +371,7 @@ int CJOBXlayObjArray::GetObjAtIndexCenterPoint(double x, double y, int /*start*/
 
 void CJOBXlayObjArray::UnitConvert(const double& factor)
 {
+    const double by = factor; // it may be a member of what is converted
     vRescale(factor);
 }
 

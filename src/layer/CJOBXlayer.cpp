@@ -1,6 +1,6 @@
 #include "layer/CJOBXlayer.h"
 
-#include "eda/CJOBXcomponents.h"
+#include "components/CJOBXcomponents.h"
 #include "foundation/CTextScanner.h"
 #include "foundation/CTextWriter.h"
 #include "foundation/NumberedTable.h"
@@ -18,7 +18,6 @@ template class CExPtrArray<CJOBXlayer*, CJOBXlayer*>;
 
 namespace
 {
-constexpr const char* kSource = "CJOBXlayer.cpp";
 
 bool IsDielectric(const CString& layerName)
 {
@@ -33,8 +32,8 @@ CString AttributeListFile(const CString& folder, const CString& layerName)
     const CString last = files->GetSegmntFromFilePath(folder, 2);
     CString own = folder;
     if (!AsciiEqualNoCase(last.View(), layerName.View()))
-        own = IsEntryName(layerName) ? files->CKPathCombine(folder, layerName, kSource, __LINE__) : CString();
-    return own.IsEmpty() ? own : files->CKPathCombine(own, "attrlist", kSource, __LINE__);
+        own = IsEntryName(layerName) ? files->CKPathCombine(folder, layerName, __FILE__, __LINE__) : CString();
+    return own.IsEmpty() ? own : files->CKPathCombine(own, "attrlist", __FILE__, __LINE__);
 }
 } // namespace
 
@@ -50,7 +49,7 @@ int CJOBXlayer::ParseODBOfMFC(CString path)
     Guarded(
         [&]
         {
-            CTextScanner scanner(CTextScanner::InPieces{}, path, kSource, __LINE__);
+            CTextScanner scanner(CTextScanner::InPieces{}, path, __FILE__, __LINE__);
             ReadFeatures(scanner, *this);
         });
     return 1;
@@ -61,7 +60,7 @@ void CJOBXlayer::WriteODBData(CString folder, int recreateFolder, int isLayer) c
     Guarded(
         [&]
         {
-            if (recreateFolder == 1 && MakeFreshDirectory(folder, kSource, __LINE__).IsEmpty())
+            if (recreateFolder == 1 && MakeFreshDirectory(folder, __FILE__, __LINE__).IsEmpty())
                 return;
             if (m_pTool->GetToolDataArray()->GetSize() > 0)
                 m_pTool->WriteODBData(folder);
@@ -69,8 +68,8 @@ void CJOBXlayer::WriteODBData(CString folder, int recreateFolder, int isLayer) c
                 m_pComponents->WriteODBData(folder);
             const CKUtility* const files = CKUtility::GetInstance();
             {
-                CTextWriter out(files->CKPathCombine(folder, isLayer != 0 ? "features" : "profile", kSource, __LINE__),
-                                kSource, __LINE__);
+                CTextWriter out(files->CKPathCombine(folder, isLayer != 0 ? "features" : "profile", __FILE__, __LINE__),
+                                __FILE__, __LINE__);
                 WriteFeatures(out, *this);
             }
             if (isLayer == 0 || !(m_dCopperWeightOrDielectric > 0))
@@ -78,7 +77,7 @@ void CJOBXlayer::WriteODBData(CString folder, int recreateFolder, int isLayer) c
             const CString path = AttributeListFile(folder, m_sName);
             if (path.IsEmpty())
                 return;
-            CTextWriter out(path, kSource, __LINE__);
+            CTextWriter out(path, __FILE__, __LINE__);
             out << "UNITS=MM\n"
                 << (IsDielectric(m_sName) ? ".layer_dielectric=" : ".copper_weight=")
                 << General{m_dCopperWeightOrDielectric} << '\n';
@@ -184,7 +183,7 @@ void CJOBXlayerArray::UnitConvert(const double& factor)
 
 void AddLayerWrites(CWriteTasks& tasks, const CJOBXlayerArray& layers, const CString& stepDirectory)
 {
-    const CString directory = tasks.MakeFreshDirectory(stepDirectory, "layers", kSource, __LINE__);
+    const CString directory = tasks.MakeFreshDirectory(stepDirectory, "layers", __FILE__, __LINE__);
     if (directory.IsEmpty())
         return;
     for (__int64 i = 0; i < layers.GetSize(); ++i)
@@ -192,7 +191,7 @@ void AddLayerWrites(CWriteTasks& tasks, const CJOBXlayerArray& layers, const CSt
         const CJOBXlayer* const layer = layers.GetAt(i);
         if (layer == nullptr || !IsEntryName(layer->m_sName))
             continue;
-        const CString folder = tasks.MakeFreshDirectory(directory, layer->m_sName, kSource, __LINE__);
+        const CString folder = tasks.MakeFreshDirectory(directory, layer->m_sName, __FILE__, __LINE__);
         if (!folder.IsEmpty())
             tasks.Add(layer->GetFeatures()->GetSize(), [layer, folder] { layer->WriteODBData(folder, 0, 1); });
     }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "eda/CJOBXcomponentsFields.h"
+#include "components/CJOBXcomponentsFields.h"
 #include "foundation/RecordFields.h"
 #include "layer/CJOBXlayObjFields.h"
 #include "layer/CJOBXlayer.h"

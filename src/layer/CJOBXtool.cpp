@@ -1,9 +1,7 @@
 #include "layer/CJOBXtool.h"
 
 #include "foundation/ScaleLengths.h"
-#include "foundation/corekit/CKUtility.h"
 #include "layer/CJOBXtoolFields.h"
-#include "layer/ToolFile.h"
 
 CJOBXtool::CJOBXtool() = default;
 
@@ -30,16 +28,6 @@ void CJOBXtool::SetToolDataArray(const CJOBXtoolDataArray* tools)
         m_arrToolData = *tools;
     else
         m_arrToolData.DeleteAll();
-}
-
-void CJOBXtool::WriteODBData(const CString& directory) const
-{
-    CKUtility& utility = *CKUtility::GetInstance();
-    if (!utility.DoesFileOrDirExist(directory, __FILE__, __LINE__))
-        return; // a missing folder is not made: intended
-    CTextWriter out(utility.CKPathCombine(directory, "tools", __FILE__, __LINE__), __FILE__, __LINE__);
-    out << "UNITS=" << m_sUnits << "\nTHICKNESS=" << Fixed{m_dThickness} << "\nUSER_PARAMS=" << m_sUserParams << '\n';
-    tool_file::WriteBlocks(out, m_arrToolData);
 }
 
 void CJOBXtool::UnitConvert(double factor)

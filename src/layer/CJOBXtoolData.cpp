@@ -3,7 +3,6 @@
 #include "foundation/ScaleLengths.h"
 #include "foundation/framework/Guarded.h"
 #include "layer/CJOBXtoolFields.h"
-#include "layer/ToolFile.h"
 
 template class CExPtrArray<CJOBXtoolData*, CJOBXtoolData*>;
 
@@ -16,12 +15,6 @@ bool AreEqualButForNumber(const CJOBXtoolData& a, const CJOBXtoolData& b)
 {
     return a.m_sType == b.m_sType && a.m_sType2 == b.m_sType2 && a.m_sBit == b.m_sBit && a.m_dMinTol == b.m_dMinTol &&
            a.m_dMaxTol == b.m_dMaxTol && a.m_dDrillSize == b.m_dDrillSize && a.m_dFinishSize == b.m_dFinishSize;
-}
-
-template <class Value>
-void WriteKey(CTextWriter& out, const char* key, const Value& value)
-{
-    out << "      " << key << '=' << value << '\n';
 }
 } // namespace
 
@@ -61,12 +54,6 @@ CString CJOBXtoolData::GetSType(int type)
     return type >= 0 && type < kTypeCount ? CString(kTypes[type]) : CString();
 }
 
-void CJOBXtoolData::WriteODBData(FILE* file) const
-{
-    CTextWriter out(file);
-    tool_file::WriteRecord(out, *this);
-}
-
 void CJOBXtoolData::UnitConvert(double factor)
 {
     jobx::ScaleLengths(*this, factor);
@@ -102,12 +89,6 @@ bool CJOBXtoolDataArray::operator!=(const CJOBXtoolDataArray& other) const
     return !(*this == other);
 }
 
-void CJOBXtoolDataArray::WriteODBData(FILE* file) const
-{
-    CTextWriter out(file);
-    tool_file::WriteBlocks(out, *this);
-}
-
 void CJOBXtoolDataArray::UnitConvert(double factor)
 {
     for (__int64 i = 0; i < GetSize(); ++i)
@@ -123,27 +104,4 @@ int CJOBXtoolDataArray::GetSameToolNum(const CJOBXtoolData* candidate) const
         if (const CJOBXtoolData* const tool = GetAt(i); tool != nullptr && AreEqualButForNumber(*tool, *candidate))
             return tool->m_nNum;
     return 0;
-}
-
-void tool_file::WriteRecord(CTextWriter& out, const CJOBXtoolData& tool)
-{
-    WriteKey(out, "NUM", tool.m_nNum);
-    WriteKey(out, "TYPE", tool.m_sType);
-    WriteKey(out, "TYPE2", tool.m_sType2);
-    WriteKey(out, "MIN_TOL", Fixed{tool.m_dMinTol});
-    WriteKey(out, "MAX_TOL", Fixed{tool.m_dMaxTol});
-    WriteKey(out, "BIT", tool.m_sBit);
-    WriteKey(out, "FINISH_SIZE", Fixed{tool.m_dFinishSize});
-    WriteKey(out, "DRILL_SIZE", Fixed{tool.m_dDrillSize});
-}
-
-void tool_file::WriteBlocks(CTextWriter& out, const CJOBXtoolDataArray& tools)
-{
-    for (__int64 i = 0; i < tools.GetSize(); ++i)
-        if (const CJOBXtoolData* const tool = tools.GetAt(i))
-        {
-            out << "\nTOOLS {\n";
-            WriteRecord(out, *tool);
-            out << "}\n\n";
-        }
 }

@@ -12,7 +12,8 @@ inline constexpr char kBarcode = 'B';
 inline constexpr char kSurface = 'S';
 
 // Tables and the units line.
-inline constexpr char kUnits = 'U';
+inline constexpr char kUnits = 'U'; // is enough for the reader
+inline constexpr char kUnitsKey[] = "UNITS";
 inline constexpr char kSymbol = '$';
 inline constexpr char kAttributeName = '@';
 inline constexpr char kAttributeText = '&';
@@ -23,9 +24,6 @@ inline constexpr char kBegin = 'B';
 inline constexpr char kSegment = 'S';
 inline constexpr char kCurve = 'C';
 inline constexpr char kEnd = 'E';
-
-inline constexpr const char* kContourBegin = "OB";
-inline constexpr const char* kContourEnd = "OE";
 
 // Behind a record's fields: its attributes. Around a text: quotes.
 inline constexpr char kAttributes = ';';

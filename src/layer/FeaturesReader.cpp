@@ -11,8 +11,6 @@
 #include <utility>
 #include <vector>
 
-using namespace features_format;
-
 namespace
 {
 class CFeaturesReading
@@ -59,21 +57,22 @@ private:
         if (at[1] == ' ')
             switch (at[0])
             {
-            case kLine:
+            case features_format::kLine:
                 return ReadUsualFeature<LineFields>({at + 2, end}, end);
-            case kPad:
+            case features_format::kPad:
                 return ReadUsualFeature<PadFields>({at + 2, end}, end);
-            case kArc:
+            case features_format::kArc:
                 return ReadUsualFeature<ArcFields>({at + 2, end}, end);
             default:
                 return nullptr;
             }
-        if (at[0] != kContour || at[2] != ' ' || !m_contourIsOpen)
+        if (at[0] != features_format::kContour || at[2] != ' ' || !m_contourIsOpen)
             return nullptr;
-        if (at[1] == kSegment)
+        if (at[1] == features_format::kSegment)
             return ReadUsualElement<SegmentFields>({at + 3, end}, lineNumber);
-        return at[1] == kCurve && m_surface != nullptr ? ReadUsualElement<CurveFields>({at + 3, end}, lineNumber)
-                                                       : nullptr;
+        return at[1] == features_format::kCurve && m_surface != nullptr
+                   ? ReadUsualElement<CurveFields>({at + 3, end}, lineNumber)
+                   : nullptr;
     }
 
     template <class Record>
@@ -103,7 +102,7 @@ private:
     // before.
     const char* ReadUsualAttributes(CStrictFields fields, const char* end, const CJOBXPropertyArray*& properties)
     {
-        if (!fields.Is(kAttributes))
+        if (!fields.Is(features_format::kAttributes))
             return fields.LineEnd() ? fields.At() : nullptr;
         const char* const text = fields.At();
         const std::size_t size = m_lastAttributes.size();
@@ -115,7 +114,7 @@ private:
                 return rest.At();
             }
         const auto* const newline = static_cast<const char*>(std::memchr(text, '\n', left));
-        if (newline == nullptr || text == newline || *text == kAttributes)
+        if (newline == nullptr || text == newline || *text == features_format::kAttributes)
             return nullptr;
         const std::string_view raw(text, static_cast<std::size_t>(newline - text));
         if (raw.find('\0') != std::string_view::npos)
@@ -165,27 +164,27 @@ private:
         const char second = line.size() > 1 ? AsciiUpper(line[1]) : '\0';
         switch (AsciiUpper(line[0]))
         {
-        case kUnits:
+        case features_format::kUnits:
             return OnUnits(line);
-        case kSymbol:
+        case features_format::kSymbol:
             return OnSymbol(line);
-        case kAttributeName:
+        case features_format::kAttributeName:
             return OnTableLine(line, m_layer.m_arrAttributeNameNumbers, m_layer.m_arrAttributeNames);
-        case kAttributeText:
+        case features_format::kAttributeText:
             return OnTableLine(line, m_layer.m_arrAttributeTextNumbers, m_layer.m_arrAttributeTexts);
-        case kContour:
+        case features_format::kContour:
             return OnContourLine(line, second);
-        case kSurface:
-            return second == kEnd ? OnSurfaceEnd() : OnSurface(line);
-        case kLine:
+        case features_format::kSurface:
+            return second == features_format::kEnd ? OnSurfaceEnd() : OnSurface(line);
+        case features_format::kLine:
             return OnFeature<LineFields>(line);
-        case kPad:
+        case features_format::kPad:
             return OnFeature<PadFields>(line);
-        case kArc:
+        case features_format::kArc:
             return OnFeature<ArcFields>(line);
-        case kText:
+        case features_format::kText:
             return OnFeature<TextFields>(line);
-        case kBarcode:
+        case features_format::kBarcode:
             return OnFeature<BarcodeFields>(line);
         default:
             return; // comments, and whatever else a file carries that is not modelled
@@ -277,13 +276,13 @@ private:
     {
         switch (second)
         {
-        case kEnd:
+        case features_format::kEnd:
             return OnContourEnd();
-        case kBegin:
+        case features_format::kBegin:
             return OnContour(line);
-        case kSegment:
+        case features_format::kSegment:
             return m_contourIsOpen ? OnElement<SegmentFields>(line) : void();
-        case kCurve: // needs an open surface, too
+        case features_format::kCurve: // needs an open surface, too
             return m_contourIsOpen && m_surface != nullptr ? OnElement<CurveFields>(line) : void();
         default:
             return;

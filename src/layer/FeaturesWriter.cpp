@@ -2,6 +2,7 @@
 
 #include "foundation/framework/Guarded.h"
 #include "layer/CJOBXlayer.h"
+#include "layer/FeaturesFormat.h"
 #include "layer/RecordOfType.h"
 
 #include <string>
@@ -70,18 +71,18 @@ private:
 // Codes with an angle of their own.
 bool IsTurnedByAngle(int orientation)
 {
-    return orientation == 8 || orientation == 9;
+    return orientation == features_format::kTurned || orientation == features_format::kTurnedAndMirrored;
 }
 
 void WriteRecord(CTextLine& out, const CJOBXlayObjLine& line)
 {
-    out << "L " << At{line.GetStartPoint()} << ' ' << At{line.GetEndPoint()} << ' ' << line.GetSymbolNumber() << ' '
-        << line.GetPolarity() << ' ' << line.GetDcode();
+    out << features_format::kLine << ' ' << At{line.GetStartPoint()} << ' ' << At{line.GetEndPoint()} << ' '
+        << line.GetSymbolNumber() << ' ' << line.GetPolarity() << ' ' << line.GetDcode();
 }
 
 void WriteRecord(CTextLine& out, const CJOBXlayObjPad& pad)
 {
-    out << "P " << At{pad.GetCenterPoint()} << ' ';
+    out << features_format::kPad << ' ' << At{pad.GetCenterPoint()} << ' ';
     if (pad.GetResizeFlag() == 1)
         out << "-1 " << pad.GetSymbolNumber() << ' ' << Fixed{pad.GetResizeFactor()};
     else
@@ -93,16 +94,17 @@ void WriteRecord(CTextLine& out, const CJOBXlayObjPad& pad)
 
 void WriteRecord(CTextLine& out, const CJOBXlayObjArc& arc)
 {
-    out << "A " << At{arc.GetStartPoint()} << ' ' << At{arc.GetEndPoint()} << ' ' << At{arc.GetCenterPoint()} << ' '
-        << arc.GetSymbolNumber() << ' ' << arc.GetPolarity() << ' ' << arc.GetDcode() << ' ' << arc.GetClockwise();
+    out << features_format::kArc << ' ' << At{arc.GetStartPoint()} << ' ' << At{arc.GetEndPoint()} << ' '
+        << At{arc.GetCenterPoint()} << ' ' << arc.GetSymbolNumber() << ' ' << arc.GetPolarity() << ' ' << arc.GetDcode()
+        << ' ' << arc.GetClockwise();
 }
 
 // The angle is written for the codes 0 and 8 and the text stands without quotes, unlike what the reader expects.
 // Intended: hosts rely on it.
 void WriteRecord(CTextLine& out, const CJOBXlayObjText& text)
 {
-    out << "T " << At{text.GetPosition()} << ' ' << text.GetFontName() << ' ' << text.GetPolarity() << ' '
-        << text.GetOrientation() << ' ';
+    out << features_format::kText << ' ' << At{text.GetPosition()} << ' ' << text.GetFontName() << ' '
+        << text.GetPolarity() << ' ' << text.GetOrientation() << ' ';
     if ((text.GetOrientation() & ~8) == 0)
         out << Fixed{text.GetRotationAngle()} << ' ';
     out << At{text.GetSize()} << ' ' << Fixed{text.GetWidthFactor()} << ' ' << text.GetText() << ' '
@@ -112,8 +114,8 @@ void WriteRecord(CTextLine& out, const CJOBXlayObjText& text)
 // The orientation code and the E flag run together. Intended: hosts rely on it.
 void WriteRecord(CTextLine& out, const CJOBXlayObjBarcode& barcode)
 {
-    out << "B " << At{barcode.m_ptPosition} << ' ' << barcode.m_sBarcodeName << ' ' << barcode.m_sFontName << ' '
-        << barcode.GetPolarity() << ' ' << barcode.m_nOrientation;
+    out << features_format::kBarcode << ' ' << At{barcode.m_ptPosition} << ' ' << barcode.m_sBarcodeName << ' '
+        << barcode.m_sFontName << ' ' << barcode.GetPolarity() << ' ' << barcode.m_nOrientation;
     out << barcode.m_sEFlag << ' ' << Fixed{barcode.m_dWidth} << ' ' << Fixed{barcode.m_dHeight} << ' '
         << barcode.m_sFasc << ' ' << barcode.m_sCs << ' ' << barcode.m_sBg << ' ' << barcode.m_sAstr << ' '
         << barcode.m_sAstrPosition << " '" << barcode.m_sText << '\'';
@@ -121,26 +123,27 @@ void WriteRecord(CTextLine& out, const CJOBXlayObjBarcode& barcode)
 
 void WriteRecord(CTextLine& out, const CJOBXlayObjSurface& surface)
 {
-    out << "S " << surface.GetPolarity() << ' ' << surface.GetDcode();
+    out << features_format::kSurface << ' ' << surface.GetPolarity() << ' ' << surface.GetDcode();
 }
 
 void WriteElement(CTextWriter& writer, const CJOBXlayObjOX& element)
 {
     const CString kind = element.GetKind();
-    if (kind.GetLength() != 2 || kind.View()[0] != 'O')
+    if (kind.GetLength() != 2 || kind.View()[0] != features_format::kContour)
         return;
     CTextLine out(writer);
     switch (kind.View()[1])
     {
-    case 'B':
-        out << "OB " << At{element.GetPoint()} << ' ' << element.GetPolygonType() << '\n';
+    case features_format::kBegin:
+        out << features_format::kContour << features_format::kBegin << ' ' << At{element.GetPoint()} << ' '
+            << element.GetPolygonType() << '\n';
         break;
-    case 'S':
-        out << "OS " << At{element.GetPoint()} << '\n';
+    case features_format::kSegment:
+        out << features_format::kContour << features_format::kSegment << ' ' << At{element.GetPoint()} << '\n';
         break;
-    case 'C':
-        out << "OC " << At{element.GetPoint()} << ' ' << At{element.GetCenterPoint()} << ' ' << element.GetClockwise()
-            << '\n';
+    case features_format::kCurve:
+        out << features_format::kContour << features_format::kCurve << ' ' << At{element.GetPoint()} << ' '
+            << At{element.GetCenterPoint()} << ' ' << element.GetClockwise() << '\n';
         break;
     default:
         break;
@@ -162,7 +165,7 @@ void WriteContours(CTextWriter& out, const CJOBXlayObjSurface& surface)
         if (const CJOBXlayObjOX* const last = elements.GetLastElement())
             out << last->GetKind() << '\n';
     }
-    out << "SE\n";
+    out << features_format::kSurface << features_format::kEnd << '\n';
 }
 
 template <class T>
@@ -178,17 +181,17 @@ void WriteFields(CTextWriter& writer, const CJOBXlayObj& feature, char type)
     CTextLine out(writer);
     switch (type)
     {
-    case 'L':
+    case features_format::kLine:
         return WriteAs<CJOBXlayObjLine>(out, feature);
-    case 'P':
+    case features_format::kPad:
         return WriteAs<CJOBXlayObjPad>(out, feature);
-    case 'A':
+    case features_format::kArc:
         return WriteAs<CJOBXlayObjArc>(out, feature);
-    case 'T':
+    case features_format::kText:
         return WriteAs<CJOBXlayObjText>(out, feature);
-    case 'B':
+    case features_format::kBarcode:
         return WriteAs<CJOBXlayObjBarcode>(out, feature);
-    case 'S':
+    case features_format::kSurface:
         return WriteAs<CJOBXlayObjSurface>(out, feature);
     default:
         return;
@@ -201,7 +204,7 @@ void Write(CTextWriter& out, const CJOBXlayObj& feature, CAttributeText& attribu
     const char type = text.GetLength() == 1 ? text.View()[0] : '\0';
     WriteFields(out, feature, type);
     out << attributes.Of(feature);
-    if (type == 'S')
+    if (type == features_format::kSurface)
         if (const auto* const surface = RecordOfType<CJOBXlayObjSurface>(&feature))
             WriteContours(out, *surface);
 }
@@ -224,7 +227,7 @@ void WriteSymbols(CTextWriter& out, const CJOBXlayer& layer)
     out << "#Feature symbol names\n#\n";
     for (__int64 i = 0; i < names.GetSize() && i < layer.m_arrSymbolNumbers.GetSize(); ++i)
     {
-        out << '$' << layer.m_arrSymbolNumbers[i] << ' ' << names[i];
+        out << features_format::kSymbol << layer.m_arrSymbolNumbers[i] << ' ' << names[i];
         if (i < layer.m_arrSymbolSecondFields.GetSize() && !layer.m_arrSymbolSecondFields[i].IsEmpty())
             out << ' ' << layer.m_arrSymbolSecondFields[i];
         out << '\n';
@@ -250,10 +253,12 @@ void WriteFeature(CTextWriter& out, const CJOBXlayObj& feature)
 
 void WriteFeatures(CTextWriter& out, const CJOBXlayer& layer)
 {
-    out << "#\nUNITS=" << layer.m_sUnits << "\n#\n";
+    out << "#\n" << features_format::kUnitsKey << '=' << layer.m_sUnits << "\n#\n";
     WriteSymbols(out, layer);
-    WriteTable(out, "#Feature attribute names", '@', layer.m_arrAttributeNameNumbers, layer.m_arrAttributeNames);
-    WriteTable(out, "#Feature attribute text strings", '&', layer.m_arrAttributeTextNumbers, layer.m_arrAttributeTexts);
+    WriteTable(out, "#Feature attribute names", features_format::kAttributeName, layer.m_arrAttributeNameNumbers,
+               layer.m_arrAttributeNames);
+    WriteTable(out, "#Feature attribute text strings", features_format::kAttributeText, layer.m_arrAttributeTextNumbers,
+               layer.m_arrAttributeTexts);
     out << "#Layer features\n#\n";
     CAttributeText attributes;
     const CJOBXlayObjArray& features = *layer.GetFeatures();

@@ -2,14 +2,16 @@
 
 #include "eda/CJOBXdata.h"
 #include "eda/CJOBXeda.h"
-#include "eda/CJOBXnetlist.h"
 #include "foundation/ParallelLoop.h"
 #include "foundation/ProgressReport.h"
 #include "foundation/corekit/CKUtility.h"
+#include "foundation/corekit/EntryLookup.h"
 #include "foundation/corekit/FreshDirectory.h"
 #include "foundation/corekit/TextTools.h"
 #include "foundation/framework/Guarded.h"
+#include "foundation/framework/PathText.h"
 #include "layer/LayerWrites.h"
+#include "netlist/CJOBXnetlist.h"
 #include "step/CJOBXstephdr.h"
 #include "step/StepWrites.h"
 
@@ -19,33 +21,17 @@ template class CExPtrArray<CJOBXstepObj*, CJOBXstepObj*>;
 
 namespace
 {
-constexpr const char* kSource = "CJOBXstepObj.cpp";
-#if defined(_WIN32)
-constexpr const char* kSeparators = "\\/";
-#else
-constexpr const char* kSeparators = "/";
-#endif
 
 // About how many lines a net, and a component or package, takes in a file.
 constexpr __int64 kLinesOfNet = 8;
 constexpr __int64 kLinesOfPart = 10;
-
-CString Find(const CString& directory, const char* name)
-{
-    return CKUtility::GetInstance()->FindPath(directory, name, kSource, __LINE__);
-}
-
-bool Exists(const CString& path)
-{
-    return CKUtility::GetInstance()->DoesFileOrDirExist(path, kSource, __LINE__);
-}
 
 // What is left of a file's path once the path of the step's layers is taken out of it: the layer's directory and the
 // file.
 CString BelowLayers(CString path, const CString& layersDirectory)
 {
     path.Replace(layersDirectory, "");
-    return path.TrimLeft(kSeparators);
+    return path.TrimLeft(kPathSeparators.data());
 }
 
 // Takes the elements that `wanted` accepts out of `from` and hands them to `take`, in order.
@@ -84,7 +70,7 @@ void AddComponents(CWriteTasks& tasks, const CJOBXstepObj& step, const CString& 
         const CJOBXcomponents* const components = step.m_arrComponents.GetAt(i);
         if (components == nullptr)
             continue;
-        const CString layer = tasks.MakeEntryDirectory(layersDirectory, components->m_sLayerName, kSource, __LINE__);
+        const CString layer = tasks.MakeEntryDirectory(layersDirectory, components->m_sLayerName, __FILE__, __LINE__);
         if (layer.IsEmpty())
             continue;
         if (!taken.insert(MakeUpper(components->m_sLayerName)).second)
@@ -124,15 +110,15 @@ int CJOBXstepObj::ParseODBOfMFC(CString stepDirectory)
     return Guarded(
         [&]
         {
-            const CString profile = Find(stepDirectory, "profile");
-            if (!Exists(profile))
+            const CString profile = FindEntry(stepDirectory, "profile");
+            if (!IsEntryThere(profile))
                 return 0;
             m_pProfile->m_sName = "profile";
             m_pProfile->ParseODBOfMFC(profile);
-            if (const CString header = Find(stepDirectory, "stephdr"); Exists(header))
+            if (const CString header = FindEntry(stepDirectory, "stephdr"); IsEntryThere(header))
                 m_pHeader->ParseODBOfMFC(header);
             ShowStatus(m_pStatus, "Complete profile file reading");
-            ReadLayers(Find(stepDirectory, "layers"));
+            ReadLayers(FindEntry(stepDirectory, "layers"));
             ShowStatus(m_pStatus, "Complete layers file reading");
             ReadEda(stepDirectory);
             ReadNetlist(stepDirectory);
@@ -154,20 +140,20 @@ void CJOBXstepObj::ReadLayers(const CString& layersDirectory)
                  {
                      if (!files->IsDir(directories[i]))
                          return;
-                     if (const CString path = Find(directories[i], "features"); Exists(path))
+                     if (const CString path = FindEntry(directories[i], "features"); IsEntryThere(path))
                      {
                          auto layer = std::make_unique<CJOBXlayer>();
                          layer->ParseODBOfMFC(path);
-                         layer->m_sName = BelowLayers(path, layersDirectory).SpanExcluding(kSeparators);
+                         layer->m_sName = BelowLayers(path, layersDirectory).SpanExcluding(kPathSeparators.data());
                          layers.Append(i, std::move(layer));
                      }
-                     if (const CString path = Find(directories[i], "components"); Exists(path))
+                     if (const CString path = FindEntry(directories[i], "components"); IsEntryThere(path))
                      {
                          auto read = std::make_unique<CJOBXcomponents>();
                          read->ParseODBOfMFC(path);
-                         const CString plain = files->CKPathCombine(directories[i], "components", kSource, __LINE__);
+                         const CString plain = files->CKPathCombine(directories[i], "components", __FILE__, __LINE__);
                          read->m_sRelativePath = BelowLayers(plain, layersDirectory); // whatever its spelling on disk
-                         read->m_sLayerName = read->m_sRelativePath.SpanExcluding(kSeparators);
+                         read->m_sLayerName = read->m_sRelativePath.SpanExcluding(kPathSeparators.data());
                          components.Append(i, std::move(read));
                      }
                  });
@@ -177,7 +163,7 @@ void CJOBXstepObj::ReadLayers(const CString& layersDirectory)
 
 void CJOBXstepObj::ReadEda(const CString& stepDirectory)
 {
-    const CString eda = Find(stepDirectory, "eda");
+    const CString eda = FindEntry(stepDirectory, "eda");
     if (!CKUtility::GetInstance()->IsDir(eda))
         return;
     m_pEda->ParseODBOfMFC(eda);
@@ -187,14 +173,14 @@ void CJOBXstepObj::ReadEda(const CString& stepDirectory)
 void CJOBXstepObj::ReadNetlist(const CString& stepDirectory)
 {
     const CKUtility* const files = CKUtility::GetInstance();
-    const CString netlists = Find(stepDirectory, "netlists");
+    const CString netlists = FindEntry(stepDirectory, "netlists");
     if (!files->IsDir(netlists))
         return;
-    const CString cadnet = Find(netlists, "cadnet");
+    const CString cadnet = FindEntry(netlists, "cadnet");
     if (!files->IsDir(cadnet))
         return;
-    const CString netlist = Find(cadnet, "netlist");
-    if (!Exists(netlist))
+    const CString netlist = FindEntry(cadnet, "netlist");
+    if (!IsEntryThere(netlist))
         return;
     m_pNetlist->ParseODBOfMFC(netlist);
     ShowStatus(m_pStatus, "Complete netlists file reading");
@@ -307,7 +293,7 @@ void CJOBXstepObjArray::UnitConvert(const double& factor)
 void AddStepWrites(CWriteTasks& tasks, const CJOBXstepObj& step, const CString& stepsDirectory, int withEda)
 {
     const CString directory = IsEntryName(step.m_sName)
-                                  ? tasks.MakeFreshDirectory(stepsDirectory, step.m_sName, kSource, __LINE__)
+                                  ? tasks.MakeFreshDirectory(stepsDirectory, step.m_sName, __FILE__, __LINE__)
                                   : CString();
     if (directory.IsEmpty())
         return;
@@ -318,12 +304,12 @@ void AddStepWrites(CWriteTasks& tasks, const CJOBXstepObj& step, const CString& 
                   step.GetHeader()->WriteODBData(directory);
               });
     AddLayerWrites(tasks, step.m_arrLayers, directory);
-    AddComponents(tasks, step, CKUtility::GetInstance()->CKPathCombine(directory, "layers", kSource, __LINE__));
+    AddComponents(tasks, step, CKUtility::GetInstance()->CKPathCombine(directory, "layers", __FILE__, __LINE__));
     if (withEda == 0)
         return;
     const CJOBXnetlist* const netlist = step.GetNetlist();
     const CJOBXdata* const data = step.GetEda()->m_pData;
-    if (const CString eda = tasks.MakeFreshDirectory(directory, "eda", kSource, __LINE__); !eda.IsEmpty())
+    if (const CString eda = tasks.MakeFreshDirectory(directory, "eda", __FILE__, __LINE__); !eda.IsEmpty())
         tasks.Add(kLinesOfNet * data->m_arrNets.GetSize() + kLinesOfPart * data->m_arrPkgs.GetSize(),
                   [data, eda] { data->WriteODBData(eda); });
     tasks.Add(kLinesOfNet * netlist->m_arrNets.GetSize(), [netlist, directory] { netlist->WriteODBData(directory); });

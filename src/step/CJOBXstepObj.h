@@ -1,6 +1,6 @@
 #pragma once
 
-#include "eda/CJOBXcomponents.h"
+#include "components/CJOBXcomponents.h"
 #include "foundation/CExPtrArray.h"
 #include "foundation/framework/CRaisingNew.h"
 #include "foundation/framework/CString.h"

@@ -2,9 +2,9 @@
 
 #include "eda/CJOBXdataFields.h"
 #include "eda/CJOBXeda.h"
-#include "eda/CJOBXnetlistFields.h"
 #include "foundation/RecordFields.h"
 #include "layer/CJOBXlayerFields.h"
+#include "netlist/CJOBXnetlistFields.h"
 #include "step/CJOBXstepObj.h"
 #include "step/CJOBXstephdrFields.h"
 

@@ -9,6 +9,8 @@
 #include <fstream>
 #include <map>
 
+namespace eda_real_jobs_test
+{
 namespace
 {
 // How often each first word occurs in a file, and a few things more that no reader of the library counted.
@@ -146,3 +148,4 @@ TEST(EdaRealJobs, NetsBehindACommentWithoutABlankHaveNoNumberAndPackagesWithAttr
     EXPECT_EQ(data.m_arrLayerNames.GetSize(), 5);
     EXPECT_STREQ(data.m_sUnits, "INCH") << "the units line is passed over";
 }
+} // namespace eda_real_jobs_test

@@ -10,6 +10,8 @@
 #include <random>
 #include <string>
 
+namespace number_print_test
+{
 namespace
 {
 template <class Number>
@@ -88,3 +90,4 @@ TEST(NumberPrint, RandomNumbersAreThoseOfPrintf)
         ASSERT_NO_FATAL_FAILURE(ExpectAsPrintf(bits));
     }
 }
+} // namespace number_print_test

@@ -12,6 +12,8 @@
 #include <random>
 #include <string>
 
+namespace number_text_test
+{
 namespace
 {
 bool SameNumber(double a, double b)
@@ -242,3 +244,4 @@ TEST(NumberText, SaysWhereTheNumberEnds)
     EXPECT_EQ(ReadReal(none.data(), none.data() + none.size()).end, none.data());
     EXPECT_EQ(ReadInteger(none.data(), none.data() + none.size()).end, none.data());
 }
+} // namespace number_text_test

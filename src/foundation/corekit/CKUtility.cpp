@@ -8,6 +8,7 @@
 #include "foundation/corekit/SystemEntries.h"
 #include "foundation/framework/AsciiText.h"
 #include "foundation/framework/Guarded.h"
+#include "foundation/framework/PathText.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -19,17 +20,12 @@
 
 namespace
 {
-#if defined(_WIN32)
-constexpr std::string_view kSeparators = "/\\";
-#else
-constexpr std::string_view kSeparators = "/";
-#endif
 constexpr std::string_view kCompressedSuffix = ".Z";
 constexpr std::string_view kEveryFile = "*.*";
 
 std::string_view WithoutTrailingSeparators(std::string_view path)
 {
-    return path.substr(0, path.find_last_not_of(kSeparators) + 1);
+    return path.substr(0, path.find_last_not_of(kPathSeparators) + 1);
 }
 
 // The same, but a root stays a root.
@@ -42,7 +38,7 @@ std::string_view DirectoryText(std::string_view path)
 std::string_view LastComponent(std::string_view path)
 {
     const std::string_view trimmed = WithoutTrailingSeparators(path);
-    return trimmed.substr(trimmed.find_last_of(kSeparators) + 1);
+    return trimmed.substr(trimmed.find_last_of(kPathSeparators) + 1);
 }
 
 // The system would take the text before a NUL for the whole path.
@@ -56,8 +52,8 @@ bool IsBelow(std::string_view path, std::string_view directory)
 {
     if (!path.starts_with(directory))
         return false;
-    return path.size() == directory.size() || kSeparators.find(directory.back()) != std::string_view::npos ||
-           kSeparators.find(path[directory.size()]) != std::string_view::npos;
+    return path.size() == directory.size() || IsPathSeparator(directory.back()) ||
+           IsPathSeparator(path[directory.size()]);
 }
 
 // Whether the name fits the pattern: "*" any characters, "?" any one, letters in any case. When a later part does not
@@ -97,7 +93,7 @@ bool Matches(std::string_view name, std::string_view pattern)
 std::string EntryPath(const std::string& directory, const char* name)
 {
     std::string path = directory;
-    if (kSeparators.find(path.back()) == std::string_view::npos)
+    if (!IsPathSeparator(path.back()))
         path += '/';
     return path += name;
 }
@@ -270,7 +266,7 @@ CString CKUtility::CKPathCombine(const CString& path, const CString& segment, co
                                  int /*line*/) const
 {
     std::string_view tail = segment.View();
-    tail.remove_prefix(std::min(tail.find_first_not_of(kSeparators), tail.size()));
+    tail.remove_prefix(std::min(tail.find_first_not_of(kPathSeparators), tail.size()));
     if (tail.empty())
         return path;
     if (path.IsEmpty())
@@ -326,9 +322,9 @@ CString CKUtility::FindPath(const CString& dir, const CString& name, const CStri
             std::string_view rest = WithoutTrailingSeparators(name.View());
             while (!rest.empty())
             {
-                const std::size_t length = std::min(rest.find_first_of(kSeparators), rest.size());
+                const std::size_t length = std::min(rest.find_first_of(kPathSeparators), rest.size());
                 const CString component(rest.substr(0, length));
-                rest.remove_prefix(std::min(rest.find_first_not_of(kSeparators, length), rest.size()));
+                rest.remove_prefix(std::min(rest.find_first_not_of(kPathSeparators, length), rest.size()));
                 if (component.IsEmpty())
                     continue;
                 CString next = CKPathCombine(path, component);

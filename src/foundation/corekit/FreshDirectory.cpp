@@ -2,17 +2,13 @@
 
 #include "foundation/corekit/CKUtility.h"
 #include "foundation/corekit/SystemEntries.h"
+#include "foundation/framework/PathText.h"
 
 #include <cerrno>
 #include <string_view>
 
 namespace
 {
-#if defined(_WIN32)
-constexpr std::string_view kSeparators = "/\\";
-#else
-constexpr std::string_view kSeparators = "/";
-#endif
 
 // Whether the text of a relative path leads strictly below its start.
 bool LeadsBelow(std::string_view path)
@@ -20,7 +16,7 @@ bool LeadsBelow(std::string_view path)
     bool named = false;
     while (!path.empty())
     {
-        const std::size_t separator = path.find_first_of(kSeparators);
+        const std::size_t separator = path.find_first_of(kPathSeparators);
         const std::string_view part = path.substr(0, separator);
         if (part == "..")
             return false;
@@ -67,7 +63,7 @@ CString OnlyARealDirectory(const CString& path, const char* sourceFile, int line
 
 bool IsEntryName(const CString& name)
 {
-    return LeadsBelow(name.View()) && name.View().find_first_of(kSeparators) == std::string_view::npos;
+    return LeadsBelow(name.View()) && name.View().find_first_of(kPathSeparators) == std::string_view::npos;
 }
 
 CString MakeFreshDirectory(const CString& parent, const CString& name, const char* sourceFile, int line)

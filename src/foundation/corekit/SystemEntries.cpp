@@ -111,7 +111,7 @@ int RenameEntry(const CString& from, const CString& to)
 
 namespace
 {
-struct CloseDirectory
+struct CloseListing
 {
     void operator()(DIR* directory) const noexcept { ::closedir(directory); }
 };
@@ -183,7 +183,7 @@ int ResolveLinks(const CString& path, std::string& real)
 
 int ListEntries(const std::string& path, const std::function<void(const ListedEntry&)>& visit)
 {
-    const std::unique_ptr<DIR, CloseDirectory> directory(::opendir(path.c_str()));
+    const std::unique_ptr<DIR, CloseListing> directory(::opendir(path.c_str()));
     if (!directory)
         return errno;
     for (;;)

@@ -16,7 +16,7 @@ namespace
 {
 constexpr int kMinBuffer = 128;
 // A length is not believed: text is read in pieces of this many bytes, so that a short archive ends it early.
-constexpr std::size_t kPiece = 65536;
+constexpr std::size_t kLoadedPiece = 65536;
 
 constexpr BYTE kLong8 = 0xFF; // a longer length follows
 constexpr WORD kLong16 = 0xFFFF;
@@ -518,7 +518,7 @@ CArchive& CArchive::operator>>(CString& value)
         Throw(CArchiveException::badIndex);
     CString text;
     WideText decoder;
-    char piece[kPiece];
+    char piece[kLoadedPiece];
     ULONGLONG left = wide ? length * 2 : length;
     while (left > 0)
     {

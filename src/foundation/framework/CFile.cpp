@@ -1,6 +1,7 @@
 #include "foundation/framework/CFile.h"
 
 #include "foundation/framework/Guarded.h"
+#include "foundation/framework/PathText.h"
 
 #include <cerrno>
 #include <filesystem>
@@ -84,14 +85,9 @@ CString AbsolutePath(const char* path)
     return error ? CString(path) : CString(absolute.string().c_str());
 }
 
-std::string_view LastComponent(std::string_view path)
+std::string_view FileNameOf(std::string_view path)
 {
-#if defined(_WIN32)
-    constexpr std::string_view kSeparators = "/\\";
-#else
-    constexpr std::string_view kSeparators = "/";
-#endif
-    const std::size_t separator = path.find_last_of(kSeparators);
+    const std::size_t separator = path.find_last_of(kPathSeparators);
     return separator == std::string_view::npos ? path : path.substr(separator + 1);
 }
 
@@ -305,7 +301,7 @@ CString CFile::GetFilePath() const
 
 CString CFile::GetFileName() const
 {
-    return CString(LastComponent(m_strFilePath.View()));
+    return CString(FileNameOf(m_strFilePath.View()));
 }
 
 CString CFile::GetFileTitle() const

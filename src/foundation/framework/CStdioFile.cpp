@@ -5,7 +5,7 @@
 
 namespace
 {
-constexpr std::size_t kPiece = 512;
+constexpr std::size_t kLinePiece = 512;
 
 // How many bytes of a line std::fgets read into a buffer that held line feeds only. The first line feed is the line's
 // own when the terminator follows it; otherwise it is one from before, and the terminator stands right in front of it.
@@ -57,7 +57,7 @@ BOOL CStdioFile::ReadString(CString& line)
 {
     BeginReading();
     line.Empty();
-    char piece[kPiece];
+    char piece[kLinePiece];
     bool any = false;
     for (;;)
     {

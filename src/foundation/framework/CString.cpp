@@ -24,7 +24,7 @@ struct CString::Block
 
 namespace
 {
-constexpr std::size_t kMaxLength = std::numeric_limits<int>::max() - 64;
+constexpr std::size_t kLongestText = std::numeric_limits<int>::max() - 64;
 
 std::string_view OrEmpty(LPCSTR text) noexcept
 {
@@ -129,7 +129,7 @@ unsigned long long CString::InsideWord(const char* text, std::size_t length) noe
 
 void CString::Assign(const char* text, std::size_t length)
 {
-    if (length > kMaxLength)
+    if (length > kLongestText)
         AfxThrowMemoryException();
     Rep made;
     if (length <= kInsideCapacity)
@@ -151,7 +151,7 @@ void CString::Assign(const char* text, std::size_t length)
 
 char* CString::Unshare(std::size_t capacity)
 {
-    if (capacity > kMaxLength)
+    if (capacity > kLongestText)
         AfxThrowMemoryException();
     const auto length = static_cast<std::size_t>(GetLength());
     if (IsInside() && capacity <= kInsideCapacity)
@@ -320,7 +320,7 @@ void CString::AppendBytes(const char* text, std::size_t length)
     if (length == 0)
         return;
     const auto oldLength = static_cast<std::size_t>(GetLength());
-    if (length > kMaxLength - oldLength)
+    if (length > kLongestText - oldLength)
         AfxThrowMemoryException();
     const char* const own = GetString();
     if (!std::less<>{}(text, own) && !std::less<>{}(own + oldLength, text)) // growing would move what `text` points at
@@ -331,7 +331,7 @@ void CString::AppendBytes(const char* text, std::size_t length)
     const std::size_t newLength = oldLength + length;
     std::size_t room = newLength;
     if (newLength > static_cast<std::size_t>(GetAllocLength()))
-        room = std::min(kMaxLength, std::max(newLength, oldLength + oldLength / 2));
+        room = std::min(kLongestText, std::max(newLength, oldLength + oldLength / 2));
     std::memcpy(Unshare(room) + oldLength, text, length);
     SetLengthInPlace(newLength);
 }
@@ -667,7 +667,7 @@ void CString::AppendFormatV(LPCSTR format, va_list args)
 
 CString CString::Joined(std::string_view a, std::string_view b, std::string_view c)
 {
-    if (b.size() > kMaxLength || c.size() > kMaxLength - b.size() || a.size() > kMaxLength - b.size() - c.size())
+    if (b.size() > kLongestText || c.size() > kLongestText - b.size() || a.size() > kLongestText - b.size() - c.size())
         AfxThrowMemoryException();
     const std::size_t length = a.size() + b.size() + c.size();
     CString made;

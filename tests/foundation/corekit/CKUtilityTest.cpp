@@ -16,6 +16,8 @@
 
 namespace fs = std::filesystem;
 
+namespace k_utility_test
+{
 namespace
 {
 using List = std::vector<std::string>;
@@ -675,3 +677,4 @@ TEST(CKUtilityBoundary, ADirectoryOfALongerNameIsOutsideAndOneThatDoesNotExistHo
     Utility().SetLinkBoundary("/");
     EXPECT_TRUE(Utility().IsDir(Text(dir.Path("job"))));
 }
+} // namespace k_utility_test

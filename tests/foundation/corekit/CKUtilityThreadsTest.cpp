@@ -11,6 +11,8 @@
 #include <thread>
 #include <vector>
 
+namespace k_utility_threads_test
+{
 namespace
 {
 constexpr int kThreads = 32;
@@ -156,3 +158,4 @@ TEST(CKUtilityThreads, Sink_ThatThrowsFailsOrReplacesItselfLeavesTheUtilityUsabl
     }
     CKUtility::GetInstance()->SetDiagnosticSink(former);
 }
+} // namespace k_utility_threads_test

@@ -19,6 +19,8 @@
 
 namespace fs = std::filesystem;
 
+namespace g_decompress_test
+{
 namespace
 {
 CString Text(const std::string& text)
@@ -360,3 +362,4 @@ TEST(GDecompress, DamagedBytes_NeverCrashNorLeaveUnfinishedFiles)
         fs::remove(dir.Path("f"));
     }
 }
+} // namespace g_decompress_test

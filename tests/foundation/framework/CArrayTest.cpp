@@ -14,6 +14,8 @@
 #include <utility>
 #include <vector>
 
+namespace array_test
+{
 namespace
 {
 constexpr INT_PTR kMost = std::numeric_limits<INT_PTR>::max();
@@ -512,3 +514,4 @@ TEST(Array, Serialize_DoesNotBelieveACount)
     EXPECT_EQ(Values(array), (std::vector{1, 2}));
     EXPECT_LT(array.Capacity(), 10);
 }
+} // namespace array_test

@@ -11,6 +11,8 @@
 #include <string>
 #include <utility>
 
+namespace exception_test
+{
 namespace
 {
 // A host's own exception that counts how many of it live.
@@ -192,3 +194,4 @@ TEST(Exception, Guard_TurnsTheCppLibrarysIntoTheFrameworks)
     EXPECT_TRUE(Raises<CMemoryException>([] { Guarded([] { std::string().resize(~std::size_t{0}); }); }));
     EXPECT_THROW(Guarded([] { throw 1; }), int);
 }
+} // namespace exception_test

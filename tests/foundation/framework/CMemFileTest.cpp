@@ -9,6 +9,8 @@
 #include <limits>
 #include <string>
 
+namespace mem_file_test
+{
 namespace
 {
 void Put(CFile& file, std::string_view bytes)
@@ -246,3 +248,4 @@ TEST(MemFile, NullBuffers_RaiseInvalidArgument)
     EXPECT_EQ(file.Read(nullptr, 0), 0U);
     EXPECT_EQ(All(file), "abc");
 }
+} // namespace mem_file_test

@@ -8,6 +8,8 @@
 
 #include <memory>
 
+namespace object_test
+{
 namespace
 {
 // A host's own class with a stored form.
@@ -117,3 +119,4 @@ TEST(Object, Array_IsAnObject)
     EXPECT_TRUE(array.IsKindOf(CObject::GetThisClass()));
     EXPECT_STREQ(array.GetRuntimeClass()->m_lpszClassName, "CArray");
 }
+} // namespace object_test

@@ -17,6 +17,8 @@
 #include <unordered_map>
 #include <vector>
 
+namespace string_test
+{
 namespace
 {
 constexpr const char* kLong = "a text of more than six characters";
@@ -825,3 +827,4 @@ TEST(String, Text_BeyondTwoGigabytesRaisesMemoryException)
     EXPECT_TRUE(Raises<CMemoryException>([&] { text.GetBuffer(std::numeric_limits<int>::max()); }));
     EXPECT_EQ(text, "kept");
 }
+} // namespace string_test

@@ -1,0 +1,23 @@
+// The keywords of a components file, and how one component is written.
+#pragma once
+
+#include "foundation/CTextWriter.h"
+
+#include <string_view>
+
+class CJOBXcmp;
+
+namespace components_format
+{
+inline constexpr std::string_view kNameMark = "@";
+inline constexpr std::string_view kTextMark = "&";
+inline constexpr std::string_view kNewComponent = "# CMP";
+inline constexpr std::string_view kComponent = "CMP";
+inline constexpr std::string_view kToeprint = "TOP";
+inline constexpr std::string_view kProperty = "PRP";
+inline constexpr std::string_view kMirrored = "M";
+inline constexpr std::string_view kNotMirrored = "N";
+} // namespace components_format
+
+// The component's lines, from the comment that begins it to its last toeprint.
+void WriteComponent(CTextWriter& out, const CJOBXcmp& component);

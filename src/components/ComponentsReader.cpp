@@ -1,0 +1,178 @@
+#include "components/CJOBXcomponents.h"
+#include "components/ComponentsFormat.h"
+#include "foundation/CListFiller.h"
+#include "foundation/CTextCache.h"
+#include "foundation/CTextScanner.h"
+#include "foundation/CTokenScanner.h"
+#include "foundation/KeywordTable.h"
+#include "foundation/NumberedTable.h"
+#include "foundation/framework/Guarded.h"
+
+#include <memory>
+
+namespace
+{
+// Appends the attributes of a list "0=2,1" to the component; `nameOf` gives the name of a number. The second number of
+// each stays unset, whatever its value is: intended.
+template <class NameOf>
+void AddAttributes(CJOBXcmp& component, std::string_view list, NameOf nameOf)
+{
+    CAttributeListScanner items(list);
+    for (std::string_view item; items.Next(item);)
+    {
+        const std::size_t equals = item.find('=');
+        auto attribute = std::make_unique<CJOBXProperty>();
+        attribute->m_nNumber = ParseInteger(item.substr(0, equals));
+        attribute->m_sName = nameOf(attribute->m_nNumber);
+        if (equals != std::string_view::npos)
+        {
+            attribute->m_sValue = Trimmed(item.substr(equals + 1));
+            attribute->m_sValue.Remove('\'');
+        }
+        component.m_arrAttributes.Own(std::move(attribute));
+    }
+}
+
+struct ComponentsReading
+{
+    CJOBXcomponents& file;
+    CNumberIndex names;
+    CJOBXcmp* component = nullptr; // the one that was begun last
+    // What it is to get.
+    CListFiller<CJOBXcmpTop> tops{};
+    CListFiller<CLProperty> properties{};
+    CTextCache texts{};
+};
+
+void AddTableEntry(std::string_view line, std::string_view mark, CArrayN& numbers, CStringArray& texts)
+{
+    CFieldScanner fields(line);
+    std::string_view number;
+    fields.Text(number);
+    numbers.Add(ParseInteger(WithoutLeading(number, mark.front())));
+    texts.Add(CString(fields.Rest()));
+}
+
+void OnAttributeName(ComponentsReading& reading, std::string_view line)
+{
+    CJOBXcomponents& file = reading.file;
+    AddTableEntry(line, components_format::kNameMark, file.m_arrAttributeNameNumbers, file.m_arrAttributeNames);
+}
+
+void OnAttributeText(ComponentsReading& reading, std::string_view line)
+{
+    CJOBXcomponents& file = reading.file;
+    AddTableEntry(line, components_format::kTextMark, file.m_arrAttributeTextNumbers, file.m_arrAttributeTexts);
+}
+
+void OnNewComponent(ComponentsReading& reading, std::string_view line)
+{
+    auto component = std::make_unique<CJOBXcmp>();
+    component->m_nNumber = ParseInteger(WithoutKeyword(WithoutKeyword(line)));
+    reading.component = reading.file.m_arrCmps.Own(std::move(component));
+    reading.tops.Begin(reading.component->m_arrTops);
+    reading.properties.Begin(reading.component->m_arrProperties);
+}
+
+// The name that ends a line, and the attributes behind it. Those of a toeprint go to its component too: intended.
+void TakeName(ComponentsReading& reading, CTokenScanner& fields, CString& name)
+{
+    const std::string_view rest = fields.Rest();
+    const std::size_t semicolon = rest.find(';');
+    if (semicolon == std::string_view::npos)
+    {
+        name = reading.texts.Of(fields.TokenOrRest());
+        return;
+    }
+    name = reading.texts.Of(Trimmed(rest.substr(0, semicolon)));
+    AddAttributes(*reading.component, WithoutLeading(rest.substr(semicolon), ';'),
+                  [&reading](int number) { return reading.names.Text(number); });
+}
+
+int MirrorOf(std::string_view token)
+{
+    return token == components_format::kMirrored ? 1 : 0;
+}
+
+void OnComponent(ComponentsReading& reading, std::string_view line)
+{
+    if (reading.component == nullptr)
+        return;
+    CJOBXcmp& component = *reading.component;
+    CTokenScanner fields(WithoutKeyword(line));
+    component.m_nPkgRef = fields.Integer();
+    component.m_ptLocation.x = fields.Real();
+    component.m_ptLocation.y = fields.Real();
+    component.m_dRotation = fields.Real();
+    component.m_nMirror = MirrorOf(fields.Token());
+    component.m_sName = fields.Token();
+    TakeName(reading, fields, component.m_sPartName);
+}
+
+void OnToeprint(ComponentsReading& reading, std::string_view line)
+{
+    if (reading.component == nullptr)
+        return;
+    CJOBXcmpTop& top = *reading.tops.Own(std::make_unique<CJOBXcmpTop>());
+    CTokenScanner fields(WithoutKeyword(line));
+    top.m_nPin = fields.Integer();
+    top.m_ptLocation.x = fields.Real();
+    top.m_ptLocation.y = fields.Real();
+    top.m_dRotation = fields.Real();
+    top.m_nMirror = MirrorOf(fields.Token());
+    top.m_nNet = fields.Integer();
+    top.m_nSubnet = fields.Integer();
+    TakeName(reading, fields, top.m_sName);
+}
+
+// The value stands in single quotes: quotes in front of it count as one, the next one ends it. Without any quote the
+// line is all name.
+void OnProperty(ComponentsReading& reading, std::string_view line)
+{
+    if (reading.component == nullptr)
+        return;
+    const std::string_view text = WithoutKeyword(line);
+    const std::size_t quote = text.find('\'');
+    auto property = std::make_unique<CLProperty>();
+    property->m_sName = reading.texts.Of(Trimmed(text.substr(0, quote)));
+    if (quote != std::string_view::npos)
+    {
+        const std::string_view value = WithoutLeading(text.substr(quote), '\'');
+        property->m_sValue = reading.texts.Of(value.substr(0, value.find('\'')));
+    }
+    reading.properties.Own(std::move(property));
+}
+
+// Tried from the top, first match wins. Every other line is dropped, comments and the units line among them.
+constexpr Keyword<ComponentsReading> kComponentsKeywords[] = {
+    {components_format::kNameMark, OnAttributeName},
+    {components_format::kTextMark, OnAttributeText},
+    {components_format::kNewComponent, OnNewComponent},
+    {components_format::kComponent, OnComponent}, // before the first "# CMP" it is dropped, and so are the two below
+    {components_format::kToeprint, OnToeprint},
+    {components_format::kProperty, OnProperty},
+};
+} // namespace
+
+int CJOBXcomponents::ParseODBOfMFC(CString path)
+{
+    return Guarded(
+        [&]
+        {
+            CTextScanner text(path, __FILE__, __LINE__);
+            ComponentsReading reading{*this, CNumberIndex(m_arrAttributeNameNumbers, m_arrAttributeNames)};
+            while (text.NextLine())
+                Dispatch<kComponentsKeywords>(reading, text.Line());
+            reading.tops.Finish();
+            reading.properties.Finish();
+            return 1;
+        });
+}
+
+void CJOBXcomponents::AddPropertyData(CString attributes, CJOBXcmp* component) const
+{
+    if (component != nullptr)
+        Guarded(
+            [&]
+            { AddAttributes(*component, attributes.View(), [this](int number) { return GetAttributeName(number); }); });
+}

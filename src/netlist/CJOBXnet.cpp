@@ -1,0 +1,27 @@
+#include "netlist/CJOBXnet.h"
+
+#include "foundation/ScaleLengths.h"
+#include "netlist/CJOBXnetFields.h"
+
+template class CExPtrArray<CJOBXnet*, CJOBXnet*>;
+
+CJOBXnet::CJOBXnet() = default;
+
+CJOBXnet::~CJOBXnet() = default;
+
+void CJOBXnet::UnitConvert(const double& factor)
+{
+    jobx::ScaleLengths(*this, factor);
+}
+
+CJOBXnetArray::CJOBXnetArray() = default;
+
+CJOBXnetArray::~CJOBXnetArray() = default;
+
+void CJOBXnetArray::UnitConvert(const double& factor)
+{
+    const double by = factor; // it may be a member of what is converted
+    for (__int64 i = 0; i < GetSize(); ++i)
+        if (CJOBXnet* const net = GetAt(i))
+            net->UnitConvert(by);
+}

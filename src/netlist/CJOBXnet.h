@@ -1,0 +1,44 @@
+#pragma once
+
+#include "foundation/CExPtrArray.h"
+#include "foundation/CPooledRecord.h"
+#include "foundation/JobxExport.h"
+#include "foundation/framework/CString.h"
+#include "netlist/CJOBXnetPt.h"
+
+// A net of the netlist: its number, its name and its test points.
+// Units:     lengths in the unit of the file it came from.
+// Ownership: owned by its array; owns its points; not copyable.
+// Threads:   different objects may be used at once; sharing one object needs the caller's lock.
+class JOBX_API CJOBXnet : public CPooledRecord
+{
+public:
+    CJOBXnet();
+    CJOBXnet(const CJOBXnet&) = delete;
+    CJOBXnet& operator=(const CJOBXnet&) = delete;
+    virtual ~CJOBXnet();
+
+    // Converts every point.
+    void UnitConvert(const double& factor);
+
+    CJOBXnetPtArray m_arrPts;
+    CString m_sName;
+    int m_nNumber = -1;
+};
+
+extern template class JOBX_API CExPtrArray<CJOBXnet*, CJOBXnet*>;
+
+// The nets of a netlist, in the order of their file; owns them.
+class JOBX_API CJOBXnetArray : public COwningPtrArray<CJOBXnet>
+{
+public:
+    CJOBXnetArray();
+    ~CJOBXnetArray() override;
+
+    // Writes the file "netlist" in the directory `dir`; nothing, when it cannot be opened.
+    void WriteODBData(CString dir) const;
+    // Converts every point of every net; the units text stays.
+    void UnitConvert(const double& factor);
+
+    CString m_sUnits = "INCH"; // or "MM"; reading does not set it
+};

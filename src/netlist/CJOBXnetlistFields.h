@@ -1,0 +1,19 @@
+#pragma once
+
+#include "foundation/RecordFields.h"
+#include "netlist/CJOBXnetFields.h"
+#include "netlist/CJOBXnetlist.h"
+
+// The fields of CJOBXnetlist.
+template <>
+struct jobx::Fields<CJOBXnetlist>
+{
+    static constexpr RecordName kName{"netlist", "The netlist of a step", "netlist", "netlist"};
+    static constexpr auto kList = std::tuple{
+        Text(
+            "units", "INCH unless a host sets it", [](auto& netlist) -> auto& { return netlist.m_arrNets.m_sUnits; })
+            .Shown("units"),
+        Records("points", "Of no net; set by hosts", &CJOBXnetlist::m_arrPts),
+        Records("nets", "", &CJOBXnetlist::m_arrNets).Shown(),
+    };
+};

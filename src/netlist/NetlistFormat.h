@@ -1,0 +1,16 @@
+// The spellings of a netlist file.
+#pragma once
+
+#include <string_view>
+
+namespace netlist_format
+{
+// The file, and the folders that it lies in.
+inline constexpr char kNetlist[] = "netlist";
+inline constexpr char kFolder[] = "cadnet";
+inline constexpr char kFolders[] = "netlists";
+
+inline constexpr std::string_view kHeader = "H";
+inline constexpr std::string_view kComment = "#";
+inline constexpr std::string_view kNet = "$";
+} // namespace netlist_format
