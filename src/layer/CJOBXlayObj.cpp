@@ -337,7 +337,6 @@ CJOBXlayObjSurfaceOBArray::~CJOBXlayObjSurfaceOBArray() = default;
 
 void CJOBXlayObjSurfaceOBArray::UnitConvert(const double& factor)
 {
-    const double by = factor; // it may be a member of what is converted
     vRescale(factor);
 }
 
@@ -371,7 +370,6 @@ int CJOBXlayObjArray::GetObjAtIndexCenterPoint(double x, double y, int /*start*/
 
 void CJOBXlayObjArray::UnitConvert(const double& factor)
 {
-    const double by = factor; // it may be a member of what is converted
     vRescale(factor);
 }
 

@@ -185,7 +185,6 @@ bool CJOBXlayObjOXArray::operator==(const CJOBXlayObjOXArray& other) const
 
 void CJOBXlayObjOXArray::UnitConvert(const double& factor)
 {
-    const double by = factor; // it may be a member of what is converted
     vRescale(factor);
 }
 
