@@ -246,10 +246,12 @@ TEST(PtrArray, RemovesNullsAndDuplicates)
     Plain nulls;
     for (Counted* const element : {static_cast<Counted*>(nullptr), &a, static_cast<Counted*>(nullptr)})
         nulls.Add(element);
+    Plain same;
+    same.Append(nulls);
     nulls.RemoveDuplicatedElements();
     EXPECT_EQ(Contents(nulls), (std::vector<Counted*>{nullptr, &a}));
-    nulls.RemoveNullElement();
-    EXPECT_EQ(Contents(nulls), std::vector<Counted*>{&a});
+    same.RemoveNullElement();
+    EXPECT_EQ(Contents(same), std::vector<Counted*>{&a}) << "the first and the last, too";
     Plain empty;
     empty.RemoveNullElement();
     empty.RemoveDuplicatedElements();

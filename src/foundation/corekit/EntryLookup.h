@@ -3,17 +3,15 @@
 
 #include "foundation/corekit/CKUtility.h"
 
-#include <source_location>
-
 // The path of the entry below the directory, its name in any letter case.
-inline CString FindEntry(const CString& directory, const char* name,
-                         const std::source_location& caller = std::source_location::current())
+inline CString FindEntry(const CString& directory, const char* name, const char* sourceFile = __builtin_FILE(),
+                         int line = __builtin_LINE())
 {
-    return CKUtility::GetInstance()->FindPath(directory, name, caller.file_name(), static_cast<int>(caller.line()));
+    return CKUtility::GetInstance()->FindPath(directory, name, sourceFile, line);
 }
 
 // Whether a regular file or a directory is there.
-inline bool IsEntryThere(const CString& path, const std::source_location& caller = std::source_location::current())
+inline bool IsEntryThere(const CString& path, const char* sourceFile = __builtin_FILE(), int line = __builtin_LINE())
 {
-    return CKUtility::GetInstance()->DoesFileOrDirExist(path, caller.file_name(), static_cast<int>(caller.line()));
+    return CKUtility::GetInstance()->DoesFileOrDirExist(path, sourceFile, line);
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "foundation/framework/FrameworkThrow.h"
+#include "foundation/JobxExport.h"
 
 #include <cstddef>
 #include <new>
@@ -9,27 +9,14 @@
 // framework's memory exception is raised, as by everything else that needs memory. It has no members and takes no room.
 // Results: exhausted memory raises CMemoryException; the form with std::nothrow answers null.
 // Threads: any thread at any time.
-class CRaisingNew
+class JOBX_API CRaisingNew
 {
 public:
-    static void* operator new(std::size_t size)
-    {
-        try
-        {
-            return ::operator new(size);
-        }
-        catch (const std::bad_alloc&)
-        {
-            AfxThrowMemoryException();
-        }
-    }
-    static void* operator new(std::size_t size, const std::nothrow_t& tag) noexcept
-    {
-        return ::operator new(size, tag);
-    }
+    static void* operator new(std::size_t size);
+    static void* operator new(std::size_t size, const std::nothrow_t& tag) noexcept;
     static void* operator new(std::size_t /*size*/, void* place) noexcept { return place; }
-    static void operator delete(void* memory) noexcept { ::operator delete(memory); }
-    static void operator delete(void* memory, const std::nothrow_t& /*tag*/) noexcept { ::operator delete(memory); }
+    static void operator delete(void* memory) noexcept;
+    static void operator delete(void* memory, const std::nothrow_t& tag) noexcept;
     static void operator delete(void* /*memory*/, void* /*place*/) noexcept {}
 
 protected:
