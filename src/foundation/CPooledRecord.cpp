@@ -74,7 +74,7 @@ struct Own
         deleted = 0;
     }
 };
-constinit thread_local Own own JOBX_NEAR_THREAD_LOCAL;
+constinit thread_local Own ofThread JOBX_NEAR_THREAD_LOCAL;
 
 // Tells the chunks at the end of the thread.
 class AtThreadEnd
@@ -85,8 +85,8 @@ public:
     AtThreadEnd& operator=(const AtThreadEnd&) = delete;
     ~AtThreadEnd()
     {
-        own.FinishTaking();
-        own.FinishDeleting();
+        ofThread.FinishTaking();
+        ofThread.FinishDeleting();
     }
     void Need() noexcept { m_needed = true; }
 
@@ -99,17 +99,17 @@ void BeginChunk()
 {
     void* const memory = Guarded([] { return ::operator new (kChunkSize, std::align_val_t{kChunkPlace}); });
     atThreadEnd.Need();
-    own.FinishTaking();
-    own.taking = new (memory) Chunk{{kTaken}};
-    own.at = static_cast<char*>(memory) + kFirst;
-    own.end = static_cast<char*>(memory) + kChunkSize;
+    ofThread.FinishTaking();
+    ofThread.taking = new (memory) Chunk{{kTaken}};
+    ofThread.at = static_cast<char*>(memory) + kFirst;
+    ofThread.end = static_cast<char*>(memory) + kChunkSize;
 }
 
 void BeginDeleting(Chunk* chunk) noexcept
 {
     atThreadEnd.Need();
-    own.FinishDeleting();
-    own.deleting = chunk;
+    ofThread.FinishDeleting();
+    ofThread.deleting = chunk;
 }
 
 // An object may stand at each multiple of this: its size is a multiple of the alignment that it needs.
@@ -142,16 +142,16 @@ void* CPooledRecord::operator new(std::size_t size)
     if (HasOwnBlock(size))
         return CRaisingNew::operator new(size);
     const std::size_t room = RoundedUp(size, 8);
-    const auto address = reinterpret_cast<std::uintptr_t>(own.at);
+    const auto address = reinterpret_cast<std::uintptr_t>(ofThread.at);
     std::size_t gap = RoundedUp(address, AlignmentOf(room)) - address;
-    if (static_cast<std::size_t>(own.end - own.at) < gap + room)
+    if (static_cast<std::size_t>(ofThread.end - ofThread.at) < gap + room)
     {
         BeginChunk();
         gap = 0;
     }
-    char* const object = own.at + gap;
-    own.at = object + room;
-    ++own.taken;
+    char* const object = ofThread.at + gap;
+    ofThread.at = object + room;
+    ++ofThread.taken;
     return object;
 }
 
@@ -166,7 +166,7 @@ void CPooledRecord::operator delete(void* record, std::size_t size) noexcept
     }
     const auto offset = reinterpret_cast<std::uintptr_t>(record) % kChunkPlace;
     auto* const chunk = reinterpret_cast<Chunk*>(static_cast<char*>(record) - offset);
-    if (chunk != own.deleting)
+    if (chunk != ofThread.deleting)
         BeginDeleting(chunk);
-    ++own.deleted;
+    ++ofThread.deleted;
 }
