@@ -19,6 +19,7 @@ public:
     {
     }
 
+    // False when there was no memory for it; nothing may be counted then.
     bool IsReady() const noexcept { return m_slots != nullptr; }
     // Counts one more: how many there are now.
     std::ptrdiff_t Add(TYPE pointer) noexcept

@@ -33,11 +33,14 @@ public:
     static void* operator new(std::size_t size) { return CRaisingNew::operator new(size); }
     static void* operator new(std::size_t size, const std::nothrow_t& tag) noexcept
     {
-        return ::operator new(size, tag);
+        return CRaisingNew::operator new(size, tag);
     }
     static void* operator new(std::size_t /*size*/, void* place) noexcept { return place; }
-    static void operator delete(void* memory) noexcept { ::operator delete(memory); }
-    static void operator delete(void* memory, const std::nothrow_t& /*tag*/) noexcept { ::operator delete(memory); }
+    static void operator delete(void* memory) noexcept { CRaisingNew::operator delete(memory); }
+    static void operator delete(void* memory, const std::nothrow_t& tag) noexcept
+    {
+        CRaisingNew::operator delete(memory, tag);
+    }
     static void operator delete(void* /*memory*/, void* /*place*/) noexcept {}
     // 1 when the feature's centre is exactly (x, y), no tolerance; only pads have one, all others answer 0.
     virtual int CheckObjAtCenterPoint(double& x, double& y);

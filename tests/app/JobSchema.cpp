@@ -157,8 +157,8 @@ private:
                 else if constexpr (Field::kKind == Kind::Records)
                     Define<jobx::RecordOfList<decltype(Field::Get(std::declval<const Record&>()))>>();
                 else if constexpr (Field::kKind == Kind::Class)
-                    Field::kField.access.ForEach([this](auto* none)
-                                                 { DefineFields<std::remove_pointer_t<decltype(none)>>(); });
+                    Field::kField.access.ForEach(
+                        [this](auto* none) { this->template DefineFields<std::remove_pointer_t<decltype(none)>>(); });
             });
     }
     template <class Record>
@@ -269,7 +269,7 @@ private:
     template <class Record>
     void ItsListSchema()
     {
-        jobx::ForEachField<Record>([this](auto field) { FieldSchema<Record, decltype(field)>(); });
+        jobx::ForEachField<Record>([this](auto field) { this->template FieldSchema<Record, decltype(field)>(); });
     }
     void ValueSchema(Kind kind)
     {

@@ -65,5 +65,6 @@ public:
     ~CArrayPoint3D() override;
     virtual CArrayPoint3D* clone() const; // the caller owns the copy
 
+    // True where the elements differ.
     bool operator!=(const CArrayPoint3D& other) const;
 };

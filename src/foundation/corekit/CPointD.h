@@ -66,6 +66,7 @@ public:
     ~CArrayPointD() override;
     virtual CArrayPointD* clone() const; // the caller owns the copy
 
+    // True where the elements differ.
     bool operator!=(const CArrayPointD& other) const;
 };
 
@@ -85,5 +86,6 @@ public:
     ~CArrayArrayPointD() override;
     virtual CArrayArrayPointD* clone() const; // the caller owns the copy
 
+    // True where the elements differ.
     bool operator!=(const CArrayArrayPointD& other) const;
 };

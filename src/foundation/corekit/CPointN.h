@@ -56,6 +56,7 @@ public:
     ~CArrayPointN() override;
     virtual CArrayPointN* clone() const; // the caller owns the copy
 
+    // True where the elements differ.
     bool operator!=(const CArrayPointN& other) const;
 };
 
@@ -75,5 +76,6 @@ public:
     ~CArrayPointN_Array() override;
     virtual CArrayPointN_Array* clone() const; // the caller owns the copy
 
+    // True where the elements differ.
     bool operator!=(const CArrayPointN_Array& other) const;
 };

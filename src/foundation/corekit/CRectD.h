@@ -55,5 +55,6 @@ public:
     ~CArrayRectD() override;
     virtual CArrayRectD* clone() const; // the caller owns the copy
 
+    // True where the elements differ.
     bool operator!=(const CArrayRectD& other) const;
 };

@@ -55,5 +55,6 @@ public:
     ~CArrayRectF() override;
     virtual CArrayRectF* clone() const; // the caller owns the copy
 
+    // True where the elements differ.
     bool operator!=(const CArrayRectF& other) const;
 };

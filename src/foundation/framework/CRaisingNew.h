@@ -12,6 +12,7 @@
 class JOBX_API CRaisingNew
 {
 public:
+    // As the global ones, but for the exception.
     static void* operator new(std::size_t size);
     static void* operator new(std::size_t size, const std::nothrow_t& tag) noexcept;
     static void* operator new(std::size_t /*size*/, void* place) noexcept { return place; }
