@@ -47,6 +47,8 @@ public:
         return true;
     }
     bool LastPoint(FeaturePoint& point) noexcept { return Point(point); }
+    // Of a contour's arc, which has no attributes: a ";" is a character like any other.
+    bool CurveClockwise(std::string_view& clockwise) noexcept { return Text(clockwise); }
     // "8 30 ;1=2": the code, and the angle when a blank follows it.
     bool LastOrientation(int& code, double& angle) noexcept
     {
@@ -128,6 +130,7 @@ public:
         return Letter(clockwise, features_format::kClockwise, features_format::kCounterClockwise);
     }
     bool LastPoint(FeaturePoint& point) noexcept { return Real(point.x) && LastReal(point.y); }
+    bool CurveClockwise(std::string_view& clockwise) noexcept { return LastClockwise(clockwise); }
     bool LastOrientation(int& code, double& angle) noexcept { return Digits(code) && (!Is(' ') || LastReal(angle)); }
 
     bool Is(char character) noexcept

@@ -192,5 +192,5 @@ bool Take(Fields& fields, SegmentFields& segment)
 template <class Fields>
 bool Take(Fields& fields, CurveFields& curve)
 {
-    return fields.Point(curve.point) && fields.Point(curve.center) && fields.LastClockwise(curve.clockwise);
+    return fields.Point(curve.point) && fields.Point(curve.center) && fields.CurveClockwise(curve.clockwise);
 }

@@ -595,6 +595,19 @@ TEST(FeaturesReader, ContourPointWithoutItsSecondNumberTakesItsWholeLine)
     }
 }
 
+TEST(FeaturesReader, DirectionOfAContourArcIsItsFifthFieldWhateverStandsInIt)
+{
+    for (const auto& [line, direction] :
+         {std::pair("OC 1 2 3 4 Y", "Y"), std::pair("OC 1 2 3 4 Y;0", "Y;0"), std::pair("OC 1 2 3 4 ;0", ";0"),
+          std::pair("OC 1 2 3 4 N junk ;", "N"), std::pair("OC 1 2 3 4", "")})
+    {
+        const auto layer = Read("S P 0\nOB 0 0 I\n" + std::string(line) + "\nOE\nSE\n");
+        const auto& surface = Feature<CJOBXlayObjSurface>(*layer, 0);
+        ASSERT_EQ(surface.GetContours()->GetSize(), 1) << line;
+        EXPECT_EQ(surface.GetContours()->GetAt(0)->GetODBlayObjOXArray()->GetAt(1)->GetClockwise(), direction) << line;
+    }
+}
+
 TEST(FeaturesReader, NewContourReplacesAnUnfinishedOne)
 {
     const auto layer = Read("S P 0\nOB 1 1 I\nOS 2 2\nOB 3 3 I\nOE\nSE\n");
