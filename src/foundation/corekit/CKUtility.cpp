@@ -236,6 +236,12 @@ public:
     {
         std::fprintf(stderr, "JOBXCLSDLL: %s\n", diagnostic.Text().GetString());
     }
+    // Never deleted, as the utility itself.
+    static CKDiagnosticSink* GetInstance()
+    {
+        static StandardErrorSink* const kInstance = new StandardErrorSink;
+        return kInstance;
+    }
 };
 
 // 0 or the system's error number.
@@ -253,7 +259,7 @@ int DecompressTo(const CString& target, std::string_view compressed, ULONGLONG l
 }
 } // namespace
 
-CKUtility::CKUtility() : m_pSink(new StandardErrorSink) {} // never deleted, as this is not
+CKUtility::CKUtility() : m_pSink(StandardErrorSink::GetInstance()) {}
 
 CKUtility* CKUtility::GetInstance()
 {

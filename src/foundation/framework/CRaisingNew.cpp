@@ -26,7 +26,7 @@ void CRaisingNew::operator delete(void* memory) noexcept
     ::operator delete(memory);
 }
 
-void CRaisingNew::operator delete(void* memory, const std::nothrow_t& tag) noexcept
+void CRaisingNew::operator delete(void* memory, const std::nothrow_t& /*tag*/) noexcept
 {
-    ::operator delete(memory, tag);
+    ::operator delete(memory);
 }
