@@ -79,6 +79,17 @@ void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept
     }
 }
 
+// As the ones for single objects, for the same reason.
+void* operator new[](std::size_t size)
+{
+    return operator new(size);
+}
+
+void* operator new[](std::size_t size, const std::nothrow_t& tag) noexcept
+{
+    return operator new(size, tag);
+}
+
 void operator delete(void* block) noexcept
 {
     if (block == nullptr)
@@ -90,6 +101,16 @@ void operator delete(void* block) noexcept
 }
 
 void operator delete(void* block, std::size_t /*size*/) noexcept
+{
+    operator delete(block);
+}
+
+void operator delete[](void* block) noexcept
+{
+    operator delete(block);
+}
+
+void operator delete[](void* block, std::size_t /*size*/) noexcept
 {
     operator delete(block);
 }
