@@ -21,10 +21,11 @@ cmake --install "$built" --prefix "$work/installed" >/dev/null
 mv "$work/installed" "$work/moved" # nothing may depend on where it was installed first
 prefix=$work/moved
 
-echo "-- headers: JOBXCLSDLL.h, what it includes, and the host's macros"
+echo "-- headers: JOBXCLSDLL.h and JOBXCLSDLL_fields.h, what they include, and the host's macros"
 include=$prefix/include/JOBXCLSDLL
 cat >"$work/run/all.cpp" <<'END'
 #include "JOBXCLSDLL.h"
+#include "JOBXCLSDLL_fields.h"
 #include "foundation/framework/HostMacros.h"
 END
 ${CXX:-g++} -std=c++20 -I"$include" -MM "$work/run/all.cpp" | grep -o "$include/[^ ]*" |
