@@ -69,12 +69,13 @@ std::size_t InvisibleLength(std::string_view text)
 CString WithoutControlCharacters(const CString& text)
 {
     std::string copy;
-    for (std::string_view rest = text.View(); !rest.empty();)
+    const std::string_view all = text.View();
+    for (std::size_t at = 0; at < all.size();)
     {
-        const std::size_t length = InvisibleLength(rest);
-        const bool isControl = static_cast<unsigned char>(rest[0]) < ' ' || rest[0] == '\x7F';
-        copy += length != 0 || isControl ? '?' : rest[0];
-        rest.remove_prefix(std::max<std::size_t>(length, 1));
+        const std::size_t length = InvisibleLength(all.substr(at));
+        const bool isControl = static_cast<unsigned char>(all[at]) < ' ' || all[at] == '\x7F';
+        copy += length != 0 || isControl ? '?' : all[at];
+        at += std::max<std::size_t>(length, 1);
     }
     return CString(std::string_view(copy));
 }
