@@ -8,7 +8,6 @@
 // Ownership: as COwningPtrArray; copies are deep, made with the elements' clone, so that each keeps its class. Null
 //            entries are left out. Self-assignment keeps the elements.
 // Results:   exhausted memory raises CMemoryException; an assignment that fails leaves the elements copied before.
-// Threads:   different arrays may be used at once; sharing one needs the caller's lock.
 template <class T>
 class CCopyableArray : public COwningPtrArray<T>
 {

@@ -6,7 +6,6 @@
 // A part of an object that may be absent.
 // Ownership: owns the part; copies are deep, made with the part's clone. Self-assignment keeps the part.
 // Results:   exhausted memory raises CMemoryException; a failed assignment changes nothing.
-// Threads:   different pointers may be used at once; sharing one needs the caller's lock.
 template <class T>
 class CCopyablePtr
 {

@@ -17,7 +17,6 @@
 // Ownership: owns everything below it; copies are deep.
 // Results:   lookups compare exactly, letter case included, the first match wins, null when there is none. Exhausted
 //            memory raises CMemoryException; an assignment that fails leaves some members assigned.
-// Threads:   different objects may be used at once; sharing one needs the caller's lock.
 class JOBX_API CODB : public CRaisingNew
 {
 public:

@@ -7,7 +7,6 @@
 // A subnet of the compact model: one connected piece of a net.
 // Units:     the plane fill size in the unit of the EDA data; a unit change leaves subnets alone, which is intended.
 // Ownership: owned by its array, owns its net objects; copies are deep.
-// Threads:   different objects may be used at once; sharing one needs the caller's lock.
 class JOBX_API CODBSnt : public CRaisingNew
 {
 public:

@@ -7,7 +7,6 @@
 // Units:     lengths in the unit that the units text names. A unit change gives the symbol its factor and leaves the
 //            features as they are, which is intended.
 // Ownership: owned by its array, owns its layer; copies are deep.
-// Threads:   different objects may be used at once; sharing one needs the caller's lock.
 class JOBX_API CODBSpecialSymbol : public CRaisingNew
 {
 public:

@@ -8,7 +8,6 @@
 // One placed component of the compact model: its package, place, names, properties, attributes and toeprints.
 // Units:     lengths in the unit of the components part; the rotation in degrees.
 // Ownership: owned by its array, owns its toeprints, properties and attributes; copies are deep.
-// Threads:   different objects may be used at once; sharing one needs the caller's lock.
 class JOBX_API CODBcmp : public CRaisingNew
 {
 public:

@@ -8,7 +8,6 @@
 // A toeprint of the compact model: where one pin of a placed component meets the board, and the net it belongs to.
 // Units:     lengths in the unit of the components part; the rotation in degrees.
 // Ownership: owned by its component's list; copies are deep.
-// Threads:   different objects may be used at once; sharing one needs the caller's lock.
 class JOBX_API CODBcmpToe : public CRaisingNew
 {
 public:

@@ -9,7 +9,6 @@
 // texts.
 // Units:     lengths in the unit that the units text names; a unit change multiplies them and never rewrites the text.
 // Ownership: owned by its job, owns its components; copies are deep.
-// Threads:   different objects may be used at once; sharing one needs the caller's lock.
 class JOBX_API CODBcomponents : public CRaisingNew
 {
 public:

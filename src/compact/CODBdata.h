@@ -8,7 +8,6 @@
 // Units:     lengths in the unit that the units text names; a unit change multiplies those of the packages and never
 //            rewrites the text. Nets have none that change.
 // Ownership: owned by its job, owns everything below it; copies are deep.
-// Threads:   different objects may be used at once; sharing one needs the caller's lock.
 class JOBX_API CODBdata : public CRaisingNew
 {
 public:

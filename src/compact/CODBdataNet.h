@@ -6,7 +6,6 @@
 
 // A net of the compact model's EDA data: its name and its subnets. A unit change leaves it alone, which is intended.
 // Ownership: owned by its array, owns its subnets and properties; copies are deep.
-// Threads:   different objects may be used at once; sharing one needs the caller's lock.
 class JOBX_API CODBdataNet : public CRaisingNew
 {
 public:

@@ -7,7 +7,6 @@
 // One feature that belongs to a subnet of the compact model.
 // Units:     none; indexes count from 0.
 // Ownership: owned by its array; copies are deep.
-// Threads:   different objects may be used at once; sharing one needs the caller's lock.
 class JOBX_API CODBdataNetObj : public CRaisingNew
 {
 public:

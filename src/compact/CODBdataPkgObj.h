@@ -10,7 +10,6 @@
 // subclass sets its keyword when it is made.
 // Units:     lengths of the subclasses in the unit of the EDA data; texts are never rewritten.
 // Ownership: owned by its array; copies are deep. Copy with clone: an assignment would cut a subclass down.
-// Threads:   different objects may be used at once; sharing one needs the caller's lock.
 class JOBX_API CODBdataPkgObj : public CRaisingNew
 {
 public:

@@ -10,7 +10,6 @@
 // Units:     lengths in the unit of the layer, angles in degrees.
 // Ownership: owned by its layer's array, owns its properties; copies are deep. Copy with clone: an assignment would cut
 //            a subclass down.
-// Threads:   different objects may be used at once; sharing one needs the caller's lock.
 class JOBX_API CODBlayObj : public CRaisingNew
 {
 public:
@@ -138,7 +137,6 @@ public:
 // One contour of a surface.
 // Units:     points in the unit of the layer.
 // Ownership: owned by its array, owns its elements; copies are deep, unlike those of the main model's contour.
-// Threads:   different objects may be used at once; sharing one needs the caller's lock.
 class JOBX_API CODBlayObjSurfaceOB : public CRaisingNew
 {
 public:

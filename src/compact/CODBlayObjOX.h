@@ -9,7 +9,6 @@
 // an arc to a point ("OC"), or the end ("OE").
 // Units:     points in the unit of the part that it belongs to.
 // Ownership: owned by its array; copies are deep.
-// Threads:   different objects may be used at once; sharing one needs the caller's lock.
 class JOBX_API CODBlayObjOX : public CRaisingNew
 {
 public:

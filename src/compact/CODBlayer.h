@@ -8,7 +8,6 @@
 // array go together: one position is one table entry.
 // Units:     lengths in the unit that the units text names; a unit change multiplies them and never rewrites the text.
 // Ownership: owned by its array, owns its features; copies are deep.
-// Threads:   different objects may be used at once; sharing one needs the caller's lock.
 class JOBX_API CODBlayer : public CRaisingNew
 {
 public:

@@ -5,7 +5,6 @@
 
 // The layers' table of the compact model.
 // Ownership: owned by its job, owns its layers; copies are deep.
-// Threads:   different objects may be used at once; sharing one needs the caller's lock.
 class JOBX_API CODBmatrix : public CRaisingNew
 {
 public:

@@ -6,7 +6,6 @@
 
 // One row of the compact model's matrix: a layer.
 // Ownership: owned by its array; copies are deep.
-// Threads:   different objects may be used at once; sharing one needs the caller's lock.
 class JOBX_API CODBmatrixLayer : public CRaisingNew
 {
 public:

@@ -6,7 +6,6 @@
 // A net of the compact model's netlist: its number, its name and its test points.
 // Units:     lengths in the unit of the netlist.
 // Ownership: owned by its array, owns its points; copies are deep.
-// Threads:   different objects may be used at once; sharing one needs the caller's lock.
 class JOBX_API CODBnet : public CRaisingNew
 {
 public:

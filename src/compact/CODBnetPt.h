@@ -9,7 +9,6 @@
 // One test point of a net of the compact model.
 // Units:     lengths in the unit of the netlist.
 // Ownership: owned by its array; copies are deep.
-// Threads:   different objects may be used at once; sharing one needs the caller's lock.
 class JOBX_API CODBnetPt : public CRaisingNew
 {
 public:

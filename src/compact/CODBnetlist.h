@@ -6,7 +6,6 @@
 // The netlist of the compact model. A job's unit change leaves it alone; a host rescales it itself.
 // Units:     lengths in the unit that the nets' units text names.
 // Ownership: owned by its job, owns its nets and points; copies are deep.
-// Threads:   different objects may be used at once; sharing one needs the caller's lock.
 class JOBX_API CODBnetlist : public CRaisingNew
 {
 public:

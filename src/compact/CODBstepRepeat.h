@@ -9,7 +9,6 @@
 // One step-and-repeat entry of the compact model: another step, where it is placed and how often it is repeated.
 // Units:     lengths in the unit of the header it came from; the angle in degrees, clockwise.
 // Ownership: owned by its array; copies are deep.
-// Threads:   different objects may be used at once; sharing one needs the caller's lock.
 class JOBX_API CODBstepRepeat : public CRaisingNew
 {
 public:

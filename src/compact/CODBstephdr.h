@@ -7,7 +7,6 @@
 // has no unit of its own and a job's unit change leaves it alone; a host rescales it itself.
 // Units:     lengths in the unit of the file it came from.
 // Ownership: owned by its array, owns its entries; copies are deep.
-// Threads:   different objects may be used at once; sharing one needs the caller's lock.
 class JOBX_API CODBstephdr : public CRaisingNew
 {
 public:

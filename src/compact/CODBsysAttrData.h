@@ -7,7 +7,6 @@
 
 // The definition of one system attribute in the compact model: its name and the option texts that it may take.
 // Ownership: owned by its array; copies are deep.
-// Threads:   different objects may be used at once; sharing one needs the caller's lock.
 class JOBX_API CODBsysAttrData : public CRaisingNew
 {
 public:

@@ -14,7 +14,6 @@
 // One placed component: its package, place, names, properties, attributes and toeprints.
 // Units:     lengths in the unit of the file it came from; the rotation in degrees as in the file.
 // Ownership: owned by its array; owns its toeprints, properties and attributes; not copyable.
-// Threads:   different objects may be used at once; sharing one object needs the caller's lock.
 class JOBX_API CJOBXcmp : public CPooledRecord
 {
 public:

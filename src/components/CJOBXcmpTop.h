@@ -9,7 +9,6 @@
 // A toeprint: where one pin of a placed component meets the board, and the net it belongs to.
 // Units:     lengths in the unit of the file it came from; the rotation in degrees as in the file.
 // Ownership: owned by its component's list; not copyable.
-// Threads:   different objects may be used at once; sharing one object needs the caller's lock.
 class JOBX_API CJOBXcmpTop : public CPooledRecord
 {
 public:

@@ -14,7 +14,6 @@
 // Ownership: owned by its array; owns its components; not copyable.
 // Results:   a malformed number reads as 0 and is kept; exhausted memory raises CMemoryException, the components that
 //            were read before the last one stay whole.
-// Threads:   different objects may be used at once, reading included; sharing one object needs the caller's lock.
 class JOBX_API CJOBXcomponents : public CRaisingNew
 {
 public:

@@ -6,7 +6,6 @@
 // A subnet: one connected piece of a net, such as a pin's copper, a trace, a via or a plane.
 // Units:     the plane fill size in the unit of the file; a unit change leaves it alone, which is intended.
 // Ownership: owned by its array, owns its net objects; not copyable, pGetSameODBSnt makes a copy.
-// Threads:   different objects may be used at once; sharing one needs the caller's lock.
 class JOBX_API CJOBXSnt : public CPooledRecord
 {
 public:

@@ -9,7 +9,6 @@
 // Ownership: owns everything below it; not copyable.
 // Results:   readers return 1, or 0 for a file that cannot be opened; a malformed number reads as 0 and is kept. A
 //            record without anything open to belong to is ignored. Exhausted memory raises CMemoryException.
-// Threads:   different objects may be used at once; sharing one needs the caller's lock.
 class JOBX_API CJOBXdata : public CRaisingNew
 {
 public:

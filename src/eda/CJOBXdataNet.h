@@ -5,7 +5,6 @@
 
 // A net: its name and its subnets.
 // Ownership: owned by its array, owns its subnets and properties; not copyable.
-// Threads:   different objects may be used at once; sharing one needs the caller's lock.
 class JOBX_API CJOBXdataNet : public CPooledRecord
 {
 public:

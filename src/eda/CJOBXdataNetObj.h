@@ -9,7 +9,6 @@
 // One feature that belongs to a subnet: an FID line, or an FGR line kept as text.
 // Units:     none; indexes count from 0.
 // Ownership: owned by its array; not copyable, pGetSameODBdataNetObj makes a copy.
-// Threads:   different objects may be used at once; sharing one needs the caller's lock.
 // A board has more of these than of anything else: 40 bytes, and the usual kinds need no memory of their own.
 class JOBX_API CJOBXdataNetObj : public CPooledRecord
 {

@@ -7,7 +7,6 @@
 // A package: the footprint that components share, with its outline and pins.
 // Units:     lengths in the unit of the file.
 // Ownership: owned by its array, owns its outlines, pins, properties and attributes; copies are deep.
-// Threads:   different objects may be used at once; sharing one needs the caller's lock.
 class JOBX_API CJOBXdataPkg : public CPooledRecord
 {
 public:

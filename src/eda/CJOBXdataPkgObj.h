@@ -12,7 +12,6 @@
 // subclasses carry geometry, and a unit change turns into them what it can (see CJOBXdataPkgObjArray::vMakeGeometry).
 // Units:     lengths of the subclasses in the unit of the file; texts are never rewritten.
 // Ownership: owned by its array; copies are deep. Copy with clone: an assignment would cut a subclass down.
-// Threads:   different objects may be used at once; sharing one needs the caller's lock.
 class JOBX_API CJOBXdataPkgObj : public CPooledRecord
 {
 public:

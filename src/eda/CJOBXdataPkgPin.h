@@ -5,7 +5,6 @@
 // A pin of a package.
 // Units:     lengths in the unit of the file. A unit change leaves the finished hole size alone, which is intended.
 // Ownership: owned by its array, owns its outlines; copies are deep.
-// Threads:   different objects may be used at once; sharing one needs the caller's lock.
 class JOBX_API CJOBXdataPkgPin : public CPooledRecord
 {
 public:

@@ -8,7 +8,6 @@ class CJOBXdata;
 
 // The EDA directory of a step.
 // Ownership: owns its data object, made by the constructor and never null; not copyable.
-// Threads:   different objects may be used at once; sharing one needs the caller's lock.
 class JOBX_API CJOBXeda : public CRaisingNew
 {
 public:

@@ -23,7 +23,6 @@ void DeleteElements(T* const* elements, __int64 count)
 //            MoveElementTo.
 // Results:   the operations named here answer null, -1 or false for a bad index; those of the base array, and DeleteAt
 //            and MoveElementTo with a bad first index, raise CInvalidArgException.
-// Threads:   different arrays may be used at once; sharing one needs the caller's lock.
 // Searches compare pointers, never the objects, from index 0 on; the first match wins.
 template <class TYPE, class ARG_TYPE>
 class CExPtrArray : public CArray<TYPE, ARG_TYPE>

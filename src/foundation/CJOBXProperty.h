@@ -11,7 +11,6 @@ class CECadClsLvl;
 // An attribute or property of a feature, net, package or component: a name and a value, with the numbers under which
 // both stand in their file's attribute tables.
 // Ownership: a plain value; copies are deep.
-// Threads:   different objects may be used at once; sharing one object needs the caller's lock.
 class JOBX_API CJOBXProperty : public CPooledRecord
 {
 public:

@@ -10,7 +10,6 @@
 // Results:   opening always answers 1; when it failed, writing does nothing. A write error raises CFileException, a
 //            clock that gives no local time CInvalidArgException.
 // Ownership: closes its file in the destructor; not copyable.
-// Threads:   one thread at a time; different logs may be used at once.
 class JOBX_API CLogFile : public CRaisingNew
 {
 public:

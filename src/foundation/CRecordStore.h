@@ -73,7 +73,6 @@ private:
 // Makes the records of one file. Blocks begin small and double, so that a file of three records takes little.
 // Ownership: whoever gets a record deletes it with `delete` or in its array; the store may be gone by then.
 // Results:   exhausted memory raises std::bad_alloc.
-// Threads:   one store on one thread at a time.
 class CRecordStore
 {
 public:

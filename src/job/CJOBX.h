@@ -23,8 +23,7 @@ class CWnd;
 //            be read; the message "There is no ODB Data!" is shown then. They add to what was read before. A missing
 //            part of a job is no error. Exhausted memory raises CMemoryException; what was read until then stays. Names
 //            below the job directory are found whatever their letter case.
-// Threads:   one thread calls; symbols and layers are read and files are written on a team of worker threads. Different
-//            jobs may be read and written at once.
+// Threads:   one thread calls; symbols and layers are read and files are written on a team of worker threads.
 class JOBX_API CJOBX : public CRaisingNew
 {
 public:

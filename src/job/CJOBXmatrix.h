@@ -9,7 +9,6 @@
 // Results:   the reader returns 1, or 0 for a missing or unreadable file and then changes nothing; a malformed number
 //            reads as 0. Lookups answer null or "" and keep what they point to. Exhausted memory raises
 //            CMemoryException; what was read before stays.
-// Threads:   different objects may be used at once; sharing one needs the caller's lock.
 class JOBX_API CJOBXmatrix : public CRaisingNew
 {
 public:

@@ -8,7 +8,6 @@
 
 // One row of a job's matrix: a layer. Texts stand as the file spells them, trimmed. Not copyable.
 // The library itself tests only the words "BOARD" (context), "SIGNAL", "POWER_GROUND" and "DRILL" (type).
-// Threads:   different objects may be used at once; sharing one needs the caller's lock.
 class JOBX_API CJOBXmatrixLayer : public CRaisingNew
 {
 public:

@@ -7,7 +7,6 @@
 #include <cstdio>
 
 // One column of a job's matrix: a step. Not copyable.
-// Threads:   different objects may be used at once; sharing one needs the caller's lock.
 class JOBX_API CJOBXmatrixStep : public CRaisingNew
 {
 public:

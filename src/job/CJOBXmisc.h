@@ -7,7 +7,6 @@
 // Results:   the reader returns 1, or 0 for a missing folder or file and then changes nothing; a malformed number reads
 //            as 0. Exhausted memory raises CMemoryException.
 // Ownership: a plain value; not copyable.
-// Threads:   different objects may be used at once; sharing one needs the caller's lock.
 class JOBX_API CJOBXmisc : public CRaisingNew
 {
 public:

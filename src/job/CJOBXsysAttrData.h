@@ -6,7 +6,6 @@
 #include "foundation/framework/CStringArray.h"
 
 // The definition of one system attribute: its name and the option texts that it may take. Not copyable.
-// Threads:   different objects may be used at once; sharing one needs the caller's lock.
 class JOBX_API CJOBXsysAttrData : public CRaisingNew
 {
 public:

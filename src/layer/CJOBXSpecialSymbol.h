@@ -9,7 +9,6 @@
 // One user symbol of a job: its name and its features.
 // Units:     those of its features file.
 // Ownership: owns its layer; not copyable.
-// Threads:   different objects may be used at once; sharing one object needs the caller's lock.
 class JOBX_API CJOBXSpecialSymbol : public CRaisingNew
 {
 public:

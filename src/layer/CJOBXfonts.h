@@ -7,7 +7,6 @@
 // Units:     lengths in the unit of the job, inch or millimetre.
 // Ownership: owns its characters. Not copyable.
 // Results:   a malformed number reads as 0. Exhausted memory raises CMemoryException; what was read before stays.
-// Threads:   different objects may be used at once; sharing one needs the caller's lock.
 class JOBX_API CJOBXfonts : public CRaisingNew
 {
 public:

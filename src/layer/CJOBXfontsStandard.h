@@ -5,7 +5,6 @@
 
 // One character of the job's font; owns its strokes. Not copyable.
 // Units:     lengths in the unit of the job, inch or millimetre.
-// Threads:   different objects may be used at once; sharing one needs the caller's lock.
 class JOBX_API CJOBXfontsStandard : public CRaisingNew
 {
 public:

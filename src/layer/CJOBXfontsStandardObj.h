@@ -9,7 +9,6 @@
 
 // One stroke of a character of the job's font. Not copyable.
 // Units:     lengths in the unit of the job, inch or millimetre.
-// Threads:   different objects may be used at once; sharing one needs the caller's lock.
 class JOBX_API CJOBXfontsStandardObj : public CRaisingNew
 {
 public:

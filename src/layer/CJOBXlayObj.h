@@ -19,7 +19,6 @@
 // text keeps its geometry as it is.
 // Units:     lengths in the unit of the file they came from, angles in degrees.
 // Ownership: owned by its layer's array; not copyable.
-// Threads:   different objects may be used at once; sharing one object needs the caller's lock.
 class JOBX_API CJOBXlayObj
 {
 public:

@@ -12,7 +12,6 @@
 // point ("OC"), or the end ("OE").
 // Units:     points in the unit of the file they came from.
 // Ownership: a plain value; copies are deep.
-// Threads:   different objects may be used at once; sharing one object needs the caller's lock.
 class JOBX_API CJOBXlayObjOX
 {
 public:

@@ -16,7 +16,6 @@ class CJOBXtool;
 // number array and its text array grow together: one position is one table entry.
 // Units:     lengths in the unit of the file; unit changes multiply them and never rewrite the units text.
 // Ownership: owns its features, components and drill tools; not copyable.
-// Threads:   different layers may be read and used at once; sharing one needs the caller's lock.
 class JOBX_API CJOBXlayer : public CRaisingNew
 {
 public:

@@ -7,7 +7,6 @@
 // hosts and the layer fill it.
 // Units:     as the units text says; thickness, tolerances and sizes share one unit.
 // Ownership: owns its tools; copies are deep.
-// Threads:   different objects may be used at once; sharing one needs the caller's lock.
 class JOBX_API CJOBXtool : public CRaisingNew
 {
 public:

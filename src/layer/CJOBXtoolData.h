@@ -9,7 +9,6 @@
 // One drill tool of a drill layer.
 // Units:     tolerances and sizes in the unit of the tool list that holds it.
 // Ownership: a plain value; copies carry every member.
-// Threads:   different objects may be used at once; sharing one needs the caller's lock.
 class JOBX_API CJOBXtoolData : public CRaisingNew
 {
 public:

@@ -28,7 +28,6 @@ private:
 };
 
 // Makes the records of one file.
-// Threads: one maker on one thread at a time.
 class CFeatureMaker
 {
 public:

@@ -9,7 +9,6 @@
 // A net of the netlist: its number, its name and its test points.
 // Units:     lengths in the unit of the file it came from.
 // Ownership: owned by its array; owns its points; not copyable.
-// Threads:   different objects may be used at once; sharing one object needs the caller's lock.
 class JOBX_API CJOBXnet : public CPooledRecord
 {
 public:

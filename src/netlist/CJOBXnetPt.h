@@ -12,7 +12,6 @@
 // One test point of a net.
 // Units:     lengths in the unit of the file it came from.
 // Ownership: owned by its array; not copyable.
-// Threads:   different objects may be used at once; sharing one object needs the caller's lock.
 class JOBX_API CJOBXnetPt : public CPooledRecord
 {
 public:

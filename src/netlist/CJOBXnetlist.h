@@ -11,7 +11,6 @@
 // Ownership: owned by its step; owns its nets and points; not copyable.
 // Results:   a malformed number reads as 0 and is kept; exhausted memory raises CMemoryException, the nets and what was
 //            read before the last run of points of one net stay.
-// Threads:   different objects may be used at once; sharing one object needs the caller's lock.
 class JOBX_API CJOBXnetlist : public CRaisingNew
 {
 public:

@@ -12,7 +12,6 @@
 // One step-and-repeat entry: another step, where it is placed and how often it is repeated.
 // Units:     lengths in the unit of the file it came from; the angle in degrees.
 // Ownership: owned by its array; not copyable.
-// Threads:   different objects may be used at once; sharing one object needs the caller's lock.
 class JOBX_API CJOBXstepRepeat : public CRaisingNew
 {
 public:

@@ -11,7 +11,6 @@
 // Units:     lengths in the unit of the file it came from.
 // Ownership: owned by its step or array; owns its entries; not copyable.
 // Results:   a malformed number reads as 0; exhausted memory raises CMemoryException, what was read before stays.
-// Threads:   different objects may be used at once; sharing one object needs the caller's lock.
 // Written and read back, a header has no step-and-repeat entries and its origin's y is its x: the writer prints
 // "STEP-REPEAT{", the reader looks for "STEP-REPEAT {", and Y_ORIGIN is written from x. Hosts rely on both.
 class JOBX_API CJOBXstephdr : public CRaisingNew

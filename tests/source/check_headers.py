@@ -2,7 +2,7 @@
 """Check the comments of headers: check_headers.py DIRECTORY
 
 A label ("Units:", "Ownership:", "Results:", "Threads:") begins its comment line, and the lines below it that belong to it
-are indented. Members are called by name.
+are indented. Members are called by name. "Threads:" stands only where a class differs from the rule in docs/hosts.md.
 """
 
 import re
@@ -13,6 +13,11 @@ LABEL = r"(?:Units|Ownership|Results|Threads):"
 COMMENT = re.compile(r"^\s*//(?P<text>.*)$")
 RUN_IN = re.compile(rf"\S.*\b{LABEL}")
 BY_NUMBER = re.compile(r"\bmembers? \d")
+# The rule about threads: use different objects at once, share none without a lock.
+REPEATS_RULE = re.compile(
+    r"^Threads:\s+(.*\b(sharing|caller's lock|different \w+ may be [\w, ]+ at once[.;]?$)|(one \w+ on )?one thread at a time[.;]?$)",
+    re.IGNORECASE,
+)
 
 
 def blocks(text):
@@ -48,6 +53,8 @@ def complaints(text):
             labelled = re.match(LABEL, paragraph) is not None
             if BY_NUMBER.search(paragraph):
                 yield first + offset, "calls members by number"
+            if REPEATS_RULE.search(paragraph):
+                yield first + offset, "repeats the rule about threads"
             if previous_labelled and not labelled and paragraph[:1].islower():
                 yield first + offset, "continues a label without its indentation"
             previous_labelled = labelled
@@ -60,12 +67,18 @@ def check_itself():
         "// Results:   1, or 0; the header's\n// is kept.\n": "continues a label without its indentation",
         "// Ownership: owns its members 3 to 8.\n": "calls members by number",
         "// Ownership: owns its\n//            members 3 to 8.\n": "calls members by number",
+        "// Threads:   different steps may be used at once; sharing one needs\n//            the caller's lock.\n": (
+            "repeats the rule about threads"
+        ),
+        "// Threads:   different steps may be read and used at once.\n": "repeats the rule about threads",
+        "// Threads:   one thread at a time.\n": "repeats the rule about threads",
     }
     for text, fault in faults.items():
         assert [message for _, message in complaints(text)] == [fault], text
     sound = (
         "// A step.\n// Units:     each file's own.\n//            Always.\n// Threads:   one thread calls.\n"
-        "// Hosts rely on it.\nclass Step; // owner: the job\n"
+        "// Hosts rely on it.\nclass Step; // owner: the job\n\n"
+        "// Threads:   different texts may be used at once, also when one was copied from the other.\nclass Text;\n"
     )
     assert not list(complaints(sound))
 

@@ -7,7 +7,6 @@
 
 // A labelled list of texts: what a record says about itself to a design tool.
 // Ownership: holds its texts by value; copies are deep.
-// Threads:   different objects may be used at once; sharing one needs the caller's lock.
 class JOBX_API CECadClsLvl : public CRaisingNew
 {
 public:

@@ -43,7 +43,6 @@ struct CFreeBlock
 // A file's bytes piece by piece through a buffer that stays small, so that they are still in the processor's cache when
 // they are used and reading a large file takes no memory.
 // Ownership: owns the buffer and the file; what View gives is valid until the next call of Next.
-// Threads:   different objects may be used at once; sharing one needs the caller's lock.
 class CFilePieces
 {
 public:
@@ -72,7 +71,6 @@ private:
 
 // The bytes of a whole file in one buffer.
 // Ownership: owns the buffer; what View gives is valid until the next Load or the end of the object.
-// Threads:   different objects may be used at once; sharing one needs the caller's lock.
 class CFileBytes
 {
 public:

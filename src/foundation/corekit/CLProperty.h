@@ -6,7 +6,6 @@
 
 // A name and a value: the plain attribute of packages and components.
 // Ownership: a plain value; copies are deep.
-// Threads:   different objects may be used at once; sharing one needs the caller's lock.
 class JOBX_API CLProperty : public CPooledRecord
 {
 public:

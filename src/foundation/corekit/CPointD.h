@@ -8,7 +8,6 @@
 // A point or a pair of lengths in double precision.
 // Units:     the unit of the file it came from, inch or millimetre; angles in degrees.
 // Ownership: a plain value.
-// Threads:   different objects may be used at once; sharing one needs the caller's lock.
 class JOBX_API CPointD : public CRaisingNew
 {
 public:

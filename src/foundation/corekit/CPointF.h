@@ -8,7 +8,6 @@ class CArchive;
 // A point in single precision.
 // Units:     the unit of the file it came from, inch or millimetre.
 // Ownership: a plain value.
-// Threads:   different objects may be used at once; sharing one needs the caller's lock.
 class JOBX_API CPointF : public CRaisingNew
 {
 public:

@@ -7,7 +7,6 @@
 
 // A pair of 32-bit integers: a grid point, or a count in x and in y.
 // Ownership: a plain value.
-// Threads:   different objects may be used at once; sharing one needs the caller's lock.
 class JOBX_API CPointN : public CRaisingNew
 {
 public:

@@ -8,7 +8,6 @@
 // A rectangle along the axes, in double precision.
 // Units:     the unit of the file it came from, inch or millimetre; areas in that unit squared.
 // Ownership: a plain value.
-// Threads:   different objects may be used at once; sharing one needs the caller's lock.
 class JOBX_API CRectD : public CRaisingNew
 {
 public:

@@ -10,7 +10,6 @@ class CRectD;
 // A rectangle along the axes, in single precision; the bounds mean the same as those of CRectD.
 // Units:     the unit of the file it came from, inch or millimetre.
 // Ownership: a plain value.
-// Threads:   different objects may be used at once; sharing one needs the caller's lock.
 class JOBX_API CRectF : public CRaisingNew
 {
 public:

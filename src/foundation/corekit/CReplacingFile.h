@@ -8,7 +8,6 @@
 // A file that is written under another name beside its target and takes the target's place once it is complete.
 // Ownership: owns the unfinished file; without a Commit that succeeded the destructor removes it.
 // Results:   true, or false with the system's reason in Error(); after a failure everything else fails too.
-// Threads:   one thread at a time.
 class CReplacingFile
 {
 public:

@@ -9,7 +9,6 @@
 // Results:   text that does not begin with a number reads as 0; white space before the number and anything behind it
 //            is ignored; no locale takes part.
 // Ownership: a plain value.
-// Threads:   different objects may be used at once; sharing one needs the caller's lock.
 class JOBX_API CStringEx : public CRaisingNew
 {
 public:

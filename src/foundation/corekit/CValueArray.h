@@ -8,7 +8,6 @@
 // A growable array of values that can be copied, moved and compared; the base of the core kit's arrays.
 // Ownership: holds its elements by value; copies are deep, self-assignment keeps them.
 // Results:   as CArray: a bad index raises CInvalidArgException, exhausted memory CMemoryException.
-// Threads:   different arrays may be used at once; sharing one needs the caller's lock.
 template <class TYPE, class ARG_TYPE = const TYPE&>
 class CValueArray : public CArray<TYPE, ARG_TYPE>
 {

@@ -13,7 +13,6 @@ class CFile;
 // Units:     counts and sizes in bytes, unless said otherwise.
 // Results:   end of data, a length that cannot be read, loading from a storing archive (and the reverse) raise
 //            CArchiveException; the file's own errors raise CFileException.
-// Threads:   one thread at a time.
 class JOBX_API CArchive
 {
 public:

@@ -17,7 +17,6 @@
 // Ownership: elements that are pointers are never deleted here; the buffer is.
 // Growth:    appending to a full array adds size/8 elements, at least 4 and at most 1024, or the step of SetSize.
 // Results:   a bad index or range raises CInvalidArgException, exhausted memory CMemoryException.
-// Threads:   different arrays may be used at once; sharing one needs the caller's lock.
 template <class TYPE, class ARG_TYPE = const TYPE&>
 class CArray : public CObject
 {

@@ -11,7 +11,6 @@
 // Ownership: closes its file in the destructor; not copyable.
 // Results:   Open answers FALSE; every other failure raises CFileException (deleted by who catches it), a null buffer
 //            for a count above 0 raises CInvalidArgException. An operation on a closed file raises CFileException.
-// Threads:   one thread at a time.
 class JOBX_API CFile : public CObject
 {
 public:

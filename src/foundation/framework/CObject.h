@@ -25,7 +25,6 @@ struct JOBX_API CRuntimeClass
 };
 
 // The root of the framework's classes: run-time class, serialisation, diagnostics.
-// Threads: different objects may be used at once; sharing one object needs the caller's lock.
 class JOBX_API CObject : public CRaisingNew
 {
 public:
