@@ -252,6 +252,10 @@ TEST(PtrArray, RemovesNullsAndDuplicates)
     EXPECT_EQ(Contents(nulls), (std::vector<Counted*>{nullptr, &a}));
     same.RemoveNullElement();
     EXPECT_EQ(Contents(same), std::vector<Counted*>{&a}) << "the first and the last, too";
+    same.Add(nullptr);
+    same.Add(&b);
+    same.RemoveNullElement();
+    EXPECT_EQ(Contents(same), (std::vector<Counted*>{&a, &b})) << "the last stays";
     Plain empty;
     empty.RemoveNullElement();
     empty.RemoveDuplicatedElements();

@@ -309,6 +309,9 @@ TEST(Contour, CopySharesItsElementsWithItsSource)
     CJOBXlayObjSurfaceOB copy(*source);
     CJOBXlayObjSurfaceOB assigned;
     assigned = copy;
+    EXPECT_EQ(copy.GetODBlayObjOXArray(), source->GetODBlayObjOXArray());
+    EXPECT_EQ(assigned.GetODBlayObjOXArray(), source->GetODBlayObjOXArray());
+    ASSERT_EQ(assigned.GetODBlayObjOXArray()->GetSize(), 1);
     copy.GetODBlayObjOXArray()->GetAt(0)->SetPoint({7, 8});
     EXPECT_EQ(source->GetODBlayObjOXArray()->GetAt(0)->GetPoint(), CPointD(7, 8));
     source.reset();

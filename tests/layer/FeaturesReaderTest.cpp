@@ -1,6 +1,7 @@
 // How features files are read: the grammar of every record, and what malformed ones become.
 #include "layer/FeaturesReader.h"
 
+#include "foundation/corekit/CFileBytes.h"
 #include "layer/CJOBXlayer.h"
 #include "support/CommaLocale.h"
 #include "support/SlowBuild.h"
@@ -831,17 +832,20 @@ TEST(FeaturesReader, UsualLinesReadAsUnusualOnes)
         EXPECT_GT(elements[kind], 1000) << "O" << kind;
 }
 
-// A file is read in pieces; a line may lie across the border of two.
+// A file, unlike a text in memory, is read in pieces; a line may lie across the border of two.
 TEST(FeaturesReader, LinesAcrossThePiecesOfAFileReadAsOthers)
 {
     std::mt19937 random(20260101U);
     std::string text = "@0 .a\n@1 .b\n@3 .c\n&8 text\n";
-    while (text.size() < 600'000)
+    while (text.size() < 3 * CFilePieces::kPiece)
         text += RandomSurface(random) + RandomLines(random, kUsualLines, 12);
+    const TempDir dir;
     for (int shift = 0; shift < 3; ++shift)
     {
         text.insert(0, "#\n");
-        ASSERT_EQ(FullDump(*Read(text)), FullDump(*Read(Indented(text)))) << shift;
+        CJOBXlayer layer;
+        ASSERT_EQ(layer.ParseODBOfMFC(dir.Write("features", text).c_str()), 1);
+        ASSERT_EQ(FullDump(layer), FullDump(*Read(Indented(text)))) << shift;
     }
 }
 
