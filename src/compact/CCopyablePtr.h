@@ -4,14 +4,14 @@
 #include <utility>
 
 // A part of an object that may be absent.
-// Ownership: owns the part; copies are deep, made with the part's clone. Self-assignment keeps the part.
+// Ownership: owns the part; copies are deep, made by clone. Self-assignment is safe.
 // Results:   exhausted memory raises CMemoryException; a failed assignment changes nothing.
 template <class T>
 class CCopyablePtr
 {
 public:
     CCopyablePtr() = default;
-    // Takes the part over; null leaves it absent.
+    // Takes ownership of the part; null means absent.
     CCopyablePtr(std::unique_ptr<T> part) noexcept : m_pPart(std::move(part)) {}
     CCopyablePtr(const CCopyablePtr& other) : m_pPart(other.m_pPart != nullptr ? other.m_pPart->clone() : nullptr) {}
     CCopyablePtr(CCopyablePtr&&) noexcept = default;
@@ -24,14 +24,14 @@ public:
     CCopyablePtr& operator=(CCopyablePtr&&) noexcept = default;
     ~CCopyablePtr() = default;
 
-    // The part, borrowed; null when it is absent.
+    // The part, borrowed; null if absent.
     T* get() const { return m_pPart.get(); }
     T* operator->() const { return m_pPart.get(); }
     T& operator*() const { return *m_pPart; }
     bool operator==(std::nullptr_t) const { return m_pPart == nullptr; }
-    // Deletes the part and takes `part` over; null leaves it absent.
+    // Deletes the part and takes ownership of `part`; null means absent.
     void reset(T* part = nullptr) { m_pPart.reset(part); }
-    // Hands the part to the caller, who owns it from now on.
+    // Gives up the part; the caller owns it.
     T* release() { return m_pPart.release(); }
 
 private:

@@ -5,7 +5,7 @@
 #include "foundation/framework/CRaisingNew.h"
 
 // A subnet of the compact model: one connected piece of a net.
-// Units:     the plane fill size in the unit of the EDA data; a unit change leaves subnets alone, which is intended.
+// Units:     the plane fill size in the unit of the EDA data; a unit change does not change subnets; this is intended.
 // Ownership: owned by its array, owns its net objects; copies are deep.
 class JOBX_API CODBSnt : public CRaisingNew
 {
@@ -16,8 +16,8 @@ public:
     virtual ~CODBSnt();
     virtual CODBSnt* clone() const; // the caller owns the copy
 
-    int m_nFlag = 0;       // the host's own
-    int m_nLineNumber = 0; // in the file it came from, counted from 1
+    int m_nFlag = 0;       // for the host
+    int m_nLineNumber = 0; // in the source file, counted from 1
     CODBdataNetObjArray m_arrNetObjs;
     double m_dFillSize = 0.0; // of a plane
     CString m_sCutoutType;    // of a plane
@@ -26,8 +26,8 @@ public:
     int m_nComponentNumber = -1;
     CString m_sSide;      // of a pin: "T" or "B"
     CString m_sKind;      // "TOP" for a pin, "TRC", "VIA", "PLN"
-    CPointD m_ptPosition; // the host's own
-    CString m_sText;      // the host's own
+    CPointD m_ptPosition; // for the host
+    CString m_sText;      // for the host
 };
 
 extern template class JOBX_API CExPtrArray<CODBSnt*, CODBSnt*>;

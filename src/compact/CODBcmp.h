@@ -17,18 +17,18 @@ public:
     virtual ~CODBcmp();
     virtual CODBcmp* clone() const; // the caller owns the copy
 
-    // Multiplies the location and those of the toeprints by `factor`.
+    // Multiplies its location and those of its toeprints by `factor`.
     void vRescale(double factor);
 
     int m_nNumber = -1;
-    int m_nSide = -1; // 0 marks a bottom component
+    int m_nSide = -1; // 0 for a bottom component
     CODBcmpToeArray m_arrToes;
     CString m_sPartName;
     CString m_sName;   // the reference designator
-    int m_nMirror = 0; // 1 mirrored, 0 not
+    int m_nMirror = 0; // 1 if mirrored
     double m_dRotation = 0.0;
     CPointD m_ptLocation;
-    int m_nPkgRef = -1; // position of the package among the EDA data's packages
+    int m_nPkgRef = -1; // index into the EDA data's packages
     CLPropertyArray m_arrProperties;
     CJOBXPropertyArray m_arrAttributes;
 };

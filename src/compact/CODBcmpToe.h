@@ -5,7 +5,7 @@
 #include "foundation/framework/CRaisingNew.h"
 #include "foundation/framework/CString.h"
 
-// A toeprint of the compact model: where one pin of a placed component meets the board, and the net it belongs to.
+// A toeprint of the compact model: the place where a pin of a placed component meets the board, and its net.
 // Units:     lengths in the unit of the components part; the rotation in degrees.
 // Ownership: owned by its component's list; copies are deep.
 class JOBX_API CODBcmpToe : public CRaisingNew
@@ -21,12 +21,12 @@ public:
     void vRescale(double factor);
 
     CString m_sName;
-    int m_nNet = -1;    // position of the net among the EDA data's nets
-    int m_nSubnet = -1; // position of the subnet in that net
-    int m_nMirror = 0;  // 1 mirrored, 0 not
+    int m_nNet = -1;    // index into the EDA data's nets
+    int m_nSubnet = -1; // index into that net's subnets
+    int m_nMirror = 0;  // 1 if mirrored
     double m_dRotation = 0.0;
     CPointD m_ptLocation;
-    int m_nPin = -1; // position of the pin in the component's package
+    int m_nPin = -1; // index into the pins of the component's package
 };
 
 extern template class JOBX_API CExPtrArray<CODBcmpToe*, CODBcmpToe*>;

@@ -4,7 +4,7 @@
 #include "foundation/CJOBXProperty.h"
 #include "foundation/framework/CRaisingNew.h"
 
-// A net of the compact model's EDA data: its name and its subnets. A unit change leaves it alone, which is intended.
+// A net of the compact model's EDA data: its name and its subnets. A unit change does not change it; this is intended.
 // Ownership: owned by its array, owns its subnets and properties; copies are deep.
 class JOBX_API CODBdataNet : public CRaisingNew
 {
@@ -17,7 +17,7 @@ public:
 
     int m_nNumber = -1;
     CODBSntArray m_arrSnts;
-    int m_nFlag = 0; // the host's own
+    int m_nFlag = 0; // for the host
     CString m_sName;
     CJOBXPropertyArray m_arrProperties;
 };

@@ -20,7 +20,7 @@ public:
     int m_nLayerIndex = -1;   // in the layer names of the EDA data
     CString m_sKind;          // "C" copper, "L" laminate, "H" hole, or "FGR"
     CString m_sText;
-    int m_nLineNumber = 0; // in the file it came from, counted from 1
+    int m_nLineNumber = 0; // in the source file, counted from 1
 };
 
 extern template class JOBX_API CExPtrArray<CODBdataNetObj*, CODBdataNetObj*>;

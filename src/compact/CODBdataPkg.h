@@ -5,7 +5,7 @@
 #include "foundation/corekit/CLProperty.h"
 #include "foundation/framework/CRaisingNew.h"
 
-// A package of the compact model: the footprint that components share, with its outline and pins.
+// A package of the compact model: a footprint shared by components, with outlines and pins.
 // Units:     lengths in the unit of the EDA data.
 // Ownership: owned by its array, owns its outlines, pins, properties and attributes; copies are deep.
 class JOBX_API CODBdataPkg : public CRaisingNew
@@ -17,11 +17,11 @@ public:
     virtual ~CODBdataPkg();
     virtual CODBdataPkg* clone() const; // the caller owns the copy
 
-    // Multiplies the outlines, the pins, the pitch and both corners by `factor`.
+    // Multiplies the outlines, the pins, the pitch and both corners of the bounding box by `factor`.
     void vRescale(double factor);
 
     int m_nNumber = -1;
-    int m_nFlag = 0; // the host's own
+    int m_nFlag = 0; // for the host
     CODBdataPkgObjArray m_arrOutlines;
     CODBdataPkgPinArray m_arrPins;
     double m_dPitch = 0.0;

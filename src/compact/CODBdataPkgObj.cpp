@@ -16,7 +16,7 @@ bool IsPlain(const CODBdataPkgObj* record)
     return record != nullptr && typeid(*record) == typeid(CODBdataPkgObj);
 }
 
-// A plain record as the main model holds it; any other becomes one that has no keyword and so means nothing there.
+// A plain record as the main model has it. A subclass becomes a record without a keyword, which the main model ignores.
 std::unique_ptr<CJOBXdataPkgObj> MakeMain(const CODBdataPkgObj* record)
 {
     auto same = MakeNew<CJOBXdataPkgObj>();
@@ -56,7 +56,7 @@ std::unique_ptr<CODBdataPkgObj> MakeContour(const CJOBXdataPkgObjContour& source
     return contour;
 }
 
-// The compact form of a record of the main model that carries geometry; null for one that carries none.
+// The compact form of a main model's record with geometry, null for a record without geometry.
 std::unique_ptr<CODBdataPkgObj> MakeShape(const CJOBXdataPkgObj& record)
 {
     if (const auto* const from = dynamic_cast<const CJOBXdataPkgObjCircle*>(&record))
@@ -85,7 +85,7 @@ std::unique_ptr<CODBdataPkgObj> MakeShape(const CJOBXdataPkgObj& record)
     return contour != nullptr ? MakeContour(*contour) : nullptr;
 }
 
-// How many plain records this one was made of: a contour also of its first and its last line.
+// The number of plain records that this one was made from. For a contour they include its first and last line.
 __int64 RecordsIn(const CJOBXdataPkgObj& record)
 {
     const auto* const contour = dynamic_cast<const CJOBXdataPkgObjContour*>(&record);
@@ -107,7 +107,7 @@ CODBdataPkgObjArray* CODBdataPkgObjArray::clone() const
     return NewCopy(*this);
 }
 
-// The main model reads the texts, so that both models understand the same ones.
+// Uses the main model's parser, so that both models understand the same texts.
 void CODBdataPkgObjArray::vMakeGeometry()
 {
     if (std::none_of(GetData(), GetData() + GetSize(), IsPlain))
@@ -117,7 +117,7 @@ void CODBdataPkgObjArray::vMakeGeometry()
         records.Own(MakeMain(GetAt(i)));
     Guarded([&records] { records.vMakeGeometry(); });
 
-    __int64 first = 0; // of this array's records that the main model's record stands for
+    __int64 first = 0; // first of this array's records that the main model's record was made from
     for (__int64 k = 0; k < records.GetSize(); ++k)
     {
         const __int64 end = first + RecordsIn(*records.GetAt(k));

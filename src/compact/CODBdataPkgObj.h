@@ -4,12 +4,12 @@
 #include "foundation/framework/CRaisingNew.h"
 #include "foundation/framework/CStringArray.h"
 
-// One outline record of a package or pin of the compact model. A record of this class itself keeps keyword and
-// parameters as text and has no geometry; the subclasses carry it, and rescaling a list turns into them what it can
-// (see CODBdataPkgObjArray::vMakeGeometry). What is rescaled is decided by the class, whatever the keyword says. Every
-// subclass sets its keyword when it is made.
-// Units:     lengths of the subclasses in the unit of the EDA data; texts are never rewritten.
-// Ownership: owned by its array; copies are deep. Copy with clone: an assignment would cut a subclass down.
+// One outline record of a package or pin of the compact model. A plain record, of this class itself, keeps keyword and
+// parameters as text and has no geometry. The subclasses have it. Rescaling a list converts plain records to subclasses
+// where possible (see CODBdataPkgObjArray::vMakeGeometry). The class, not the keyword, decides what is rescaled. The
+// constructor of each subclass sets the keyword.
+// Units:     lengths of the subclasses in the unit of the EDA data; parameter texts are never converted.
+// Ownership: owned by its array; copies are deep. Copy with clone: assignment would slice a subclass.
 class JOBX_API CODBdataPkgObj : public CRaisingNew
 {
 public:
@@ -22,8 +22,8 @@ public:
     // Multiplies the geometry by `factor`; a plain record has none.
     virtual void vRescale(double factor);
 
-    int m_nLineNumber = 0;        // in the file it came from, counted from 1
-    CStringArray m_arrParameters; // as they stood in the file
+    int m_nLineNumber = 0;        // in the source file, counted from 1
+    CStringArray m_arrParameters; // as in the file
     CString m_sKeyword;           // "CR", "SQ", "RC", "CT", "OB", "OS", "OC", "OE", "CE"
 };
 
@@ -35,10 +35,10 @@ class JOBX_API CODBdataPkgObjArray : public CRescalableArray<CODBdataPkgObj>
 public:
     CODBdataPkgObjArray* clone() const override; // the caller owns the copy
 
-    // Turns plain records into the subclass with their geometry, by the rules of CJOBXdataPkgObjArray::vMakeGeometry.
-    // Line number and parameters are kept, what does not parse stays plain, null entries are taken out.
+    // Converts plain records to the subclass with their geometry, by the rules of CJOBXdataPkgObjArray::vMakeGeometry.
+    // Line number and parameters are kept, records that do not parse stay plain, null entries are removed.
     void vMakeGeometry();
-    // vMakeGeometry, then every record's vRescale.
+    // Calls vMakeGeometry, then vRescale of every record.
     void vRescale(double factor);
 };
 
@@ -88,7 +88,7 @@ public:
     CPointD m_ptLowerLeft;
 };
 
-// An outline of straight and round pieces, keyword "CT".
+// An outline of line segments and arcs, keyword "CT".
 class JOBX_API CODBdataPkgObjContour : public CODBdataPkgObj
 {
 public:

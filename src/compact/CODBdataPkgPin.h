@@ -4,7 +4,7 @@
 #include "foundation/framework/CRaisingNew.h"
 
 // A pin of a package of the compact model.
-// Units:     lengths in the unit of the EDA data. A unit change leaves the finished hole size alone, which is intended.
+// Units:     lengths in the unit of the EDA data. A unit change does not change the hole size; this is intended.
 // Ownership: owned by its array, owns its outlines; copies are deep.
 class JOBX_API CODBdataPkgPin : public CRaisingNew
 {
@@ -18,7 +18,7 @@ public:
     // Multiplies the outlines and the centre by `factor`.
     void vRescale(double factor);
 
-    int m_nFlag = 0; // the host's own
+    int m_nFlag = 0; // for the host
     CODBdataPkgObjArray m_arrOutlines;
     double m_dHoleSize = 0.0; // of the finished hole
     CPointD m_ptCenter;

@@ -5,11 +5,11 @@
 #include "foundation/framework/CRaisingNew.h"
 #include "foundation/framework/CStringArray.h"
 
-// One feature of the compact model. What is rescaled is decided by the class of the record, whatever its type text
-// says; a record of this class itself has no geometry. Every subclass sets its type text when it is made.
+// One feature of the compact model. The class, not the type text, decides what is rescaled; a record of this class
+// itself has no geometry. The constructor of each subclass sets the type text.
 // Units:     lengths in the unit of the layer, angles in degrees.
-// Ownership: owned by its layer's array, owns its properties; copies are deep. Copy with clone: an assignment would cut
-//            a subclass down.
+// Ownership: owned by its layer's array, owns its properties; copies are deep. Copy with clone: assignment would slice
+//            a subclass.
 class JOBX_API CODBlayObj : public CRaisingNew
 {
 public:
@@ -19,19 +19,19 @@ public:
     virtual ~CODBlayObj();
     virtual CODBlayObj* clone() const; // the caller owns the copy
 
-    // Multiplies every length of the feature by `factor`: points, a barcode's height and width, a text's size and width
-    // factor. A pad's resize factor and all angles stay.
+    // Multiplies every length of the feature by `factor`: points, the height and width of a barcode, the size and width
+    // factor of a text. The resize factor of a pad and all angles do not change.
     virtual void vRescale(double factor);
 
     CJOBXPropertyArray m_arrProperties;
     int m_nDcode = 0;
     CString m_sPolarity = "P"; // "P" positive or "N" negative
-    int m_nSymbol = -1;        // the number of the symbol in the layer's symbol table; -1 when none
-    int m_nIndex = 0;          // the position among the features of the file, from 0
-    int m_nSurfaceIndex = -1;  // the host's own, as the next
+    int m_nSymbol = -1;        // number in the layer's symbol table; -1 for none
+    int m_nIndex = 0;          // index among the features of the file, from 0
+    int m_nSurfaceIndex = -1;  // for the host, as is m_arrTexts
     CStringArray m_arrTexts;
     CString m_sType;          // "L" line, "P" pad, "A" arc, "T" text, "B" barcode, "S" surface
-    __int64 m_nUserValue = 0; // the host's own
+    __int64 m_nUserValue = 0; // for the host
 };
 
 // A straight line drawn with a symbol, type "L".
@@ -62,14 +62,14 @@ public:
     void vRescale(double factor) override;
 
     CString m_sPadName;
-    int m_nOrientation = 0; // 0 to 7: quarter turns, from 4 on mirrored; 8 turned, 9 turned and mirrored by the angle
+    int m_nOrientation = 0; // 0 to 7: quarter turns, mirrored from 4 on; 8 rotated by the angle, 9 rotated and mirrored
     double m_dResizeFactor = 0.0;
-    int m_nResizeFlag = 0; // 1 for a resized pad
+    int m_nResizeFlag = 0; // 1 if resized
     double m_dAngle = 0.0;
     CPointD m_ptCenter;
 };
 
-// An arc drawn with a symbol, type "A"; equal start and end make a full circle.
+// An arc drawn with a symbol, type "A"; a full circle if start and end are equal.
 class JOBX_API CODBlayObjArc : public CODBlayObj
 {
 public:
@@ -87,7 +87,7 @@ public:
     CString m_sPadName;
 };
 
-// A text drawn in a stroke font, type "T".
+// Text in a stroke font, type "T".
 class JOBX_API CODBlayObjText : public CODBlayObj
 {
 public:
@@ -120,8 +120,8 @@ public:
     void vRescale(double factor) override;
 
     CString m_sText;
-    CString m_sAstrPosition; // where the text shown beside the bars stands
-    CString m_sAstr;         // whether it is shown
+    CString m_sAstrPosition; // where the text beside the bars is
+    CString m_sAstr;         // whether that text is shown
     CString m_sBg;           // background
     CString m_sCs;           // checksum
     CString m_sEFlag;
@@ -136,7 +136,7 @@ public:
 
 // One contour of a surface.
 // Units:     points in the unit of the layer.
-// Ownership: owned by its array, owns its elements; copies are deep, unlike those of the main model's contour.
+// Ownership: owned by its array, owns its elements; copies are deep, unlike those of CJOBXlayObjSurfaceOB.
 class JOBX_API CODBlayObjSurfaceOB : public CRaisingNew
 {
 public:

@@ -5,9 +5,9 @@
 #include "foundation/framework/CRaisingNew.h"
 #include "foundation/framework/CString.h"
 
-// One element of a contour of the compact model: where the contour begins ("OB"), a straight segment to a point ("OS"),
-// an arc to a point ("OC"), or the end ("OE").
-// Units:     points in the unit of the part that it belongs to.
+// One element of a contour of the compact model: its start ("OB"), a segment to a point ("OS"), an arc to a point
+// ("OC"), or its end ("OE").
+// Units:     points in the unit of the object that contains it.
 // Ownership: owned by its array; copies are deep.
 class JOBX_API CODBlayObjOX : public CRaisingNew
 {
@@ -21,11 +21,11 @@ public:
     // Multiplies both points by `factor`.
     void vRescale(double factor);
 
-    int m_nLineNumber = 0;  // in the file it came from, counted from 1
-    CString m_sClockwise;   // "Y" or "N", for an arc
-    CString m_sPolygonType; // "I" for an island, "H" for a hole, for a begin
+    int m_nLineNumber = 0;  // in the source file, counted from 1
+    CString m_sClockwise;   // "Y" or "N"; of an arc
+    CString m_sPolygonType; // "I" for an island, "H" for a hole; of a start
     CPointD m_ptCenter;     // of an arc
-    CPointD m_ptPoint;      // the begin, or the end of a segment or an arc
+    CPointD m_ptPoint;      // the start, or the end of a segment or an arc
     CString m_sKind;
 };
 

@@ -4,9 +4,9 @@
 #include "foundation/corekit/CArrayN.h"
 #include "foundation/framework/CRaisingNew.h"
 
-// One layer of the compact model: its features and the tables of its features file. Each number array and its text
-// array go together: one position is one table entry.
-// Units:     lengths in the unit that the units text names; a unit change multiplies them and never rewrites the text.
+// One layer of the compact model: its features and the tables of its features file. Each table is a pair of parallel
+// arrays, numbers and texts.
+// Units:     lengths in the unit named by the units text; a unit change multiplies them but keeps the text.
 // Ownership: owned by its array, owns its features; copies are deep.
 class JOBX_API CODBlayer : public CRaisingNew
 {
@@ -17,11 +17,11 @@ public:
     virtual ~CODBlayer();
     virtual CODBlayer* clone() const; // the caller owns the copy
 
-    // Multiplies the lengths of every feature by the layer's rescale factor.
+    // Multiplies the lengths of every feature by m_dRescaleFactor.
     void vRescale();
 
     CString m_sName;
-    double m_dRescaleFactor = 1.0; // the last one computed
+    double m_dRescaleFactor = 1.0; // last computed
     CString m_sUnits = "INCH";     // or "MM" or "MIL"
     CODBlayObjArray m_arrFeatures;
     CStringArray m_arrAttributeTexts;
@@ -31,8 +31,8 @@ public:
     CStringArray m_arrSymbolNames;
     CArrayN m_arrSymbolNumbers;
     CStringArray m_arrSymbolSecondFields;
-    double m_dCopperWeightOrDielectric = 0.0; // no length
-    __int64 m_nFirstLineNo = 0;               // the host's own, as the next two
+    double m_dCopperWeightOrDielectric = 0.0; // not a length
+    __int64 m_nFirstLineNo = 0;               // for the host, as are the two below
     __int64 m_nLastLineNo = 0;
     __int64 m_nFeatureLineNo = 0;
 };

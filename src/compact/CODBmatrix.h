@@ -3,7 +3,7 @@
 #include "compact/CODBmatrixLayer.h"
 #include "foundation/framework/CRaisingNew.h"
 
-// The layers' table of the compact model.
+// The matrix of the compact model: a table of the layers.
 // Ownership: owned by its job, owns its layers; copies are deep.
 class JOBX_API CODBmatrix : public CRaisingNew
 {

@@ -31,7 +31,7 @@ class JOBX_API CODBnetArray : public CRescalableArray<CODBnet>
 public:
     CODBnetArray* clone() const override;
 
-    // The first net of exactly that name, null when there is none.
+    // The first net of exactly that name, null if there is none.
     CODBnet* pGetODBnetWithName(const CString& name) const;
 
     CString m_sUnits = "INCH"; // or "MM" or "MIL"

@@ -18,19 +18,19 @@ public:
     virtual ~CODBnetPt();
     virtual CODBnetPt* clone() const; // the caller owns the copy
 
-    // Multiplies every length by `factor`, except the staggered radius: that one stays, intended.
+    // Multiplies every length by `factor` except the staggered radius; this is intended.
     void vRescale(double factor);
 
     CString m_sSide;          // top, bottom, both or inner
-    CString m_sStaggeredMark; // "staggered" when the point is
+    CString m_sStaggeredMark; // "staggered" for a staggered point
     double m_dStaggeredRadius = 0.0;
     CString m_sExposure;
     CString m_sEndPoint;
-    double m_dHeight = 0.0; // second size of a point that is not round
-    double m_dWidth = 0.0;  // first size of a point that is not round
+    double m_dHeight = 0.0; // of a point that is not round
+    double m_dWidth = 0.0;  // of a point that is not round
     CPointD m_ptPosition;
     CPointD m_ptStaggeredPosition;
-    double m_dRadius = 0.0; // 0 means a point that is not round, with width and height
+    double m_dRadius = 0.0; // 0 for a point that is not round, which has width and height
     CStringArray m_arrFlags;
 };
 
@@ -42,7 +42,7 @@ class JOBX_API CODBnetPtArray : public CRescalableArray<CODBnetPt>
 public:
     CODBnetPtArray* clone() const override;
 
-    // The first point at `point`, null when there is none. Compares with the equality operation of `point`, so a class
-    // derived from CPointD may bring a tolerance; CPointD's own is exact.
+    // The first point at `point`, null if there is none. Uses the virtual comparison of `point`, so a class derived
+    // from CPointD may compare with a tolerance. CPointD compares exactly.
     CODBnetPt* pGetODBnetPtWithPt(const CPointD& point) const;
 };

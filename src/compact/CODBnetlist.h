@@ -3,8 +3,8 @@
 #include "compact/CODBnet.h"
 #include "foundation/framework/CRaisingNew.h"
 
-// The netlist of the compact model. A job's unit change leaves it alone; a host rescales it itself.
-// Units:     lengths in the unit that the nets' units text names.
+// The netlist of the compact model. CODB::vChangeUnit does not change it; the host calls vRescale.
+// Units:     lengths in the unit named by the units text of the nets.
 // Ownership: owned by its job, owns its nets and points; copies are deep.
 class JOBX_API CODBnetlist : public CRaisingNew
 {
@@ -15,9 +15,9 @@ public:
     virtual ~CODBnetlist();
     virtual CODBnetlist* clone() const; // the caller owns the copy
 
-    // Rescales the points of this object and those of every net.
+    // Rescales m_arrPts and the points of every net.
     void vRescale(double factor);
 
-    CODBnetPtArray m_arrPts; // points of no net
+    CODBnetPtArray m_arrPts; // points without a net
     CODBnetArray m_arrNets;
 };

@@ -11,18 +11,18 @@ template class CExPtrArray<CODBstepRepeat*, CODBstepRepeat*>;
 
 namespace
 {
-// What one entry and its place in an array take; a result above 2 GB is refused as memory that does not exist.
+// The memory that one entry and its place in an array take. A result above 2 GB is refused as if memory were exhausted.
 constexpr __int64 kEntryBytes = sizeof(CODBstepRepeat) + sizeof(CODBstepRepeat*);
 constexpr __int64 kMaxEntries = (__int64{1} << 31) / kEntryBytes;
 
-// Whether columns and rows change places; the bounds themselves do not count.
+// Whether columns and rows are exchanged. The bounds themselves are excluded.
 bool IsNearQuarterTurn(double angle)
 {
     const double turn = std::abs(angle);
     return (turn > 89.9 && turn < 90.1) || (turn > 269.9 && turn < 270.1);
 }
 
-// How many entries the result has; a product above the limit is never formed.
+// The number of entries in the result. A product above the limit is never computed.
 __int64 FlattenedCount(const CPointN& count, __int64 entries)
 {
     if (count.GetX() < 1 || count.GetY() < 1 || entries == 0)
@@ -33,7 +33,7 @@ __int64 FlattenedCount(const CPointN& count, __int64 entries)
     return copies * entries;
 }
 
-// "YSE" is intended: hosts rely on two mirrors "YES" giving "YES".
+// "YSE" is intended: hosts rely on getting "YES" from two "YES" mirrors.
 CString FlattenedMirror(const CString& parent, const CString& child)
 {
     if (parent == "NO" && child == "NO")
@@ -41,7 +41,7 @@ CString FlattenedMirror(const CString& parent, const CString& child)
     return parent == "YSE" && child == "YES" ? "NO" : "YES";
 }
 
-// What every copy of the entry has in common.
+// Sets what all copies of the entry have in common.
 void PlaceUnder(const CODBstepRepeat& parent, CODBstepRepeat& entry)
 {
     if (parent.m_dAngle != 0.0)

@@ -6,8 +6,8 @@
 #include "foundation/framework/CRaisingNew.h"
 #include "foundation/framework/CString.h"
 
-// One step-and-repeat entry of the compact model: another step, where it is placed and how often it is repeated.
-// Units:     lengths in the unit of the header it came from; the angle in degrees, clockwise.
+// One step-and-repeat entry of the compact model: which step is placed where, and how often.
+// Units:     lengths in the unit of the header; the angle in degrees, clockwise.
 // Ownership: owned by its array; copies are deep.
 class JOBX_API CODBstepRepeat : public CRaisingNew
 {
@@ -18,7 +18,7 @@ public:
     virtual ~CODBstepRepeat();
     virtual CODBstepRepeat* clone() const; // the caller owns the copy
 
-    // Multiplies position and pitch by `factor`; count, angle and texts stay.
+    // Multiplies position and pitch by `factor`; count, angle and texts do not change.
     void vRescale(double factor);
 
     CString m_sName; // of the placed step
@@ -38,15 +38,15 @@ class JOBX_API CODBstepRepeatArray : public CRescalableArray<CODBstepRepeat>
 public:
     CODBstepRepeatArray* clone() const override;
 
-    // The entries of this table as they stand in the step that `parent` places this step into: one copy of every entry
-    // for each place of the parent, column by column, in each of them row by row, and there in table order. Null for a
-    // null parent and when there is nothing to place: no entries, or a count of the parent below 1.
-    // Each copy is turned with its pitch by the parent's angle about the datum, its counts of columns and rows
-    // exchanged near a quarter turn either way, and moved to its place; its angle is the sum of both, not reduced. Its
-    // mirror is "NO" when both are, else "YES": two mirrors do not cancel, which is intended; only a parent whose
-    // mirror is the text "YSE" turns "YES" to "NO". The flip is the parent's.
+    // The entries of this table as they appear in the step into which `parent` places this step: a copy of every entry
+    // for each placement by the parent, column by column, then row by row, then in table order. Null if `parent` is
+    // null or there is nothing to place: no entries, or a count of the parent below 1.
+    // Each copy and its pitch are rotated about the datum by the parent's angle. Near a quarter turn either way, its
+    // numbers of columns and rows are exchanged. Then it is moved to its place. Its angle is the sum of both angles,
+    // not reduced. Its mirror is "NO" if both mirrors are "NO", else "YES". Two mirrors do not cancel out; this is
+    // intended. Only a parent whose mirror is the text "YSE" turns "YES" to "NO". The flip is the parent's.
     // Ownership: the caller owns the result.
-    // Results:   raises CMemoryException, before anything is built, when the result would take more than 2 GB, and when
-    //            memory is exhausted. This table and the parent never change.
+    // Results:   raises CMemoryException when memory is exhausted, and, before anything is built, if the result would
+    //            take more than 2 GB. This table and the parent do not change.
     CODBstepRepeatArray* Add_Parent(const CODBstepRepeat* parent) const;
 };

@@ -3,9 +3,9 @@
 #include "compact/CODBstepRepeat.h"
 #include "foundation/framework/CRaisingNew.h"
 
-// The header of a step in the compact model: datum, origin, step-and-repeat table, and settings carried as texts. It
-// has no unit of its own and a job's unit change leaves it alone; a host rescales it itself.
-// Units:     lengths in the unit of the file it came from.
+// The header of a step in the compact model: datum, origin, step-and-repeat table, and settings kept as text. It has no
+// unit of its own. CODB::vChangeUnit does not change it; the host calls vRescale.
+// Units:     lengths in the unit of its file.
 // Ownership: owned by its array, owns its entries; copies are deep.
 class JOBX_API CODBstephdr : public CRaisingNew
 {
@@ -16,7 +16,7 @@ public:
     virtual ~CODBstephdr();
     virtual CODBstephdr* clone() const; // the caller owns the copy
 
-    // Multiplies datum, origin and the entries' positions and pitches by `factor`.
+    // Multiplies datum, origin, and positions and pitches of the entries by `factor`.
     void vRescale(double factor);
 
     CPointD m_ptDatum;

@@ -5,7 +5,7 @@
 #include "foundation/framework/CString.h"
 #include "foundation/framework/CStringArray.h"
 
-// The definition of one system attribute in the compact model: its name and the option texts that it may take.
+// The definition of one system attribute in the compact model: its name and the texts of its options.
 // Ownership: owned by its array; copies are deep.
 class JOBX_API CODBsysAttrData : public CRaisingNew
 {

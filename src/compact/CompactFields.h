@@ -1,5 +1,5 @@
-// Which members of the compact model correspond to which fields of the main model's records, by the keys of these. What a
-// member is (a length, an angle ...) the list of the main record says.
+// Maps members of the compact model to fields of the main model's records by key. The main record's list says what kind
+// of value each member has (a length, an angle ...).
 #pragma once
 
 #include "compact/CODB.h"
@@ -7,7 +7,7 @@
 
 namespace jobx
 {
-// The description of a class of the compact model: Main, the class that it corresponds to, and kList.
+// Describes a class of the compact model: Main is the corresponding class, kList the members.
 template <class Compact>
 struct CompactFields;
 
@@ -25,7 +25,7 @@ constexpr auto Same(std::string_view key, Value Class::*member)
     return SameField<Class, Value>{key, member};
 }
 
-// A member of the compact model only, or one that is not copied as it is.
+// A member that only the compact model has, or that is not copied as it is.
 template <FieldKind kKindOfField, class Class, class Value>
 struct OwnField
 {
@@ -49,7 +49,7 @@ constexpr std::size_t IndexOfKey(std::string_view key)
     return found;
 }
 
-// The member at a position of a list; Main is the field that it corresponds to.
+// The member at a position of a list; Main is the corresponding field.
 template <class Compact, std::size_t kIndex>
 struct CompactFieldAt
 {
@@ -94,7 +94,7 @@ void ForEachCompactField(Visit visit)
     (std::make_index_sequence<std::tuple_size_v<List>>{});
 }
 
-// Multiplies the lengths of an object and of its lists; lists that cannot be rescaled have none.
+// Multiplies the lengths of an object and its lists; skips lists that cannot be rescaled.
 template <class Compact>
 void RescaleLengths(Compact& record, double factor)
 {

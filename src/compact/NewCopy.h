@@ -1,4 +1,4 @@
-// How the compact model makes objects: exhausted memory leaves as the framework's exception.
+// How the compact model creates objects. Exhausted memory raises the framework's exception.
 #pragma once
 
 #include "foundation/framework/Guarded.h"
