@@ -12,13 +12,13 @@ class CJOBXnetlist;
 class CJOBXstephdr;
 class CWnd;
 
-// One step of a job: the directory of that name below "steps", with its profile, header, layers, components, EDA data
+// One step of a job, read from the directory of its name below "steps": profile, header, layers, components, EDA data
 // and netlist.
 // Units:     each file's own; UnitConvert multiplies every length of profile, layers, components, packages and netlist.
-//            The header and the EDA nets are not converted: intended.
-// Ownership: owns all its parts; borrows the status window; not copyable. The arrays that the scans answer belong to
-//            the caller, who deletes them; what a scan moves into them is no longer the step's.
-// Results:   a missing part of a step is no error. Exhausted memory raises CMemoryException.
+//            It does not convert the header and the EDA nets; this is intended.
+// Ownership: owns all its parts; borrows the status window; not copyable. The caller deletes the arrays that the scans
+//            return. A scan moves records into them, out of the step.
+// Results:   a missing part of a step is not an error. Exhausted memory raises CMemoryException.
 // Threads:   one thread calls; layers are read and files are written on a team of worker threads.
 class JOBX_API CJOBXstepObj : public CRaisingNew
 {
@@ -28,24 +28,23 @@ public:
     CJOBXstepObj& operator=(const CJOBXstepObj&) = delete;
     virtual ~CJOBXstepObj();
 
-    // Reads the step's directory and appends what it holds; 0 when it has no profile, and then nothing is read. The
-    // status window, when there is one, is told after each stage.
+    // Reads the step's directory and appends its contents. Returns 0 if it has no profile, and then reads nothing.
+    // Reports to the status window, if any, after each stage.
     int ParseODBOfMFC(CString stepDirectory);
-    // Writes the step into a directory of its name below `stepsDirectory`, which is deleted with everything in it and
-    // made again; its EDA data and its netlist only when `withEda` is not 0. A step whose name is no plain directory
-    // name is left unwritten, and so is what cannot be made or opened; the diagnostics say why.
+    // Writes the step into a directory of its name below `stepsDirectory`. An existing one is first deleted with
+    // everything in it. EDA data and netlist are written only if `withEda` is not 0. A step whose name is not a plain
+    // directory name is not written. Neither is anything that cannot be created or opened; the diagnostics say why.
     void WriteODBData(CString stepsDirectory, int withEda) const;
     // Multiplies the lengths of profile, layers, components, packages and netlist by `factor`.
     void UnitConvert(const double& factor);
 
-    // Moves the components whose package reference is `id` out of the step's files, into new files with the same
-    // tables, one for each file that had any. Null when there are none. The move is intended: a second call finds
-    // nothing.
+    // Moves the components whose package reference is `id` out of the step's files, into one new file, with the same
+    // tables, for each file that has any. Null if there are none. Moving is intended: a second call finds nothing.
     CJOBXcomponentsArray* ScaneODBComponents(int id);
-    // Moves the toeprint subnets of that component and side out of the step's nets, into new nets with the same names.
-    // Null when there are none.
+    // Moves the toeprint subnets of that component and side out of the step's nets, into new nets of the same names.
+    // Null if there are none.
     CJOBXdataNetArray* ScanUsedODBcmpIDDataIndataNet(int componentNumber, CString side);
-    // The first layer of that name, ASCII letters of either case, borrowed; null when there is none.
+    // The first layer of that name, ignoring the case of ASCII letters; borrowed, null if there is none.
     CJOBXlayer* ScanLayerObjDataInLayer(CString layerName) const;
 
     // The parts, borrowed.
@@ -54,13 +53,13 @@ public:
     CJOBXeda* GetEda() const { return m_pEda; }
     CJOBXnetlist* GetNetlist() const { return m_pNetlist; }
 
-    // The pointers to parts are never null; a host may put another object in the place of one that it deletes.
+    // Pointers to parts are never null. A host may delete a part and put another object in its place.
     CWnd* m_pStatus = nullptr;
     CString m_sName; // as the matrix spells it
     CJOBXlayer* m_pProfile = nullptr;
     CJOBXstephdr* m_pHeader = nullptr;
     CJOBXlayerArray m_arrLayers;          // in the order of the directory listing
-    CJOBXcomponentsArray m_arrComponents; // likewise, one for each components file
+    CJOBXcomponentsArray m_arrComponents; // likewise, one per components file
     CJOBXeda* m_pEda = nullptr;
     CJOBXnetlist* m_pNetlist = nullptr;
 

@@ -9,8 +9,8 @@
 
 #include <cstdio>
 
-// One step-and-repeat entry: another step, where it is placed and how often it is repeated.
-// Units:     lengths in the unit of the file it came from; the angle in degrees.
+// One step-and-repeat entry: which step is placed where, and how often.
+// Units:     lengths in the unit of its file; the angle in degrees.
 // Ownership: owned by its array; not copyable.
 class JOBX_API CJOBXstepRepeat : public CRaisingNew
 {
@@ -20,14 +20,14 @@ public:
     CJOBXstepRepeat& operator=(const CJOBXstepRepeat&) = delete;
     virtual ~CJOBXstepRepeat();
 
-    // Multiplies position and pitch by `factor`; count, angle and texts stay.
+    // Multiplies position and pitch by `factor`; count, angle and texts do not change.
     void UnitConvert(const double& factor);
 
     CString m_sName; // of the placed step
     CPointD m_ptPosition;
     CPointD m_ptPitch;     // between columns and between rows
     CPointN m_ptCount;     // of columns and of rows
-    double m_dAngle = 0.0; // reading cuts a fraction off, intended
+    double m_dAngle = 0.0; // reading truncates it to an integer; intended
     CString m_sMirror = "NO";
     CString m_sFlip;
 };
@@ -41,7 +41,7 @@ public:
     CJOBXstepRepeatArray();
     ~CJOBXstepRepeatArray() override;
 
-    // Writes every entry to an open file; a null file writes nothing.
+    // Writes every entry to an open file. Does nothing for a null file.
     void WriteODBData(std::FILE* file) const;
     // Converts every entry.
     void UnitConvert(const double& factor);

@@ -1,4 +1,4 @@
-// Writing steps as tasks of their own.
+// Writing steps as separate tasks.
 #pragma once
 
 #include "foundation/CWriteTasks.h"
@@ -6,6 +6,6 @@
 class CJOBXstepObj;
 class CJOBXstepObjArray;
 
-// As the WriteODBData of both: the directories are made now, the files when the tasks run.
+// Like WriteODBData of both classes, but only makes the directories now; the tasks write the files.
 void AddStepWrites(CWriteTasks& tasks, const CJOBXstepObj& step, const CString& stepsDirectory, int withEda);
 void AddStepWrites(CWriteTasks& tasks, const CJOBXstepObjArray& steps, const CString& directory, int withEda);

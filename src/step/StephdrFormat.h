@@ -1,4 +1,4 @@
-// The keys of a step header's file, and how its step-and-repeat table is written.
+// The keys of a step header's file, and the form of its step-and-repeat table.
 #pragma once
 
 #include "foundation/CTextWriter.h"
@@ -31,7 +31,7 @@ inline constexpr std::string_view kOnlineNetTime = "ONLINE_NET_TIME";
 inline constexpr std::string_view kOnlineNetBeepVol = "ONLINE_NET_BEEP_VOL";
 inline constexpr std::string_view kOnlineNetBeepTone = "ONLINE_NET_BEEP_TONE";
 
-// The reader wants the blank, the writer leaves it out: both are intended, so no entry that was written is read back.
+// The reader expects the blank, the writer omits it; both are intended. So written entries are never read back.
 inline constexpr std::string_view kEntryRead = "STEP-REPEAT {";
 inline constexpr std::string_view kEntryWritten = "STEP-REPEAT{";
 inline constexpr std::string_view kEntryEnd = "}";
