@@ -7,7 +7,7 @@
 #include "netlist/CJOBXnetPt.h"
 
 // A net of the netlist: its number, its name and its test points.
-// Units:     lengths in the unit of the file it came from.
+// Units:     lengths in the unit of its file.
 // Ownership: owned by its array; owns its points; not copyable.
 class JOBX_API CJOBXnet : public CPooledRecord
 {
@@ -34,9 +34,9 @@ public:
     CJOBXnetArray();
     ~CJOBXnetArray() override;
 
-    // Writes the file "netlist" in the directory `dir`; nothing, when it cannot be opened.
+    // Writes the file "netlist" in the directory `dir`; does nothing if it cannot be opened.
     void WriteODBData(CString dir) const;
-    // Converts every point of every net; the units text stays.
+    // Converts every point of every net; the units text does not change.
     void UnitConvert(const double& factor);
 
     CString m_sUnits = "INCH"; // or "MM"; reading does not set it

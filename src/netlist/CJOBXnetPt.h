@@ -10,7 +10,7 @@
 #include <memory>
 
 // One test point of a net.
-// Units:     lengths in the unit of the file it came from.
+// Units:     lengths in the unit of its file.
 // Ownership: owned by its array; not copyable.
 class JOBX_API CJOBXnetPt : public CPooledRecord
 {
@@ -20,31 +20,31 @@ public:
     CJOBXnetPt& operator=(const CJOBXnetPt&) = delete;
     virtual ~CJOBXnetPt();
 
-    // All further words of the point's line, in order; few points have any.
+    // All other words of the point's line, in order; few points have any.
     const CStringArray& GetFlags() const;
-    // Append one of them, or take all away.
+    // Append one of them, or remove all.
     void AddFlag(const CString& flag);
     void RemoveAllFlags();
-    // Takes over the flags of `other`, without copying them.
+    // Shares the flags of `other` without copying them.
     void ShareFlags(const CJOBXnetPt& other);
 
-    // Multiplies every length by `factor`, except the staggered radius: that one stays, intended.
+    // Multiplies every length by `factor` except the staggered radius; this is intended.
     void UnitConvert(const double& factor);
 
     CString m_sSide;          // top, bottom, both or inner
-    CString m_sStaggeredMark; // "staggered" when the point is
+    CString m_sStaggeredMark; // "staggered" for a staggered point
     double m_dStaggeredRadius = 0.0;
     CString m_sExposure;
     CString m_sEndPoint;
-    double m_dHeight = 0.0; // second size of a point that is not round
-    double m_dWidth = 0.0;  // first size of a point that is not round
+    double m_dHeight = 0.0; // of a point that is not round
+    double m_dWidth = 0.0;  // of a point that is not round
     CPointD m_ptPosition;
     CPointD m_ptStaggeredPosition;
-    double m_dRadius = 0.0; // 0 means a point that is not round, with width and height
+    double m_dRadius = 0.0; // 0 for a point that is not round, which has width and height
 
 private:
-    // Null means none: points come by the hundred thousand. Several points may share one list until one of them changes
-    // its own.
+    // Null if there are none, because points come by the hundred thousand. Several points may share a list until one of
+    // them changes its own.
     std::shared_ptr<CStringArray> m_pFlags;
 };
 

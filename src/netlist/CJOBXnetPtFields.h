@@ -5,7 +5,7 @@
 
 namespace jobx
 {
-// The further words of a point, which may be shared among points.
+// The other words of a point's line, which points may share.
 struct PointFlags
 {
     static const CStringArray& Get(const CJOBXnetPt& point) { return point.GetFlags(); }

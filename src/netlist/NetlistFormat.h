@@ -5,7 +5,7 @@
 
 namespace netlist_format
 {
-// The file, and the folders that it lies in.
+// The file and its folders.
 inline constexpr char kNetlist[] = "netlist";
 inline constexpr char kFolder[] = "cadnet";
 inline constexpr char kFolders[] = "netlists";
