@@ -12,7 +12,7 @@
 #include <cstdio>
 
 // One placed component: its package, place, names, properties, attributes and toeprints.
-// Units:     lengths in the unit of the file it came from; the rotation in degrees as in the file.
+// Units:     lengths in the unit of its file; the rotation in degrees as in the file.
 // Ownership: owned by its array; owns its toeprints, properties and attributes; not copyable.
 class JOBX_API CJOBXcmp : public CPooledRecord
 {
@@ -22,31 +22,29 @@ public:
     CJOBXcmp& operator=(const CJOBXcmp&) = delete;
     virtual ~CJOBXcmp();
 
-    // Writes the component's lines to an open file. Of the attributes only the last one that has both numbers is
-    // written, and the toeprints are written with the component's rotation; both are intended. A null file writes
-    // nothing.
+    // Writes the component's lines to an open file. Only the last attribute with both numbers is written, and the
+    // toeprints are written with the component's rotation; both are intended. Does nothing for a null file.
     void WriteODBData(std::FILE* file) const;
 
-    // The value of the first property "ALT_SYMBOLS" that has one, else of the first property "PART_NAME" that has one,
-    // else the part name.
+    // The first non-empty value of a property "ALT_SYMBOLS", else of a property "PART_NAME", else the part name.
     CString sGetPartName() const;
-    // The first toeprint of that pin, null when there is none.
+    // The first toeprint of that pin, null if there is none.
     CJOBXcmpTop* pGetODBcmpToeFromID(int pin) const;
 
-    // Multiplies the location and those of the toeprints by `factor`.
+    // Multiplies its location and those of its toeprints by `factor`.
     void UnitConvert(const double& factor);
 
-    int m_nNumber = -1; // from the comment line that begins the component
-    int m_nSide = -1;   // 0 marks a bottom component; set by the host only
+    int m_nNumber = -1; // from the comment line above the component
+    int m_nSide = -1;   // 0 for a bottom component; only the host sets it
     CJOBXcmpTopArray m_arrTops;
     CString m_sPartName;
     CString m_sName;   // the reference designator
-    int m_nMirror = 0; // 1 mirrored, 0 not
+    int m_nMirror = 0; // 1 if mirrored
     double m_dRotation = 0.0;
     CPointD m_ptLocation;
-    int m_nPkgRef = -1;                 // position of the package among the EDA data's packages
-    CLPropertyArray m_arrProperties;    // from the PRP lines
-    CJOBXPropertyArray m_arrAttributes; // from what follows ";", on the component's line and on its toeprints'
+    int m_nPkgRef = -1;                 // index into the EDA data's packages
+    CLPropertyArray m_arrProperties;    // from PRP lines
+    CJOBXPropertyArray m_arrAttributes; // from the texts after ";" on its line and those of its toeprints
 };
 
 extern template class JOBX_API CExPtrArray<CJOBXcmp*, CJOBXcmp*>;

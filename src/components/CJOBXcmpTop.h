@@ -6,8 +6,8 @@
 #include "foundation/corekit/CPointD.h"
 #include "foundation/framework/CString.h"
 
-// A toeprint: where one pin of a placed component meets the board, and the net it belongs to.
-// Units:     lengths in the unit of the file it came from; the rotation in degrees as in the file.
+// A toeprint: the place where a pin of a placed component meets the board, and its net.
+// Units:     lengths in the unit of its file; the rotation in degrees as in the file.
 // Ownership: owned by its component's list; not copyable.
 class JOBX_API CJOBXcmpTop : public CPooledRecord
 {
@@ -21,10 +21,10 @@ public:
     void UnitConvert(const double& factor);
 
     CString m_sName;
-    int m_nNet = -1;    // position of the net among the EDA data's nets
-    int m_nSubnet = -1; // position of the subnet in that net
-    int m_nMirror = 0;  // 1 mirrored, 0 not
-    int m_nPin = -1;    // position of the pin in the component's package
+    int m_nNet = -1;    // index into the EDA data's nets
+    int m_nSubnet = -1; // index into that net's subnets
+    int m_nMirror = 0;  // 1 if mirrored
+    int m_nPin = -1;    // index into the pins of the component's package
     double m_dRotation = 0.0;
     CPointD m_ptLocation;
 };
@@ -38,7 +38,7 @@ public:
     CJOBXcmpTopArray();
     ~CJOBXcmpTopArray() override;
 
-    // The first toeprint of that pin, null when there is none; and its position, -1 when there is none.
+    // The first toeprint of that pin, null if there is none; and its index, -1 if there is none.
     CJOBXcmpTop* pGetCmpToeWithPinID(int pin) const;
     int nGetCmpPinIndexWithPinID(int pin) const;
 

@@ -1,4 +1,4 @@
-// The keywords of a components file, and how one component is written.
+// The keywords of a components file, and the form of one component.
 #pragma once
 
 #include "foundation/CTextWriter.h"
@@ -19,5 +19,5 @@ inline constexpr std::string_view kMirrored = "M";
 inline constexpr std::string_view kNotMirrored = "N";
 } // namespace components_format
 
-// The component's lines, from the comment that begins it to its last toeprint.
+// The component's lines, from the comment above it to its last toeprint.
 void WriteComponent(CTextWriter& out, const CJOBXcmp& component);
