@@ -6,9 +6,9 @@
 
 // A job's table of steps (columns) and layers (rows): the file "matrix" of the job's folder "matrix".
 // Ownership: owns its steps and layers. Not copyable.
-// Results:   the reader returns 1, or 0 for a missing or unreadable file and then changes nothing; a malformed number
-//            reads as 0. Lookups answer null or "" and keep what they point to. Exhausted memory raises
-//            CMemoryException; what was read before stays.
+// Results:   the reader returns 1, or 0 for a missing or unreadable file and then changes nothing. A malformed number
+//            reads as 0. Lookups that find nothing return null or ""; pointers are borrowed. Exhausted memory raises
+//            CMemoryException and keeps what was read before.
 class JOBX_API CJOBXmatrix : public CRaisingNew
 {
 public:
@@ -17,22 +17,23 @@ public:
     CJOBXmatrix& operator=(const CJOBXmatrix&) = delete;
     virtual ~CJOBXmatrix();
 
-    // Appends the steps and layers of the file "matrix" in this folder; its name is found in any letter case.
+    // Appends the steps and layers of the file "matrix" in this folder. The case of its name is ignored.
     int ParseODBOfMFC(const CString& matrixDirectory);
-    // Replaces the folder "matrix" of this job folder, with everything in it, by one that holds the written matrix. A
-    // folder or file that cannot be made is left out silently.
+    // Replaces the folder "matrix" of this job folder, with everything in it, by one with the written matrix. A folder
+    // or file that cannot be made is skipped silently.
     void WriteODBData(const CString& jobDirectory) const;
 
-    // The type text of the layer at `index`; an index outside the list raises CInvalidArgException.
+    // The type text of the layer at `index`. An index outside the list raises CInvalidArgException.
     CString sGetMatrixLayerType(int index) const;
-    // The first and the last signal layer of the board or power or ground layer of any context: that only signal
-    // layers need the context is intended. Words are compared exactly; "" when no layer qualifies.
+    // The first and the last layer that is a signal layer of the board, or a power or ground layer of any context.
+    // Requiring the context of signal layers only is intended. Words are compared exactly. "" if there is no such
+    // layer.
     CString GetTopLayerName() const;
     CString GetBottomLayerName() const;
-    // Turns `name` itself to upper case and finds the first layer named exactly so; a layer whose stored name has lower
-    // case letters is never found. Intended.
+    // Converts `name` itself to upper case and finds the first layer of exactly that name. A layer whose stored name
+    // has lower-case letters is never found; this is intended.
     CJOBXmatrixLayer* pGetMatrixLayerFromName(CString& name) const;
-    // The first layer of that name, letter case aside.
+    // The first layer of that name, ignoring letter case.
     CJOBXmatrixLayer* GetMatrixLayerFromName(const CString& name) const;
 
     CJOBXmatrixStepArray m_arrSteps;   // in file order

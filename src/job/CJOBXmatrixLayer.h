@@ -6,8 +6,8 @@
 
 #include <cstdio>
 
-// One row of a job's matrix: a layer. Texts stand as the file spells them, trimmed. Not copyable.
-// The library itself tests only the words "BOARD" (context), "SIGNAL", "POWER_GROUND" and "DRILL" (type).
+// One row of a job's matrix: a layer. Texts are as in the file, trimmed. Not copyable. The library itself tests only
+// for "BOARD" (context), "SIGNAL", "POWER_GROUND" and "DRILL" (type).
 class JOBX_API CJOBXmatrixLayer : public CRaisingNew
 {
 public:
@@ -16,8 +16,8 @@ public:
     CJOBXmatrixLayer& operator=(const CJOBXmatrixLayer&) = delete;
     virtual ~CJOBXmatrixLayer();
 
-    // The block with an empty line before it and no line end after its closing brace; all ten keys, empty ones too. A
-    // null file writes nothing.
+    // Writes an empty line and the block, without a line end after its closing brace. All ten keys are written, even
+    // empty ones. Does nothing for a null file.
     void WriteODBData(FILE* file) const;
 
     CString m_sEndName;   // of a drill's span
@@ -34,26 +34,26 @@ public:
 
 extern template class JOBX_API CExPtrArray<CJOBXmatrixLayer*, CJOBXmatrixLayer*>;
 
-// The layers of a matrix in file order; owns them. Null entries are passed over.
+// The layers of a matrix in file order; owns them. Null entries are skipped.
 class JOBX_API CJOBXmatrixLayerArray : public COwningPtrArray<CJOBXmatrixLayer>
 {
 public:
     CJOBXmatrixLayerArray();
     ~CJOBXmatrixLayerArray() override;
 
-    // Each layer's block, each followed by a line end. A null file writes nothing.
+    // Writes each layer's block, followed by a line end. Does nothing for a null file.
     void WriteODBData(FILE* file) const;
-    // 1 when a layer of that name, letter case aside, has exactly the type "DRILL"; a layer of the name with another
-    // type does not end the search. Else 0.
+    // 1 if a layer of that name, ignoring letter case, has exactly the type "DRILL", else 0. A layer of the same name
+    // with another type does not end the search.
     int IsDrillLayer(const CString& name) const;
-    // The first layer of that name, letter case aside; null when there is none. The array keeps it.
+    // The first layer of that name, ignoring letter case; borrowed, null if there is none.
     CJOBXmatrixLayer* GetMatrixLayer(const CString& name) const;
 
-    // Each gives every layer the same value.
+    // Each sets the value in every layer.
     void SetODBmatrixLayerName(const CString& name);
     void SetODBmatrixLayerPolarity(const CString& polarity);
     void SetODBmatrixLayerType(const CString& type);
     void SetODBmatrixLayerContext(const CString& context);
-    // Numbers the rows upwards: the layer at index i gets `first` + i.
+    // Numbers the rows in order: the layer at index i gets `first` + i.
     void SetODBmatrixLayerRow(int first);
 };

@@ -15,24 +15,24 @@ public:
     CJOBXmatrixStep& operator=(const CJOBXmatrixStep&) = delete;
     virtual ~CJOBXmatrixStep();
 
-    // The block with an empty line before it and no line end after its closing brace. A null file writes nothing.
+    // Writes an empty line and the block, without a line end after its closing brace. Does nothing for a null file.
     void WriteODBData(FILE* file) const;
 
     int m_nColumn = 0;
-    CString m_sName; // as the file spells it; the step's folder may differ in letter case
+    CString m_sName; // as in the matrix file; the case of the step's folder may differ
 };
 
 extern template class JOBX_API CExPtrArray<CJOBXmatrixStep*, CJOBXmatrixStep*>;
 
-// The steps of a matrix in file order; owns them. Null entries are passed over.
+// The steps of a matrix in file order; owns them. Null entries are skipped.
 class JOBX_API CJOBXmatrixStepArray : public COwningPtrArray<CJOBXmatrixStep>
 {
 public:
     CJOBXmatrixStepArray();
     ~CJOBXmatrixStepArray() override;
 
-    // Each step's block, each followed by a line end. A null file writes nothing.
+    // Writes each step's block, followed by a line end. Does nothing for a null file.
     void WriteODBData(FILE* file) const;
-    // Gives every step this name.
+    // Sets the name of every step.
     void SetODBmatrixStepArrayName(const CString& name);
 };

@@ -7,7 +7,7 @@
 
 class CWnd;
 
-// The steps of a job and how they are read.
+// The steps of a job and their reader.
 // Ownership: owns the steps; windows are borrowed.
 // Threads:   one thread calls; the layers of a step are read on a team of worker threads.
 class JOBX_API CJOBXsteps : public CRaisingNew
@@ -18,14 +18,14 @@ public:
     CJOBXsteps& operator=(const CJOBXsteps&) = delete;
     virtual ~CJOBXsteps();
 
-    // Reads the named steps below `stepsDirectory` in the order of the names and appends them. A name without a
-    // directory is skipped, and so is one that is empty, "." or "..", or holds a separator. After each step the
-    // progress bar, when there is one, stands at 20 until the last step, which brings it to 100: intended. Answers 1.
+    // Reads the named steps below `stepsDirectory` in the order of the names and appends them. Skips names that have no
+    // directory, are empty, "." or "..", or contain a separator. The progress bar, if any, stays at 20 until the last
+    // step, which moves it to 100; this is intended. Returns 1.
     int ParseODBOfMFC(CString stepsDirectory, const CStringArray& stepNames);
 
     CJOBXstepObjArray m_arrSteps;
-    // The root hands these over for a read with a progress window, and takes them back at the next read. A host may set
-    // its own, which stay while the root has no progress window.
+    // CJOBX sets these for a read with a progress window and takes them back at the next read. A host may set its own.
+    // They stay as long as CJOBX has no progress window.
     CWnd* m_pProgress = nullptr;
     CWnd* m_pStatus = nullptr;
 };

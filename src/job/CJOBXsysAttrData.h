@@ -5,7 +5,7 @@
 #include "foundation/framework/CString.h"
 #include "foundation/framework/CStringArray.h"
 
-// The definition of one system attribute: its name and the option texts that it may take. Not copyable.
+// The definition of one system attribute: its name and the texts of its options. Not copyable.
 class JOBX_API CJOBXsysAttrData : public CRaisingNew
 {
 public:
@@ -14,8 +14,8 @@ public:
     CJOBXsysAttrData& operator=(const CJOBXsysAttrData&) = delete;
     virtual ~CJOBXsysAttrData();
 
-    // The option at `index`; "" when there are no options or the index lies past them, CInvalidArgException when it is
-    // below 0.
+    // The option at `index`. "" if there are no options or the index is too large; a negative index raises
+    // CInvalidArgException.
     CString sGetOptionsFromIndexID(int index) const;
 
     CStringArray m_arrOptions; // in file order
@@ -24,20 +24,20 @@ public:
 
 extern template class JOBX_API CExPtrArray<CJOBXsysAttrData*, CJOBXsysAttrData*>;
 
-// The system-attribute definitions of a job in file order; owns them. Null entries are passed over.
+// The system-attribute definitions of a job in file order; owns them. Null entries are skipped.
 class JOBX_API CJOBXsysAttrDataArray : public COwningPtrArray<CJOBXsysAttrData>
 {
 public:
     CJOBXsysAttrDataArray();
     ~CJOBXsysAttrDataArray() override;
 
-    // Appends the definitions of this file: 1, or 0 when it cannot be read. A name or options line without a value
-    // raises CInvalidArgException, exhausted memory CMemoryException; the definitions closed before stay.
+    // Appends the definitions of this file. Returns 1, or 0 if it cannot be read. A name or options line without a
+    // value raises CInvalidArgException, exhausted memory CMemoryException; the definitions completed before are kept.
     int ParseODBOfMFC(const CString& filePath);
 
-    // The first definition of exactly that name, null when there is none. The array keeps it.
+    // The first definition of exactly that name; borrowed, null if there is none.
     CJOBXsysAttrData* pGetODBsysAttrDataFromName(const CString& name) const;
-    // The option at `index` of the first definition of exactly that name, as sGetOptionsFromIndexID gives it. When no
-    // definition has the name the last one answers: intended, hosts rely on it. "" for an empty array.
+    // The option at `index` of the first definition of exactly that name, as from sGetOptionsFromIndexID. If no
+    // definition has the name, the last one is used: intended, hosts rely on it. "" for an empty array.
     CString sGetOptionsFromOptionNameAndIndexID(const CString& name, int index) const;
 };

@@ -1,4 +1,4 @@
-// The spellings of the matrix file, and how its blocks are written.
+// The spellings of the matrix file, and the form of its blocks.
 #pragma once
 
 #include "foundation/CTextWriter.h"
@@ -10,7 +10,7 @@ class CJOBXmatrixStepArray;
 
 namespace matrix_format
 {
-// The file, and the folder that it lies in.
+// The file and its folder.
 inline constexpr char kMatrix[] = "matrix";
 
 inline constexpr char kStep[] = "STEP";
@@ -27,10 +27,10 @@ inline constexpr char kOldName[] = "OLD_NAME";
 inline constexpr char kAddType[] = "ADD_TYPE";
 inline constexpr char kColor[] = "COLOR";
 
-// A block: an empty line, its head, its keys and the closing brace, without a line end behind that.
+// A block: an empty line, its head, its keys and the closing brace without a line end.
 void WriteBlock(CTextWriter& out, const CJOBXmatrixStep& step);
 void WriteBlock(CTextWriter& out, const CJOBXmatrixLayer& layer);
-// The blocks of a list, each ended by a line end.
+// The blocks of a list, each followed by a line end.
 void WriteBlocks(CTextWriter& out, const CJOBXmatrixStepArray& steps);
 void WriteBlocks(CTextWriter& out, const CJOBXmatrixLayerArray& layers);
 

@@ -9,13 +9,13 @@
 
 namespace
 {
-constexpr int kValueToken = 2;    // of a line of keyword, equals sign and value
-constexpr int kMostOptions = 100; // of one options line
+constexpr int kValueToken = 2;    // in a line of keyword, equals sign and value
+constexpr int kMostOptions = 100; // in one options line
 
 struct SysAttrReading
 {
     CJOBXsysAttrDataArray& definitions;
-    std::unique_ptr<CJOBXsysAttrData> open; // kept when it is closed
+    std::unique_ptr<CJOBXsysAttrData> open; // added to the list when it is closed
 };
 
 void OnDefinition(SysAttrReading& reading, const CStringArray& /*tokens*/)
@@ -29,14 +29,14 @@ void OnEnd(SysAttrReading& reading, const CStringArray& /*tokens*/)
         reading.definitions.Own(std::move(reading.open));
 }
 
-// Of a value with blanks the first word.
+// Only the first word of a value with blanks.
 void OnName(SysAttrReading& reading, const CStringArray& tokens)
 {
     if (reading.open != nullptr)
         reading.open->m_sName = tokens[kValueToken];
 }
 
-// The pieces between semicolons, empty ones too; what follows the hundredth semicolon is dropped.
+// The pieces between semicolons, including empty ones. Text after the hundredth semicolon is dropped.
 void OnOptions(SysAttrReading& reading, const CStringArray& tokens)
 {
     if (reading.open == nullptr)
@@ -59,9 +59,9 @@ struct TokenKeyword
     void (*take)(SysAttrReading& reading, const CStringArray& tokens);
 };
 
-// All but the first leave a line outside a definition alone.
+// All but the first ignore lines outside a definition.
 constexpr TokenKeyword kSysAttrKeywords[] = {
-    {sys_attr_format::kOption, OnDefinition}, // also inside a definition, which is lost then
+    {sys_attr_format::kOption, OnDefinition}, // also inside a definition, which is then lost
     {sys_attr_format::kEnd, OnEnd},
     {sys_attr_format::kName, OnName},
     {sys_attr_format::kOptions, OnOptions},
