@@ -7,7 +7,7 @@
 #include "layer/CJOBXlayer.h"
 
 // One user symbol of a job: its name and its features.
-// Units:     those of its features file.
+// Units:     as in its features file.
 // Ownership: owns its layer; not copyable.
 class JOBX_API CJOBXSpecialSymbol : public CRaisingNew
 {
@@ -21,9 +21,10 @@ public:
     CJOBXlayer* GetLayer() { return &m_layer; }
     const CJOBXlayer* GetLayer() const { return &m_layer; }
 
-    CStringArray m_arrTexts; // a host's own
-    CString m_sName;         // after a whole-job read the directory path, after a chosen-steps read its last component
-    CString m_sPath;         // the directory that holds the symbol's features file
+    CStringArray m_arrTexts; // for the host
+    CString m_sName;         // after reading the whole job the directory path, after reading chosen steps its last
+                             // component
+    CString m_sPath;         // the directory of the symbol's features file
 
 private:
     CJOBXlayer m_layer;
@@ -31,14 +32,14 @@ private:
 
 extern template class JOBX_API CExPtrArray<CJOBXSpecialSymbol*, CJOBXSpecialSymbol*>;
 
-// The user symbols of a job, in the order of their files' paths; owns them.
+// The user symbols of a job, in the order of their file paths; owns them.
 class JOBX_API CJOBXSpecialSymbolArray : public COwningPtrArray<CJOBXSpecialSymbol>
 {
 public:
     CJOBXSpecialSymbolArray();
     ~CJOBXSpecialSymbolArray() override;
 
-    // The position of the first symbol whose name is `name`, case-sensitive; -1 when there is none.
+    // The index of the first symbol of exactly that name, -1 if there is none.
     int nGetSpecialSymbolIndex(const CString& name) const;
     // Multiplies the lengths of every symbol's features.
     void UnitConvert(const double& factor);

@@ -16,20 +16,20 @@ public:
     // Multiplies every stroke's points by `factor`.
     void UnitConvert(const double& factor);
 
-    CString m_sName; // the character as the file spells it
+    CString m_sName; // the character as in the file
     CJOBXfontsStandardObjArray m_arrStrokes;
 };
 
 extern template class JOBX_API CExPtrArray<CJOBXfontsStandard*, CJOBXfontsStandard*>;
 
-// The characters of a font in file order; owns them. Null entries are passed over.
+// The characters of a font in file order; owns them. Null entries are skipped.
 class JOBX_API CJOBXfontsStandardArray : public COwningPtrArray<CJOBXfontsStandard>
 {
 public:
     CJOBXfontsStandardArray();
     ~CJOBXfontsStandardArray() override;
 
-    // Each character's block, each beginning with a line end. A null file writes nothing.
+    // Writes a line end and the character's block for each. Does nothing for a null file.
     void WriteODBData(FILE* file) const;
     // Multiplies every stroke's points by `factor`.
     void UnitConvert(const double& factor);

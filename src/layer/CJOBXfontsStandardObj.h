@@ -17,7 +17,7 @@ public:
     CJOBXfontsStandardObj& operator=(const CJOBXfontsStandardObj&) = delete;
     virtual ~CJOBXfontsStandardObj();
 
-    // Multiplies both points by `factor`; the width stays.
+    // Multiplies both points by `factor`; the width does not change.
     void UnitConvert(const double& factor);
 
     CPointD m_ptStart;
@@ -29,14 +29,14 @@ public:
 
 extern template class JOBX_API CExPtrArray<CJOBXfontsStandardObj*, CJOBXfontsStandardObj*>;
 
-// The strokes of a character in file order; owns them. Null entries are passed over.
+// The strokes of a character in file order; owns them. Null entries are skipped.
 class JOBX_API CJOBXfontsStandardObjArray : public COwningPtrArray<CJOBXfontsStandardObj>
 {
 public:
     CJOBXfontsStandardObjArray();
     ~CJOBXfontsStandardObjArray() override;
 
-    // One line for each stroke. A null file writes nothing.
+    // Writes one line per stroke. Does nothing for a null file.
     void WriteODBData(FILE* file) const;
     // Multiplies every stroke's points by `factor`.
     void UnitConvert(const double& factor);

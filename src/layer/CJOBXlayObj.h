@@ -14,10 +14,10 @@
 #include <memory>
 #include <new>
 
-// One feature of a features file. What differs by kind is decided by the type text: "L" line, "P" pad, "A" arc, "T"
-// text, "B" barcode, "S" surface; another text has no geometry of its own. A record whose class does not fit its type
-// text keeps its geometry as it is.
-// Units:     lengths in the unit of the file they came from, angles in degrees.
+// One feature of a features file. The type text decides how it is handled: "L" line, "P" pad, "A" arc, "T" text, "B"
+// barcode, "S" surface. Any other text means no geometry. If the class of a record does not match its type text, its
+// geometry does not change.
+// Units:     lengths in the unit of their file, angles in degrees.
 // Ownership: owned by its layer's array; not copyable.
 class JOBX_API CJOBXlayObj
 {
@@ -26,9 +26,9 @@ public:
     CJOBXlayObj(const CJOBXlayObj&) = delete;
     CJOBXlayObj& operator=(const CJOBXlayObj&) = delete;
     virtual ~CJOBXlayObj();
-    // Takes back the record's memory, wherever it lies.
+    // Frees the record's memory, wherever it was allocated.
     static void operator delete(CJOBXlayObj* record, std::destroying_delete_t) noexcept;
-    // One that is made by itself lies where `new` puts everything.
+    // A record made by the host is allocated like any other object.
     static void* operator new(std::size_t size) { return CRaisingNew::operator new(size); }
     static void* operator new(std::size_t size, const std::nothrow_t& tag) noexcept
     {
@@ -41,7 +41,7 @@ public:
         CRaisingNew::operator delete(memory, tag);
     }
     static void operator delete(void* /*memory*/, void* /*place*/) noexcept {}
-    // 1 when the feature's centre is exactly (x, y), no tolerance; only pads have one, all others answer 0.
+    // 1 if the feature's centre is exactly (x, y). Only pads have a centre; all others return 0.
     virtual int CheckObjAtCenterPoint(double& x, double& y);
 
     // The record letter.
@@ -52,46 +52,46 @@ public:
     void SetPolarity(const CString& polarity);
     int GetDcode() const { return m_nDcode; }
     void SetDcode(int dcode) { m_nDcode = dcode; }
-    // The number of the symbol in the layer's symbol table; -1 when none.
+    // The number of the symbol in the layer's symbol table; -1 for none.
     int GetSymbolNumber() const { return m_nSymbol; }
     void SetSymbolNumber(int symbol) { m_nSymbol = symbol; }
-    // The position of the feature among the feature lines of its file, from 0.
+    // The index of the feature among the feature lines of its file, from 0.
     int GetFeatureIndex() const { return m_nIndex; }
     void SetFeatureIndex(int index) { m_nIndex = index; }
-    // Set by hosts, searched by CJOBXlayer::nGetLayObjIndexFromSurfaceIndex; -1 when none.
+    // Set by hosts, searched by CJOBXlayer::nGetLayObjIndexFromSurfaceIndex; -1 for none.
     int GetSurfaceIndex() const;
     void SetSurfaceIndex(int index);
-    // Texts of the host's own; nothing in the library fills or writes them. Kept empty until first asked for.
+    // Texts for the host. The library neither fills nor writes them. The list is made by the first call.
     CStringArray& GetTexts();
     const CStringArray& GetTexts() const;
-    // A value of the host's own, 0 at first; nothing in the library fills or writes it.
+    // A value for the host, initially 0. The library neither sets nor writes it.
     __int64 GetUserValue() const;
     void SetUserValue(__int64 value);
 
-    // The attributes. Records of one file whose attribute texts are equal share one list until one of them changes it.
+    // The attributes. Records of one file with equal attribute texts share one list until one of them changes it.
     int nGetPropertyCount() const;
-    // The property at `index`, borrowed and not to be changed; null for a bad index.
+    // The property at `index`, borrowed, not to be changed; null for a bad index.
     const CJOBXProperty* pGetProperty(int index) const;
-    // The list for changing, borrowed: from now on this feature's own. Never null.
+    // The list for changes, borrowed, never null. The call unshares it.
     CJOBXPropertyArray* GetPropertyArray();
 
-    // Multiply every length of the feature: points, a barcode's height and width, a text's size and width factor. A
-    // pad's resize factor and all angles stay.
+    // Multiply every length of the feature: points, the height and width of a barcode, the size and width factor of a
+    // text. The resize factor of a pad and all angles do not change.
     void vRescale(double factor);
     void UnitConvert(const double& factor);
 
-    // Writes the record with its attribute list; a surface with its contours. Attributes without a text number are left
-    // out. A null file writes nothing.
+    // Writes the record with its attribute list, and the contours of a surface. Attributes without a text number are
+    // omitted. Does nothing for a null file.
     void WriteODBData(std::FILE* file) const;
     // Writes the attribute list and the line end.
     void WriteODBFeatureAttributeData(std::FILE* file) const;
 
-    // The value, in upper case, of the first property whose upper-cased name contains ".GEOMETRY" and whose value is
-    // not empty; "" when there is none.
+    // The first non-empty value, in upper case, of a property whose upper-cased name contains ".GEOMETRY"; "" if there
+    // is none.
     CString GetViaPadStackName() const;
 
 protected:
-    // One plain place; the records keep many of them.
+    // A point without virtual functions, to save memory.
     struct Place
     {
         double x = 0.0;
@@ -112,13 +112,13 @@ protected:
     void KeepPadName(const CString& name);
 
     struct Extras;
-    // Texts are one character nearly always, which then stands for itself; these two stand for other texts.
+    // Nearly all texts are one character, which is stored directly. These two values mark other texts.
     static constexpr char kEmptyText = '\0';
-    static constexpr char kLongText = '\1'; // kept aside
+    static constexpr char kLongText = '\1'; // stored in the extras
     static constexpr bool IsCharacter(char text) noexcept { return text != kEmptyText && text != kLongText; }
-    // The character for `text`; one that is longer is kept in that member of the extras.
+    // The character to store for `text`. Stores a longer text in that member of the extras.
     char ShortOrKept(const CString& text, CString Extras::*kept);
-    // What the character stands for when it does not stand for itself.
+    // The text of a character that marks another text.
     CString LongText(char text, CString Extras::*kept) const;
 
 private:
@@ -137,15 +137,15 @@ private:
     Extras& MakeExtras();
     void BorrowProperties(const CJOBXPropertyArray* list) noexcept;
 
-    // 0, or the address of the list of properties that the record borrows from its file, or, with the lowest bit set,
-    // the address of the record's own extras.
+    // 0, or the address of the property list that the record borrows from its file, or, with the lowest bit set, the
+    // address of the record's own extras.
     std::uintptr_t m_nLink = 0;
     int m_nDcode = 0;
     int m_nSymbol = -1;
     int m_nIndex = 0;
     char m_cPolarity = 'P';
     char m_cType = kEmptyText;
-    unsigned short m_nPlace = 0; // in the block of its file's records; 0 when made by itself
+    unsigned short m_nPlace = 0; // in the block of its file's records; 0 if allocated separately
 };
 
 // A straight line drawn with a symbol.
@@ -159,10 +159,10 @@ public:
     void SetEndPoint(const CPointD& point) { m_ptEnd = point; }
     CPointD GetStartPoint() const { return m_ptStart; }
     void SetStartPoint(const CPointD& point) { m_ptStart = point; }
-    // A name that hosts give, "" at first.
+    // A name for hosts, initially "".
     CString GetPadName() const { return PadName(); }
     void SetPadName(const CString& name) { KeepPadName(name); }
-    // Multiplies the lengths of this kind by `factor`, as vRescale does.
+    // Multiplies the lengths of this kind by `factor`, like vRescale.
     void ScaleGeometry(double factor);
 
 private:
@@ -180,22 +180,22 @@ public:
     ~CJOBXlayObjPad() override;
     int CheckObjAtCenterPoint(double& x, double& y) override;
 
-    // A name that hosts give, "" at first.
+    // A name for hosts, initially "".
     CString GetPadName() const { return PadName(); }
     void SetPadName(const CString& name) { KeepPadName(name); }
-    // 0 to 7: quarter turns, from 4 on mirrored; 8 turned by the angle; 9 turned by the angle and mirrored.
+    // 0 to 7: quarter turns, mirrored from 4 on; 8 rotated by the angle; 9 rotated by the angle and mirrored.
     int GetOrientation() const { return m_nOrientation; }
     void SetOrientation(int orientation) { m_nOrientation = orientation; }
     double GetResizeFactor() const { return m_dResizeFactor; }
     void SetResizeFactor(double factor) { m_dResizeFactor = factor; }
-    // 1 when the file gave the resized form, else 0.
+    // 1 if the file has the resized form, else 0.
     int GetResizeFlag() const { return m_nResizeFlag; }
     void SetResizeFlag(int flag) { m_nResizeFlag = flag; }
     double GetRotationAngle() const { return m_dAngle; }
     void SetRotationAngle(double angle) { m_dAngle = angle; }
     CPointD GetCenterPoint() const { return m_ptCenter; }
     void SetCenterPoint(const CPointD& point) { m_ptCenter = point; }
-    // Multiplies the lengths of this kind by `factor`, as vRescale does.
+    // Multiplies the lengths of this kind by `factor`, like vRescale.
     void ScaleGeometry(double factor);
 
 private:
@@ -208,7 +208,7 @@ private:
     Place m_ptCenter;
 };
 
-// An arc drawn with a symbol; equal start and end make a full circle.
+// An arc drawn with a symbol; a full circle if start and end are equal.
 class JOBX_API CJOBXlayObjArc : public CJOBXlayObj
 {
 public:
@@ -224,10 +224,10 @@ public:
     void SetEndPoint(const CPointD& point) { m_ptEnd = point; }
     CPointD GetStartPoint() const { return m_ptStart; }
     void SetStartPoint(const CPointD& point) { m_ptStart = point; }
-    // A name that hosts give, "" at first.
+    // A name for hosts, initially "".
     CString GetPadName() const { return PadName(); }
     void SetPadName(const CString& name) { KeepPadName(name); }
-    // Multiplies the lengths of this kind by `factor`, as vRescale does.
+    // Multiplies the lengths of this kind by `factor`, like vRescale.
     void ScaleGeometry(double factor);
 
 private:
@@ -241,7 +241,7 @@ private:
     Place m_ptStart;
 };
 
-// A text drawn in a stroke font.
+// Text in a stroke font.
 class JOBX_API CJOBXlayObjText : public CJOBXlayObj
 {
 public:
@@ -267,7 +267,7 @@ public:
     void SetPosition(const CPointD& point) { m_ptPosition = point; }
     double GetRotationAngle() const { return m_dAngle; }
     void SetRotationAngle(double angle) { m_dAngle = angle; }
-    // Multiplies the lengths of this kind by `factor`, as vRescale does.
+    // Multiplies the lengths of this kind by `factor`, like vRescale.
     void ScaleGeometry(double factor);
 
 private:
@@ -281,18 +281,18 @@ private:
     double m_dAngle = 0.0;
 };
 
-// A barcode. The texts are the file's fields as written.
+// A barcode. The texts are fields as in the file.
 class JOBX_API CJOBXlayObjBarcode : public CJOBXlayObj
 {
 public:
     CJOBXlayObjBarcode();
     ~CJOBXlayObjBarcode() override;
-    // Multiplies the lengths of this kind by `factor`, as vRescale does.
+    // Multiplies the lengths of this kind by `factor`, like vRescale.
     void ScaleGeometry(double factor);
 
     CString m_sText;
-    CString m_sAstrPosition; // where the text shown beside the bars stands
-    CString m_sAstr;         // whether it is shown
+    CString m_sAstrPosition; // where the text beside the bars is
+    CString m_sAstr;         // whether that text is shown
     CString m_sBg;           // background
     CString m_sCs;           // checksum
     CString m_sEFlag;
@@ -306,8 +306,8 @@ public:
 };
 
 // One contour of a surface.
-// Ownership: a copy shares the elements with its source, so that changing one changes both: intended. The elements live
-//            as long as the last contour that shares them.
+// Ownership: a copy shares the elements with its source, so changing one changes both; this is intended. The elements
+//            live as long as the last contour that shares them.
 class JOBX_API CJOBXlayObjSurfaceOB : public CRaisingNew
 {
 public:
@@ -349,7 +349,7 @@ public:
     // The contours, borrowed.
     CJOBXlayObjSurfaceOBArray* GetContours() { return &m_arrContours; }
     const CJOBXlayObjSurfaceOBArray* GetContours() const { return &m_arrContours; }
-    // Multiplies the lengths of this kind by `factor`, as vRescale does.
+    // Multiplies the lengths of this kind by `factor`, like vRescale.
     void ScaleGeometry(double factor);
 
 private:
@@ -359,15 +359,15 @@ private:
 JOBX_API void DeleteElements(CJOBXlayObj* const* elements, __int64 count);
 extern template class JOBX_API CExPtrArray<CJOBXlayObj*, CJOBXlayObj*>;
 
-// The features of one file, in file order (a surface stands where its body ends); owns them.
+// The features of one file, in file order; owns them. The position of a surface is where its body ends.
 class JOBX_API CJOBXlayObjArray : public COwningPtrArray<CJOBXlayObj>
 {
 public:
     CJOBXlayObjArray();
     ~CJOBXlayObjArray() override;
 
-    // The position of the first record whose CheckObjAtCenterPoint answers 1, always searched from 0 on: the third
-    // argument is not used. Intended. -1 when there is none.
+    // The index of the first record whose CheckObjAtCenterPoint returns 1, -1 if there is none. The search always
+    // starts at 0 and ignores the third argument; this is intended.
     int GetObjAtIndexCenterPoint(double x, double y, int start) const;
     // Multiply the lengths of every feature.
     void UnitConvert(const double& factor);

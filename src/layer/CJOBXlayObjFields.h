@@ -113,7 +113,7 @@ template <>
 struct jobx::Fields<CJOBXlayObjSurfaceOB>
 {
     static constexpr RecordName kName{"contour", "A contour of a surface", "contour", "contour"};
-    static constexpr bool kIsItsList = true; // in documents it is nothing but that list
+    static constexpr bool kIsItsList = true; // documents show it as that list alone
     static constexpr auto kList = std::tuple{
         Records(
             "elements", "", [](auto& contour) -> auto& { return *contour.GetODBlayObjOXArray(); })
@@ -137,7 +137,7 @@ struct jobx::Fields<CJOBXlayObjSurface>
 
 namespace jobx
 {
-// The attributes of a feature as a list: for reading the shared one, for changing the feature's own.
+// The attributes of a feature as a list: the shared one to read, its own to change.
 struct FeatureProperties
 {
     struct Shared

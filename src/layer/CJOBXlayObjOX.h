@@ -8,9 +8,9 @@
 #include <cstddef>
 #include <new>
 
-// One element of a surface contour: where the contour begins ("OB"), a straight segment to a point ("OS"), an arc to a
-// point ("OC"), or the end ("OE").
-// Units:     points in the unit of the file they came from.
+// One element of a surface contour: its start ("OB"), a segment to a point ("OS"), an arc to a point ("OC"), or its end
+// ("OE").
+// Units:     points in the unit of their file.
 // Ownership: a plain value; copies are deep.
 class JOBX_API CJOBXlayObjOX
 {
@@ -19,9 +19,9 @@ public:
     CJOBXlayObjOX(const CJOBXlayObjOX& other);
     CJOBXlayObjOX& operator=(const CJOBXlayObjOX& other);
     virtual ~CJOBXlayObjOX();
-    // Takes back the element's memory, wherever it lies.
+    // Frees the element's memory, wherever it was allocated.
     static void operator delete(CJOBXlayObjOX* element, std::destroying_delete_t) noexcept;
-    // One that is made by itself lies where `new` puts everything.
+    // An element made by the host is allocated like any other object.
     static void* operator new(std::size_t size) { return CRaisingNew::operator new(size); }
     static void* operator new(std::size_t size, const std::nothrow_t& tag) noexcept
     {
@@ -37,22 +37,23 @@ public:
     // A copy with every member; the caller owns it.
     virtual CJOBXlayObjOX* clone() const;
 
-    // Every member takes part, the line number too: equal elements read from different lines are unequal. Intended.
+    // Compares every member, including the line number: equal elements from different lines are unequal. This is
+    // intended.
     bool operator==(const CJOBXlayObjOX& other) const;
 
-    // The features file's line that the element came from, counted from 1; 0 when none.
+    // The line of the features file that the element came from, counted from 1; 0 for none.
     int GetLineNumber() const { return m_nLineNumber; }
     void SetLineNumber(int lineNumber) { m_nLineNumber = lineNumber; }
-    // "Y" or "N", for an arc.
+    // "Y" or "N"; of an arc.
     CString GetClockwise() const;
     void SetClockwise(const CString& clockwise);
-    // "I" for an island, "H" for a hole, for a begin.
+    // "I" for an island, "H" for a hole; of a start.
     CString GetPolygonType() const;
     void SetPolygonType(const CString& polygonType);
     // The centre of an arc.
     CPointD GetCenterPoint() const { return {m_dCenterX, m_dCenterY}; }
     void SetCenterPoint(const CPointD& center);
-    // The begin, or the end of a segment or an arc.
+    // The start, or the end of a segment or an arc.
     CPointD GetPoint() const { return {m_dX, m_dY}; }
     void SetPoint(const CPointD& point);
     // "OB", "OS", "OC" or "OE".
@@ -75,12 +76,12 @@ private:
     Texts& MakeTexts();
 
     int m_nLineNumber = 0;
-    unsigned short m_nPlace = 0; // in the block of its file's records; 0 when made by itself
-    // Which of the usual texts, by their numbers; the last number of each says that the text is kept in m_pTexts.
+    unsigned short m_nPlace = 0; // in the block of its file's records; 0 if allocated separately
+    // Numbers of common texts. The last number of each means that the text is in m_pTexts.
     unsigned char m_nKind = 0;
     unsigned char m_nClockwise : 4 = 0;
     unsigned char m_nPolygonType : 4 = 0;
-    Texts* m_pTexts = nullptr; // owned; null while all texts are usual ones
+    Texts* m_pTexts = nullptr; // owned; null while all texts are common ones
     double m_dCenterX = 0.0;
     double m_dCenterY = 0.0;
     double m_dX = 0.0;
@@ -90,7 +91,7 @@ private:
 JOBX_API void DeleteElements(CJOBXlayObjOX* const* elements, __int64 count);
 extern template class JOBX_API CExPtrArray<CJOBXlayObjOX*, CJOBXlayObjOX*>;
 
-// The elements of one contour, in order; owns them, copies are deep.
+// The elements of one contour, in order; owns them; copies are deep.
 class JOBX_API CJOBXlayObjOXArray : public COwningPtrArray<CJOBXlayObjOX>
 {
 public:
@@ -101,7 +102,7 @@ public:
     // A copy with copies of all elements; the caller owns it.
     virtual CJOBXlayObjOXArray* clone() const;
 
-    // Compares at the argument's positions; no size takes part, so an empty argument equals anything. Intended.
+    // Compares at the positions of `other` and ignores the size, so an empty `other` equals anything. This is intended.
     bool operator==(const CJOBXlayObjOXArray& other) const;
 
     // Multiply the points of every element.

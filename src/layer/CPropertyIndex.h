@@ -1,4 +1,4 @@
-// The attribute texts of a features file that were met before.
+// Remembers the attribute texts of a features file.
 #pragma once
 
 #include "foundation/CJOBXProperty.h"
@@ -10,20 +10,19 @@
 #include <utility>
 #include <vector>
 
-// Finds the list of an attribute text that was met before, so that features with equal attributes share one list. Holds
-// a bounded number of texts; a text that was pushed out gets a new list.
+// Finds the list of an attribute text that was seen before, so that features with equal attributes share one list. The
+// number of texts is bounded; a text that was evicted gets a new list.
 class CPropertyIndex
 {
 public:
-    // The tables have grown: lists made before are not given out again.
+    // Call this when the tables have grown: lists made before are no longer used.
     void TablesChanged() noexcept
     {
         ++m_tables;
         m_used = 0;
     }
 
-    // The list for `text`, as the features are to borrow it: null when there is nothing in it. `make` makes the list
-    // when it is not known.
+    // The list for `text` that the features borrow, null if it is empty. `make` makes the list if it is not known.
     template <class Make>
     const CJOBXPropertyArray* ListOf(std::string_view text, Make make)
     {
@@ -47,7 +46,7 @@ private:
         const CJOBXPropertyArray* list = nullptr;
         std::string text;
     };
-    static constexpr std::size_t kWays = 4; // entries in which a text may stand
+    static constexpr std::size_t kWays = 4; // entries that may contain a text
     static constexpr std::size_t kMaxEntries = 65536;
 
     const Entry* Find(std::size_t hash, std::string_view text) const noexcept
@@ -59,7 +58,7 @@ private:
         return nullptr;
     }
     std::size_t First(std::size_t hash) const noexcept { return (hash & (m_entries.size() / kWays - 1)) * kWays; }
-    // A free or outdated entry, else one after the other in turn.
+    // A free or outdated entry, else the next one in turn.
     std::size_t Place(std::size_t hash) noexcept
     {
         const std::size_t first = First(hash);

@@ -1,4 +1,4 @@
-// The two ways in which the fields of a feature line are taken; what the fields are is said in FeatureLines.h.
+// Two ways to parse the fields of a feature line. FeatureLines.h says which fields there are.
 #pragma once
 
 #include "foundation/CTextScanner.h"
@@ -7,12 +7,12 @@
 #include <algorithm>
 #include <string_view>
 
-// Takes fields from any line. A field that is missing leaves its value as it was, one that is no number gives 0; every
-// operation answers true.
+// Parses fields of any line. A missing field does not change its value, a field that is not a number gives 0. Every
+// operation returns true.
 class CLenientFields
 {
 public:
-    // The line is trimmed; its keyword is passed over.
+    // The line is trimmed; its keyword is skipped.
     explicit CLenientFields(std::string_view line) noexcept : m_fields(line) { m_fields.Skip(); }
 
     bool Real(double& value) noexcept
@@ -33,7 +33,7 @@ public:
     bool Point(FeaturePoint& point) noexcept { return Real(point.x) && Real(point.y); }
     bool Polarity(std::string_view& polarity) noexcept { return Text(polarity); }
 
-    // The last fixed field of a line: what stands before the ";" of the attributes, or the next field without them.
+    // The last fixed field of a line: the text before the ";" of the attributes, or the next field if there are none.
     bool LastInteger(int& value) noexcept
     {
         const std::string_view field = LastField();
@@ -47,9 +47,9 @@ public:
         return true;
     }
     bool LastPoint(FeaturePoint& point) noexcept { return Point(point); }
-    // Of a contour's arc, which has no attributes: a ";" is a character like any other.
+    // Of a contour's arc, which has no attributes: ";" is an ordinary character.
     bool CurveClockwise(std::string_view& clockwise) noexcept { return Text(clockwise); }
-    // "8 30 ;1=2": the code, and the angle when a blank follows it.
+    // "8 30 ;1=2": the code, and the angle if a blank follows the code.
     bool LastOrientation(int& code, double& angle) noexcept
     {
         CFieldScanner fields(TakeAttributes());
@@ -58,8 +58,8 @@ public:
         return true;
     }
 
-    // Goes behind the text between quotes; leading quotes are dropped together, so that a text neither begins with a
-    // quote nor holds one. An unclosed quote takes all that is left. False without a quote, and nothing is passed over.
+    // Moves behind the text between quotes. All leading quotes are dropped, so the text neither begins with a quote nor
+    // contains one. An unclosed quote takes the rest of the line. False without a quote; then nothing is skipped.
     bool Quoted(std::string_view& text) noexcept
     {
         const std::string_view rest = m_fields.Rest();
@@ -72,11 +72,11 @@ public:
         return true;
     }
 
-    // The attribute list behind the last field, without the ";" before it; "" when the line has none.
+    // The attribute list after the last field, without the ";" before it; "" if there is none.
     std::string_view Attributes() const noexcept { return m_attributes; }
 
 private:
-    // What is left before the attributes, which are kept.
+    // What is left before the attributes. Keeps the attributes.
     std::string_view TakeAttributes() noexcept
     {
         const std::string_view rest = m_fields.Rest();
@@ -98,8 +98,8 @@ private:
     std::string_view m_attributes;
 };
 
-// Takes fields as the usual writers print them: single blanks, plain numbers, no blank at either end. Answers false for
-// what looks different, which is then left to lenient fields, with the same result for what both take.
+// Parses fields as most programs print them: single blanks, plain numbers, no blank at either end. Returns false for
+// anything else, which is then left to CLenientFields. For fields that both accept, the results are the same.
 class CStrictFields
 {
 public:
@@ -107,7 +107,7 @@ public:
 
     const char* At() const noexcept { return m_at; }
 
-    // With the blank behind them.
+    // These also consume the blank after the field.
     bool Real(double& value) noexcept
     {
         const char* const read = number_text::ReadPlainReal(m_at, m_end, value);
@@ -123,7 +123,7 @@ public:
         return Letter(polarity, features_format::kPositive, features_format::kNegative) && Is(' ');
     }
 
-    // With what stands behind them, but the end of the line or the attributes.
+    // The last fields of a line, without the end of the line or the attributes after them.
     bool LastInteger(int& value) noexcept { return Digits(value); }
     bool LastClockwise(std::string_view& clockwise) noexcept
     {

@@ -1,6 +1,6 @@
-// What stands on the lines of a features file, field by field. Each kind of line is described here once, for whatever
-// takes fields from a line: `Fields` is a CLenientFields or a CStrictFields. Take answers false when the fields do not
-// suit; a lenient one always takes what there is.
+// The fields of the lines of a features file. Each kind of line is described here once, for both parsers: `Fields` is
+// CLenientFields or CStrictFields. Take returns false if the fields are not suitable; CLenientFields always takes what
+// there is.
 #pragma once
 
 #include "foundation/NumberText.h"
@@ -78,7 +78,7 @@ struct SurfaceFields : FeatureFields
 {
 };
 
-// The begin of a contour, a segment and an arc.
+// The start of a contour, a segment and an arc.
 struct ContourFields
 {
     FeaturePoint point;
@@ -116,7 +116,7 @@ inline bool IsPolarity(std::string_view field) noexcept
     return field == "P" || field == "p" || field == "n" || field == "N";
 }
 
-// A resized pad has a second symbol number and the factor where others have the polarity.
+// Where other pads have the polarity, a resized pad has a second symbol number and the factor.
 template <class Fields>
 bool TakePolarityOrResize(Fields& fields, PadFields& pad)
 {

@@ -1,4 +1,4 @@
-// How the features reader makes records: in the blocks of its file, every field at once.
+// How the features reader makes records: in the blocks of its file, all fields at once.
 #pragma once
 
 #include "foundation/CJOBXProperty.h"
@@ -11,12 +11,12 @@
 #include <utility>
 #include <vector>
 
-// The lists of properties that a file's features have in common: features with equal attribute texts borrow one list
-// until one of them changes its own. The lists live as long as a block with features of the file.
+// The property lists shared by the features of a file. Features with equal attribute texts borrow one list until one of
+// them changes its own. The lists live as long as any block with features of the file.
 class CFeatureProperties : public CRecordKeep
 {
 public:
-    // Takes the list over.
+    // Takes ownership of the list.
     const CJOBXPropertyArray* Keep(std::unique_ptr<CJOBXPropertyArray> list)
     {
         m_lists.push_back(std::move(list));
@@ -31,7 +31,7 @@ private:
 class CFeatureMaker
 {
 public:
-    // The numbers under which contour elements keep their usual texts.
+    // The numbers that contour elements store for common texts.
     static constexpr unsigned char kBegin = 1;
     static constexpr unsigned char kSegment = 2;
     static constexpr unsigned char kArc = 3;
@@ -43,7 +43,7 @@ public:
 
     CFeatureProperties& Properties() noexcept { return *m_properties; }
 
-    // Records of these fields. `properties` is null or a list kept by the maker's properties.
+    // Make a record from its fields. `properties` is null or a list kept by CFeatureProperties.
     std::unique_ptr<CJOBXlayObj> Make(const LineFields& fields, int index, const CJOBXPropertyArray* properties)
     {
         auto line = New<CJOBXlayObjLine>();
@@ -117,7 +117,7 @@ public:
         return surface;
     }
 
-    // Contour elements from that line of the file.
+    // Make a contour element from that line of the file.
     std::unique_ptr<CJOBXlayObjOX> Make(const ContourFields& fields, int lineNumber)
     {
         auto element = Element(lineNumber, kBegin, fields.point);
@@ -147,7 +147,7 @@ private:
         void operator()(CFeatureProperties* properties) const noexcept { properties->Release(); }
     };
 
-    // Those whose texts are short, so that nearly all of them own nothing: they lie in blocks of their own.
+    // Classes with short texts, so that nearly all their records own no memory: they have separate blocks.
     template <class T>
     static constexpr bool kIsPlain = std::is_same_v<T, CJOBXlayObjLine> || std::is_same_v<T, CJOBXlayObjPad> ||
                                      std::is_same_v<T, CJOBXlayObjArc> || std::is_same_v<T, CJOBXlayObjOX>;

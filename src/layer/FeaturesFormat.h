@@ -1,4 +1,4 @@
-// The letters of a features file: one spelling for reader and writer.
+// The letters of a features file, spelled once for reader and writer.
 #pragma once
 
 namespace features_format
@@ -12,20 +12,20 @@ inline constexpr char kBarcode = 'B';
 inline constexpr char kSurface = 'S';
 
 // Tables and the units line.
-inline constexpr char kUnits = 'U'; // is enough for the reader
+inline constexpr char kUnits = 'U'; // this letter is enough for the reader
 inline constexpr char kUnitsKey[] = "UNITS";
 inline constexpr char kSymbol = '$';
 inline constexpr char kAttributeName = '@';
 inline constexpr char kAttributeText = '&';
 
-// What begins with "O" belongs to a contour: these follow it. "SE" ends a surface.
+// A line beginning with "O" belongs to a contour; one of these letters follows. "SE" ends a surface.
 inline constexpr char kContour = 'O';
 inline constexpr char kBegin = 'B';
 inline constexpr char kSegment = 'S';
 inline constexpr char kCurve = 'C';
 inline constexpr char kEnd = 'E';
 
-// Behind a record's fields: its attributes. Around a text: quotes.
+// The mark between a record's fields and its attributes, and the quote around a text.
 inline constexpr char kAttributes = ';';
 inline constexpr char kQuote = '\'';
 
@@ -34,7 +34,7 @@ inline constexpr char kNegative = 'N';
 inline constexpr char kClockwise = 'Y';
 inline constexpr char kCounterClockwise = 'N';
 
-// Orientations that an angle follows.
+// Orientations with an angle.
 inline constexpr int kTurned = 8;
 inline constexpr int kTurnedAndMirrored = 9;
 } // namespace features_format

@@ -1,4 +1,4 @@
-// Writing a features file from a layer.
+// Writes a layer as a features file.
 #pragma once
 
 #include "foundation/CTextWriter.h"
@@ -12,5 +12,5 @@ void WriteFeatures(CTextWriter& out, const CJOBXlayer& layer);
 // One feature with its attribute list; for a surface also its contours.
 void WriteFeature(CTextWriter& out, const CJOBXlayObj& feature);
 
-// A feature's attribute list, of the attributes that have both numbers, and the line end.
+// A feature's attribute list, without attributes that lack a number, and the line end.
 void WriteFeatureAttributes(CTextWriter& out, const CJOBXlayObj& feature);

@@ -1,4 +1,4 @@
-// The spellings of the font file, and how its characters are written.
+// The spellings of the font file, and the form of its characters.
 #pragma once
 
 #include "foundation/CTextWriter.h"
@@ -8,7 +8,7 @@ class CJOBXfontsStandardObjArray;
 
 namespace font_format
 {
-// The file, and the folder that it lies in.
+// The file and its folder.
 inline constexpr char kFile[] = "standard";
 inline constexpr char kFolder[] = "fonts";
 

@@ -1,9 +1,9 @@
-// Writing the layers of a step as tasks of their own.
+// Writing the layers of a step as separate tasks.
 #pragma once
 
 #include "foundation/CWriteTasks.h"
 
 class CJOBXlayerArray;
 
-// As CJOBXlayerArray::WriteODBData: the directories are made now, the files when the tasks run.
+// Like CJOBXlayerArray::WriteODBData, but only makes the directories now; the tasks write the files.
 void AddLayerWrites(CWriteTasks& tasks, const CJOBXlayerArray& layers, const CString& stepDirectory);
