@@ -28,7 +28,7 @@ bool IsPlain(const CJOBXdataPkgObj* record, std::string_view keyword)
     return record != nullptr && record->m_sKeyword.View() == keyword && typeid(*record) == typeid(CJOBXdataPkgObj);
 }
 
-// The whole text is one finite number.
+// Whether the whole text is one finite number; sets `value`.
 bool IsNumber(std::string_view text, double& value)
 {
     const char* const end = text.data() + text.size();
@@ -37,7 +37,7 @@ bool IsNumber(std::string_view text, double& value)
     return !text.empty() && read.end == end && std::isfinite(value);
 }
 
-// The record has as many parameters as `count` says, and the first of them fill `numbers`.
+// Whether the record has `count` parameters and the first of them are numbers; these go into `numbers`.
 template <std::size_t N>
 bool HasNumbers(const CJOBXdataPkgObj& record, std::array<double, N>& numbers, std::size_t count = N)
 {
@@ -58,7 +58,7 @@ std::unique_ptr<Shape> MakeLike(const CJOBXdataPkgObj& record)
     return shape;
 }
 
-// The shape that the plain record describes; null when it describes none.
+// The shape that the plain record describes, null if none.
 std::unique_ptr<CJOBXdataPkgObj> MakeShape(const CJOBXdataPkgObj* record)
 {
     std::array<double, 3> three{};
@@ -88,7 +88,7 @@ std::unique_ptr<CJOBXdataPkgObj> MakeShape(const CJOBXdataPkgObj* record)
     return nullptr;
 }
 
-// The contour element that the plain record describes; null when it describes none.
+// The contour element that the plain record describes, null if none.
 std::unique_ptr<CJOBXlayObjOX> MakeElement(const CJOBXdataPkgObj* record)
 {
     auto element = std::make_unique<CJOBXlayObjOX>();
@@ -118,8 +118,8 @@ std::unique_ptr<CJOBXlayObjOX> MakeElement(const CJOBXdataPkgObj* record)
     return element;
 }
 
-// The contour that begins at the position `begin`, and in `end` the position behind it; null when none does. What comes
-// before `end` then holds no other beginning, so that a list of beginnings without end is still walked only twice.
+// The contour that begins at `begin`, null if none; `end` becomes the position after it. Without a contour, there is no
+// other start of one before `end`, so a list of starts without an end is only walked twice.
 std::unique_ptr<CJOBXdataPkgObjContour> MakeContour(const CJOBXdataPkgObjArray& records, __int64 begin, __int64& end)
 {
     const CJOBXdataPkgObj* const first = records.GetAt(begin);
@@ -142,14 +142,14 @@ std::unique_ptr<CJOBXdataPkgObjContour> MakeContour(const CJOBXdataPkgObjArray& 
     return nullptr;
 }
 
-// Puts `record` in the place of what stands at `position`, which is deleted.
+// Replaces and deletes the record at `position`.
 void Replace(CJOBXdataPkgObjArray& records, __int64 position, std::unique_ptr<CJOBXdataPkgObj> record)
 {
     delete records.GetAt(position);
     records.SetAt(position, record.release());
 }
 
-// Every step leaves the list whole: nulls stand in the places of a contour's records until the end.
+// The list stays valid at every step: nulls take the places of a contour's records until the end.
 void MakeGeometry(CJOBXdataPkgObjArray& records)
 {
     for (__int64 i = 0; i < records.GetSize(); ++i)

@@ -3,8 +3,8 @@
 #include "eda/CJOBXdataPkgObj.h"
 #include "layer/CJOBXlayObjOX.h"
 
-// An outline of straight and round pieces, keyword "CT"; it stands for all records from "CT" to "CE".
-// Units, ownership, threads: as CJOBXdataPkgObj; owns its contour elements and copies them deeply.
+// An outline of line segments and arcs, keyword "CT". It replaces all records from "CT" to "CE".
+// Units, ownership, threads: as CJOBXdataPkgObj. Owns its contour elements; copies are deep.
 class JOBX_API CJOBXdataPkgObjContour : public CJOBXdataPkgObj
 {
 public:
@@ -16,7 +16,7 @@ public:
 
     // Multiplies the points of every element by `factor`.
     void UnitConvert(const double& factor);
-    // The elements; they stay this outline's.
+    // The elements, borrowed.
     CJOBXlayObjOXArray* GetODBlayObjOXArray() { return &m_arrElements; }
     const CJOBXlayObjOXArray* GetODBlayObjOXArray() const { return &m_arrElements; }
 

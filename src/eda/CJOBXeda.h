@@ -16,8 +16,8 @@ public:
     CJOBXeda& operator=(const CJOBXeda&) = delete;
     virtual ~CJOBXeda();
 
-    // Reads the file "data" in the directory `edaDirectory`, found ignoring letter case, as CJOBXdata::ParseODBOfMFC
-    // does. 0 when the directory does not exist or the file cannot be opened.
+    // Reads the file "data" in the directory `edaDirectory`, ignoring the case of its name, with
+    // CJOBXdata::ParseODBOfMFC. Returns 0 if the directory does not exist or the file cannot be opened.
     int ParseODBOfMFC(CString edaDirectory);
 
     CJOBXdata* const m_pData;

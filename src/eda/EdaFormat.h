@@ -1,4 +1,4 @@
-// The keywords of the EDA data file: one spelling for reader, writer and outlines.
+// The keywords of the EDA data file, spelled once for reader, writer and outlines.
 #pragma once
 
 #include <string_view>
@@ -17,7 +17,7 @@ inline constexpr std::string_view kProperty = "PRP";
 inline constexpr std::string_view kSubnet = "SNT";
 inline constexpr std::string_view kFeature = "FID";
 
-// Kinds of subnets that have further fields, and the kind of the feature that is a hole.
+// Kinds of subnets with additional fields, and the kind of a feature that is a hole.
 inline constexpr std::string_view kToeprint = "TOP";
 inline constexpr std::string_view kPlane = "PLN";
 inline constexpr std::string_view kHole = "H";
