@@ -7,9 +7,9 @@
 #include <memory>
 #include <vector>
 
-// Collects the records that one list after the other is to get and hands each list its records at once, so that the
-// list's block is made once and exactly as long as needed.
-// Ownership: owns the records until they are handed over; borrows the list. The list must outlive the filling.
+// Collects records for one list after another and moves them to each list at once, so that the list's block is
+// allocated once with exactly the right size.
+// Ownership: owns the records until it moves them; borrows the list, which must live until then.
 template <class T>
 class CListFiller
 {
@@ -23,20 +23,20 @@ public:
             delete record;
     }
 
-    // From now on records are for `list`; those collected so far go to theirs.
+    // Moves the collected records to their list; the next ones are for `list`.
     void Begin(COwningPtrArray<T>& list)
     {
         Finish();
         m_list = &list;
     }
     bool IsFor(const COwningPtrArray<T>& list) const { return m_list == &list; }
-    // Takes the record over and returns it.
+    // Takes ownership of the record and returns it.
     T* Own(std::unique_ptr<T> record)
     {
         m_records.push_back(record.get());
         return record.release();
     }
-    // Hands over what was collected.
+    // Moves the collected records to their list.
     void Finish()
     {
         if (m_records.empty())
@@ -48,6 +48,6 @@ public:
     }
 
 private:
-    COwningPtrArray<T>* m_list = nullptr; // null only while nothing was collected
+    COwningPtrArray<T>* m_list = nullptr; // null only while there are no records
     std::vector<T*> m_records;
 };

@@ -11,7 +11,7 @@
 
 namespace
 {
-constexpr std::size_t kBufferSize = 16384; // of one text with its terminator
+constexpr std::size_t kBufferSize = 16384; // for one text with its terminator
 constexpr char kExtension[] = ".TXT";
 constexpr int kExtensionLength = 4;
 
@@ -19,7 +19,7 @@ constexpr int kExtensionLength = 4;
 struct Conversion
 {
     std::size_t length = 0; // of its text
-    int arguments = 0;      // that it takes
+    int arguments = 0;      // that it uses
 };
 
 // The conversion at the start of the text, which is a per cent sign.
@@ -29,15 +29,15 @@ Conversion ConversionAt(std::string_view text)
     const std::size_t letter = text.find_first_not_of(kBetween, 1);
     if (letter == std::string_view::npos || text[letter] == '$')
         return {text.size(),
-                std::numeric_limits<int>::max()}; // broken off, or an argument by its position: never taken
+                std::numeric_limits<int>::max()}; // incomplete, or with a numbered argument: never supported
     Conversion found{letter + 1, text[letter] == '%' ? 0 : 1};
     for (const char c : text.substr(0, letter))
         found.arguments += c == '*' ? 1 : 0;
     return found;
 }
 
-// The format with every conversion that finds no argument left made plain text, so that printing reads no further than
-// what was passed.
+// The format with every conversion without an argument turned into plain text, so that printf reads no more than was
+// passed.
 CString WithinArguments(std::string_view format, int argumentCount)
 {
     CString within;
@@ -53,7 +53,7 @@ CString WithinArguments(std::string_view format, int argumentCount)
         {
             within += "%%";
             format.remove_prefix(1);
-            argumentCount = 0; // those behind it would be given the wrong ones
+            argumentCount = 0; // later ones would get the wrong arguments
             continue;
         }
         within += format.substr(0, conversion.length);

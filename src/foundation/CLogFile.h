@@ -6,31 +6,31 @@
 
 #include <cstddef>
 
-// A text log that a host writes next to its work: made or emptied on opening, written through after every text.
-// Results:   opening always answers 1; when it failed, writing does nothing. A write error raises CFileException, a
-//            clock that gives no local time CInvalidArgException.
+// A text log for hosts. Opening it creates or empties the file; every text is flushed.
+// Results:   opening always returns 1; if it fails, writing does nothing. A write error raises CFileException, a clock
+//            without local time CInvalidArgException.
 // Ownership: closes its file in the destructor; not copyable.
 class JOBX_API CLogFile : public CRaisingNew
 {
 public:
-    // Without a name; opens the log at once when `open` is not 0.
+    // A log without a name, opened at once if `open` is not 0.
     explicit CLogFile(int open = 0);
-    // Opens the log `name`, with "_" and the local date and time added when `addTime` is not 0, and then ".TXT" unless
-    // it ends so in any letter case. The time stamp before each text stays off.
+    // Opens the log `name`. If `addTime` is not 0, appends "_" and the local date and time to the name. Then appends
+    // ".TXT" unless the name ends with it, in any letter case. Does not turn on the time stamp of texts.
     CLogFile(const CString& name, int addTime);
     CLogFile(const CLogFile&) = delete;
     CLogFile& operator=(const CLogFile&) = delete;
     ~CLogFile();
 
-    // Makes or empties the log file, closing one that is open. Without a name it is "TESTLOGDEFAULTNAME_", the local
-    // date and time and ".TXT" in the current directory; that name is not kept.
+    // Creates or empties the log file, after closing an open one. Without a name, it is "TESTLOGDEFAULTNAME_", the
+    // local date and time, and ".TXT" in the current directory; that name is not stored.
     int OpenLogFile();
-    // Closes the log when it is open; 1.
+    // Closes the log if it is open. Returns 1.
     int CloseLogFile();
 
-    // Appends `format`, printed as printf does in the C locale with the arguments that follow; a text is cut at 16383
-    // bytes and no line end is added. A conversion that has no argument left stands as it is written. Nothing happens
-    // when the log is not open or writing is stopped.
+    // Appends the text that printf would print in the C locale for `format` and its arguments, cut at 16383 bytes,
+    // without a line end. Conversions without an argument are printed literally. Does nothing if the log is not open or
+    // writing is stopped.
     template <class... Args>
     void Write(const char* format, const Args&... args)
     {
@@ -39,14 +39,14 @@ public:
 
     // While `stop` is not 0, Write does nothing.
     void SetWriteStop(int stop) { m_nWriteStop = stop; }
-    // For the next opening; an open log stays as it is.
+    // Used the next time the log is opened.
     void SetFileName(const CString& name) { m_sFileName = name; }
     CString GetFileName() const { return m_sFileName; }
 
     CString m_sFileName;
     CFile m_file;
     int m_nWriteStop = 0;
-    int m_nTimeStamp = 0; // not 0: every text is preceded by the local time as "[09:05:07]"
+    int m_nTimeStamp = 0; // if not 0, the local time precedes every text: "[09:05:07]"
 
 private:
     static const char* Passed(const CString& text) { return text.GetString(); }

@@ -6,22 +6,22 @@
 #include <memory>
 #include <new>
 
-// Counts equal pointers in a table that is made once. Where there is no memory for it the counts are not ready, and the
-// caller has to do without; nothing is ever raised.
+// Counts equal pointers in a table that is allocated once. If that fails, IsReady is false and the caller has to do
+// without. Nothing raises.
 template <class TYPE>
 class CPointerCounts
 {
 public:
-    // For at most that many different pointers, null among them.
+    // For at most that many different pointers; null counts as one.
     explicit CPointerCounts(std::ptrdiff_t pointers) noexcept
         : m_last(std::bit_ceil(2 * static_cast<std::size_t>(pointers) + 1) - 1),
           m_slots(new (std::nothrow) Slot[m_last + 1])
     {
     }
 
-    // False when there was no memory for it; nothing may be counted then.
+    // False if there was no memory; then nothing may be counted.
     bool IsReady() const noexcept { return m_slots != nullptr; }
-    // Counts one more: how many there are now.
+    // Adds one and returns the new count.
     std::ptrdiff_t Add(TYPE pointer) noexcept
     {
         Slot& slot = Find(pointer);
@@ -29,7 +29,7 @@ public:
         slot.isTaken = true;
         return ++slot.count;
     }
-    // Counts one less; false when there is none left.
+    // Subtracts one; false if the count is 0.
     bool Take(TYPE pointer) noexcept
     {
         Slot& slot = Find(pointer);
@@ -47,7 +47,7 @@ private:
         bool isTaken = false;
     };
 
-    // The slot of `pointer`, or the free one where it would go; at least half of them are free.
+    // The slot of `pointer`, or the free slot for it; at least half of all slots are free.
     Slot& Find(TYPE pointer) noexcept
     {
         constexpr std::uint64_t kSpread = 0x9E3779B97F4A7C15U; // pointers are multiples of a power of two
@@ -58,6 +58,6 @@ private:
         return m_slots[place];
     }
 
-    std::size_t m_last; // one less than the number of slots, which is a power of two
+    std::size_t m_last; // number of slots, a power of two, minus one
     std::unique_ptr<Slot[]> m_slots;
 };

@@ -1,4 +1,4 @@
-// How the readers keep texts that repeat.
+// How the readers store texts that repeat.
 #pragma once
 
 #include "foundation/framework/CString.h"
@@ -8,9 +8,9 @@
 #include <cstring>
 #include <string_view>
 
-// Knows the texts that were asked for last, so that equal ones share their characters. In the files of a job most texts
-// that are too long for the text object itself are names and numbers that stood there a few lines before.
-// Threads: one thread at a time; the texts that it gave are independent of it.
+// Remembers the last texts, so that equal ones share their characters. Most texts of a job that do not fit into the
+// text object itself are names and numbers that already appeared a few lines earlier.
+// Threads:   one thread at a time; the texts that it returned are independent of it.
 class CTextCache
 {
 public:
@@ -25,10 +25,10 @@ public:
     }
 
 private:
-    static constexpr std::size_t kShortest = 7; // what is shorter lies in the object
+    static constexpr std::size_t kShortest = 7; // shorter texts are stored inside the object
     static constexpr unsigned kSlotBits = 8;
 
-    // Where to keep a text: by its length, its first four and its last four characters. Others of the same place only
+    // The slot of a text, from its length and its first and last four characters. Texts that compete for a slot only
     // share less.
     static std::size_t Slot(std::string_view text) noexcept
     {

@@ -1,4 +1,4 @@
-// How every reader of the library walks a text file: lines as views of one buffer, blank-separated fields, numbers.
+// How every reader of the library parses a text file: lines as views of one buffer, blank-separated fields, numbers.
 #pragma once
 
 #include "foundation/NumberText.h"
@@ -40,8 +40,7 @@ inline std::string_view WithoutLeading(std::string_view text, char character) no
     return text;
 }
 
-// Whether the text begins with the keyword, letters of the text taken in upper case; the keyword is written in upper
-// case.
+// Whether the text begins with the keyword, ignoring the text's letter case. The keyword must be in upper case.
 inline bool BeginsWith(std::string_view text, std::string_view upperKeyword) noexcept
 {
     if (text.size() < upperKeyword.size())
@@ -52,23 +51,23 @@ inline bool BeginsWith(std::string_view text, std::string_view upperKeyword) noe
     return true;
 }
 
-// The value of a key line: what follows the first "=", trimmed; a line without "=" is its own value.
+// The value of a key line: the trimmed text after the first "=", or the whole line if it has no "=".
 inline std::string_view KeyValue(std::string_view line) noexcept
 {
     const std::size_t equals = line.find('=');
     return equals == std::string_view::npos ? line : Trimmed(line.substr(equals + 1));
 }
 
-// Takes blank-separated fields from the front of a trimmed text. Only the blank separates; a run of blanks counts as
-// one. After each field the rest is trimmed at both ends. The last field has no blank behind it and takes all that is
-// left; once nothing is left every further call answers false and leaves its argument as it was.
+// Takes blank-separated fields from the front of a trimmed text. Only blanks separate; a run of blanks counts as one.
+// After each field the rest is trimmed at both ends. The last field, without a blank behind it, is everything that is
+// left. After that, every call returns false and does not change its argument.
 class CFieldScanner
 {
 public:
     explicit CFieldScanner(std::string_view text) noexcept : m_at(text.data()), m_end(text.data() + text.size()) {}
 
     bool IsAtEnd() const noexcept { return m_at == m_end; }
-    // What has not been taken yet.
+    // The text not taken yet.
     std::string_view Rest() const noexcept { return {m_at, static_cast<std::size_t>(m_end - m_at)}; }
     bool HasBlank() const noexcept { return Rest().find(' ') != std::string_view::npos; }
 
@@ -96,7 +95,7 @@ public:
         std::string_view field;
         return Text(field);
     }
-    // The next field as the number it begins with; a field that is no number gives 0.
+    // The number at the start of the next field, 0 if there is none.
     bool Real(double& value) noexcept
     {
         if (m_at == m_end)
@@ -117,7 +116,7 @@ public:
     }
 
 private:
-    // Moves behind the field that reaches from `at` to the next blank, and behind the white space that follows.
+    // Moves past the field that reaches from `at` to the next blank, and past the white space after it.
     void SkipFieldFrom(const char* at) noexcept
     {
         while (at != m_end && *at != ' ')
@@ -133,19 +132,20 @@ private:
     const char* m_fieldEnd = nullptr;
 };
 
-// A text file line by line. LF or CRLF ends a line, the last line needs no end; a NUL byte ends the text of its line.
-// Lines are trimmed at both ends and are views into the scanner's buffer. A file that is read whole keeps them valid as
-// long as the scanner lives; one that is read in pieces only until the next line.
+// A text file line by line. LF or CRLF ends a line, the last line needs no end, a NUL byte ends the text of its line.
+// Lines are trimmed at both ends and are views of the scanner's buffer. For a file read whole, they are valid as long
+// as the scanner lives; for a file read in pieces, until the next line.
 class CTextScanner
 {
 public:
-    // Reads the file at `path`; only regular files are read. `sourceFile` and `line` tell the diagnostics who asked.
+    // Reads the file at `path`, which must be a regular file. Diagnostics name `sourceFile` and `line` as the caller.
     CTextScanner(const CString& path, const char* sourceFile, int line)
         : m_wasRead(m_bytes.Load(path, sourceFile, line))
     {
         Start(m_bytes.View());
     }
-    // The same, piece by piece. A file that cannot be read to its end gives the lines before, and a diagnostic.
+    // As above, piece by piece. If reading fails before the end, the lines before are delivered and a diagnostic is
+    // reported.
     struct InPieces
     {
     };
@@ -154,10 +154,10 @@ public:
     {
         Start({});
     }
-    // Scans a text that the caller keeps.
+    // Scans a text owned by the caller.
     explicit CTextScanner(std::string_view text) : m_wasRead(true) { Start(text); }
 
-    // False when the file could not be opened or read; there are no lines then.
+    // False if the file could not be opened or read; then there are no lines.
     bool WasRead() const noexcept { return m_wasRead; }
 
     // Moves to the next line that is not empty; false at the end.
@@ -169,7 +169,7 @@ public:
         return false;
     }
 
-    // Moves to the next line, also when it is empty; false at the end.
+    // Moves to the next line, even if it is empty; false at the end.
     bool NextAnyLine()
     {
         if (m_at == m_end && !NextPiece())
@@ -183,14 +183,14 @@ public:
     }
 
     std::string_view Line() const noexcept { return m_line; }
-    // Of the current line; the first line of the file is 1.
+    // Number of the current line, counted from 1.
     int LineNumber() const noexcept { return m_lineNumber; }
 
-    // For a reader that knows the usual lines by sight: the whole lines ahead, untrimmed, and the number of the first.
-    // What it takes of them it says with Took.
+    // For a reader with a fast path for common lines: the complete lines ahead, untrimmed, and the number of the first.
+    // Report what was consumed with Took.
     std::string_view Ahead() const noexcept { return {m_at, static_cast<std::size_t>(m_end - m_at)}; }
     int NumberAhead() const noexcept { return m_lineNumber + 1; }
-    // The reader has dealt with `lines` lines itself, up to `at`, where the next begins.
+    // The reader has consumed `lines` lines, up to `at`, where the next begins.
     void Took(const char* at, int lines) noexcept
     {
         m_at = at;
@@ -198,7 +198,7 @@ public:
     }
 
 private:
-    static constexpr std::ptrdiff_t kPiece = 32768; // stays in the processor's cache
+    static constexpr std::ptrdiff_t kPiece = 32768; // fits into the processor's cache
 
     void Start(std::string_view text) noexcept
     {
@@ -207,13 +207,13 @@ private:
         m_checked = m_at;
         m_hasNul = false;
     }
-    // Moves on to the next whole lines of a file that is read in pieces; false at the end.
+    // Moves to the next complete lines of a file that is read in pieces; false at the end.
     bool NextPiece()
     {
         if (m_pieces == nullptr)
             return false;
         auto used = static_cast<std::size_t>(m_at - m_pieces->View().data());
-        for (; m_pieces->Next(used); used = 0) // again for a line that is longer than a piece
+        for (; m_pieces->Next(used); used = 0) // again if a line is longer than a piece
         {
             const std::string_view view = m_pieces->View();
             if (const std::size_t newline = view.rfind('\n'); newline != std::string_view::npos)
@@ -222,10 +222,11 @@ private:
                 return true;
             }
         }
-        Start(m_pieces->View()); // the last line, when it has no end
+        Start(m_pieces->View()); // the last line, if it has no end
         return m_at != m_end;
     }
-    // The line without what follows a NUL. They are looked for in pieces, shortly before the lines are read.
+    // The line without a NUL and the text after it. Searches for NULs piece by piece, shortly before the lines are
+    // read.
     std::string_view TextOf(std::string_view line) noexcept
     {
         const char* const lineEnd = line.data() + line.size();
@@ -244,7 +245,7 @@ private:
     std::unique_ptr<CFilePieces> m_pieces;
     bool m_wasRead;
     bool m_hasNul = false;
-    const char* m_checked = nullptr; // no NUL stands before
+    const char* m_checked = nullptr; // no NUL before this
     int m_lineNumber = 0;
     const char* m_at = nullptr;
     const char* m_end = nullptr;

@@ -39,7 +39,7 @@ void CTextWriter::ReportAtEnd(int error)
     {
         Report(error);
     }
-    catch (CException* exception) // another one is on its way already
+    catch (CException* exception) // another exception is already being handled
     {
         exception->Delete();
     }

@@ -1,4 +1,4 @@
-// How every writer of the library prints a text file: through one buffer, numbers as printf prints them in the C
+// How every writer of the library prints a text file: through one buffer, with numbers as printf prints them in the C
 // locale.
 #pragma once
 
@@ -11,52 +11,51 @@
 #include <exception>
 #include <string_view>
 
-// Prints as "%lf" does: six decimals.
+// Printed like "%lf": six decimals.
 struct Fixed
 {
     double value;
 };
 
-// Prints as "%g" does: six significant digits in the shorter form.
+// Printed like "%g": six significant digits in the shorter form.
 struct General
 {
     double value;
 };
 
-// Text output through one buffer, to a file of its own or to a stream that the caller keeps.
-// Results: writing raises nothing of its own; a failure is reported to the diagnostics once and leaves IsGood() false.
-//          What the sink of the diagnostics raises passes, also out of the destructor unless another exception is on
-//          its way; the file is closed then.
+// Text output through one buffer, to its own file or to the caller's stream.
+// Results:   a failed write raises nothing; it is reported to the diagnostics once, and then IsGood() is false. An
+//            exception from the diagnostic sink is passed on after closing the file, even from the destructor, unless
+//            another exception is already being handled.
 class CTextWriter
 {
 public:
-    // Makes the file at `path`, or empties the one that is there. `sourceFile` and `line` tell the diagnostics who
-    // asked.
+    // Creates or empties the file at `path`. Diagnostics name `sourceFile` and `line` as the caller.
     CTextWriter(const CString& path, const char* sourceFile, int line);
-    // Prints into a borrowed stream; null prints nothing.
+    // Prints to a borrowed stream; null prints nothing.
     explicit CTextWriter(std::FILE* stream);
     CTextWriter(const CTextWriter&) = delete;
     CTextWriter& operator=(const CTextWriter&) = delete;
-    // Writes what is left; closes a file of its own.
+    // Writes the rest of the buffer; closes its own file.
     ~CTextWriter() noexcept(false);
 
-    // False when there is nothing to write to or a write failed.
+    // False if there is no file or stream, or if a write failed.
     bool IsGood() const noexcept { return m_stream != nullptr && !m_failed; }
 
-    // Prints whatever a CTextLine prints.
+    // Prints any type that CTextLine prints.
     template <class T>
     CTextWriter& operator<<(const T& value);
 
 private:
     friend class CTextLine;
 
-    // Blocks of this size, from the begin of the file on, are what the system's page cache takes fastest.
+    // The page cache is fastest for blocks of this size, aligned with the start of the file.
     static constexpr std::size_t kBlock = 65536;
-    // What one element may store behind the block before the block is written.
+    // The most that one element may store past the end of the block before the block is written.
     static constexpr std::size_t kSlack = 512;
     static_assert(number_print::kLongest <= kSlack);
 
-    // Each returns where printing goes on; `at` is where it has come to.
+    // Each takes the current print position and returns the next one.
     char* WriteBlock(const char* at);
     char* WriteLong(char* at, std::string_view text);
     void Emit(const char* data, std::size_t size);
@@ -69,13 +68,13 @@ private:
     CString m_path;
     const char* m_sourceFile = nullptr;
     int m_line = 0;
-    int m_exceptions = std::uncaught_exceptions(); // on their way when the writer was made
+    int m_exceptions = std::uncaught_exceptions(); // active when the writer was made
     std::array<char, kBlock + kSlack> m_buffer;
-    char* m_at = m_buffer.data(); // inside the block
+    char* m_at = m_buffer.data(); // in the block
 };
 
-// Prints one run of elements. It keeps the place in the buffer to itself, so that the compiler need not look it up
-// again for each character; until it ends its writer must not be used otherwise.
+// Prints one sequence of elements. Keeps the buffer position in itself, so that the compiler need not reload it for
+// every character. While it lives, its writer must not be used otherwise.
 class CTextLine
 {
 public:
@@ -106,7 +105,7 @@ public:
         return Printed(m_at + text.size());
     }
     CTextLine& operator<<(const char* text) { return *this << std::string_view(text); }
-    // Up to the first NUL, as "%s" prints it.
+    // Up to the first NUL, like "%s".
     CTextLine& operator<<(const CString& text)
     {
         const std::string_view all = text.View();

@@ -1,4 +1,4 @@
-// How the readers of the step's files take apart a line whose fields are counted from its front.
+// How the readers of the step's files parse a line with fields at fixed positions.
 #pragma once
 
 #include "foundation/CTextScanner.h"
@@ -6,14 +6,14 @@
 #include <string_view>
 
 // Takes blank-separated tokens from the front of a trimmed text. A token is the text before the first blank; taking it
-// removes it with the blanks behind it. When no blank is left, a token is empty (0 as a number) and nothing is removed,
-// so that the last piece stays for what takes the rest; files and hosts rely on it.
+// removes it and the blanks after it. If there is no blank, the token is empty (0 as a number) and nothing is removed,
+// so the last piece is left for whatever takes the rest. Files and hosts rely on it.
 class CTokenScanner
 {
 public:
     explicit CTokenScanner(std::string_view text) noexcept : m_rest(text) {}
 
-    // What has not been taken yet.
+    // The text not taken yet.
     std::string_view Rest() const noexcept { return m_rest; }
 
     std::string_view Token() noexcept
@@ -25,7 +25,7 @@ public:
     int Integer() noexcept { return Number(ReadInteger(m_rest.data(), m_rest.data() + m_rest.size())); }
     double Real() noexcept { return Number(ReadReal(m_rest.data(), m_rest.data() + m_rest.size())); }
 
-    // The next token, or all that is left when no blank is left; nothing is left then.
+    // The next token, or everything that is left if there is no blank.
     std::string_view TokenOrRest() noexcept
     {
         const char* const begin = m_rest.data();
@@ -38,14 +38,14 @@ public:
     }
 
 private:
-    // The value, when a blank ends its token; no number goes past a blank.
+    // The value, if a blank ends its token; a number never contains a blank.
     template <class T>
     T Number(const NumberRead<T>& read) noexcept
     {
         return TakeTo(read.end) != nullptr ? read.value : T{};
     }
-    // Removes the token that reaches at least to `at`, with the blanks behind it, and answers where it ended; null, and
-    // nothing removed, when no blank ends it. Tokens are short: a loop finds the blank sooner than a search.
+    // Removes the token that reaches at least to `at` and the blanks after it. Returns where the token ended, or null,
+    // removing nothing, if no blank ends it. Tokens are short, so a loop finds the blank faster than a search.
     const char* TakeTo(const char* at) noexcept
     {
         const char* const end = m_rest.data() + m_rest.size();
@@ -54,7 +54,7 @@ private:
         if (at == end)
             return nullptr;
         const char* const blank = at;
-        while (at != end && IsAsciiSpace(*at)) // the end is trimmed already
+        while (at != end && IsAsciiSpace(*at)) // the end is already trimmed
             ++at;
         m_rest = {at, static_cast<std::size_t>(end - at)};
         return blank;
@@ -63,7 +63,7 @@ private:
     std::string_view m_rest;
 };
 
-// The text behind the keyword that begins the line: behind its first blank, trimmed; the whole line when it has none.
+// The text after the first blank, trimmed; the whole line if it has no blank.
 inline std::string_view WithoutKeyword(std::string_view line) noexcept
 {
     CTokenScanner fields(line);
@@ -71,8 +71,8 @@ inline std::string_view WithoutKeyword(std::string_view line) noexcept
     return fields.Rest();
 }
 
-// Takes the items of an attribute list "0=2,1" one by one, trimmed. A run of commas separates once. Commas at the front
-// make one empty first item, and an empty last item is dropped; an item of blanks between two commas is an empty one.
+// Takes the items of an attribute list such as "0=2,1" one by one, trimmed. A run of commas separates once. Leading
+// commas make one empty first item, and an empty last item is dropped. An item of blanks between two commas is empty.
 class CAttributeListScanner
 {
 public:

@@ -42,7 +42,7 @@ void CWriteTasks::Run()
     for (Task& task : tasks)
         if (task.work)
             order.push_back(&task);
-    // The heaviest first, so that no thread begins it when the others have nothing left to do.
+    // The heaviest first, so that no thread begins it when the others are out of work.
     std::sort(order.begin(), order.end(),
               [](const Task* a, const Task* b) { return a->weight != b->weight ? a->weight > b->weight : a < b; });
     std::atomic<std::size_t> next{0};

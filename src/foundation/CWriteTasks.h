@@ -8,13 +8,13 @@
 #include <functional>
 #include <vector>
 
-// Writes the files of a directory tree on a team of worker threads with the result, and the diagnostics in the order,
-// of writing them one after the other. Directories are made at once, on the calling thread; the files in them are
-// written by Run. When a directory is there already, what stands before it is written first, so that of two with one
-// name the later takes the earlier one's place.
-// Results: an exception of a task is raised by Run on the calling thread, that of the earliest task when there are
-//          several; the tasks behind it may or may not have been done. Tasks that were never run are dropped.
-// Threads: one thread calls.
+// Writes the files of a directory tree on a team of worker threads. Result and order of diagnostics are the same as if
+// they were written one after the other. The calling thread makes the directories at once; Run writes the files in
+// them. If a directory already exists, the tasks added so far run first, so that of two with one name the later
+// replaces the earlier.
+// Results:   Run raises an exception of a task on the calling thread; of several, that of the earliest task. Later
+//            tasks may or may not have run. Tasks that are not run are dropped.
+// Threads:   one thread calls.
 class CWriteTasks
 {
 public:
@@ -23,19 +23,19 @@ public:
     CWriteTasks& operator=(const CWriteTasks&) = delete;
     ~CWriteTasks() = default;
 
-    // As the functions of FreshDirectory.h.
+    // Like the functions in FreshDirectory.h.
     CString MakeFreshDirectory(const CString& parent, const CString& name, const char* sourceFile, int line);
     CString MakeEntryDirectory(const CString& parent, const CString& name, const char* sourceFile, int line);
-    // Work that touches no file or directory of another task; `weight` tells how long it takes compared with others.
+    // Work that uses no file or directory of another task; `weight` is its expected time relative to other tasks.
     void Add(__int64 weight, std::function<void()> work);
-    // Does what was added since the last run and reports its diagnostics.
+    // Runs the tasks added since the last run and reports their diagnostics.
     void Run();
 
 private:
     struct Task
     {
         __int64 weight = 0;
-        std::function<void()> work; // empty when it was done at once
+        std::function<void()> work; // empty if it was done at once
         std::vector<CKDiagnostic> diagnostics;
         std::exception_ptr failure;
     };

@@ -1,5 +1,5 @@
-// JOBX_API marks what the shared library exports; everything else stays hidden.
-// JOBX_LOCAL hides a member of an exported class.
+// JOBX_API marks everything that the shared library exports; all else is hidden. JOBX_LOCAL hides a member of an
+// exported class.
 #pragma once
 
 #if defined(_WIN32)

@@ -1,4 +1,4 @@
-// How every reader tells the kinds of its lines apart.
+// How readers find out which kind a line is.
 #pragma once
 
 #include "foundation/CTextScanner.h"
@@ -10,11 +10,11 @@
 
 enum class Letters
 {
-    AnyCase,   // the line's letters are compared in upper case
-    AsWritten, // the line must hold the keyword as it stands
+    AnyCase,   // the line is compared in upper case
+    AsWritten, // the line must have the keyword exactly
 };
 
-// A keyword, in upper case, and what a line that begins with it does to the reader's state.
+// A keyword, in upper case, and the handler for lines that begin with it.
 template <class State>
 struct Keyword
 {
@@ -28,8 +28,8 @@ struct Keyword
     }
 };
 
-// For every byte that a line may begin with, the position of the first keyword of the table that such a line can fit;
-// the table's size when there is none. Of a long table most lines fit only one of the last keywords.
+// For every first byte of a line, the position of the first keyword in the table that can match; the table's size if
+// there is none. In a long table, most lines can only match one of the last keywords.
 template <class State, std::size_t Count>
 consteval std::array<unsigned char, 256> FirstCandidates(const Keyword<State> (&table)[Count])
 {
@@ -46,7 +46,8 @@ consteval std::array<unsigned char, 256> FirstCandidates(const Keyword<State> (&
     return first;
 }
 
-// Hands the line to the first keyword of the table that it begins with, tried from the top; false when there is none.
+// Passes the line to the handler of the first keyword that it begins with, from the top of the table; false if there is
+// none.
 template <const auto& table, class State>
 bool Dispatch(State& state, std::string_view line)
 {

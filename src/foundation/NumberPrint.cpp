@@ -7,14 +7,15 @@ using namespace number_print;
 
 namespace
 {
-// Below this a rounded product with a million, and the sum of it and a half, are off by less than two millionths.
+// Below this, the rounding errors of the product with a million and of the sum with a half are less than two
+// millionths.
 constexpr double kShortLimit = 8000.0;
-// So close to the middle of two numbers the short way decides nothing.
+// So close to the middle of two numbers, the fast path cannot decide.
 constexpr double kUncertain = 4e-6;
-// Below this the product is off by a sixteenth at most.
+// Below this, the product is off by a sixteenth at most.
 constexpr double kExactLimit = 1e9;
 
-// A number of millionths with its point.
+// Prints a number of millionths with its point.
 char* PrintMillionths(char* at, std::int64_t millionths) noexcept
 {
     constexpr std::int64_t kUnit = 1'000'000;
@@ -25,8 +26,8 @@ char* PrintMillionths(char* at, std::int64_t millionths) noexcept
     return PrintPadded(PrintPadded(at + 1, decimals / 1000), decimals % 1000);
 }
 
-// The nearest number of millionths, the even one of two that are equally near. The product's error is known exactly,
-// and so is on which side of the middle the number lies.
+// The nearest number of millionths, the even one if two are equally near. The product's error is known exactly, and so
+// is the side of the middle on which the number lies.
 std::int64_t NearestMillionths(double magnitude) noexcept
 {
     const double product = magnitude * 1e6;
@@ -37,7 +38,7 @@ std::int64_t NearestMillionths(double magnitude) noexcept
     return below + (isUp ? 1 : 0);
 }
 
-// For what is rare: large numbers and those close to the middle of two.
+// For rare cases: large numbers and those close to the middle of two.
 char* PrintFixedSlowly(char* at, double value) noexcept
 {
     const double magnitude = std::fabs(value);

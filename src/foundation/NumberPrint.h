@@ -1,5 +1,5 @@
-// The one home of printing numbers: the same characters as printf in the C locale, without a terminator. Nothing here
-// depends on a locale.
+// The only place where numbers are printed: the same characters as printf in the C locale, without a terminator.
+// Nothing here depends on a locale.
 #pragma once
 
 #include <array>
@@ -25,7 +25,7 @@ inline constexpr auto kPadded = []
     return table;
 }();
 
-// The same without leading zeros; the fourth byte says how many characters there are.
+// Without leading zeros; the fourth byte is the number of characters.
 inline constexpr auto kShort = []
 {
     std::array<char[4], 1000> table{};
@@ -39,7 +39,7 @@ inline constexpr auto kShort = []
     return table;
 }();
 
-// Both store four characters at most and may store more than they count.
+// Both store up to four characters, which may be more than they count.
 inline char* PrintBelow1000(char* at, std::uint32_t number) noexcept
 {
     const char* const entry = kShort[number];
@@ -53,11 +53,11 @@ inline char* PrintPadded(char* at, std::uint32_t number) noexcept
     return at + 3;
 }
 
-// As PrintInteger, from 1000 on.
+// Like PrintInteger, from 1000 on.
 char* PrintLongInteger(char* at, std::uint32_t number) noexcept;
 } // namespace number_print
 
-// As "%d".
+// Like "%d".
 inline char* PrintInteger(char* at, std::int32_t number) noexcept
 {
     *at = '-';
@@ -68,9 +68,9 @@ inline char* PrintInteger(char* at, std::int32_t number) noexcept
                             : number_print::PrintLongInteger(at, magnitude);
 }
 
-// As "%lf": six decimals. No inline function, so that the many places that print records stay small enough to be
-// compiled in one piece each.
+// Like "%lf": six decimals. Not inline, to keep the many functions that print records small enough to be compiled in
+// one piece.
 char* PrintFixed(char* at, double value) noexcept;
 
-// As "%g": six significant digits in the shorter form.
+// Like "%g": six significant digits in the shorter form.
 char* PrintGeneral(char* at, double value) noexcept;

@@ -6,12 +6,12 @@
 
 namespace
 {
-// How a number beyond the range of a double is to be read: by the size of its exponent, since the parser only says that
-// it does not fit. `begin` stands on the first digit, `end` behind the number; `base` is 10 or 16.
+// Whether a number outside the range of a double is too large, rather than too small, by its exponent; the parser only
+// says that it does not fit. `begin` is its first digit, `end` the end of the number; `base` is 10 or 16.
 bool IsHuge(const char* begin, const char* end, int base) noexcept
 {
     constexpr long long kBound = 1'000'000'000'000;
-    long long magnitude = 0; // position of the first digit that is not 0, in digits before the point
+    long long magnitude = 0; // position of the first digit other than 0, in digits before the point
     bool seen = false;
     bool point = false;
     const char* at = begin;
@@ -36,7 +36,7 @@ bool IsHuge(const char* begin, const char* end, int base) noexcept
         magnitude *= 4;
     if (at != end)
     {
-        const bool negative = at[1] == '-'; // an exponent that was read has a digit
+        const bool negative = at[1] == '-'; // the parser accepted the exponent, so it has a digit
         long long exponent = 0;
         for (++at; at != end; ++at)
             if (number_text::IsDigit(*at) && exponent < kBound)
@@ -46,7 +46,7 @@ bool IsHuge(const char* begin, const char* end, int base) noexcept
     return magnitude > 0;
 }
 
-// Where a number that begins like a hexadecimal one has its digits, or null when no digit follows the "0x".
+// The first digit of a number that begins with "0x", null if no hexadecimal digit follows.
 const char* HexadecimalDigits(const char* at, const char* end) noexcept
 {
     if (end - at < 3 || at[0] != '0' || AsciiLower(at[1]) != 'x')
@@ -65,7 +65,7 @@ NumberRead<double> ReadRealSlowly(const char* begin, const char* end) noexcept
     const bool negative = at != end && *at == '-';
     if (at != end && (*at == '-' || *at == '+'))
         ++at;
-    if (at == end || *at == '-') // a second sign is no number
+    if (at == end || *at == '-') // two signs are not a number
         return {0.0, begin};
     const char* const hexadecimal = HexadecimalDigits(at, end);
     const char* const digits = hexadecimal != nullptr ? hexadecimal : at;

@@ -1,4 +1,4 @@
-// The one home of reading numbers. Nothing here depends on a locale.
+// The only place where numbers are read. Nothing here depends on a locale.
 #pragma once
 
 #include <bit>
@@ -8,7 +8,7 @@
 #include <limits>
 #include <string_view>
 
-// A number and where its text ended; `end` is the start of the text when it holds no number (the value is then 0).
+// A number and the end of its text. If the text has no number, `end` is its start and the value is 0.
 template <class T>
 struct NumberRead
 {
@@ -16,9 +16,9 @@ struct NumberRead
     const char* end;
 };
 
-// As atof in the C locale: leading white space, a sign, then digits with a point and an exponent, a hexadecimal number,
-// "inf", "infinity" or "nan", letters in any case; what follows is ignored and text without a number reads as 0. The
-// result is the nearest double; beyond its range it is infinity or 0 with the sign.
+// Like atof in the C locale: leading white space, a sign, then digits with a point and an exponent, a hexadecimal
+// number, "inf", "infinity" or "nan", in any letter case. The rest is ignored, and text without a number reads as 0.
+// The result is the nearest double; beyond its range it is infinity or 0 with the sign.
 NumberRead<double> ReadRealSlowly(const char* begin, const char* end) noexcept;
 
 namespace number_text
@@ -28,14 +28,14 @@ inline constexpr double kPowersOfTen[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e
                                           1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
 inline constexpr std::uint64_t kSmallPowersOfTen[] = {1,       10,        100,        1'000,      10'000,
                                                       100'000, 1'000'000, 10'000'000, 100'000'000};
-inline constexpr int kMaxFastDigits = 18; // always fit into 64 bits
+inline constexpr int kMaxFastDigits = 18; // always fits into 64 bits
 
 constexpr bool IsDigit(char c) noexcept
 {
     return static_cast<unsigned char>(c - '0') < 10;
 }
 
-// The value of eight digits, one in each byte, the first in the lowest.
+// The value of eight digits, one per byte, the first in the lowest.
 constexpr std::uint64_t ValueOfEightDigits(std::uint64_t digits) noexcept
 {
     digits = (digits * (1 + (10U << 8U))) >> 8U;
@@ -43,18 +43,18 @@ constexpr std::uint64_t ValueOfEightDigits(std::uint64_t digits) noexcept
     return ((digits & 0x0000FFFF0000FFFFU) * (1 + (std::uint64_t{10'000} << 32U))) >> 32U;
 }
 
-// Appends the digits that begin at `at` to `mantissa`, which may overflow; answers where they end.
+// Appends the digits from `at` on to `mantissa`, which may overflow; returns where they end.
 inline const char* AppendDigits(const char* at, const char* end, std::uint64_t& mantissa) noexcept
 {
     if constexpr (std::endian::native == std::endian::little)
     {
-        // Eight characters at once: how many digits there are is told without a branch for each.
+        // Eight characters at once, finding the number of digits without a branch for each.
         while (end - at >= 8 && IsDigit(*at))
         {
             std::uint64_t bytes = 0;
             std::memcpy(&bytes, at, sizeof bytes);
-            bytes ^= 0x3030303030303030U; // digits become 0 to 9, all else 10 or more
-            // The lowest byte marked is the first that is no digit; carries reach the ones behind it only.
+            bytes ^= 0x3030303030303030U; // digits become 0 to 9, other characters 10 or more
+            // The lowest marked byte is the first that is not a digit; carries only affect the bytes above it.
             const std::uint64_t others = (bytes | (bytes + 0x7676767676767676U)) & 0x8080808080808080U;
             const unsigned count = others != 0 ? static_cast<unsigned>(std::countr_zero(others)) / 8 : 8;
             mantissa = mantissa * kSmallPowersOfTen[count] + ValueOfEightDigits(bytes << (64 - 8 * count));
@@ -68,9 +68,9 @@ inline const char* AppendDigits(const char* at, const char* end, std::uint64_t& 
     return at;
 }
 
-// Reads a plain decimal number, a sign "-" before it or not; null when it is not plain or needs more than a double's
-// exact integers, and `value` is then left alone. An integer below 2^53 divided by an exact power of ten is correctly
-// rounded (Clinger, "How to Read Floating Point Numbers Accurately", 1990).
+// Reads a plain decimal number, with or without "-" before it. If it is not plain, or needs more than the exact
+// integers of a double, returns null and does not change `value`. An integer below 2^53 divided by an exact power of
+// ten is correctly rounded (Clinger, "How to Read Floating Point Numbers Accurately", 1990).
 inline const char* ReadPlainReal(const char* begin, const char* end, double& value) noexcept
 {
     const char* at = begin;
@@ -78,7 +78,7 @@ inline const char* ReadPlainReal(const char* begin, const char* end, double& val
     at += negative ? 1 : 0;
     const char* const digits = at;
     std::uint64_t mantissa = 0;
-    for (; at != end && IsDigit(*at); ++at) // mostly one or two
+    for (; at != end && IsDigit(*at); ++at) // usually one or two
         mantissa = mantissa * 10 + static_cast<std::uint64_t>(*at - '0');
     auto count = at - digits;
     std::ptrdiff_t fraction = 0;
@@ -90,7 +90,7 @@ inline const char* ReadPlainReal(const char* begin, const char* end, double& val
         count += fraction;
     }
     constexpr std::uint64_t kExact = 1ULL << 53U;
-    const bool plain = at == end || (*at | 0x20) < 'a'; // no letter of an exponent, a hexadecimal or another number
+    const bool plain = at == end || (*at | 0x20) < 'a'; // no letter of an exponent or of a hexadecimal or other number
     if (count == 0 || count > kMaxFastDigits || mantissa > kExact || !plain)
         return nullptr;
     const double magnitude = static_cast<double>(mantissa) / kPowersOfTen[fraction];
@@ -99,7 +99,7 @@ inline const char* ReadPlainReal(const char* begin, const char* end, double& val
 }
 } // namespace number_text
 
-// As ReadRealSlowly, with a short way for plain decimal numbers.
+// Like ReadRealSlowly, with a fast path for plain decimal numbers.
 inline NumberRead<double> ReadReal(const char* begin, const char* end) noexcept
 {
     double value = 0.0;
@@ -107,7 +107,7 @@ inline NumberRead<double> ReadReal(const char* begin, const char* end) noexcept
     return read != nullptr ? NumberRead<double>{value, read} : ReadRealSlowly(begin, end);
 }
 
-// As atoi: leading white space, a sign, digits; what follows is ignored and text without a number reads as 0. A number
+// Like atoi: leading white space, a sign, digits. The rest is ignored, and text without a number reads as 0. A number
 // outside 32 bits becomes the nearest one inside.
 inline NumberRead<std::int32_t> ReadInteger(const char* begin, const char* end) noexcept
 {

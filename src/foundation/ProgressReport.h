@@ -1,4 +1,4 @@
-// How reading tells the host's windows where it stands.
+// How reading reports progress to the host's windows.
 #pragma once
 
 #include "foundation/framework/CWnd.h"
@@ -6,7 +6,7 @@
 constexpr UINT kSetPosition = 0x402; // the progress bar's set-position message
 constexpr UINT kRedrawNow = 0x105;   // invalidate, erase, update at once
 
-// Shows `text` at once; without a window nothing happens.
+// Shows `text` at once; does nothing without a window.
 inline void ShowStatus(CWnd* status, LPCSTR text)
 {
     if (status == nullptr)

@@ -28,40 +28,40 @@ enum class FieldKind
 {
     Text,       // CString
     Integer,    // int or __int64
-    Index,      // an integer that leads to an entry of a table, see FieldTable
-    LineNumber, // an integer: where in its file the record stood
+    Index,      // an integer that refers to an entry of a table, see FieldTable
+    LineNumber, // an integer: the record's line in its file
     Real,       // a double without a unit
     Angle,      // a double in degrees
     Length,     // a double in the unit of the file
     Coordinate, // CPointD in the unit of the file
     Count,      // CPointN: columns and rows
     Texts,      // CStringArray
-    Parameters, // texts of which some may be lengths
+    Parameters, // texts, some of which may be lengths
     Numbers,    // CArrayN
     Part,       // one record inside this one
     Records,    // a list of records
-    Class,      // not a member: the further fields of the classes that the record may have
-    Table,      // not a member: parallel lists of this record that make one numbered table
+    Class,      // not a member: the additional fields of the classes that the record may have
+    Table,      // not a member: parallel lists of this record that form one numbered table
 };
 
-// Where an index leads.
+// The table that an index refers to.
 enum class FieldTable
 {
     None,
     AttributeNames, // of the file, by number
     AttributeTexts, // of the file, by number
     Symbols,        // of the layer, by number
-    LayerNames,     // of the EDA data, by position
-    Features,       // of that layer, by position
-    Nets,           // of the EDA data, by position
-    Subnets,        // of that net, by position
-    Packages,       // of the EDA data, by position
-    Pins,           // of the component's package, by position
-    Components,     // of that side, by position
-    Toeprints,      // of that component, by position
+    LayerNames,     // of the EDA data, by index
+    Features,       // of that layer, by index
+    Nets,           // of the EDA data, by index
+    Subnets,        // of that net, by index
+    Packages,       // of the EDA data, by index
+    Pins,           // of the component's package, by index
+    Components,     // of that side, by index
+    Toeprints,      // of that component, by index
 };
 
-// How records are called: in documents (key), by people (shown), and in paths that lead to one (word).
+// The names of a record type: in documents (key), for people (shown), and in paths (word).
 struct RecordName
 {
     std::string_view key;
@@ -74,7 +74,7 @@ struct RecordName
 template <class Record>
 struct Fields;
 
-// What a field is beside its kind.
+// The properties of a field besides its kind.
 struct FieldFacts
 {
     static constexpr int kNoPlace = std::numeric_limits<int>::max();
@@ -83,14 +83,14 @@ struct FieldFacts
     std::string_view about;
     std::string_view shown;          // name for people
     std::string_view shownY;         // of the second of two coordinates
-    int place = kNoPlace;            // among the fields that are shown
-    bool isShown = false;            // differences in it are told
-    bool isInDocuments = true;       // it has its key there
-    bool isLeftByUnitChange = false; // a length that UnitConvert and vRescale leave alone
-    bool isName = false;             // records of a list are known by it
-    bool isNameInAnyCase = false;    // and ASCII letters of either case are one
-    bool isMark = false;             // shown beside the position of a record that has no name
-    bool isClassText = false;        // its text says which class the record has
+    int place = kNoPlace;            // among the fields shown
+    bool isShown = false;            // differences in it are reported
+    bool isInDocuments = true;       // its key appears there
+    bool isLeftByUnitChange = false; // a length that UnitConvert and vRescale do not change
+    bool isName = false;             // identifies a record in its list
+    bool isNameInAnyCase = false;    // also, ignoring the case of ASCII letters
+    bool isMark = false;             // shown beside the position of a record without a name
+    bool isClassText = false;        // its text determines the record's class
     bool isSorted = false;           // documents sort the list by the names of its records
     FieldTable table = FieldTable::None;
 };
@@ -101,7 +101,7 @@ struct Field : FieldFacts
     static constexpr FieldKind kKind = kKindOfField;
     AccessOfField access;
 
-    // Shown to people under that name, at that place; without a place behind all that have one.
+    // Shown to people under that name, at that place; fields without a place come last.
     constexpr Field Shown(std::string_view name, int at = kNoPlace) const
     {
         Field field = *this;
@@ -110,14 +110,14 @@ struct Field : FieldFacts
         field.place = at;
         return field;
     }
-    // The same for the two coordinates of a point.
+    // For the two coordinates of a point.
     constexpr Field Shown(std::string_view nameX, std::string_view nameY, int at = kNoPlace) const
     {
         Field field = Shown(nameX, at);
         field.shownY = nameY;
         return field;
     }
-    // The same for what has no name of its own: lists and further fields.
+    // For fields without a name: lists and additional fields.
     constexpr Field Shown(int at = kNoPlace) const { return Shown({}, at); }
 
     constexpr Field InMemoryOnly() const { return With(&FieldFacts::isInDocuments, false); }
@@ -137,7 +137,7 @@ struct Field : FieldFacts
     }
 };
 
-// A member that everyone may reach.
+// A public member.
 template <class Class, class Value>
 struct MemberAccess
 {
@@ -152,7 +152,7 @@ struct MemberAccess
     }
 };
 
-// A member behind two functions.
+// A member with a getter and a setter.
 template <class GetClass, class Value, class SetClass, class Parameter>
 struct FunctionAccess
 {
@@ -167,7 +167,7 @@ struct FunctionAccess
     }
 };
 
-// Something that a function finds in the record.
+// A value that a function finds in the record.
 template <class Find>
 struct FoundAccess
 {
@@ -205,7 +205,7 @@ requires std::is_class_v<Find>
 constexpr auto AccessTo(Find find)
 {
     if constexpr (requires { &Find::Get; })
-        return find; // a way of its own
+        return find; // a special way
     else
         return FoundAccess<Find>{find};
 }
@@ -291,11 +291,11 @@ constexpr auto Records(std::string_view key, std::string_view about, Where... wh
     return MakeField<FieldKind::Records>(key, about, where...);
 }
 
-// The classes that a record may have beside the described one, the usual ones first.
+// The classes that a record may have besides the described one, the common ones first.
 template <class... Classes>
 struct ClassAccess
 {
-    // Calls `use` with the record as the class that it has, if it is one of them.
+    // Calls `use` with the record cast to its class, if that is one of them.
     template <class Record, class Use>
     static void Find(Record& record, Use use)
     {
@@ -325,7 +325,7 @@ constexpr auto FieldsOfClass()
     return Field<FieldKind::Class, ClassAccess<Classes...>>{};
 }
 
-// Numbers, texts and, where there is one, a second text of each entry.
+// Numbers, texts and, for some tables, a second text per entry.
 template <class Class>
 struct TableAccess
 {
@@ -339,7 +339,7 @@ constexpr auto Table(CArrayN Class::*numbers, CStringArray Class::*texts, CStrin
     return Field<FieldKind::Table, TableAccess<Class>>{{}, {numbers, texts, seconds}}.InMemoryOnly();
 }
 
-// The field at a position of a list, all known while compiling.
+// The field at a position of a list; everything is known at compile time.
 template <class Record, std::size_t kIndex>
 struct FieldAt
 {
@@ -376,7 +376,7 @@ constexpr std::array<int, kFieldCount<Record>> PlacesOfFields()
                       Fields<Record>::kList);
 }
 
-// The positions of the fields, those that have a place in its order before the others.
+// The positions of the fields, those with a place first, in the order of their places.
 template <class Record>
 constexpr std::array<std::size_t, kFieldCount<Record>> ShownOrder()
 {
@@ -390,7 +390,7 @@ constexpr std::array<std::size_t, kFieldCount<Record>> ShownOrder()
     return order;
 }
 
-// The same for each field that is shown, in the order in which they are.
+// For each field that is shown, in the order in which it is shown.
 template <class Record, class Visit>
 void ForEachShownField(Visit visit)
 {
@@ -411,7 +411,7 @@ void ForEachShownField(Visit visit)
 template <class List>
 using RecordOfList = std::remove_const_t<std::remove_pointer_t<decltype(std::declval<const List&>().GetAt(0))>>;
 
-// Calls `visit` with each record of a list of pointers; null entries are passed over.
+// Calls `visit` with each record of a list of pointers; skips null entries.
 template <class List, class Visit>
 void ForEachRecord(List& list, Visit visit)
 {

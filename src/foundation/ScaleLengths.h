@@ -1,5 +1,5 @@
-// The unit change of a record as its list of fields says: every length and coordinate is multiplied, but for those that
-// are left alone, and so are lists and parts that can be.
+// Unit change of a record by its list of fields: multiplies every length and coordinate except those marked as left
+// alone, and converts lists and parts.
 #pragma once
 
 #include "foundation/RecordFields.h"
@@ -20,13 +20,13 @@ void ScaleField(Record& record, double factor)
     }
     else if constexpr (kKind == FieldKind::Records || kKind == FieldKind::Part)
     {
-        // A list without a unit change has no lengths in its records.
+        // Skips lists without UnitConvert: their records have no lengths.
         if constexpr (requires { Field::Ref(record).UnitConvert(factor); })
             Field::Ref(record).UnitConvert(factor);
     }
 }
 
-// The factor is a copy, because it may come from a member of the record.
+// `factor` is a copy, because it may come from a member of the record.
 template <class Record>
 void ScaleLengths(Record& record, double factor)
 {

@@ -5,13 +5,13 @@
 #include <thread>
 #include <vector>
 
-// How many threads may share `tasks` tasks: what the OpenMP runtime would take here (OMP_NUM_THREADS, OMP_THREAD_LIMIT,
-// omp_set_num_threads; one inside a parallel region that does not nest), at most one for each task and never more than
-// kMostWorkers. One inside the work of a team.
+// How many threads may share `tasks` tasks: the number that OpenMP would use here (OMP_NUM_THREADS, OMP_THREAD_LIMIT,
+// omp_set_num_threads; 1 inside a parallel region that does not nest), at most one per task and at most kMostWorkers. 1
+// inside the work of a team.
 constexpr int kMostWorkers = 256;
 int WorkerTeamSize(int tasks) noexcept;
 
-// While one lives, its thread works for a team.
+// While it lives, its thread works for a team.
 class CTeamMember
 {
 public:
@@ -24,9 +24,9 @@ private:
     bool m_wasOne;
 };
 
-// Runs `work` on the calling thread and, at the same time, on up to `size` - 1 further ones, and waits for all. Where
-// the system gives fewer threads it runs on those: `work` takes its tasks one by one, so that nothing is left out. The
-// threads end with the work, so that none idles, or is missing after a fork. No exception may leave `work`.
+// Runs `work` on the calling thread and, at the same time, on up to `size` - 1 other threads, and waits for all. It
+// also works with fewer threads than requested, because `work` takes its tasks one by one. The threads end with the
+// work, so none is idle, or missing after a fork. `work` must not raise.
 template <class Work>
 void RunOnTeam(int size, const Work& work)
 {
@@ -43,7 +43,7 @@ void RunOnTeam(int size, const Work& work)
     }
     catch (const std::exception&)
     {
-        // No thread or no memory: those that there are do it all.
+        // No thread or no memory: the existing ones do everything.
     }
     member();
     for (std::thread& helper : helpers)
