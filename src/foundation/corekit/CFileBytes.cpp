@@ -1,6 +1,7 @@
 #include "foundation/corekit/CFileBytes.h"
 
 #include "foundation/corekit/CKUtility.h"
+#include "foundation/corekit/LinkBoundary.h"
 #include "foundation/framework/FrameworkThrow.h"
 
 #include <algorithm>
@@ -19,6 +20,8 @@
 bool CFileBytes::Load(const CString& path, const char* sourceFile, int line)
 {
     Clear();
+    if (LeadsOut(path))
+        return false;
     const int error = ReadAll(path);
     if (error == 0)
         return true;
@@ -63,6 +66,8 @@ int CFileBytes::ReadAll(const CString& path)
 
 bool CFilePieces::Open(const CString& path, const char* sourceFile, int line)
 {
+    if (LeadsOut(path))
+        return false;
     if (const int error = m_file.Open(path); error != 0)
     {
         CKUtility::GetInstance()->Report(sourceFile, line, "read", path, error);

@@ -3,6 +3,7 @@
 #include "foundation/corekit/CDiagnosticCapture.h"
 #include "foundation/corekit/CFileBytes.h"
 #include "foundation/corekit/CReplacingFile.h"
+#include "foundation/corekit/LinkBoundary.h"
 #include "foundation/corekit/LzwDecoder.h"
 #include "foundation/corekit/RemoveTree.h"
 #include "foundation/corekit/SystemEntries.h"
@@ -47,15 +48,6 @@ bool IsPossible(const CString& path)
     return path.Find('\0') < 0;
 }
 
-// Whether `path` is `directory` or lies below it; both in full, without links.
-bool IsBelow(std::string_view path, std::string_view directory)
-{
-    if (!path.starts_with(directory))
-        return false;
-    return path.size() == directory.size() || IsPathSeparator(directory.back()) ||
-           IsPathSeparator(path[directory.size()]);
-}
-
 // Whether the name fits the pattern: "*" any characters, "?" any one, letters in any case. When a later part does not
 // fit, only the last "*" has to take more, so no pattern takes longer than its length times the name's.
 bool Matches(std::string_view name, std::string_view pattern)
@@ -98,29 +90,6 @@ std::string EntryPath(const std::string& directory, const char* name)
     return path += name;
 }
 
-// Whether a boundary is set and the directory lies outside it, which is reported.
-bool LeadsOut(const CString& directory)
-{
-    CKUtility* const utility = CKUtility::GetInstance();
-    const CString boundary = utility->GetLinkBoundary();
-    if (boundary.IsEmpty())
-        return false;
-    std::string real;
-    if (ResolveLinks(directory, real) == 0 && IsBelow(real, boundary.View()))
-        return false;
-    utility->Report("", 0, "follow", directory, EXDEV);
-    return true;
-}
-
-// The same for the directory that an entry lies in, and for the entry itself when it is a directory.
-bool LeadsOut(const CString& path, EntryType type)
-{
-    if (type == EntryType::Directory)
-        return LeadsOut(path);
-    const CString parent = CKUtility::GetInstance()->GetSegmntFromFilePath(path, 1);
-    return LeadsOut(parent.IsEmpty() ? CString(".") : parent);
-}
-
 // Raised out of a listing that meets more entries than allowed.
 struct TooManyEntries
 {
@@ -146,7 +115,7 @@ bool ListTree(const std::string& directory, bool recurse, std::vector<std::strin
             if (entry.error != 0)
                 CKUtility::GetInstance()->Report("", 0, "examine", CString(EntryPath(current, entry.name)),
                                                  entry.error);
-            if (entry.isLink && entry.type == EntryType::Directory && LeadsOut(CString(EntryPath(current, entry.name))))
+            if (entry.isLink && entry.type != EntryType::None && LeadsOut(CString(EntryPath(current, entry.name))))
                 return;
             if (isWanted(entry))
                 found.push_back(EntryPath(current, entry.name));
@@ -212,7 +181,7 @@ EntryType Examine(const CString& path, const CString& sourceFile, int line)
     const int error = IsPossible(path) ? ExamineEntry(path, type) : EINVAL;
     if (error != 0)
         CKUtility::GetInstance()->Report(sourceFile, line, "examine", path, error);
-    return type != EntryType::None && LeadsOut(path, type) ? EntryType::None : type;
+    return type != EntryType::None && LeadsOut(path) ? EntryType::None : type;
 }
 
 bool IsFileOrDirectory(EntryType type)

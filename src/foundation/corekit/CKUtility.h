@@ -75,9 +75,11 @@ public:
     // more adds nothing and is reported as "list" with EOVERFLOW.
     void SetListingLimit(ULONGLONG entries);
     ULONGLONG GetListingLimit() const;
-    // From now on, directories that lie outside `directory` are not there for tests, FindPath and listings, nor is what
-    // they hold; each is reported as "follow" with EXDEV. That keeps links inside a job. "" takes the boundary away, as
-    // it is at first; a directory that does not exist leaves nothing to be seen. It holds for the whole process.
+    // From now on, directories and files that lie outside `directory` are not there for tests, FindPath and listings,
+    // and the readers do not open them. A link that leads out is reported as "follow" with EXDEV, so links stay inside
+    // a job. "" takes the boundary away, as it is at first; a directory that does not exist leaves nothing to be seen.
+    // The boundary holds for the whole process. Classes that a host opens files with (CFile, CStdioFile, CLogFile)
+    // ignore it.
     void SetLinkBoundary(const CString& directory);
     // The boundary in full, without links; "" when there is none.
     CString GetLinkBoundary() const;

@@ -1,4 +1,5 @@
 #include "foundation/corekit/CFileBytes.h"
+#include "foundation/corekit/CKUtility.h"
 #include "foundation/corekit/CReplacingFile.h"
 #include "foundation/corekit/RecordingSink.h"
 #include "foundation/framework/CException.h"
@@ -210,4 +211,55 @@ TEST(FileBytes, Load_OfAFileLargerThanTheMemoryRaisesTheMemoryException)
         exception->Delete();
     }
     EXPECT_EQ(bytes.View().size(), 0U);
+}
+
+namespace
+{
+// Sets a boundary for a while.
+struct Boundary
+{
+    explicit Boundary(const CString& directory) { CKUtility::GetInstance()->SetLinkBoundary(directory); }
+    Boundary(const Boundary&) = delete;
+    Boundary& operator=(const Boundary&) = delete;
+    ~Boundary() { CKUtility::GetInstance()->SetLinkBoundary(""); }
+};
+} // namespace
+
+TEST(FileBytes, LinksOutOfTheBoundaryAreNotOpened)
+{
+    const TempDir dir;
+    dir.Write("secret", "secret");
+    dir.Write("job/file", "x");
+    fs::create_symlink(dir.Path("secret"), dir.Path("job/out"));
+    fs::create_symlink("file", dir.Path("job/in"));
+    const CString out = Text(dir.Path("job/out"));
+    CFileBytes bytes;
+    CFilePieces inside;
+    CFilePieces outside;
+    EXPECT_TRUE(bytes.Load(out, "", 0)) << "followed until a boundary is set";
+    const Boundary boundary(Text(dir.Path("job")));
+    const RecordingSink sink;
+    EXPECT_TRUE(bytes.Load(Text(dir.Path("job/in")), "", 0));
+    EXPECT_TRUE(inside.Open(Text(dir.Path("job/in")), "", 0));
+    EXPECT_TRUE(sink.all.empty());
+    EXPECT_FALSE(bytes.Load(out, "", 0));
+    EXPECT_EQ(bytes.View(), "");
+    EXPECT_FALSE(outside.Open(out, "", 0));
+    ASSERT_EQ(sink.all.size(), 2U);
+    EXPECT_EQ(sink.all[1].operation, "follow");
+    EXPECT_EQ(sink.all[1].systemError, EXDEV);
+    EXPECT_EQ(sink.all[1].path, out);
+}
+
+TEST(FileBytes, AMissingFileIsMissingAndNotOutOfTheBoundary)
+{
+    const TempDir dir;
+    dir.MakeDir("job");
+    const Boundary boundary(Text(dir.Path("job")));
+    const RecordingSink sink;
+    CFileBytes bytes;
+    EXPECT_FALSE(bytes.Load(Text(dir.Path("job/gone")), "", 0));
+    ASSERT_EQ(sink.all.size(), 1U);
+    EXPECT_EQ(sink.all[0].operation, "read");
+    EXPECT_EQ(sink.all[0].systemError, ENOENT);
 }

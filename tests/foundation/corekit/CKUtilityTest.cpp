@@ -662,6 +662,55 @@ TEST(CKUtilityBoundary, LinksToDirectoriesOutsideAreNotThere)
     EXPECT_TRUE(Utility().IsDir(Text(dir.Path("job/out"))));
 }
 
+TEST(CKUtilityBoundary, LinksToFilesOutsideAreNotThere)
+{
+    const Limits limits;
+    const TempDir dir;
+    dir.Write("secret", "secret");
+    dir.Write("secret.Z", "x");
+    dir.Write("job/file", "x");
+    fs::create_symlink(dir.Path("secret"), dir.Path("job/out"));
+    fs::create_symlink("../secret.Z", dir.Path("job/out.Z"));
+    fs::create_symlink("file", dir.Path("job/in"));
+    const CString out = Text(dir.Path("job/out"));
+    EXPECT_TRUE(Utility().IsFile(out)) << "followed until a boundary is set";
+    Utility().SetLinkBoundary(Text(dir.Path("job")));
+    const RecordingSink sink;
+    CStringArray list;
+    EXPECT_TRUE(Utility().IsFile(Text(dir.Path("job/in"))));
+    EXPECT_TRUE(sink.all.empty());
+    EXPECT_FALSE(Utility().IsFile(out));
+    EXPECT_FALSE(Utility().DoesFileOrDirExist(out));
+    EXPECT_EQ(Utility().GDecompress(Text(dir.Path("job/out.Z"))), 0);
+    Utility().GetAllFileListIn(Text(dir.Path("job")), list, "*.*", 0);
+    ASSERT_EQ(list.GetSize(), 2);
+    EXPECT_EQ(list[0], Text(dir.Path("job/file")));
+    EXPECT_EQ(list[1], Text(dir.Path("job/in")));
+    ASSERT_FALSE(sink.all.empty());
+    for (const CKDiagnostic& diagnostic : sink.all)
+    {
+        EXPECT_EQ(diagnostic.operation, "follow");
+        EXPECT_EQ(diagnostic.systemError, EXDEV);
+    }
+}
+
+TEST(CKUtilityBoundary, TheLinkThatLeadsOutIsReportedForWhatLiesBehindIt)
+{
+    const Limits limits;
+    const TempDir outside;
+    outside.Write("inner/file", "x");
+    const TempDir dir;
+    dir.MakeDir("job/sub");
+    fs::create_directory_symlink(outside.Path(), dir.Path("job/sub/out"));
+    Utility().SetLinkBoundary(Text(dir.Path("job")));
+    const RecordingSink sink;
+    EXPECT_FALSE(Utility().IsFile(Text(dir.Path("job/sub/out/inner/file"))));
+    EXPECT_FALSE(Utility().IsFile(Text(outside.Path("inner/file"))));
+    ASSERT_EQ(sink.all.size(), 2U);
+    EXPECT_EQ(sink.all[0].path, Text(dir.Path("job/sub/out")));
+    EXPECT_EQ(sink.all[1].path, Text(outside.Path("inner/file"))) << "no link leads there";
+}
+
 TEST(CKUtilityBoundary, ADirectoryOfALongerNameIsOutsideAndOneThatDoesNotExistHoldsNothing)
 {
     const Limits limits;
