@@ -12,12 +12,18 @@
 #include <utility>
 #include <vector>
 
+// The lock of the process-wide critical section.
+inline std::mutex& CriticalSection()
+{
+    static std::mutex section;
+    return section;
+}
+
 // Runs `work` inside the process-wide critical section.
-inline std::mutex criticalSection;
 template <class Work>
 void InCriticalSection(Work&& work)
 {
-    const std::lock_guard<std::mutex> lock(criticalSection);
+    const std::lock_guard<std::mutex> lock(CriticalSection());
     work();
 }
 
