@@ -5,7 +5,9 @@
 #include "output/Text.h"
 
 #include <csignal>
+#include <cstdio>
 #include <exception>
+#include <new>
 
 namespace
 {
@@ -25,6 +27,13 @@ int EndByClosedPipe()
 #else
     return static_cast<int>(ExitCode::UnwritableOutput);
 #endif
+}
+
+// Allocates nothing.
+int EndWithoutMemory()
+{
+    std::fputs("jobx: out of memory\n", stderr);
+    return static_cast<int>(ExitCode::OutOfMemory);
 }
 } // namespace
 
@@ -48,6 +57,15 @@ int main(int argc, char** argv)
     catch (const ExitError& error)
     {
         return End(error.Code(), error.what());
+    }
+    catch (CMemoryException* exception)
+    {
+        exception->Delete();
+        return EndWithoutMemory();
+    }
+    catch (const std::bad_alloc&)
+    {
+        return EndWithoutMemory();
     }
     catch (CException* exception)
     {

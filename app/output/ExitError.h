@@ -13,6 +13,7 @@ enum class ExitCode
     UnreadableInput = 3,
     UnwritableOutput = 4,
     InternalError = 70,
+    OutOfMemory = 71,
 };
 
 // Ends a command with that exit code and one line on standard error.

@@ -6,6 +6,7 @@
 
 #include <fmt/core.h>
 
+#include <cerrno>
 #include <filesystem>
 #include <system_error>
 
@@ -53,6 +54,8 @@ InsideJob::~InsideJob()
 InsideJob::InsideJob(const std::string& path) : m_before(::open(".", kHold | O_DIRECTORY | O_CLOEXEC))
 {
     std::error_code error;
+    if (m_before < 0 && (errno == EMFILE || errno == ENFILE)) // there would be no way back
+        RaiseClosed(path, {errno, std::generic_category()});
     fs::current_path(path, error);
     if (!error)
         return;

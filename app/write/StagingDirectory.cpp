@@ -10,6 +10,7 @@
 #include <cstdio>
 #include <random>
 #include <system_error>
+#include <vector>
 
 #if !defined(_WIN32)
 #include <fcntl.h>
@@ -45,21 +46,86 @@ bool ExchangeNames(const fs::path& a, const fs::path& b, std::error_code& error)
 #endif
 }
 
-// Flushes a file or directory to the disk.
+// A file or directory that can be flushed to the disk.
+class OpenEntry
+{
+public:
+    explicit OpenEntry(const fs::path& path) : m_path(path)
+    {
+#if !defined(_WIN32)
+        m_file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+        if (m_file < 0)
+            RaiseFailed("flush", path, std::error_code(errno, std::generic_category()));
+#endif
+    }
+    OpenEntry(const OpenEntry&) = delete;
+    OpenEntry& operator=(const OpenEntry&) = delete;
+    ~OpenEntry()
+    {
+#if !defined(_WIN32)
+        ::close(m_file);
+#endif
+    }
+
+    const fs::path& Path() const
+    {
+        return m_path;
+    }
+    std::error_code Flush() const
+    {
+#if !defined(_WIN32)
+        // EINVAL: the file system cannot flush this kind of file.
+        if (::fsync(m_file) != 0 && errno != EINVAL)
+            return {errno, std::generic_category()};
+#endif
+        return {};
+    }
+
+private:
+    fs::path m_path;
+#if !defined(_WIN32)
+    int m_file;
+#endif
+};
+
 void Flush(const fs::path& path)
 {
-#if !defined(_WIN32)
-    const int file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
-    // EINVAL: the file system cannot flush this kind of file.
-    const bool isFlushed = file >= 0 && (::fsync(file) == 0 || errno == EINVAL);
-    const std::error_code error(errno, std::generic_category());
-    if (file >= 0)
-        ::close(file);
-    if (!isFlushed)
+    if (const std::error_code error = OpenEntry(path).Flush())
         RaiseFailed("flush", path, error);
-#else
-    static_cast<void>(path);
-#endif
+}
+
+void FlushOrWarn(const OpenEntry& directory)
+{
+    if (const std::error_code error = directory.Flush())
+        PrintWarning(fmt::format("cannot flush \"{}\": {}; the job is in its place, but a power failure could still "
+                                 "undo that",
+                                 Printable(directory.Path().string()), error.message()));
+}
+
+// Removes a directory with everything in it and has one file open at a time.
+void RemoveWithOneFile(const fs::path& top, std::error_code& error)
+{
+    std::vector<fs::path> left = {top};
+    while (!left.empty())
+    {
+        const fs::path directory = left.back();
+        std::vector<fs::path> entries;
+        for (fs::directory_iterator entry(directory, error), end; !error && entry != end; entry.increment(error))
+            entries.push_back(entry->path());
+        const std::size_t before = left.size();
+        for (const fs::path& entry : entries)
+            if (!error && fs::is_directory(fs::symlink_status(entry, error)))
+                left.push_back(entry);
+            else if (!error)
+                fs::remove(entry, error);
+        if (!error && left.size() == before)
+        {
+            fs::remove(directory, error);
+            left.pop_back();
+        }
+        if (error)
+            return;
+    }
 }
 
 // The directory and everything in it.
@@ -138,6 +204,8 @@ void StagingDirectory::Remove() noexcept
         std::error_code error;
         if (!m_path.empty() && !m_isKept)
             fs::remove_all(m_path, error);
+        if (error == std::errc::too_many_files_open || error == std::errc::too_many_files_open_in_system)
+            RemoveWithOneFile(m_path, error);
         if (error)
             PrintWarning(fmt::format("cannot remove \"{}\": {}", Printable(m_path.string()), error.message()));
         if (m_madeOutput)
@@ -152,10 +220,13 @@ void StagingDirectory::MoveIntoPlace(const std::string& name, bool replace)
 {
     // Data that a power failure could still destroy must not replace data that is safe.
     FlushTree(Inside() / name);
+    // Opened first: once the job is in its place, nothing may fail.
+    const OpenEntry output(m_output);
+    const OpenEntry above(m_madeOutput ? DirectoryOf(m_output) : m_output);
     Exchange(name, replace);
-    Flush(m_output);
+    FlushOrWarn(output);
     if (m_madeOutput)
-        Flush(DirectoryOf(m_output));
+        FlushOrWarn(above);
 }
 
 void StagingDirectory::Exchange(const std::string& name, bool replace)

@@ -22,8 +22,8 @@ public:
 
     // Flushes the job of that name to the disk and moves it into the output directory. With `replace`, it replaces an
     // existing directory, which is removed. At every moment the complete old or new directory is there, except between
-    // two renames if the system cannot exchange directories. After a failure the old one is unchanged, unless the only
-    // failure was to flush the output directory itself.
+    // two renames if the system cannot exchange directories. After a failure the old one is unchanged. If only the
+    // output directory cannot be flushed, the job is in its place: that is a warning.
     void MoveIntoPlace(const std::string& name, bool replace);
 
 private:

@@ -57,9 +57,44 @@ TEST(JobxWriteFlushes, AFailureIsAnErrorAndTheFormerJobStays)
     }
 }
 
+TEST(JobxWriteFlushes, AFailureOfTheOutputDirectoryIsAWarningBecauseTheJobIsInItsPlace)
+{
+    const TempDir directory;
+    const ProgramResult result = Write(directory, "/out");
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_EQ(result.err, "jobx: warning: cannot flush \"" + directory.Path("out") +
+                              "\": Input/output error; the job is in its place, but a power failure could still undo "
+                              "that\n");
+    EXPECT_FALSE(directory.Exists("out/blinker/former"));
+    EXPECT_TRUE(directory.Exists("out/blinker/steps/PCB/layers/top/features"));
+    EXPECT_EQ(std::distance(fs::directory_iterator(directory.Path("out")), fs::directory_iterator()), 1);
+}
+
 #endif
 
 #if defined(__linux__)
+
+// It cannot be opened to be flushed, which must be known before the exchange.
+TEST(JobxWriteFlushes, AnOutputDirectoryThatCannotBeReadKeepsTheFormerJob)
+{
+    const TempDir directory;
+    fs::permissions(directory.Path(), fs::perms::all);
+    const std::string job = MakeJob(directory, "L 0 0 1 1 0 P 0\n");
+    directory.Write("out/job/former", "former");
+    const bool isRoot = RunShell("test \"$(id -u)\" = 0").exitCode == 0;
+    const std::string run =
+        (isRoot ? std::string("setpriv --reuid=65534 --regid=65534 --clear-groups ") : std::string()) + "\"$JOBX\" ";
+    const std::string out = ShellWord(directory.Path("out"));
+    if (RunShell("chmod -R a+rwX " + out + " && " + run + "info " + ShellWord(job) + " && chmod a=wx " + out)
+            .exitCode != 0)
+        GTEST_SKIP() << "cannot run the program as a user who may not read everything";
+    const ProgramResult result = RunShell(run + "write --quiet --force -o " + out + " " + ShellWord(job));
+    RunShell("chmod a+rwx " + out);
+    EXPECT_EQ(result.exitCode, 4);
+    EXPECT_EQ(result.err, "jobx: cannot flush \"" + directory.Path("out") + "\": Permission denied\n");
+    EXPECT_TRUE(directory.Exists("out/job/former"));
+    EXPECT_EQ(std::distance(fs::directory_iterator(directory.Path("out")), fs::directory_iterator()), 1);
+}
 
 // The loader takes an empty entry for the current directory.
 TEST(JobxProgram, ItsLibraryPathHasNoEmptyEntryAndLeadsToTheLibrary)
