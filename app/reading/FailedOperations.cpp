@@ -12,15 +12,15 @@
 
 namespace
 {
-bool AreEqual(const CKDiagnostic& a, const CKDiagnostic& b)
+bool IsLinkOut(const CKDiagnostic& diagnostic)
 {
-    return a.operation == b.operation && a.path == b.path && a.systemError == b.systemError;
+    return diagnostic.operation == "follow" && diagnostic.systemError == EXDEV;
 }
 } // namespace
 
 std::string ReasonOf(const CKDiagnostic& diagnostic)
 {
-    if (diagnostic.operation == "follow" && diagnostic.systemError == EXDEV)
+    if (IsLinkOut(diagnostic))
         return "it leads out of the job (--follow-links follows it)";
     if (diagnostic.operation == "list" && diagnostic.systemError == EOVERFLOW)
         return "it has more entries than --max-entries allows";
@@ -39,24 +39,33 @@ void FailedOperations::OnDiagnostic(const CKDiagnostic& diagnostic)
     CKDiagnostic shown = diagnostic;
     if (!m_jobPath.empty())
         shown.path = PathOutside(m_jobPath, std::string(diagnostic.path.View())).c_str();
-    const auto isSame = [&](const CKDiagnostic& other) { return AreEqual(shown, other); };
-    if (std::any_of(m_first.begin(), m_first.end(), isSame))
+    if (!m_seen.emplace(shown.operation, shown.path, shown.systemError).second)
         return;
-    if (m_first.size() < kPrinted)
-        m_first.push_back(shown);
-    else
+    const bool isLink = IsLinkOut(shown);
+    if (isLink ? m_nLinks == kPrintedLinks : m_first.size() - m_nLinks == kPrinted)
+    {
         ++m_nMore;
+        return;
+    }
+    m_first.push_back(shown);
+    m_nLinks += isLink ? 1 : 0;
 }
 
 std::vector<std::string> FailedOperations::Lines() const
 {
     std::vector<std::string> lines;
     for (const CKDiagnostic& diagnostic : m_first)
-        lines.push_back(fmt::format("cannot {} {}: {}", Printable(diagnostic.operation.View()),
+        lines.push_back(fmt::format("cannot {} \"{}\": {}", Printable(diagnostic.operation.View()),
                                     Printable(diagnostic.path.View()), ReasonOf(diagnostic)));
     if (m_nMore > 0)
         lines.push_back(fmt::format("{} further file operations failed", m_nMore));
     return lines;
+}
+
+void FailedOperations::Forget(const CString& path)
+{
+    std::erase_if(m_first, [&](const CKDiagnostic& diagnostic)
+                  { return diagnostic.path == path && diagnostic.systemError == ENOENT; });
 }
 
 void FailedOperations::PrintWarnings() const

@@ -3,13 +3,16 @@
 #include "JOBXCLSDLL.h"
 
 #include <cstddef>
+#include <set>
 #include <string>
+#include <tuple>
 #include <vector>
 
 // The system's reason for a failed file operation.
 std::string ReasonOf(const CKDiagnostic& diagnostic);
 
-// Collects the failed file operations of the library while it lives, and prints the first of them as warnings.
+// Collects the failed file operations of the library while it lives, and prints the first of them as warnings. Links
+// that lead out of the job count apart from the others: each gets its line.
 // Threads: one lives at a time.
 class FailedOperations : public CKDiagnosticSink
 {
@@ -22,6 +25,8 @@ public:
     void OnDiagnostic(const CKDiagnostic& diagnostic) override;
     // The collected failures as lines, and the number of those beyond the limit.
     std::vector<std::string> Lines() const;
+    // Drops the failure to find an entry at exactly that path: somebody else says that it is missing.
+    void Forget(const CString& path);
     // Prints these lines.
     void PrintWarnings() const;
     // The system's reason for the first failure on exactly that path; "" if there was none, or if there is no
@@ -30,9 +35,12 @@ public:
 
 private:
     static constexpr std::size_t kPrinted = 20;
+    static constexpr std::size_t kPrintedLinks = 1000; // that lead out of the job
 
     CKDiagnosticSink* m_pBefore;
     std::string m_jobPath;
     std::vector<CKDiagnostic> m_first;
+    std::set<std::tuple<CString, CString, int>> m_seen; // operation, path and error
+    std::size_t m_nLinks = 0;                           // among the first
     std::size_t m_nMore = 0;
 };

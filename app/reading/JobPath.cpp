@@ -143,6 +143,7 @@ std::string ProblemOfJob(const std::string& path, const FailedOperations& failed
     const CString file = files->FindPath(matrix, "matrix");
     if (!files->DoesFileExist(file))
         return missing("file \"matrix/matrix\"", file);
-    const std::string reason = ReasonNotToOpen(std::string(file.View()));
+    const std::string told = failed.ReasonFor(file);
+    const std::string reason = told.empty() ? ReasonNotToOpen(std::string(file.View())) : told;
     return fmt::format("cannot read {}{}{}", Quoted(file.View()), reason.empty() ? "" : ": ", reason);
 }

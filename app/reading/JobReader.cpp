@@ -129,7 +129,7 @@ int Read(CJOBX& job, const std::vector<std::string>& wanted, CStringArray& names
     return job.ParseODBOfMFC(path, names);
 }
 
-void ReadFromInside(ReadJob& read, const ReadOptions& options, const std::string& path, const FailedOperations& failed)
+void ReadFromInside(ReadJob& read, const ReadOptions& options, const std::string& path, FailedOperations& failed)
 {
     const InsideJob inside(path);
     CStringArray names;

@@ -13,7 +13,7 @@ struct ReadOptions
     std::vector<std::string> steps;            // in the order to read them; empty for all
     std::string sysAttrFile;                   // "" for none
     bool quiet = false;                        // no progress line
-    bool followLinks = false;                  // also those to directories outside the job
+    bool followLinks = false;                  // also those to files and directories outside the job
     unsigned long long maxEntries = 1'000'000; // in one listing of a directory tree
 };
 
@@ -26,8 +26,7 @@ struct ReadJob
     std::vector<std::string> missing; // the parts that were not read, as printed
 };
 
-// Reads a job: shows progress, and prints warnings for failed file operations and for parts that the matrix names and
-// that are missing.
+// Reads a job: shows progress, and prints warnings for failed file operations and for parts that are missing.
 // Results: raises ExitError for a path that is not a readable directory, an attribute file that cannot be read, and a
 //          step that the job does not have. For a directory that is not a job, the result has the problem.
 ReadJob ReadJobDirectory(const ReadOptions& options);

@@ -5,9 +5,11 @@
 
 #include <fmt/core.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <filesystem>
+#include <fstream>
 #include <optional>
 #include <system_error>
 #include <unordered_map>
@@ -64,21 +66,33 @@ std::string ProblemOfFile(const CString& path)
     return fs::file_size(name, error) == 0 && !error ? "is empty" : "";
 }
 
+// Whether a block of the file lacks its closing brace, as in a file that was cut short.
+bool HasOpenBlock(const CString& path)
+{
+    std::ifstream file(std::string(path.View()), std::ios::binary);
+    bool isOpen = false;
+    for (std::string line; std::getline(file, line);)
+    {
+        const CString text = CString(line.c_str()).Trim();
+        if (text.View().ends_with('{') && isOpen)
+            return true;
+        isOpen = text.View().ends_with('{') || (isOpen && !text.View().starts_with('}'));
+    }
+    return isOpen;
+}
+
 // Collects the lines of one job.
 class Search
 {
 public:
-    Search(const CJOBX& job, const std::string& jobPath, const FailedOperations& failed)
+    Search(const CJOBX& job, const std::string& jobPath, FailedOperations& failed)
         : m_job(job), m_jobPath(jobPath), m_failed(failed)
     {
     }
 
     std::vector<std::string> Run(const CStringArray& names)
     {
-        if (m_job.m_pMatrix->m_arrSteps.GetSize() == 0)
-            AddFile("the job", Files().FindPath(".", "matrix/matrix"), "matrix/matrix");
-        if (m_job.m_pMatrix->m_arrSteps.GetSize() == 0 && m_lines.empty())
-            Add("the matrix names no step");
+        LookIntoMatrix();
         const CJOBXstepObjArray& steps = m_job.m_pSteps->m_arrSteps;
         __int64 next = 0; // the steps were read in the order of the names; those without a directory are left out
         for (INT_PTR i = 0; i < names.GetSize(); ++i)
@@ -87,9 +101,10 @@ public:
             next += step != nullptr && step->m_sName == names[i] ? 1 : 0;
             if (step != nullptr && step->m_sName == names[i])
                 LookInto(*step);
-            else
+            else if (!IsTold(Files().FindPath(m_steps, names[i])))
                 Add(fmt::format("step \"{}\" of the matrix has no directory below \"steps\"", Shown(names[i])));
         }
+        LookIntoSymbols();
         return std::move(m_lines);
     }
 
@@ -102,11 +117,10 @@ private:
             m_lines.push_back(line);
     }
 
+    CString Outside(const CString& path) const { return PathOutside(m_jobPath, std::string(path.View())).c_str(); }
+
     // Whether the reader has already reported a problem with `path`.
-    bool IsTold(const CString& path) const
-    {
-        return !m_failed.ReasonFor(PathOutside(m_jobPath, std::string(path.View())).c_str()).empty();
-    }
+    bool IsTold(const CString& path) const { return !m_failed.ReasonFor(Outside(path)).empty(); }
 
     // Adds a line for an existing file with a problem; true if one was added, or printed by the reader.
     bool AddFile(const std::string& whose, const CString& path, const char* name)
@@ -114,9 +128,80 @@ private:
         if (IsTold(path))
             return true;
         const std::string problem = IsThere(path) ? ProblemOfFile(path) : "";
-        if (!problem.empty())
-            Add(fmt::format("{}: the file \"{}\" {}", whose, name, problem));
-        return !problem.empty();
+        if (problem.empty())
+            return false;
+        m_failed.Forget(Outside(path));
+        Add(fmt::format("{}: the file \"{}\" {}", whose, name, problem));
+        return true;
+    }
+
+    // The same for a file of blocks, which may also be cut short.
+    bool AddBlocks(const std::string& whose, const CString& path, const char* name)
+    {
+        if (AddFile(whose, path, name))
+            return true;
+        const bool isCut = Files().IsFile(path) && HasOpenBlock(path);
+        if (isCut)
+            Add(fmt::format("{}: a block of the file \"{}\" has no closing brace", whose, name));
+        return isCut;
+    }
+
+    void LookIntoMatrix()
+    {
+        const CJOBXmatrix& matrix = *m_job.m_pMatrix;
+        if (AddBlocks("the job", Files().FindPath(".", "matrix/matrix"), "matrix/matrix"))
+            return;
+        if (matrix.m_arrSteps.GetSize() == 0)
+            Add("the matrix names no step");
+        else if (matrix.m_arrLayers.GetSize() == 0)
+            Add("the matrix names no layer");
+    }
+
+    // Everything in "symbols" but files and hidden directories should be a symbol.
+    void LookIntoSymbols()
+    {
+        const CString place = Files().FindPath(".", "symbols");
+        if (!IsThere(place) || IsTold(place))
+            return;
+        std::error_code error;
+        if (fs::status(std::string(place.View()), error).type() != fs::file_type::directory)
+            return Add("\"symbols\" is not a directory");
+        std::vector<fs::path> entries;
+        for (fs::directory_iterator entry(std::string(place.View()), error), end; !error && entry != end;
+             entry.increment(error))
+            entries.push_back(entry->path());
+        std::sort(entries.begin(), entries.end());
+        for (const fs::path& entry : entries)
+            if (const CString path = entry.string().c_str();
+                !entry.filename().string().starts_with('.') && !IsTold(path))
+                LookIntoSymbol(path, fs::status(entry, error).type());
+    }
+
+    void LookIntoSymbol(const CString& path, fs::file_type type)
+    {
+        const std::string whose = fmt::format("symbol \"{}\"", Shown(Files().GetSegmntFromFilePath(path, 2)));
+        if (type == fs::file_type::not_found)
+            Add(whose + " is a broken link");
+        else if (type != fs::file_type::directory && type != fs::file_type::regular)
+            Add(whose + " is not a directory");
+        if (type != fs::file_type::directory)
+            return;
+        const CString features = Files().FindPath(path, "features");
+        const CString compressed = Files().FindPath(path, "features.Z");
+        if (AddFile(whose, features, "features") || IsThere(features) || AddFile(whose, compressed, "features.Z"))
+            return;
+        if (!IsThere(compressed))
+            Add(whose + " has no file \"features\"");
+    }
+
+    // Whether the step may repeat others: it then may lack layers that they have.
+    bool LookIntoHeader(const CJOBXstepObj& step, const std::string& whose, const CString& directory)
+    {
+        const CString header = Files().FindPath(directory, "stephdr");
+        const bool isThere = IsThere(header);
+        if (!isThere)
+            Add(whose + " has no file \"stephdr\"");
+        return !isThere || AddBlocks(whose, header, "stephdr") || step.GetHeader()->m_arrStepRepeats.GetSize() > 0;
     }
 
     void LookInto(const CJOBXstepObj& step)
@@ -131,24 +216,19 @@ private:
                 Add(fmt::format("{} has no profile and was not read", whose));
             return;
         }
-        for (const char* const name : {"stephdr", "eda/data", "netlists/cadnet/netlist"})
-        {
-            const CString path = Files().FindPath(directory, name);
-            if (IsThere(path) && !Files().IsFile(path))
-                AddFile(whose, path, name);
-        }
+        const bool mayRepeat = LookIntoHeader(step, whose, directory);
+        for (const char* const name : {"eda/data", "netlists/cadnet/netlist"})
+            AddFile(whose, Files().FindPath(directory, name), name);
         const CString layers = Files().FindPath(directory, "layers");
-        if (IsTold(layers))
-            return;
-        if (!Files().IsDir(layers) && step.GetHeader()->m_arrStepRepeats.GetSize() == 0)
-            return Add(fmt::format("{} has no directory \"layers\"", whose));
-        LookIntoLayers(step, whose, layers);
+        if (!Files().IsDir(layers) && !IsTold(layers) && !mayRepeat)
+            Add(fmt::format("{} has no directory \"layers\"", whose));
+        else if (!IsTold(layers))
+            LookIntoLayers(mayRepeat, whose, layers);
     }
 
-    void LookIntoLayers(const CJOBXstepObj& step, const std::string& whose, const CString& place)
+    void LookIntoLayers(bool mayRepeat, const std::string& whose, const CString& place)
     {
         const Directories directories = DirectoriesIn(place);
-        const bool repeats = step.GetHeader()->m_arrStepRepeats.GetSize() > 0;
         const CJOBXmatrixLayerArray& layers = m_job.m_pMatrix->m_arrLayers;
         for (__int64 i = 0; i < layers.GetSize(); ++i)
         {
@@ -159,7 +239,7 @@ private:
             const std::string both = fmt::format("{}, layer \"{}\"", whose, Shown(layer->m_sName));
             if (const auto found = directories.find(name); found != directories.end())
                 LookInto(*layer, both, found->second);
-            else if (!(repeats && IsInAnyStep(name)) && !IsTold(Files().CKPathCombine(place, name)) &&
+            else if (!(mayRepeat && IsInAnyStep(name)) && !IsTold(Files().CKPathCombine(place, name)) &&
                      !IsTold(Files().CKPathCombine(place, layer->m_sName)))
                 Add(both + " has no directory");
         }
@@ -182,7 +262,8 @@ private:
             Add(fmt::format("{} has no file \"{}\"", whose, name));
     }
 
-    // For all steps of the matrix, including those that were not read.
+    // For all steps of the matrix, including those that were not read. A step whose layers could not be listed may have
+    // any of them.
     bool IsInAnyStep(const CString& layer)
     {
         if (!m_inAnyStep)
@@ -191,24 +272,29 @@ private:
             const CJOBXmatrixStepArray& steps = m_job.m_pMatrix->m_arrSteps;
             for (__int64 i = 0; i < steps.GetSize(); ++i)
                 if (const CJOBXmatrixStep* const step = steps.GetAt(i))
-                    m_inAnyStep->merge(
-                        DirectoriesIn(Files().FindPath(Files().FindPath(m_steps, step->m_sName), "layers")));
+                {
+                    const CString directory = Files().FindPath(m_steps, step->m_sName);
+                    const CString layers = Files().FindPath(directory, "layers");
+                    m_inAnyStep->merge(DirectoriesIn(layers));
+                    m_isAnyUnknown = m_isAnyUnknown || IsTold(directory) || IsTold(layers);
+                }
         }
-        return m_inAnyStep->contains(layer);
+        return m_isAnyUnknown || m_inAnyStep->contains(layer);
     }
 
     const CJOBX& m_job;
     const std::string& m_jobPath;
-    const FailedOperations& m_failed;
+    FailedOperations& m_failed;
     const CString m_steps = Files().FindPath(".", "steps");
     std::vector<std::string> m_lines;
     std::unordered_set<std::string> m_added;
     std::optional<Directories> m_inAnyStep;
+    bool m_isAnyUnknown = false;
 };
 } // namespace
 
 std::vector<std::string> FindMissingParts(const CJOBX& job, const CStringArray& names, const std::string& jobPath,
-                                          const FailedOperations& failed)
+                                          FailedOperations& failed)
 {
     return Search(job, jobPath, failed).Run(names);
 }

@@ -5,6 +5,7 @@
 #include "output/Messages.h"
 #include "output/Text.h"
 #include "reading/JobPath.h"
+#include "write/LostParts.h"
 #include "write/SignalHold.h"
 #include "write/StagingDirectory.h"
 #include "write/WriteFailures.h"
@@ -14,8 +15,6 @@
 #include <fmt/core.h>
 
 #include <algorithm>
-#include <charconv>
-#include <cmath>
 #include <filesystem>
 #include <memory>
 #include <string_view>
@@ -137,18 +136,26 @@ void WriteInto(const fs::path& directory, CJOBX& job, const WriteOptions& option
                     fmt::format("the job could not be written; \"{}\" is unchanged", Printable(target)));
 }
 
-// The directory to be replaced may contain the parts that could not be read.
-void CheckReplacement(const ReadJob& source, const WriteTarget& target)
+// The job to be replaced may have the parts that could not be read.
+void CheckReplacement(const ReadJob& source, const std::string& path, const WriteTarget& target, bool withEda)
 {
     const fs::path place = fs::path(target.directory) / target.name;
     std::error_code ignored;
-    if (source.missing.empty() || !fs::exists(fs::symlink_status(place, ignored)))
+    if (!fs::exists(fs::symlink_status(place, ignored)))
         return;
-    const std::size_t others = source.missing.size() - 1;
+    std::vector<std::string> missing = source.missing;
+    for (const std::string& line : FindLostParts(*source.job, path, place.string(), withEda))
+    {
+        missing.push_back(line + ", but the job to be replaced has it");
+        PrintWarning(missing.back());
+    }
+    if (missing.empty())
+        return;
+    const std::size_t others = missing.size() - 1;
     throw ExitError(ExitCode::UnreadableInput,
                     fmt::format("not all of the job could be read ({}{}); \"{}\" is not replaced (--allow-incomplete "
                                 "replaces it)",
-                                source.missing.front(), others == 0 ? "" : fmt::format(", and {} more", others),
+                                missing.front(), others == 0 ? "" : fmt::format(", and {} more", others),
                                 Printable(place.string())));
 }
 
@@ -176,42 +183,46 @@ struct WriteArguments
 };
 
 constexpr const char* kWriteFooter =
-    R"(The job lands in DIR/NAME, NAME being the name of the directory that was read; DIR is made when its parent exists.
-It is written beside that place first, and moved there when it is complete and on the disk: after a failure everything
-is as before.
-The changes are made in this order: scale, steps, name.
+    R"(The job is written to DIR/NAME, where NAME is the name of the input directory. DIR is created if its parent exists.
+The job is written beside that place first and moved there when it is complete and on the disk, so a failure changes
+nothing. It is scaled first, then its steps are reordered, then it gets its name.
 
-Not written, as the library does it:
-  user symbols  when the whole job is read; with --step they are written, beside "steps"
-  the font      unless a file named "standard" is in the current directory
-  misc          stays empty: neither the job information nor attributes are written
-  other files   attribute lists, tools and whatever else of the job is not read
+What is not written:
+  user symbols  if the whole job is read; with --step they are written, beside "steps"
+  the font      unless the current directory has a file named "standard"
+  misc          neither the job information nor attributes
+  other files   attribute lists, tools and everything else that jobx does not read
 
 Examples and exit codes: jobx --help)";
 
-// A number greater than 0, written with a decimal point whatever the language.
 double ScaleOf(const std::string& text)
 {
-    double scale = 0;
-    const char* const end = text.data() + text.size();
-    const auto [rest, problem] = std::from_chars(text.data(), end, scale);
-    if (problem != std::errc() || rest != end || !std::isfinite(scale) || scale <= 0)
+    const std::optional<double> scale = NumberIn(text);
+    if (!scale || *scale <= 0)
         RaiseWrongUsage(fmt::format("--scale needs a number greater than 0, not \"{}\"", Printable(text)));
-    return scale;
+    return *scale;
 }
 
 // What of the job is written otherwise than it was read.
 void AddChanges(CLI::App& command, WriteOptions& options)
 {
     command.add_flag_callback(
-        "--no-eda", [&options] { options.withEda = false; }, "Without the EDA data and netlists of the steps");
+        "--no-eda", [&options] { options.withEda = false; }, "Leave out the EDA data and netlists of the steps");
     command
         .add_option_function<std::string>(
             "--scale", [&options](const std::string& factor) { options.scale = ScaleOf(factor); },
-            "Multiply lengths by this; units' names, symbol names and step headers stay as they are")
+            "Multiply lengths by this number; unit names, symbol names and step headers do not change")
         ->type_name("FACTOR");
     command.add_flag("--rebuild-steps", options.rebuildSteps, "Put steps that repeat others before the plain ones");
-    command.add_option("--name", options.name, "The written job's name")->type_name("NAME");
+    command.add_option("--name", options.name, "The name of the written job")->type_name("NAME");
+}
+
+void CheckArguments(const WriteOptions& options)
+{
+    if (options.directory.empty())
+        RaiseWrongUsage("--output needs the name of a directory");
+    if (options.allowIncomplete && !options.force)
+        RaiseWrongUsage("--allow-incomplete needs --force");
 }
 } // namespace
 
@@ -224,7 +235,7 @@ void RunWrite(const ReadOptions& read, const WriteOptions& options)
     CheckTarget(target, path);
     const ReadJob source = ReadGoodJobDirectory(read);
     if (!options.allowIncomplete)
-        CheckReplacement(source, target);
+        CheckReplacement(source, path, target, options.withEda);
     CJOBX& job = *source.job;
     CheckSymbolNames(job);
     Change(job, options, target.name);
@@ -238,14 +249,19 @@ void AddWriteCommand(CLI::App& app)
     const auto arguments = std::make_shared<WriteArguments>();
     WriteOptions& options = arguments->write;
     CLI::App& command = AddJobCommand(app, "write", "Writes the job as a new directory tree", arguments->read);
-    command.add_option("-o,--output", options.directory, "Where the job's directory goes")
+    command.add_option("-o,--output", options.directory, "The directory to write the job's directory to")
         ->required()
         ->type_name("DIR");
     AddSteps(command, arguments->read.steps);
     AddChanges(command, options);
-    command.add_flag("--force", options.force, "Replace a directory that is there");
+    command.add_flag("--force", options.force, "Replace an existing directory");
     command.add_flag("--allow-incomplete", options.allowIncomplete,
-                     "With --force: replace it also when something that the matrix names could not be read");
+                     "With --force: replace the directory even if parts of the job are missing");
     command.footer(kWriteFooter);
-    command.callback([arguments] { RunWrite(arguments->read, arguments->write); });
+    command.callback(
+        [arguments]
+        {
+            CheckArguments(arguments->write);
+            RunWrite(arguments->read, arguments->write);
+        });
 }

@@ -174,14 +174,15 @@ TEST(JobxBadInput, ALayerThatCannotBeReadIsAWarning)
     const ProgramResult result = RunShell(run + ShellWord(job));
     fs::permissions(job + "/steps/pcb/layers", fs::perms::owner_all);
     EXPECT_EQ(result.exitCode, 0);
-    EXPECT_THAT(result.err, MatchesRegex("jobx: warning: cannot list [^\n]*/layers: Permission denied\n"));
+    EXPECT_THAT(result.err, MatchesRegex("jobx: warning: cannot list [^\n]*/layers\": Permission denied\n"));
 }
 
 TEST(JobxBadInput, AStepWithoutADirectoryIsAWarning)
 {
     const TempDir directory;
     const std::string job = MakeJob(directory, "");
-    directory.Write("job/matrix/matrix", "STEP {\nCOL=1\nNAME=GONE\x1B\n}\nSTEP {\nCOL=2\nNAME=PCB\n}\n");
+    directory.Write("job/matrix/matrix",
+                    "STEP {\nCOL=1\nNAME=GONE\x1B\n}\nSTEP {\nCOL=2\nNAME=PCB\n}\nLAYER {\nROW=1\nNAME=TOP\n}\n");
     const ProgramResult result = RunJobx({"info", job});
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_EQ(result.err, "jobx: warning: step \"GONE\\x1B\" of the matrix has no directory below \"steps\"\n");
@@ -224,7 +225,7 @@ TEST(JobxBadInput, ACompressedSymbolOfAReadOnlyJobIsAWarning)
     RunShell("chmod -R u+w " + ShellWord(job));
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_EQ(result.err,
-              "jobx: warning: cannot decompress " + job + "/symbols/mount_ring/features.Z: Permission denied\n");
+              "jobx: warning: cannot decompress \"" + job + "/symbols/mount_ring/features.Z\": Permission denied\n");
     EXPECT_FALSE(fs::exists(job + "/symbols/mount_ring/features"));
 }
 
@@ -300,10 +301,10 @@ TEST(JobxBadInput, WrongUsageIsOneLine)
 {
     ExpectFailure(RunJobx({}), 2, "a command is needed");
     ExpectFailure(RunJobx({"frobnicate"}), 2, "there is no command \"frobnicate\" (try: jobx --help)");
-    ExpectFailure(RunJobx({"info"}), 2, "JOB is required");
+    ExpectFailure(RunJobx({"info"}), 2, "JOB is missing (try: jobx info --help)");
     ExpectFailure(RunJobx({"info", "--nope", "job"}), 2, "--nope");
     ExpectFailure(RunJobx({"info", "job", "second"}), 2, "second");
-    ExpectFailure(RunJobx({"nets", "--csv", "--json", "job"}), 2, "excludes");
+    ExpectFailure(RunJobx({"nets", "--csv", "--json", "job"}), 2, "--csv and --json cannot be combined");
     ExpectFailure(RunJobx({"info", "job", "--steps", "a,,b"}), 2, "--step needs step names");
     ExpectFailure(RunJobx({"info", "job", "--steps", ""}), 2, "--step needs step names");
 }

@@ -62,6 +62,16 @@ const std::vector<Fault>& Faults()
         {"`matrix/matrix` is empty", [](Dir dir, Path) { dir.Write("job/matrix/matrix", ""); }},
         {"`matrix/matrix` names no step",
          [](Dir dir, Path) { dir.Write("job/matrix/matrix", "LAYER {\nROW=1\nNAME=TOP\n}\n"); }},
+        {"`matrix/matrix` names no layer",
+         [](Dir dir, Path) { dir.Write("job/matrix/matrix", "STEP {\nCOL=1\nNAME=PCB\n}\n"); }},
+        {"`matrix/matrix` is cut in a block", [](Dir dir, Path)
+         { dir.Write("job/matrix/matrix", "STEP {\nCOL=1\nNAME=PCB\n}\nLAYER {\nROW=1\nNAME=TOP\n"); }},
+        {"`matrix/matrix` is a link out of the job",
+         [](Dir dir, Path job)
+         {
+             fs::rename(job + "/matrix/matrix", dir.Path("matrix"));
+             MakeLink(job + "/matrix/matrix", dir.Path("matrix"));
+         }},
         {"no folder of the step", [](Dir, Path job) { fs::remove_all(job + "/steps/pcb"); }},
         {"a file in the place of the step's folder",
          [](Dir dir, Path job)
@@ -73,6 +83,11 @@ const std::vector<Fault>& Faults()
         {"the profile is empty", [](Dir dir, Path) { dir.Write("job/steps/pcb/profile", ""); }},
         {"the profile is a pipe", [](Dir, Path job) { MakePipe(job + "/steps/pcb/profile"); }},
         {"the profile is a broken link", [](Dir, Path job) { MakeLink(job + "/steps/pcb/profile", "gone"); }},
+        {"no `stephdr`", [](Dir, Path job) { fs::remove(job + "/steps/pcb/stephdr"); }},
+        {"`stephdr` is empty", [](Dir dir, Path) { dir.Write("job/steps/pcb/stephdr", ""); }},
+        {"`stephdr` is a broken link", [](Dir, Path job) { MakeLink(job + "/steps/pcb/stephdr", "gone"); }},
+        {"`stephdr` is cut in a block",
+         [](Dir dir, Path) { dir.Write("job/steps/pcb/stephdr", "X_DATUM=0\nSTEP-REPEAT {\nNAME=PCB\n"); }},
         {"no folder `layers`", [](Dir, Path job) { fs::remove_all(job + "/steps/pcb/layers"); }},
         {"no folder of the layer", [](Dir, Path job) { fs::remove_all(job + "/steps/pcb/layers/top"); }},
         {"no features", [](Dir, Path job) { fs::remove(job + "/steps/pcb/layers/top/features"); }},
@@ -88,6 +103,8 @@ const std::vector<Fault>& Faults()
          }},
         {"the features exist only as `features.Z`", [](Dir, Path job)
          { fs::rename(job + "/steps/pcb/layers/top/features", job + "/steps/pcb/layers/top/features.Z"); }},
+        {"the features are a link out of the job",
+         [](Dir dir, Path job) { MakeLink(job + "/steps/pcb/layers/top/features", dir.Write("features", kLine)); }},
         {"no components in a layer of components", [](Dir dir, Path) { MakeMatrix(dir, "COMPONENT"); }},
         {"empty components in a layer of components",
          [](Dir dir, Path)
@@ -101,6 +118,48 @@ const std::vector<Fault>& Faults()
              fs::create_directory(job + "/steps/pcb/eda");
              MakePipe(job + "/steps/pcb/eda/data");
          }},
+        {"the EDA data are empty", [](Dir dir, Path) { dir.Write("job/steps/pcb/eda/data", ""); }},
+        {"the EDA data are a broken link",
+         [](Dir, Path job)
+         {
+             fs::create_directory(job + "/steps/pcb/eda");
+             MakeLink(job + "/steps/pcb/eda/data", "gone");
+         }},
+        {"a folder `eda` without `data`", [](Dir, Path job) { fs::create_directory(job + "/steps/pcb/eda"); }},
+        {"the netlist is empty", [](Dir dir, Path) { dir.Write("job/steps/pcb/netlists/cadnet/netlist", ""); }},
+        {"the netlist is a pipe",
+         [](Dir, Path job)
+         {
+             fs::create_directories(job + "/steps/pcb/netlists/cadnet");
+             MakePipe(job + "/steps/pcb/netlists/cadnet/netlist");
+         }},
+        {"no features in a user symbol", [](Dir, Path job) { fs::create_directories(job + "/symbols/s"); }},
+        {"a user symbol is a broken link",
+         [](Dir, Path job)
+         {
+             fs::create_directories(job + "/symbols");
+             MakeLink(job + "/symbols/s", "gone");
+         }},
+        {"a user symbol is a pipe",
+         [](Dir, Path job)
+         {
+             fs::create_directories(job + "/symbols");
+             MakePipe(job + "/symbols/s");
+         }},
+        {"the features of a user symbol are a pipe",
+         [](Dir, Path job)
+         {
+             fs::create_directories(job + "/symbols/s");
+             MakePipe(job + "/symbols/s/features");
+         }},
+        {"the features of a user symbol are a broken link",
+         [](Dir, Path job)
+         {
+             fs::create_directories(job + "/symbols/s");
+             MakeLink(job + "/symbols/s/features", "gone");
+         }},
+        {"the features of a user symbol are empty", [](Dir dir, Path) { dir.Write("job/symbols/s/features", ""); }},
+        {"`symbols` is a broken link", [](Dir, Path job) { MakeLink(job + "/symbols", "gone"); }},
         {"a damaged `features.Z` of a user symbol", [](Dir dir, Path) { dir.Write("job/symbols/s/features.Z", "x"); }},
         {"`symbols` is a link to `/`", [](Dir, Path job) { MakeLink(job + "/symbols", "/"); }},
         {"`layers` is a link out of the job",
@@ -132,6 +191,10 @@ std::string RowOf(const Fault& fault)
         RunJobx({"write", job, "-o", directory.Path("out"), "--name", "good", "--force", "--quiet"});
     EXPECT_EQ(directory.Exists("out/good/kept"), write.exitCode != 0) << fault.name;
     EXPECT_EQ(LinesOf(info.err).size(), 1U) << fault.name << ": " << info.err;
+    const ProgramResult step =
+        RunJobx({"write", job, "-o", directory.Path("out"), "--name", "good", "--force", "--quiet", "--step", "pcb"});
+    EXPECT_NE(step.exitCode, 0) << fault.name;
+    EXPECT_TRUE(directory.Exists("out/good/kept")) << fault.name;
     const std::string line = WithoutPath(info.err.substr(0, info.err.find('\n')), job);
     return "| " + fault.name + " | " + std::to_string(info.exitCode) + " | " + std::to_string(write.exitCode) + " | `" +
            line + "` |";
@@ -216,4 +279,72 @@ TEST(MalformedJobs, ALayerOfComponentsWithoutFeaturesIsNoneOfThem)
     EXPECT_EQ(RunJobx({"info", job}).err, "");
     directory.Write("job/steps/pcb/layers/top/features", "");
     EXPECT_EQ(RunJobx({"info", job}).err, "");
+}
+
+TEST(MalformedJobs, AMissingStepHeaderIsReportedOnceAndNotForEachLayerThatOtherStepsHave)
+{
+    const TempDir directory;
+    const std::string job = CopySample(directory);
+    fs::remove(job + "/steps/panel/stephdr");
+    EXPECT_EQ(RunJobx({"info", job}).err, "jobx: warning: step \"PANEL\" has no file \"stephdr\"\n");
+}
+
+namespace
+{
+// Writes the sample, removes a part of it, and writes it again over the first.
+ProgramResult WriteWithout(const TempDir& directory, const std::string& part, const std::string& options)
+{
+    const std::string job = CopySample(directory);
+    const std::string write = "\"$JOBX\" write " + ShellWord(job) + " --quiet -o " + ShellWord(directory.Path("out"));
+    EXPECT_EQ(RunShell(write + " --steps pcb").exitCode, 0);
+    fs::remove_all(job + "/" + part);
+    directory.Write("out/blinker/kept", "kept");
+    return RunShell(write + " --force " + options);
+}
+} // namespace
+
+TEST(MalformedJobs, PartsThatAJobMayLackAreMissingIfTheReplacedJobHasThem)
+{
+    struct Row
+    {
+        std::string part;
+        std::string line;
+    };
+    for (const Row& row :
+         std::vector<Row>{{"steps/pcb/eda", "step \"PCB\" has no file \"eda/data\""},
+                          {"steps/pcb/netlists", "step \"PCB\" has no file \"netlists/cadnet/netlist\""},
+                          {"symbols/led_mark", "the user symbol \"led_mark\" is missing"}})
+        for (const std::string steps : {"", "--steps pcb"})
+        {
+            SCOPED_TRACE(row.part + " " + steps);
+            const std::string line = row.line + ", but the job to be replaced has it";
+            const TempDir directory;
+            const ProgramResult refused = WriteWithout(directory, row.part, steps);
+            EXPECT_EQ(refused.exitCode, 3);
+            EXPECT_EQ(refused.err, "jobx: warning: " + line + "\njobx: not all of the job could be read (" + line +
+                                       "); \"" + directory.Path("out/blinker") +
+                                       "\" is not replaced (--allow-incomplete replaces it)\n");
+            EXPECT_TRUE(directory.Exists("out/blinker/kept"));
+            const TempDir other;
+            EXPECT_EQ(WriteWithout(other, row.part, steps + " --allow-incomplete").exitCode, 0);
+            EXPECT_FALSE(other.Exists("out/blinker/kept"));
+        }
+}
+
+TEST(MalformedJobs, PartsThatAreLeftOutOnPurposeOrThatNeitherJobHasAreNotMissing)
+{
+    const TempDir without;
+    EXPECT_EQ(WriteWithout(without, "steps/pcb/eda", "--no-eda").exitCode, 0);
+    const TempDir directory;
+    const std::string job = MakeJob(directory, kLine);
+    for (int i = 0; i < 2; ++i) // the first time, nothing is replaced
+    {
+        const ProgramResult result = RunJobx({"write", job, "-o", directory.Path("out"), "--force", "--quiet"});
+        EXPECT_EQ(result.exitCode, 0);
+        EXPECT_EQ(result.err, "");
+    }
+    const TempDir unused;
+    const std::string sample = CopySample(unused);
+    unused.Write("out/blinker/symbols/unused/features", kLine);
+    EXPECT_EQ(RunJobx({"write", sample, "-o", unused.Path("out"), "--force", "--quiet"}).err, "");
 }

@@ -70,7 +70,7 @@ TEST(JobxPlace, TheJobIsNamedAsItWasGiven)
         const ProgramResult result = in(place, path);
         EXPECT_EQ(result.exitCode, 0);
         EXPECT_THAT(result.err,
-                    HasSubstr("jobx: warning: cannot decompress " + prefix + "/symbols/broken/features.Z: "));
+                    HasSubstr("jobx: warning: cannot decompress \"" + prefix + "/symbols/broken/features.Z\": "));
         EXPECT_THAT(result.out, HasSubstr("\"name\":\"blinker\""));
         EXPECT_THAT(result.out, HasSubstr("\"path\":\"" + prefix + "/symbols/led_mark\""));
         EXPECT_THAT(result.out, HasSubstr("\"name\":\"" + prefix + "/symbols/led_mark\""));
@@ -96,14 +96,71 @@ TEST(JobxLinks, DirectoriesOutsideTheJobAreReadOnlyWhenAskedTo)
     fs::create_directory_symlink(directory.Path("top"), job + "/steps/pcb/layers/top");
     const ProgramResult closed = RunJobx({"nets", job});
     EXPECT_EQ(closed.exitCode, 0);
-    EXPECT_EQ(closed.err, "jobx: warning: cannot follow " + job +
-                              "/steps/pcb/layers/top: it leads out of the job (--follow-links follows it)\n");
+    EXPECT_EQ(closed.err, "jobx: warning: cannot follow \"" + job +
+                              "/steps/pcb/layers/top\": it leads out of the job (--follow-links follows it)\n");
     EXPECT_THAT(RunJobx({"info", job, "--json"}).out, Not(HasSubstr("\"top\"")));
     const ProgramResult open = RunJobx({"info", job, "--json", "--follow-links"});
     EXPECT_EQ(open.err, "");
     EXPECT_THAT(open.out, HasSubstr("\"top\""));
     EXPECT_NE(RunJobx({"diff", job, job}).err, "");
     EXPECT_EQ(RunJobx({"diff", job, job, "--follow-links"}).err, "");
+}
+
+TEST(JobxLinks, FilesOutsideTheJobAreReadOnlyWhenAskedTo)
+{
+    for (const std::string file :
+         {"steps/pcb/profile", "steps/pcb/stephdr", "steps/pcb/layers/top/features",
+          "steps/pcb/layers/comp_+_top/components", "steps/pcb/eda/data", "steps/pcb/netlists/cadnet/netlist",
+          "symbols/led_mark/features", "symbols/mount_ring/features.Z", "fonts/standard", "misc/info"})
+    {
+        SCOPED_TRACE(file);
+        const TempDir directory;
+        const std::string job = CopySample(directory);
+        const std::string path = job + "/" + file;
+        fs::rename(path, directory.Path("secret"));
+        fs::create_symlink(directory.Path("secret"), path);
+        const ProgramResult closed = RunJobx({"json", job});
+        EXPECT_EQ(closed.exitCode, 0);
+        EXPECT_EQ(closed.err, "jobx: warning: cannot follow \"" + path +
+                                  "\": it leads out of the job (--follow-links follows it)\n");
+        EXPECT_FALSE(fs::exists(job + "/symbols/mount_ring/features") && file == "symbols/mount_ring/features.Z");
+        const ProgramResult open = RunJobx({"json", job, "--follow-links"});
+        EXPECT_EQ(open.err, "");
+        EXPECT_NE(open.out, closed.out);
+        EXPECT_EQ(RunJobx({"write", job, "-o", directory.MakeDir("out"), "--quiet"}).exitCode, 0);
+        EXPECT_EQ(RunJobx({"write", job, "-o", directory.Path("out"), "--quiet", "--force"}).exitCode, 3);
+    }
+}
+
+TEST(JobxLinks, AMatrixOutsideTheJobIsNotRead)
+{
+    const TempDir directory;
+    const std::string job = CopySample(directory);
+    fs::rename(job + "/matrix/matrix", directory.Path("secret"));
+    fs::create_symlink("../../secret", job + "/matrix/matrix");
+    const ProgramResult closed = RunJobx({"info", job});
+    EXPECT_EQ(closed.exitCode, 3);
+    EXPECT_EQ(closed.err,
+              "jobx: cannot read \"" + job + "/matrix/matrix\": it leads out of the job (--follow-links follows it)\n");
+    EXPECT_EQ(RunJobx({"info", job, "--follow-links"}).exitCode, 0);
+}
+
+TEST(JobxLinks, EachLinkOutHasItsLineAndFilesInsideTheJobAreRead)
+{
+    const TempDir directory;
+    const std::string job = MakeJob(directory, "L 0 0 1 1 0 P 0\n");
+    directory.Write("secret", "L 0 0 1 1 0 P 0\n");
+    for (int i = 0; i < 30; ++i)
+    {
+        directory.MakeDir("job/symbols/s" + std::to_string(i));
+        fs::create_symlink(directory.Path("secret"), job + "/symbols/s" + std::to_string(i) + "/features");
+    }
+    directory.MakeDir("job/symbols/t");
+    fs::create_symlink("../../steps/pcb/layers/top/features", job + "/symbols/t/features");
+    const ProgramResult result = RunJobx({"info", job});
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_EQ(LinesOf(result.err).size(), 30U) << result.err;
+    EXPECT_THAT(result.out, HasSubstr("Symbols of the job: 1\n"));
 }
 
 TEST(JobxLinks, DirectoriesInsideTheJobAreRead)
@@ -121,6 +178,20 @@ TEST(JobxLinks, DirectoriesInsideTheJobAreRead)
     }
 }
 
+TEST(JobxLinks, AStepOutsideTheJobIsNamedOnceAndNotForTheLayersOfOtherSteps)
+{
+    for (const std::string part : {"steps/pcb", "steps/pcb/layers"})
+    {
+        const TempDir directory;
+        const std::string path = CopySample(directory) + "/" + part;
+        fs::rename(path, directory.Path("outside"));
+        fs::create_directory_symlink(directory.Path("outside"), path);
+        EXPECT_EQ(RunJobx({"info", directory.Path("blinker")}).err,
+                  "jobx: warning: cannot follow \"" + path +
+                      "\": it leads out of the job (--follow-links follows it)\n");
+    }
+}
+
 TEST(JobxLinks, AStepAndTheMatrixOutsideTheJobAreNotRead)
 {
     const TempDir directory;
@@ -128,7 +199,8 @@ TEST(JobxLinks, AStepAndTheMatrixOutsideTheJobAreNotRead)
     fs::rename(job + "/steps/pcb", directory.Path("pcb"));
     fs::create_directory_symlink(directory.Path("pcb"), job + "/steps/pcb");
     const ProgramResult step = RunJobx({"info", job});
-    EXPECT_THAT(step.err, HasSubstr("cannot follow " + job + "/steps/pcb: it leads out of the job"));
+    EXPECT_EQ(step.err, "jobx: warning: cannot follow \"" + job +
+                            "/steps/pcb\": it leads out of the job (--follow-links follows it)\n");
     EXPECT_THAT(step.out, Not(HasSubstr("\nStep PCB\n")));
     fs::rename(job + "/matrix", directory.Path("matrix"));
     fs::create_directory_symlink(directory.Path("matrix"), job + "/matrix");
@@ -148,6 +220,6 @@ TEST(JobxLinks, AListingOfMoreEntriesThanAllowedAddsNothing)
     const ProgramResult result = RunJobx({"info", job, "--max-entries", "9"});
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_EQ(result.err,
-              "jobx: warning: cannot list " + job + "/symbols: it has more entries than --max-entries allows\n");
+              "jobx: warning: cannot list \"" + job + "/symbols\": it has more entries than --max-entries allows\n");
     EXPECT_THAT(result.out, Not(HasSubstr("Symbols of the job")));
 }

@@ -68,6 +68,7 @@ std::string MakeJob(const TempDir& directory, std::string_view features)
 {
     directory.Write("job/matrix/matrix",
                     "STEP {\nCOL=1\nNAME=PCB\n}\nLAYER {\nROW=1\nCONTEXT=BOARD\nTYPE=SIGNAL\nNAME=TOP\n}\n");
+    directory.Write("job/steps/pcb/stephdr", "X_DATUM=0\n");
     directory.Write("job/steps/pcb/profile", "S P 0\nOB 0 0 I\nOS 1 0\nOS 1 1\nOE\nSE\n");
     // An empty file would be reported.
     directory.Write("job/steps/pcb/layers/top/features", features.empty() ? "#\n" : features);

@@ -282,8 +282,9 @@ TEST(JobxWriteRefuses, ToReplaceAJobByOneThatWasReadInPart)
     const auto before = TreeOf(directory.Path("out"));
     const ProgramResult result = RunJobx({"write", job, "-o", directory.Path("out"), "--force", "--quiet"});
     EXPECT_EQ(result.exitCode, 3);
-    EXPECT_NE(result.err.find("not all of the job could be read (cannot decompress " + job + "/symbols/s/features.Z: "),
-              std::string::npos)
+    EXPECT_NE(
+        result.err.find("not all of the job could be read (cannot decompress \"" + job + "/symbols/s/features.Z\": "),
+        std::string::npos)
         << result.err;
     EXPECT_NE(
         result.err.find("); \"" + directory.Path("out/job") + "\" is not replaced (--allow-incomplete replaces it)"),

@@ -1,0 +1,117 @@
+#include "write/LostParts.h"
+
+#include "output/Text.h"
+
+#include <fmt/core.h>
+
+#include <algorithm>
+#include <map>
+#include <set>
+
+namespace
+{
+const CKUtility& Files()
+{
+    return *CKUtility::GetInstance();
+}
+
+CString NameIn(const CString& path)
+{
+    return Files().GetSegmntFromFilePath(path, 2).MakeLower();
+}
+
+// A job that was written without EDA data has the file with nothing in it.
+bool HasEda(const CString& step)
+{
+    const CString path = Files().FindPath(step, "eda/data");
+    CJOBXdata data;
+    if (Files().DoesFileExist(path))
+        data.ParseODBOfMFC(path);
+    return data.m_arrNets.GetSize() > 0 || data.m_arrPkgs.GetSize() > 0;
+}
+
+bool HasNetlist(const CString& step)
+{
+    const CString path = Files().FindPath(step, "netlists/cadnet/netlist");
+    CJOBXnetlist netlist;
+    if (Files().DoesFileExist(path))
+        netlist.ParseODBOfMFC(path);
+    return netlist.m_arrNets.GetSize() > 0;
+}
+
+// The names of the user symbols of the job at `path`, in lower case. A written job has them beside "steps".
+std::set<CString> SymbolsAt(const CString& path)
+{
+    std::set<CString> names;
+    for (const CString& place : {Files().FindPath(path, "symbols"), path})
+    {
+        CStringArray directories;
+        if (Files().IsDir(place))
+            Files().GetAllSubDirListIn(place, directories, 0);
+        for (INT_PTR i = 0; i < directories.GetSize(); ++i)
+            if (Files().DoesFileExist(Files().FindPath(directories[i], "features")) ||
+                Files().DoesFileExist(Files().FindPath(directories[i], "features.Z")))
+                names.insert(NameIn(directories[i]));
+    }
+    return names;
+}
+
+std::set<CString> SymbolsOf(const CJOBX& job)
+{
+    std::set<CString> names;
+    for (__int64 i = 0; i < job.m_pSpecialSymbols->GetSize(); ++i)
+        if (const CJOBXSpecialSymbol* const symbol = job.m_pSpecialSymbols->GetAt(i))
+            names.insert(NameIn(symbol->m_sName));
+    return names;
+}
+
+// The symbols that layers of the steps use, by their names in lower case, as they spell them.
+std::map<CString, CString> SymbolsUsedIn(const CJOBXstepObjArray& steps)
+{
+    std::map<CString, CString> used;
+    for (__int64 i = 0; i < steps.GetSize(); ++i)
+        for (__int64 k = 0; steps.GetAt(i) != nullptr && k < steps.GetAt(i)->m_arrLayers.GetSize(); ++k)
+        {
+            const CJOBXlayer* const layer = steps.GetAt(i)->m_arrLayers.GetAt(k);
+            const INT_PTR count = layer != nullptr ? layer->m_arrSymbolNames.GetSize() : 0;
+            for (INT_PTR at = 0; at < count; ++at)
+            {
+                const CString name = layer->m_arrSymbolNames[at].SpanExcluding(" "); // a unit may follow
+                used.try_emplace(CString(name).MakeLower(), name);
+            }
+        }
+    return used;
+}
+
+void AddLostFiles(std::vector<std::string>& lines, const CJOBXstepObj& step, const CString& path,
+                  const CString& replaced)
+{
+    const auto directoryIn = [&](const CString& job)
+    { return Files().FindPath(Files().FindPath(job, "steps"), step.m_sName); };
+    const auto add = [&](const char* file)
+    {
+        if (!Files().DoesFileExist(Files().FindPath(directoryIn(path), file)))
+            lines.push_back(fmt::format("step \"{}\" has no file \"{}\"", Printable(step.m_sName.View()), file));
+    };
+    if (HasEda(directoryIn(replaced)))
+        add("eda/data");
+    if (HasNetlist(directoryIn(replaced)))
+        add("netlists/cadnet/netlist");
+}
+} // namespace
+
+std::vector<std::string> FindLostParts(const CJOBX& job, const std::string& path, const std::string& replaced,
+                                       bool withEda)
+{
+    std::vector<std::string> lines;
+    const CJOBXstepObjArray& steps = job.m_pSteps->m_arrSteps;
+    for (__int64 i = 0; withEda && i < steps.GetSize(); ++i)
+        if (const CJOBXstepObj* const step = steps.GetAt(i))
+            AddLostFiles(lines, *step, path.c_str(), replaced.c_str());
+    const std::set<CString> present = SymbolsOf(job);
+    const std::set<CString> before = SymbolsAt(replaced.c_str());
+    for (const auto& [key, name] : SymbolsUsedIn(steps))
+        if (before.contains(key) && !present.contains(key))
+            lines.push_back(fmt::format("the user symbol \"{}\" is missing", Printable(name.View())));
+    return lines;
+}
