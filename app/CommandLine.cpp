@@ -29,9 +29,9 @@ constexpr const char* kAbout = "Shows, compares, exports and writes ODB++ jobs. 
 constexpr const char* kFooter = R"(
 Examples:
   jobx info board                      what is in the job directory "board"
-  jobx info board --step pcb           the same, of one step only
+  jobx info board --step pcb           the same for one step
   jobx components board --csv > c.csv  the components as a spreadsheet
-  jobx panel board --step panel        where boards lie in a panel
+  jobx panel board --step panel        where the boards lie on a panel
   jobx json board > board.json         everything, for another program
   jobx diff board newer                what differs between two jobs
   jobx write board -o out              the job as the library writes it, in out/board
@@ -48,9 +48,10 @@ Exit codes:
   3  the input cannot be read
   4  the output cannot be written
   70 an internal error
+  71 out of memory
 
-When what reads the output closes the pipe, as in "jobx json board | head", jobx ends by the signal SIGPIPE without a
-message; shells show that as 141.)";
+If the reader of the output closes the pipe, as in "jobx json board | head", jobx ends by the signal SIGPIPE without a
+message; shells show this as 141.)";
 
 // In the order of the help. `answer` is what the program answers unless something goes wrong.
 void AddCommands(CLI::App& app, ExitCode& answer)
@@ -96,6 +97,30 @@ bool IsOption(const std::string& word)
     return word.size() > 1 && word.starts_with('-');
 }
 
+// The parser's error without its wording. Its texts begin with the name of the option, a flag's without dashes.
+// `place` is the program or one of its commands.
+std::string ProblemInOurWords(const CLI::App& place, const CLI::ParseError& error)
+{
+    const std::string text = error.what();
+    for (const CLI::Option* const option : place.get_options())
+    {
+        const std::string name = option->get_name();
+        const std::string bareName = name.substr(std::min(name.find_first_not_of('-'), name.size()));
+        if (error.get_name() == "RequiredError" && text == name + " is required")
+            return name + " is missing";
+        for (const CLI::Option* const other : option->get_excludes())
+            if (error.get_name() == "ExcludesError" && text == name + " excludes " + other->get_name())
+                return fmt::format("{} and {} cannot be combined", name, other->get_name());
+        if (error.get_name() != "ArgumentMismatch")
+            continue;
+        if (text.starts_with(name + ": "))
+            return name + (option->count() > 1 ? " may be given only once" : " needs a value");
+        if (text.starts_with(bareName + " "))
+            return name + " takes no value";
+    }
+    return "the command line is wrong";
+}
+
 // Of several mistakes an unknown word is named first: it may have taken the place of what seems to be missing.
 [[noreturn]] void RaiseUsageProblem(const CLI::App& app, const CLI::ParseError& error)
 {
@@ -106,12 +131,14 @@ bool IsOption(const std::string& word)
         RaiseUnknownCommand(app, words.front());
     }
     if (app.get_subcommands().empty())
-        RaiseWrongUsage("a command is needed");
+        RaiseWrongUsage(error.get_name() == "ArgumentMismatch" ? ProblemInOurWords(app, error) : "a command is needed");
     const CLI::App& command = *app.get_subcommands().front();
     const std::vector<std::string> words = command.remaining();
     if (const auto option = std::find_if(words.begin(), words.end(), IsOption); option != words.end())
         RaiseUnknownOption(command, *option);
-    RaiseWrongUsage(Printable(error.what()));
+    if (!words.empty())
+        RaiseWrongUsage(fmt::format("{} does not take the argument \"{}\"", command.get_name(), Printable(words[0])));
+    RaiseWrongUsage(ProblemInOurWords(command, error));
 }
 
 // Prints the help or the version.
@@ -124,16 +151,18 @@ void PrintAnswer(const CLI::App& app, const CLI::Success& answer)
     output.Write(text.str());
     output.Flush();
 }
-} // namespace
 
-ExitCode RunCommandLine(int argc, const char* const* argv)
+// Makes "--json=x" a mistake.
+void TakeNoValuesForFlags(CLI::App& place)
 {
-    CLI::App app(kAbout, "jobx");
-    app.footer(kFooter);
-    app.set_version_flag("--version", "jobx " JOBX_VERSION, "Print the version and exit");
-    app.require_subcommand(1);
-    ExitCode answer = ExitCode::Done;
-    AddCommands(app, answer);
+    for (CLI::Option* const option : place.get_options())
+        if (option->get_items_expected_max() == 0)
+            option->disable_flag_override();
+}
+
+// Runs the command that was typed.
+void Parse(CLI::App& app, int argc, const char* const* argv)
+{
     try
     {
         app.parse(argc, argv);
@@ -145,6 +174,35 @@ ExitCode RunCommandLine(int argc, const char* const* argv)
     catch (const CLI::ParseError& error)
     {
         RaiseUsageProblem(app, error);
+    }
+}
+
+// Which help to read.
+std::string Hint(const CLI::App& app)
+{
+    const std::vector<CLI::App*> commands = app.get_subcommands();
+    return fmt::format(" (try: jobx {}--help)", commands.empty() ? "" : commands.front()->get_name() + " ");
+}
+} // namespace
+
+ExitCode RunCommandLine(int argc, const char* const* argv)
+{
+    CLI::App app(kAbout, "jobx");
+    app.footer(kFooter);
+    app.set_version_flag("--version", "jobx " JOBX_VERSION, "Print the version and exit");
+    app.require_subcommand(1);
+    ExitCode answer = ExitCode::Done;
+    AddCommands(app, answer);
+    TakeNoValuesForFlags(app);
+    for (CLI::App* const command : app.get_subcommands([](CLI::App*) { return true; }))
+        TakeNoValuesForFlags(*command);
+    try
+    {
+        Parse(app, argc, argv);
+    }
+    catch (const UsageError& error)
+    {
+        throw ExitError(ExitCode::WrongUsage, error.what() + Hint(app));
     }
     return answer;
 }

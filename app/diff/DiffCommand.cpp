@@ -146,6 +146,15 @@ void PrintJson(const DiffOptions& options, const DiffCollector& collector)
         });
     json.Finish();
 }
+
+double ToleranceIn(const std::string& text)
+{
+    const std::optional<double> tolerance = NumberIn(text);
+    if (!tolerance || *tolerance < 0)
+        RaiseWrongUsage(fmt::format("--tolerance needs a number of at least 0, not \"{}\"", Printable(text)));
+    return *tolerance;
+}
+
 ExitCode PrintDiff(const DiffOptions& options)
 {
     ReadOptions read = options.read;
@@ -167,16 +176,16 @@ void AddDiffCommand(CLI::App& app, ExitCode& answer)
 {
     const auto options = std::make_shared<DiffOptions>();
     CLI::App& command = AddCommand(app, "diff", "Prints what differs between two jobs");
-    command.add_option("A", options->jobA, "The one job's directory")->required()->type_name("");
-    command.add_option("B", options->jobB, "The other job's directory")->required()->type_name("");
+    command.add_option("A", options->jobA, "The directory of the first job")->required()->type_name("");
+    command.add_option("B", options->jobB, "The directory of the second job")->required()->type_name("");
     AddReading(command, options->read);
     command
-        .add_option("--tolerance", options->rules.tolerance,
-                    "Coordinates and lengths that differ by no more than this are equal, in the unit of the files")
-        ->check(CLI::NonNegativeNumber)
+        .add_option_function<std::string>(
+            "--tolerance", [options](const std::string& text) { options->rules.tolerance = ToleranceIn(text); },
+            "Ignore coordinates and lengths that differ by at most T, in the unit of the files")
         ->type_name("T");
     command.add_flag("--ignore-line-numbers", options->rules.ignoreLineNumbers,
-                     "Leave out on which lines of their files records stand");
+                     "Ignore the lines in which records stand in their files");
     command.add_flag("--json", options->json, "As a JSON document");
     command.callback([options, &answer] { answer = PrintDiff(*options); });
 }

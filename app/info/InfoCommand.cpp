@@ -44,6 +44,6 @@ void AddInfoCommand(CLI::App& app)
     AddSystemAttributes(command, options->read);
     command.add_flag("--json", options->json, "As a JSON document");
     command.add_flag("--compact", options->compact,
-                     "The compact model of every step instead, before and after its change to inch");
+                     "Show the compact model of each step instead, before and after its conversion to inches");
     command.callback([options] { PrintInfo(*options); });
 }

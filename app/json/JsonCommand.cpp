@@ -41,6 +41,6 @@ void AddJsonCommand(CLI::App& app)
     AddSteps(command, options->read.steps);
     AddSystemAttributes(command, options->read);
     command.add_flag("--latin1", options->latin1,
-                     "Carry every byte of a text as the character of that number, also where it is UTF-8");
+                     "Map every byte of a text to the character of that number, even in UTF-8");
     command.callback([options] { PrintJob(*options); });
 }

@@ -1,9 +1,12 @@
 #include "options/CommonOptions.h"
 
-#include "output/ExitError.h"
+#include "output/Text.h"
 
 #include <CLI/CLI.hpp>
+#include <fmt/core.h>
 
+#include <charconv>
+#include <cmath>
 #include <sstream>
 
 namespace
@@ -15,16 +18,36 @@ std::vector<std::string> SplitAtCommas(const std::string& text)
     for (std::string piece; std::getline(stream, piece, ',');)
     {
         if (piece.empty())
-            RaiseWrongUsage("--step needs step names with commas between them");
+            RaiseWrongUsage("--step needs step names, separated by commas");
         pieces.push_back(piece);
     }
     return pieces;
+}
+
+unsigned long long EntriesIn(const std::string& text)
+{
+    unsigned long long entries = 0;
+    const char* const end = text.data() + text.size();
+    const auto [rest, problem] = std::from_chars(text.data(), end, entries);
+    if (problem != std::errc() || rest != end || entries == 0)
+        RaiseWrongUsage(fmt::format("--max-entries needs a whole number from 1, not \"{}\"", Printable(text)));
+    return entries;
 }
 } // namespace
 
 void RaiseWrongUsage(const std::string& message)
 {
-    throw ExitError(ExitCode::WrongUsage, message + " (try: jobx --help)");
+    throw UsageError(message);
+}
+
+std::optional<double> NumberIn(const std::string& text)
+{
+    double number = 0;
+    const char* const end = text.data() + text.size();
+    const auto [rest, problem] = std::from_chars(text.data(), end, number);
+    if (problem != std::errc() || rest != end || !std::isfinite(number))
+        return std::nullopt;
+    return number;
 }
 
 CLI::App& AddCommand(CLI::App& app, const char* name, const char* about)
@@ -45,10 +68,11 @@ CLI::App& AddJobCommand(CLI::App& app, const char* name, const char* about, Read
 void AddReading(CLI::App& command, ReadOptions& read)
 {
     command.add_flag("--quiet", read.quiet, "No progress line and no notes");
-    command.add_flag("--follow-links", read.followLinks, "Follow links to directories outside the job too");
+    command.add_flag("--follow-links", read.followLinks, "Also follow links to files and directories outside the job");
     command
-        .add_option("--max-entries", read.maxEntries,
-                    "The most files and directories that one listing may meet, 1000000 unless given")
+        .add_option_function<std::string>(
+            "--max-entries", [&read](const std::string& text) { read.maxEntries = EntriesIn(text); },
+            "The most files and directories in one listing, 1000000 by default")
         ->type_name("N");
 }
 
@@ -57,13 +81,22 @@ void AddSteps(CLI::App& command, std::vector<std::string>& steps)
     command
         .add_option_function<std::string>(
             "--step,--steps", [&steps](const std::string& names) { steps = SplitAtCommas(names); },
-            "Only this step, or these, with commas between them")
+            "Only this step, or several, separated by commas")
         ->type_name("A,B");
 }
 
 void AddSystemAttributes(CLI::App& command, ReadOptions& read)
 {
-    command.add_option("--sysattr", read.sysAttrFile, "Read definitions of system attributes from this file too")
+    command
+        .add_option_function<std::string>(
+            "--sysattr",
+            [&read](const std::string& file)
+            {
+                if (file.empty())
+                    RaiseWrongUsage("--sysattr needs the name of a file");
+                read.sysAttrFile = file;
+            },
+            "Also read definitions of system attributes from this file")
         ->type_name("FILE");
 }
 

@@ -1,9 +1,11 @@
 // Options that several commands take: each is spelt and described once.
 #pragma once
 
+#include "output/ExitError.h"
 #include "output/Table.h"
 #include "reading/JobReader.h"
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -12,8 +14,16 @@ namespace CLI
 class App;
 }
 
-// Ends the program because of what was typed; the line says how to get help.
+// What was typed is wrong. The command line adds which help to read.
+class UsageError : public ExitError
+{
+public:
+    explicit UsageError(const std::string& line) : ExitError(ExitCode::WrongUsage, line) {}
+};
 [[noreturn]] void RaiseWrongUsage(const std::string& message);
+
+// The finite number that the whole text spells, with a decimal point whatever the language; nothing for other texts.
+std::optional<double> NumberIn(const std::string& text);
 
 // A command without options; its help refers to that of the program.
 CLI::App& AddCommand(CLI::App& app, const char* name, const char* about);

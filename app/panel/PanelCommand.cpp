@@ -15,12 +15,12 @@
 namespace
 {
 constexpr const char* kPanelFooter =
-    R"(Every placement is one row, numbered from 1 in each step, each before those that lie in it. LEVEL counts from 1;
-PARENT is the number of the placement that a row lies in. X and Y are where the placed step's datum lies in the step
-that was asked for, in the unit of the step headers; ANGLE is clockwise, the sum of all turns. A mirror anywhere on the
-way makes MIRROR "YES"; FLIP is that of the outermost placement.
+    R"(Each placement is one row, numbered from 1 in each step. A placement comes before those inside it. LEVEL counts
+from 1; PARENT is the number of the placement around it. X and Y give the position of the placed step's datum in the
+step of the first column, in the unit of the step headers. ANGLE is clockwise, the sum of all rotations. MIRROR is "YES"
+if the placement, or one around it, is mirrored. FLIP comes from the outermost placement.
 
-A step that repeats itself, directly or through others, and more than 100000 placements in all are errors (exit code 3).
+A step that repeats itself, directly or through others, is an error (exit code 3); so are more than 100000 placements.
 docs/panel.schema.json describes the JSON document.
 
 Examples and exit codes: jobx --help)";
@@ -97,8 +97,7 @@ void PrintPanel(const PanelOptions& options)
 void AddPanelCommand(CLI::App& app)
 {
     const auto options = std::make_shared<PanelOptions>();
-    CLI::App& command =
-        AddJobCommand(app, "panel", "Prints where steps lie in the steps that repeat them, as a table", options->read);
+    CLI::App& command = AddJobCommand(app, "panel", "Prints the positions of repeated steps as a table", options->read);
     AddSteps(command, options->steps);
     AddTableForms(command, options->form);
     command.footer(kPanelFooter);

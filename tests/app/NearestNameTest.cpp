@@ -91,8 +91,8 @@ TEST(JobxNearestName, IsOfferedForAnOptionOfTheCommand)
     EXPECT_EQ(WrongUsageOf({"--verison"}), "jobx: jobx has no option \"--verison\"; did you mean \"--version\"?\n");
     EXPECT_EQ(WrongUsageOf({"--quiet", "info", "board"}), "jobx: jobx has no option \"--quiet\" (try: jobx --help)\n");
     EXPECT_EQ(WrongUsageOf({"info", "board", "--tolerance", "1"}),
-              "jobx: info has no option \"--tolerance\" (try: jobx --help)\n");
-    EXPECT_EQ(WrongUsageOf({"info", "board", "-q"}), "jobx: info has no option \"-q\" (try: jobx --help)\n");
+              "jobx: info has no option \"--tolerance\" (try: jobx info --help)\n");
+    EXPECT_EQ(WrongUsageOf({"info", "board", "-q"}), "jobx: info has no option \"-q\" (try: jobx info --help)\n");
 }
 
 TEST(JobxNearestName, AMistypedOptionIsNamedBeforeWhatItTookThePlaceOf)

@@ -87,6 +87,6 @@ TEST(JobxStepOption, MayBeGivenOnceAndWithoutGaps)
     for (const std::string steps : {"", ",", "pcb,", ",pcb", "pcb,,panel"})
         for (const std::string command : {"nets", "panel"})
             EXPECT_EQ(RunJobx({command, job, "--step", steps}).err,
-                      "jobx: --step needs step names with commas between them (try: jobx --help)\n")
+                      "jobx: --step needs step names, separated by commas (try: jobx " + command + " --help)\n")
                 << steps;
 }
