@@ -177,11 +177,12 @@ void Parse(CLI::App& app, int argc, const char* const* argv)
     }
 }
 
-// Which help to read.
+// Which help to read: the command's, unless a word before it is wrong.
 std::string Hint(const CLI::App& app)
 {
     const std::vector<CLI::App*> commands = app.get_subcommands();
-    return fmt::format(" (try: jobx {}--help)", commands.empty() ? "" : commands.front()->get_name() + " ");
+    const bool isOfCommand = !commands.empty() && app.remaining().empty();
+    return fmt::format(" (try: jobx {}--help)", isOfCommand ? commands.front()->get_name() + " " : "");
 }
 } // namespace
 

@@ -23,7 +23,7 @@ struct Entry
     std::string flip{"NO"};
 };
 
-// A job of nothing but steps with their headers.
+// A job of steps with their headers and one layer without features.
 class PanelJob
 {
 public:
@@ -31,8 +31,9 @@ public:
     {
         m_matrix += "STEP {\nCOL=" + std::to_string(++m_steps) + "\nNAME=" + name + "\n}\n";
         m_directory.Write("job/steps/" + name + "/profile", "UNITS=INCH\n");
-        m_directory.MakeDir("job/steps/" + name + "/layers");
+        m_directory.Write("job/steps/" + name + "/layers/top/features", "#\n");
         std::ostringstream header;
+        header << "X_DATUM=0\n";
         for (const Entry& entry : entries)
             header << "STEP-REPEAT {\nNAME=" << entry.name << "\nX=" << entry.x << "\nY=" << entry.y
                    << "\nDX=" << entry.dx << "\nDY=" << entry.dy << "\nNX=" << entry.nx << "\nNY=" << entry.ny
@@ -41,7 +42,7 @@ public:
     }
     ProgramResult Run(std::vector<std::string> options) const
     {
-        m_directory.Write("job/matrix/matrix", m_matrix);
+        m_directory.Write("job/matrix/matrix", m_matrix + "LAYER {\nROW=1\nNAME=TOP\n}\n");
         options.insert(options.begin(), {"panel", m_directory.Path("job")});
         return RunJobx(options);
     }
