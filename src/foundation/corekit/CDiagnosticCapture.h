@@ -4,8 +4,8 @@
 
 #include <vector>
 
-// Keeps what the calling thread reports away from the sink while it lives, so that diagnostics of work done by several
-// threads can be handed on in an order of their own.
+// While it lives, collects what the calling thread reports instead of sending it to the sink. So diagnostics from
+// several threads can be reported in a defined order.
 // Ownership: borrows the list.
 class CDiagnosticCapture
 {
@@ -15,7 +15,7 @@ public:
     CDiagnosticCapture& operator=(const CDiagnosticCapture&) = delete;
     ~CDiagnosticCapture();
 
-    // Takes a diagnostic of the calling thread; false when nobody captures there.
+    // Takes a diagnostic of the calling thread; false if nothing captures there.
     static bool Take(const char* sourceFile, int line, const char* operation, const CString& path, int systemError);
 
 private:

@@ -5,13 +5,13 @@
 #include "foundation/framework/CString.h"
 #include "foundation/framework/CStringArray.h"
 
-// A labelled list of texts: what a record says about itself to a design tool.
-// Ownership: holds its texts by value; copies are deep.
+// A labelled list of texts: the description of a record for a design tool.
+// Ownership: has its texts by value; copies are deep.
 class JOBX_API CECadClsLvl : public CRaisingNew
 {
 public:
     CECadClsLvl() = default;
-    // With that label and no items.
+    // A list with that label and no items.
     explicit CECadClsLvl(const CString& label) : m_sLabel(label) {}
     CECadClsLvl(const CECadClsLvl&) = default;
     CECadClsLvl& operator=(const CECadClsLvl&) = default;

@@ -8,7 +8,7 @@
 #include <memory>
 #include <string_view>
 
-// A regular file that is open for reading. Devices, pipes and sockets are never opened.
+// A regular file opened for reading. Devices, pipes and sockets are never opened.
 // Ownership: closes the file.
 class CInputFile
 {
@@ -18,11 +18,11 @@ public:
     CInputFile& operator=(const CInputFile&) = delete;
     ~CInputFile();
 
-    // 0, or the system's error number. An object opens one file in its life.
+    // Returns 0 or the system's error number. An object opens only one file.
     int Open(const CString& path);
-    // What the file held when it was opened.
+    // The size of the file when it was opened.
     std::size_t Size() const noexcept { return m_nSize; }
-    // Reads until `size` bytes are read or the file ends: `got` says how many there were. 0, or the system's error
+    // Reads until `size` bytes are read or the file ends; `got` is the number of bytes. Returns 0 or the system's error
     // number.
     int Read(char* to, std::size_t size, std::size_t& got);
 
@@ -40,19 +40,19 @@ struct CFreeBlock
     void operator()(char* block) const noexcept { std::free(block); }
 };
 
-// A file's bytes piece by piece through a buffer that stays small, so that they are still in the processor's cache when
-// they are used and reading a large file takes no memory.
-// Ownership: owns the buffer and the file; what View gives is valid until the next call of Next.
+// The bytes of a file, piece by piece through a small buffer. So they are still in the processor's cache when they are
+// used, and a large file needs no more memory than a small one.
+// Ownership: owns the buffer and the file; the result of View is valid until the next call of Next.
 class CFilePieces
 {
 public:
     static constexpr std::size_t kPiece = 262144;
 
-    // Opens the file at `path` as CFileBytes::Load does; View is empty then.
+    // Opens the file at `path` like CFileBytes::Load; View is then empty.
     bool Open(const CString& path, const char* sourceFile, int line);
-    // Drops the first `used` bytes of the view and adds more of the file behind the rest; the buffer grows when the
-    // rest fills it. False when nothing is left to add: at the end of what the file held when it was opened, or when it
-    // cannot be read, of which a diagnostic tells. Exhausted memory raises CMemoryException.
+    // Drops the first `used` bytes of the view and reads more of the file behind the rest. The buffer grows if the rest
+    // fills it. False if there is nothing to add: at the end of the file, as long as it was when opened, or if it
+    // cannot be read, which is reported to the diagnostics. Exhausted memory raises CMemoryException.
     bool Next(std::size_t used);
     std::string_view View() const noexcept { return {m_buffer.get(), m_nSize}; }
 
@@ -70,19 +70,19 @@ private:
 };
 
 // The bytes of a whole file in one buffer.
-// Ownership: owns the buffer; what View gives is valid until the next Load or the end of the object.
+// Ownership: owns the buffer; the result of View is valid until the next Load or the end of the object.
 class CFileBytes
 {
 public:
-    static constexpr std::size_t kZeroBytes = 64; // always readable behind the file's bytes, and 0
+    static constexpr std::size_t kZeroBytes = 64; // always readable after the file's bytes
 
-    // Reads the file at `path`; only regular files, and links to them, are opened, never devices, pipes or sockets.
-    // False when it cannot be opened or read: a diagnostic for `sourceFile` and `line` says why, and the object is
-    // empty. A file that changes meanwhile gives what was read, at most its first size. Exhausted memory raises
+    // Reads the file at `path`, a regular file or a link to one. Devices, pipes and sockets are never opened. False if
+    // it cannot be opened or read; then a diagnostic for `sourceFile` and `line` says why, and the object is empty. If
+    // the file changes meanwhile, the result is what was read, at most its first size. Exhausted memory raises
     // CMemoryException.
     bool Load(const CString& path, const char* sourceFile, int line);
 
-    // The file's bytes, kZeroBytes zeros behind them; never a null address, also before the first Load.
+    // The bytes of the file, followed by kZeroBytes zeros; never a null address, even before the first Load.
     std::string_view View() const noexcept { return {m_buffer ? m_buffer.get() : kNothing, m_nSize}; }
 
 private:

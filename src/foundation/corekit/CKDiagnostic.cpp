@@ -21,7 +21,7 @@ CString Reason(const CString& operation, int systemError)
         return "the data is damaged";
 #if defined(__GLIBC__) && defined(__GLIBC_PREREQ)
 #if __GLIBC_PREREQ(2, 32)
-    // The text of the C locale, whatever the process has set.
+    // The text in the C locale, whatever the locale of the process.
     if (const char* const text = strerrordesc_np(systemError))
         return text;
 #endif
@@ -29,8 +29,8 @@ CString Reason(const CString& operation, int systemError)
     return CString(std::string_view(std::generic_category().message(systemError)));
 }
 
-// The characters of UTF-8 that a line must not hold: controls above U+007F and those that show
-// nothing, break lines or turn the direction of a text. The last byte may be any from `from` to `to`.
+// The characters of UTF-8 that a line must not contain: controls above U+007F, and characters that are invisible, break
+// lines or change the direction of text. The last byte is in the range `from` to `to`.
 struct Invisible
 {
     std::string_view begin;
@@ -52,7 +52,7 @@ constexpr Invisible kInvisible[] = {
     {"\xF3\xA0\x81", 0x80, 0xBF}, // U+E0040 to U+E007F
 };
 
-// The length of the character at the front of `text` when it is one of them, else 0.
+// The length of such a character at the start of `text`, 0 if there is none.
 std::size_t InvisibleLength(std::string_view text)
 {
     for (const Invisible& each : kInvisible)

@@ -6,7 +6,7 @@
 #include "foundation/framework/CRaisingNew.h"
 
 // A point in space, in double precision.
-// Units:     the unit of the file it came from, inch or millimetre.
+// Units:     the unit of its file, inch or millimetre.
 // Ownership: a plain value.
 class JOBX_API CPoint3D : public CRaisingNew
 {
@@ -19,13 +19,13 @@ public:
     virtual ~CPoint3D();
     virtual CPoint3D* clone() const; // the caller owns the copy
 
-    // Exact, without any tolerance; a point always equals itself.
+    // Exact, without tolerance; a point always equals itself.
     bool operator==(const CPoint3D& other) const
     {
         return this == &other || (x == other.x && y == other.y && z == other.z);
     }
 
-    // Answer or replace all three coordinates.
+    // Get or set all three coordinates.
     void GetData(double& valueX, double& valueY, double& valueZ) const
     {
         valueX = x;
@@ -38,7 +38,7 @@ public:
         y = newY;
         z = newZ;
     }
-    // Answer or replace the third coordinate.
+    // Get or set the third coordinate.
     double GetZ() const { return z; }
     void SetZ(double newZ) { z = newZ; }
 
@@ -52,7 +52,7 @@ extern template class JOBX_API CExPtrArray<CPoint3D*, CPoint3D*>;
 extern template class JOBX_API CArray<CPoint3D, const CPoint3D&>;
 extern template class JOBX_API CValueArray<CPoint3D>;
 
-// A list of points in space, held by value.
+// A list of points in space, by value.
 class JOBX_API CArrayPoint3D : public CValueArray<CPoint3D>
 {
 public:
@@ -64,6 +64,6 @@ public:
     ~CArrayPoint3D() override;
     virtual CArrayPoint3D* clone() const; // the caller owns the copy
 
-    // True where the elements differ.
+    // True if the elements differ.
     bool operator!=(const CArrayPoint3D& other) const;
 };

@@ -19,7 +19,7 @@ void CPointD::Rotate(const double& angle)
     const double turn = std::fmod(angle, 360.0);
     double cosine = 0.0;
     double sine = 0.0;
-    // The sine and cosine of a quarter turn in radians miss 0 by a little, so these are not computed.
+    // The sine and cosine of a quarter turn in radians are not exactly 0, so they are not computed.
     if (turn == 0.0)
         cosine = 1.0;
     else if (turn == 90.0 || turn == -270.0)

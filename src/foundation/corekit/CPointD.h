@@ -6,7 +6,7 @@
 #include "foundation/framework/CRaisingNew.h"
 
 // A point or a pair of lengths in double precision.
-// Units:     the unit of the file it came from, inch or millimetre; angles in degrees.
+// Units:     the unit of its file, inch or millimetre; angles in degrees.
 // Ownership: a plain value.
 class JOBX_API CPointD : public CRaisingNew
 {
@@ -18,17 +18,17 @@ public:
     CPointD& operator=(const CPointD&) = default;
     virtual ~CPointD() = default;
 
-    // Exact, without any tolerance; a point always equals itself.
+    // Exact, without tolerance; a point always equals itself.
     virtual bool operator==(const CPointD& other) const;
 
     void Init() { SetData(0.0, 0.0); } // back to (0, 0)
-    // Replaces both coordinates.
+    // Sets both coordinates.
     void SetData(double newX, double newY)
     {
         x = newX;
         y = newY;
     }
-    // Replace or answer one coordinate.
+    // Set or get one coordinate.
     void SetX(double newX) { x = newX; }
     void SetY(double newY) { y = newY; }
     double GetX() const { return x; }
@@ -39,10 +39,10 @@ public:
     // Multiplies both coordinates by `factor`.
     void UnitConvert(const double& factor) { ReScale(factor, factor); }
     void ReScale(const double& factor) { ReScale(factor, factor); }
-    // Multiplies x by `factorX` and y by `factorY`; a factor may be a coordinate of this very point.
+    // Multiplies x by `factorX` and y by `factorY`; a factor may be a coordinate of this point.
     void ReScale(const double& factorX, const double& factorY) { SetData(x * factorX, y * factorY); }
 
-    // Turns the point about the origin by `angle` degrees, counter-clockwise when positive. Multiples of 90 are exact.
+    // Rotates the point about the origin by `angle` degrees, counter-clockwise if positive. Multiples of 90 are exact.
     void Rotate(const double& angle);
 
     // The coordinates.
@@ -53,7 +53,7 @@ public:
 extern template class JOBX_API CArray<CPointD, const CPointD&>;
 extern template class JOBX_API CValueArray<CPointD>;
 
-// A list of points, held by value.
+// A list of points, by value.
 class JOBX_API CArrayPointD : public CValueArray<CPointD>
 {
 public:
@@ -65,7 +65,7 @@ public:
     ~CArrayPointD() override;
     virtual CArrayPointD* clone() const; // the caller owns the copy
 
-    // True where the elements differ.
+    // True if the elements differ.
     bool operator!=(const CArrayPointD& other) const;
 };
 
@@ -73,7 +73,7 @@ extern template class JOBX_API CExPtrArray<CArrayPointD*, CArrayPointD*>;
 extern template class JOBX_API CArray<CArrayPointD, const CArrayPointD&>;
 extern template class JOBX_API CValueArray<CArrayPointD>;
 
-// A list of point lists, held by value.
+// A list of point lists, by value.
 class JOBX_API CArrayArrayPointD : public CValueArray<CArrayPointD>
 {
 public:
@@ -85,6 +85,6 @@ public:
     ~CArrayArrayPointD() override;
     virtual CArrayArrayPointD* clone() const; // the caller owns the copy
 
-    // True where the elements differ.
+    // True if the elements differ.
     bool operator!=(const CArrayArrayPointD& other) const;
 };

@@ -6,7 +6,7 @@
 class CArchive;
 
 // A point in single precision.
-// Units:     the unit of the file it came from, inch or millimetre.
+// Units:     the unit of its file, inch or millimetre.
 // Ownership: a plain value.
 class JOBX_API CPointF : public CRaisingNew
 {
@@ -18,10 +18,10 @@ public:
     CPointF& operator=(const CPointF&) = default;
     virtual ~CPointF();
 
-    // Exact, without any tolerance; a point always equals itself.
+    // Exact, without tolerance; a point always equals itself.
     bool operator==(const CPointF& other) const { return this == &other || (x == other.x && y == other.y); }
 
-    // Stores or loads x and then y, 32 bits each. Too short an archive raises CArchiveException.
+    // Stores or loads x and then y, 32 bits each. A short archive raises CArchiveException.
     virtual void Serialize(CArchive& archive);
 
     // The coordinates.

@@ -17,17 +17,17 @@ public:
     CPointN& operator=(const CPointN&) = default;
     virtual ~CPointN();
 
-    // Both coordinates equal.
+    // Both coordinates are equal.
     bool operator==(const CPointN& other) const { return x == other.x && y == other.y; }
 
     void Init() { SetData(0, 0); } // back to (0, 0)
-    // Replaces both coordinates.
+    // Sets both coordinates.
     void SetData(int newX, int newY)
     {
         x = newX;
         y = newY;
     }
-    // Replace or answer one coordinate.
+    // Set or get one coordinate.
     void SetX(int newX) { x = newX; }
     void SetY(int newY) { y = newY; }
     int GetX() const { return x; }
@@ -43,7 +43,7 @@ public:
 extern template class JOBX_API CArray<CPointN, const CPointN&>;
 extern template class JOBX_API CValueArray<CPointN>;
 
-// A list of integer points, held by value.
+// A list of integer points, by value.
 class JOBX_API CArrayPointN : public CValueArray<CPointN>
 {
 public:
@@ -55,7 +55,7 @@ public:
     ~CArrayPointN() override;
     virtual CArrayPointN* clone() const; // the caller owns the copy
 
-    // True where the elements differ.
+    // True if the elements differ.
     bool operator!=(const CArrayPointN& other) const;
 };
 
@@ -63,7 +63,7 @@ extern template class JOBX_API CExPtrArray<CArrayPointN*, CArrayPointN*>;
 extern template class JOBX_API CArray<CArrayPointN, const CArrayPointN&>;
 extern template class JOBX_API CValueArray<CArrayPointN>;
 
-// A list of integer point lists, held by value.
+// A list of integer point lists, by value.
 class JOBX_API CArrayPointN_Array : public CValueArray<CArrayPointN>
 {
 public:
@@ -75,6 +75,6 @@ public:
     ~CArrayPointN_Array() override;
     virtual CArrayPointN_Array* clone() const; // the caller owns the copy
 
-    // True where the elements differ.
+    // True if the elements differ.
     bool operator!=(const CArrayPointN_Array& other) const;
 };

@@ -5,14 +5,14 @@
 #include "foundation/corekit/CValueArray.h"
 #include "foundation/framework/CRaisingNew.h"
 
-// A rectangle along the axes, in double precision.
-// Units:     the unit of the file it came from, inch or millimetre; areas in that unit squared.
+// An axis-parallel rectangle in double precision.
+// Units:     the unit of its file, inch or millimetre; areas in that unit squared.
 // Ownership: a plain value.
 class JOBX_API CRectD : public CRaisingNew
 {
 public:
     CRectD() = default;
-    // A rectangle with these bounds; they are kept as given, also the wrong way round.
+    // The bounds are kept as given, even if they are the wrong way round.
     CRectD(double left, double right, double bottom, double top)
         : m_dLeft(left), m_dRight(right), m_dBottom(bottom), m_dTop(top)
     {
@@ -22,12 +22,12 @@ public:
     virtual ~CRectD();
     virtual CRectD* clone() const; // the caller owns the copy
 
-    // Exact in all four bounds, without any tolerance; a rectangle always equals itself.
+    // All four bounds are exactly equal, without tolerance; a rectangle always equals itself.
     bool operator==(const CRectD& other) const;
     bool operator!=(const CRectD& other) const { return !(*this == other); }
 
     void Init() { *this = CRectD(); } // all four bounds 0
-    // Upper bound minus lower bound, so below 0 when they stand the wrong way round.
+    // Upper bound minus lower bound; negative if they are the wrong way round.
     double GetWidth() const { return m_dRight - m_dLeft; }
     double GetHeight() const { return m_dTop - m_dBottom; }
     double GetArea() const { return GetWidth() * GetHeight(); }
@@ -42,7 +42,7 @@ extern template class JOBX_API CExPtrArray<CRectD*, CRectD*>;
 extern template class JOBX_API CArray<CRectD, const CRectD&>;
 extern template class JOBX_API CValueArray<CRectD>;
 
-// A list of rectangles, held by value.
+// A list of rectangles, by value.
 class JOBX_API CArrayRectD : public CValueArray<CRectD>
 {
 public:
@@ -54,6 +54,6 @@ public:
     ~CArrayRectD() override;
     virtual CArrayRectD* clone() const; // the caller owns the copy
 
-    // True where the elements differ.
+    // True if the elements differ.
     bool operator!=(const CArrayRectD& other) const;
 };

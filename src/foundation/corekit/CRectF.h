@@ -7,30 +7,30 @@
 class CArchive;
 class CRectD;
 
-// A rectangle along the axes, in single precision; the bounds mean the same as those of CRectD.
-// Units:     the unit of the file it came from, inch or millimetre.
+// An axis-parallel rectangle in single precision; the bounds are as in CRectD.
+// Units:     the unit of its file, inch or millimetre.
 // Ownership: a plain value.
 class JOBX_API CRectF : public CRaisingNew
 {
 public:
     CRectF() = default;
-    // A rectangle with these bounds; they are kept as given, also the wrong way round.
+    // The bounds are kept as given, even if they are the wrong way round.
     CRectF(float left, float right, float bottom, float top)
         : m_fLeft(left), m_fRight(right), m_fBottom(bottom), m_fTop(top)
     {
     }
-    CRectF(const CRectD& rect); // each bound narrowed to single precision
+    CRectF(const CRectD& rect); // each bound rounded to single precision
     CRectF(const CRectF&) = default;
     CRectF& operator=(const CRectF&) = default;
-    // Each bound narrowed to single precision.
+    // Each bound rounded to single precision.
     CRectF& operator=(const CRectD& rect);
     virtual ~CRectF();
 
-    // Exact in all four bounds, without any tolerance; a rectangle always equals itself.
+    // All four bounds are exactly equal, without tolerance; a rectangle always equals itself.
     bool operator==(const CRectF& other) const;
     bool operator!=(const CRectF& other) const { return !(*this == other); }
 
-    // Stores or loads left, right, bottom and top, 32 bits each. Too short an archive raises CArchiveException.
+    // Stores or loads left, right, bottom and top, 32 bits each. A short archive raises CArchiveException.
     virtual void Serialize(CArchive& archive);
 
     float m_fLeft = 0.0F;   // lower x bound
@@ -42,7 +42,7 @@ public:
 extern template class JOBX_API CArray<CRectF, const CRectF&>;
 extern template class JOBX_API CValueArray<CRectF>;
 
-// A list of rectangles, held by value.
+// A list of rectangles, by value.
 class JOBX_API CArrayRectF : public CValueArray<CRectF>
 {
 public:
@@ -54,6 +54,6 @@ public:
     ~CArrayRectF() override;
     virtual CArrayRectF* clone() const; // the caller owns the copy
 
-    // True where the elements differ.
+    // True if the elements differ.
     bool operator!=(const CArrayRectF& other) const;
 };

@@ -29,7 +29,7 @@ CString NewName()
 
 int LastError()
 {
-    return errno != 0 ? errno : EIO; // a failure always has a reason here
+    return errno != 0 ? errno : EIO; // every failure here needs a reason
 }
 
 CString DirectoryOf(const CString& path)
@@ -54,7 +54,7 @@ CReplacingFile::CReplacingFile(const CString& target) : m_sTarget(target)
     if (m_pFile == nullptr)
         m_nError = LastError();
     else
-        std::setvbuf(m_pFile, nullptr, _IONBF, 0); // writers come with large blocks
+        std::setvbuf(m_pFile, nullptr, _IONBF, 0); // writers pass large blocks
 }
 
 CReplacingFile::~CReplacingFile()

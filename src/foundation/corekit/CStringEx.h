@@ -5,9 +5,9 @@
 #include "foundation/framework/CRaisingNew.h"
 #include "foundation/framework/CString.h"
 
-// A text that can be read as a number.
-// Results:   text that does not begin with a number reads as 0; white space before the number and anything behind it
-//            is ignored; no locale takes part.
+// A text that can be parsed as a number.
+// Results:   text that does not begin with a number reads as 0; white space before the number and anything after it is
+//            ignored; independent of the locale.
 // Ownership: a plain value.
 class JOBX_API CStringEx : public CRaisingNew
 {
@@ -26,9 +26,9 @@ public:
     bool operator==(const CStringEx& other) const { return m_sText == other.m_sText; }
 
     const CString& GetText() const { return m_sText; }
-    // The decimal number that the text begins with; a real also in hexadecimal, as infinity or as nan.
+    // The decimal number at the start of the text; a real may also be hexadecimal, infinity or nan.
     double ToDouble() const;
-    // The same as an integer; outside 32 bits it is the nearest one inside.
+    // As an integer; a number outside 32 bits becomes the nearest one inside.
     int ToInteger() const;
     operator int() const { return ToInteger(); }
     operator float() const { return static_cast<float>(ToDouble()); }
@@ -40,7 +40,7 @@ public:
 extern template class JOBX_API CArray<CStringEx, const CStringEx&>;
 extern template class JOBX_API CValueArray<CStringEx>;
 
-// A list of such texts, held by value.
+// A list of such texts, by value.
 class JOBX_API CStringExArray : public CValueArray<CStringEx>
 {
 public:

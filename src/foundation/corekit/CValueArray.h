@@ -5,8 +5,8 @@
 #include <algorithm>
 #include <utility>
 
-// A growable array of values that can be copied, moved and compared; the base of the core kit's arrays.
-// Ownership: holds its elements by value; copies are deep, self-assignment keeps them.
+// A growable array of values that can be copied, moved and compared; the base class of the core kit's arrays.
+// Ownership: has its elements by value; copies are deep, self-assignment is safe.
 // Results:   as CArray: a bad index raises CInvalidArgException, exhausted memory CMemoryException.
 template <class TYPE, class ARG_TYPE = const TYPE&>
 class CValueArray : public CArray<TYPE, ARG_TYPE>
@@ -27,7 +27,7 @@ public:
     }
     ~CValueArray() override = default;
 
-    // Exchanges the elements of the two arrays without copying them.
+    // Swaps the elements of two arrays without copying them.
     void Swap(CValueArray& other) noexcept
     {
         std::swap(this->m_pData, other.m_pData);
@@ -36,7 +36,7 @@ public:
         std::swap(this->m_nGrowBy, other.m_nGrowBy);
     }
 
-    // Same size and elements equal one by one; an array always equals itself.
+    // The same size and equal elements at each index; an array always equals itself.
     bool operator==(const CValueArray& other) const
     {
         return this == &other ||

@@ -10,7 +10,7 @@
 namespace
 {
 
-// Whether the text of a relative path leads strictly below its start.
+// Whether a relative path leads strictly below its start.
 bool LeadsBelow(std::string_view path)
 {
     bool named = false;
@@ -26,7 +26,7 @@ bool LeadsBelow(std::string_view path)
     return named;
 }
 
-// Makes a directory where nothing is, with one system call; what that makes is no link.
+// Makes a new directory with one system call. The result is never a link.
 int MakeWhereNothingIs(const CString& path)
 {
     return path.Find('\0') < 0 ? MakeNewDirectory(path) : EINVAL;
@@ -37,7 +37,7 @@ void ReportNotMade(const CString& path, int error)
     CKUtility::GetInstance()->Report("", 0, "make directory", path, error);
 }
 
-// Deletes the directory that is in the way, and makes it.
+// Deletes the existing directory and makes a new one.
 void MakeAgain(const CString& path)
 {
     const CKUtility* const files = CKUtility::GetInstance();
@@ -46,7 +46,7 @@ void MakeAgain(const CString& path)
     files->MakeDirectory(path);
 }
 
-// The path when a real directory, no link, is there now.
+// The path if it is now a real directory, not a link.
 CString OnlyARealDirectory(const CString& path, const char* sourceFile, int line)
 {
     EntryType type = EntryType::None;
@@ -55,7 +55,7 @@ CString OnlyARealDirectory(const CString& path, const char* sourceFile, int line
         return path;
     if (error != 0)
         CKUtility::GetInstance()->Report(sourceFile, line, "examine", path, error);
-    else if (type != EntryType::None) // that failure was reported where it happened
+    else if (type != EntryType::None) // that failure was already reported
         CKUtility::GetInstance()->Report(sourceFile, line, "make", path, ENOTDIR);
     return {};
 }

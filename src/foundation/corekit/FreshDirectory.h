@@ -3,8 +3,8 @@
 
 #include "foundation/framework/CString.h"
 
-// Whether `name`, which may come from a job, can name one entry of a directory: not empty, not "." or "..", and without
-// a separator.
+// Whether `name`, which may come from a job, is a valid name of one directory entry: not empty, not "." or "..", and
+// without a separator.
 bool IsEntryName(const CString& name);
 
 // Makes the directory `name` below `parent` and returns its path. An existing one is deleted first, with everything in
@@ -12,7 +12,7 @@ bool IsEntryName(const CString& name);
 // or leads out of the parent by "..", returns "" and neither deletes nor makes anything.
 CString MakeFreshDirectory(const CString& parent, const CString& name, const char* sourceFile, int line);
 
-// The same for a directory given by its path alone.
+// As above, for a directory given by its path alone.
 CString MakeFreshDirectory(const CString& path, const char* sourceFile, int line);
 
 // As above, ignoring failure.
@@ -23,5 +23,5 @@ void ReplaceDirectory(const CString& path);
 // could not be made.
 bool MakeDirectoryBelow(const CString& parent, const CString& name, CString& path);
 
-// As MakeFreshDirectory, but keeps an existing directory and its contents. `name` must be a single entry name.
+// Like MakeFreshDirectory, but keeps an existing directory and its contents. `name` must be a single entry name.
 CString MakeEntryDirectory(const CString& parent, const CString& name, const char* sourceFile, int line);

@@ -2,7 +2,7 @@
 
 #include "foundation/framework/CString.h"
 
-// The local date and time of now, printed as strftime does with this format of digits; at most 127 bytes. A clock that
-// gives no local time raises CInvalidArgException.
-// Threads: may be called on several threads at once.
+// The current local date and time, printed like strftime for a format that gives only digits; at most 127 bytes. A
+// clock without local time raises CInvalidArgException.
+// Threads:   may be called on several threads at once.
 CString LocalTimeText(const char* format);

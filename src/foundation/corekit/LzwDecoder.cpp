@@ -18,7 +18,7 @@ constexpr std::size_t kHeaderSize = 3;
 constexpr unsigned kWidthMask = 0x1F;
 constexpr unsigned kBlockMode = 0x80;
 
-// Codes from the front of the data, their width changing on the way.
+// Reads codes of changing width from the data.
 class CCodeReader
 {
 public:
@@ -37,7 +37,7 @@ public:
         m_width = width;
     }
 
-    // False when less than a whole code is left.
+    // False if less than a whole code is left.
     bool Next(unsigned& code) noexcept
     {
         if (m_at + m_width > m_end)
@@ -48,7 +48,7 @@ public:
         return true;
     }
 
-    // Whether the data ends as a compressor ends it: the last byte filled up with zeros.
+    // Whether the data ends like a compressor's output: the last byte is padded with zeros.
     bool IsAtEnd() const noexcept
     {
         if (m_at >= m_end)
@@ -71,15 +71,15 @@ private:
 
     const unsigned char* m_data;
     std::size_t m_size;
-    std::uint64_t m_end;       // bit behind the last one
+    std::uint64_t m_end;       // one past the last bit
     std::uint64_t m_at = 0;    // next bit
-    std::uint64_t m_start = 0; // bit where the codes of the present width began
+    std::uint64_t m_start = 0; // first bit of the codes of the current width
     unsigned m_width = kMinWidth;
 };
 
-// What a code stands for: an older code's text and one more character. The text is cut into pieces of eight from its
-// start; an entry holds its last piece and the code whose text ends with the full piece before it, so that a text is
-// copied eight characters a step.
+// The text of a code: the text of an older code and one more character. Texts are divided into pieces of eight
+// characters from their start. An entry has its last piece, and the code whose text ends with the full piece before
+// that, so a text is copied eight characters at a time.
 struct Entry
 {
     std::array<char, 8> lastPiece;
@@ -93,7 +93,7 @@ constexpr std::size_t kMaxLength = std::size_t{1} << kMaxWidth; // each entry is
 class CTable
 {
 public:
-    // Only entries that were set are ever read; clearing a megabyte would take longer than most files.
+    // Only entries that were set are ever read. Clearing a megabyte would take longer than decoding most files.
     CTable() : m_entries(std::make_unique_for_overwrite<Entry[]>(std::size_t{1} << kMaxWidth))
     {
         for (unsigned code = 0; code < kLiterals; ++code)
@@ -105,7 +105,7 @@ public:
 
     char First(unsigned code) const noexcept { return m_entries[code].first; }
 
-    // Makes `code` the text of `prefix` and then `character`.
+    // Sets the text of `code` to the text of `prefix` and `character`.
     void Set(unsigned code, unsigned prefix, char character) noexcept
     {
         const Entry& old = m_entries[prefix];
@@ -118,7 +118,7 @@ public:
         entry.first = old.first;
     }
 
-    // Copies the text to `to`, where up to a piece more than the text must fit; returns its length.
+    // Copies the text to `to` and returns its length. Up to one piece more than the text is written.
     std::size_t Copy(unsigned code, char* to) const noexcept
     {
         const Entry* entry = &m_entries[code];
@@ -138,7 +138,7 @@ private:
     std::unique_ptr<Entry[]> m_entries;
 };
 
-// Collects the text and hands it on in large blocks.
+// Collects the text and passes it on in large blocks.
 class COutput
 {
 public:
@@ -201,7 +201,8 @@ LzwResult DecodeCodes(CCodeReader codes, unsigned maxWidth, bool blockMode, COut
             return LzwResult::Damaged;
         if (last != kNoCode && free < tableSize)
         {
-            // The compressor may use the code that this very step makes: then it begins as the last one did.
+            // The compressor may use the code that is only defined in this step. Its text begins with the same
+            // character as the last one.
             table.Set(free, last, table.First(code == free ? last : code));
             ++free;
         }

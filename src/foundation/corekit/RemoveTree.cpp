@@ -42,7 +42,7 @@ struct CloseDirectory
 };
 using Directory = std::unique_ptr<DIR, CloseDirectory>;
 
-// Null with the reason in errno when there is no such directory; a link is none.
+// Null, with the reason in errno, if there is no such directory; a link does not count as one.
 Directory OpenDirectory(int parent, const char* name)
 {
     const int number = ::openat(parent, name, kOpenFlags);
@@ -56,7 +56,7 @@ Directory OpenDirectory(int parent, const char* name)
     return Directory(directory);
 }
 
-// A directory on the way from the top down to the one that is being emptied.
+// A directory on the path from the top to the one being emptied.
 struct Level
 {
     std::string name;
@@ -65,8 +65,8 @@ struct Level
     std::vector<std::string> directories; // in it, still to be removed
 };
 
-// Only the directory that is being emptied and the one it was found in are open; the way back up is checked, so that a
-// directory moved elsewhere meanwhile does not lead out of the tree.
+// Only the directory being emptied and the one that contains it are open. The way back up is checked, so a directory
+// that was moved meanwhile does not lead out of the tree.
 class CTreeRemover
 {
 public:
@@ -88,7 +88,7 @@ public:
     }
 
 private:
-    // Removes a directory's files, and itself when that was all, else goes down into it.
+    // Removes a directory's files, and the directory itself if it is then empty; else enters it.
     int Remove(int parent, const char* name)
     {
         Directory directory = OpenDirectory(parent, name);
@@ -107,7 +107,7 @@ private:
         return 0;
     }
 
-    // Removes everything but the directories of a directory.
+    // Removes everything in a directory except its subdirectories.
     static int RemoveFiles(DIR* directory, std::vector<std::string>& directories)
     {
         for (;;)
@@ -129,7 +129,7 @@ private:
         }
     }
 
-    // Most file systems say in the entry what it is.
+    // Most file systems return the type with the entry.
     static int Examine(int directory, const dirent& entry, bool& isDirectory)
     {
 #if defined(DT_DIR) && defined(DT_UNKNOWN)
@@ -144,7 +144,7 @@ private:
         return 0;
     }
 
-    // Removes the emptied directory and goes up.
+    // Removes the emptied directory and goes up one level.
     int Leave()
     {
         const Level left = std::move(m_levels.back());

@@ -2,8 +2,8 @@
 
 #include "foundation/framework/CString.h"
 
-// Removes the directory at `path` with everything in it; a link, there or below, is removed itself and never followed,
-// also when something else turns a directory into a link meanwhile. Depth costs neither stack nor open files. Returns
-// 0, also when nothing is there, or the system's error number: the first failure ends it, and what was removed is gone.
-// A file is not removed. The path ends without separator.
+// Removes the directory at `path` with everything in it. Links, `path` itself or below it, are removed and never
+// followed, even if a directory is replaced by a link meanwhile. Depth costs neither stack nor open files. Returns 0,
+// also if nothing is there, or the system's error number. It stops at the first failure; what was removed before is
+// gone. Does not remove a file. The path must not end with a separator.
 int RemoveTree(const CString& path);

@@ -130,7 +130,7 @@ struct FreeText
     void operator()(char* text) const noexcept { std::free(text); }
 };
 
-// What fstatat says about `name` in the open directory; AT_FDCWD for a path.
+// The result of fstatat for `name` in the open directory; AT_FDCWD for a path.
 int Examine(int directory, const char* name, int flags, EntryType& type)
 {
     type = EntryType::None;
@@ -142,7 +142,7 @@ int Examine(int directory, const char* name, int flags, EntryType& type)
     return 0;
 }
 
-// Asks the system only for links and where the directory itself does not tell.
+// Asks the system only for links and if the directory does not give the type.
 ListedEntry Describe(int directory, const dirent& entry)
 {
     const char* const name = static_cast<const char*>(entry.d_name);

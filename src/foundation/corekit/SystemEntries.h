@@ -1,4 +1,4 @@
-// What the system answers about the entries of directories. Nothing is reported here; every answer is 0 or the system's
+// What the system says about directory entries. Nothing is reported here; every function returns 0 or the system's
 // error number.
 #pragma once
 
@@ -12,36 +12,36 @@ enum class EntryType
     None, // nothing is there
     File, // a regular file
     Directory,
-    Link, // told only where links are not followed
+    Link, // only if links are not followed
     Other // a device, pipe or socket
 };
 
-// The type of what is at `path`, links followed. A link to nowhere is nothing.
+// The type of the entry at `path`, following links. A link to nowhere counts as None.
 int ExamineEntry(const CString& path, EntryType& type);
-// The same without following a link.
+// As above, without following a link.
 int ExamineEntryItself(const CString& path, EntryType& type);
 
-// The full path of what is at `path`, all links followed.
+// The full path of the entry at `path`, with all links resolved.
 int ResolveLinks(const CString& path, std::string& real);
 
 // An entry as its directory lists it.
 struct ListedEntry
 {
     const char* name;
-    EntryType type; // links followed; None for a link to nowhere and for what cannot be told
+    EntryType type; // following links; None for a link to nowhere or if it cannot be determined
     bool isLink;
-    int error; // why the type cannot be told, else 0
+    int error; // why the type cannot be determined, else 0
 };
 
-// Calls `visit` with the entries of the directory at `path` in no order, "." and ".." left out. What `visit` raises
-// passes.
+// Calls `visit` with the entries of the directory at `path` in any order, without "." and "..". An exception from
+// `visit` is passed on.
 int ListEntries(const std::string& path, const std::function<void(const ListedEntry&)>& visit);
 
-// Makes one directory; one that is there already, or a link to one, is fine.
+// Makes one directory; an existing one, or a link to one, is fine.
 int MakeOneDirectory(const CString& path);
 
-// Makes one directory where nothing is; EEXIST when something is there, whatever it is.
+// Makes one new directory; EEXIST if anything is there.
 int MakeNewDirectory(const CString& path);
 
-// Gives the entry at `from` the name `to`; a file or link of that name is replaced.
+// Renames the entry at `from` to `to`; an existing file or link is replaced.
 int RenameEntry(const CString& from, const CString& to);

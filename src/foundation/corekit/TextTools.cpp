@@ -35,9 +35,9 @@ CString MakeLower(const CString& text)
 ULONGLONG XTokenString(const char* text, const char* delimiters, CStringArray& tokens, int /*flag1*/, int /*flag2*/,
                        int /*flag3*/, int /*flag4*/, int /*flag5*/)
 {
-    const CString copy(text); // `text` may be one of the tokens that are replaced
+    const CString copy(text); // `text` may be one of the replaced tokens
     const CString separators(delimiters);
-    INT_PTR count = 0; // first the count, so that a long list is stored without moving it again and again
+    INT_PTR count = 0; // count first, so that a long list is allocated once
     ForEachToken(copy.View(), separators.View(), [&count](std::string_view) { ++count; });
     tokens.RemoveAll();
     tokens.SetSize(count);

@@ -1,4 +1,4 @@
-// Free functions on text that readers and hosts share.
+// Free functions on text for readers and hosts.
 #pragma once
 
 #include "foundation/JobxExport.h"
@@ -10,8 +10,8 @@
 JOBX_API CString MakeUpper(const CString& text);
 JOBX_API CString MakeLower(const CString& text);
 
-// Makes `tokens` the pieces of `text` between characters of `delimiters`, in order, and returns how many there are.
-// Runs of such characters separate once, also at both ends, so that no token is empty. Without delimiters the whole
-// text is one token. A null text has no tokens. The five flags are taken for the sake of hosts and change nothing.
+// Splits `text` at the characters in `delimiters` into `tokens`, in order, and returns the number of tokens. A run of
+// delimiters separates once, also at both ends, so no token is empty. Without delimiters, the whole text is one token.
+// A null text has no tokens. The five flags are accepted for compatibility with hosts and ignored.
 JOBX_API ULONGLONG XTokenString(const char* text, const char* delimiters, CStringArray& tokens, int flag1, int flag2,
                                 int flag3, int flag4, int flag5);
