@@ -1,4 +1,4 @@
-// Letters and white space as this system sees them: ASCII only, whatever the process locale.
+// Letters and white space of ASCII, whatever the locale of the process.
 #pragma once
 
 #include <algorithm>
@@ -21,7 +21,7 @@ constexpr bool IsAsciiSpace(char c) noexcept
     return c == ' ' || (c >= '\t' && c <= '\r');
 }
 
-// Below, at or above 0 as `a` sorts before, with or after `b`, letters taken in lower case.
+// Negative, 0 or positive as `a` sorts before, with or after `b`, with letters in lower case.
 inline int AsciiCompareNoCase(std::string_view a, std::string_view b) noexcept
 {
     const std::size_t common = std::min(a.size(), b.size());

@@ -15,13 +15,13 @@
 namespace
 {
 constexpr int kMinBuffer = 128;
-// A length is not believed: text is read in pieces of this many bytes, so that a short archive ends it early.
+// A length is not trusted: text is read in pieces of this many bytes, so that a short archive ends it early.
 constexpr std::size_t kLoadedPiece = 65536;
 
 constexpr BYTE kLong8 = 0xFF; // a longer length follows
 constexpr WORD kLong16 = 0xFFFF;
 constexpr UINT kLong32 = 0xFFFFFFFF;
-constexpr WORD kWide = 0xFFFE; // wide characters: the length follows from its begin
+constexpr WORD kWide = 0xFFFE; // wide characters; the length follows from its start
 
 template <class T>
 auto ToBits(T value)
@@ -47,7 +47,7 @@ T FromBits(Bits bits)
         return static_cast<T>(bits);
 }
 
-// Turns UTF-16 units, which may come in any pieces, into UTF-8.
+// Converts UTF-16 units, which may come in any pieces, to UTF-8.
 class WideText
 {
 public:
@@ -72,7 +72,7 @@ public:
     }
 
 private:
-    char32_t m_high = 0; // a high surrogate that waits for its other half
+    char32_t m_high = 0; // a high surrogate waiting for its other half
 };
 } // namespace
 
@@ -95,7 +95,7 @@ CArchive::~CArchive()
     {
         error->Delete();
     }
-    catch (...) // a host's own file may raise anything; a destructor must not
+    catch (...) // a host's file may raise anything; a destructor must not
     {
         m_pFile = nullptr;
     }
@@ -139,7 +139,7 @@ void CArchive::RequireLoading() const
 
 void CArchive::FlushStored()
 {
-    // Taken out first: what a failing file took in part must not be written again on Close.
+    // Emptied first: if the file fails after taking a part, Close must not write that again.
     std::vector<BYTE> stored;
     stored.swap(m_buffer);
     if (!stored.empty())
@@ -496,7 +496,7 @@ ULONGLONG CArchive::LoadLength(bool& wide)
     if (length16 == kWide)
     {
         if (std::exchange(wide, true))
-            Throw(CArchiveException::badIndex); // the marker stands once
+            Throw(CArchiveException::badIndex); // the marker may appear only once
         return LoadLength(wide);
     }
     if (length16 != kLong16)

@@ -8,29 +8,29 @@
 
 class CFile;
 
-// A binary archive over a file: values one after the other, little-endian, without names or padding.
+// A binary archive on a file: a sequence of values, little-endian, without names or padding.
 // Ownership: borrows the file, which must outlive it; the destructor closes the archive (not the file).
-// Units:     counts and sizes in bytes, unless said otherwise.
-// Results:   end of data, a length that cannot be read, loading from a storing archive (and the reverse) raise
-//            CArchiveException; the file's own errors raise CFileException.
+// Units:     counts and sizes in bytes, unless stated otherwise.
+// Results:   end of data, an invalid length, and loading from a storing archive or the reverse raise CArchiveException.
+//            Errors of the file raise CFileException.
 class JOBX_API CArchive
 {
 public:
-    // What the archive is for.
+    // The direction, and options.
     enum Mode
     {
         store = 0,
         load = 1,
         bNoFlushOnDelete = 2 // the destructor neither flushes nor closes
     };
-    // `bufferSize` in bytes; less than 128 is taken as 128. A buffer of the caller's is accepted and stays unused.
+    // `bufferSize` is in bytes; less than 128 means 128. A caller's buffer is accepted and not used.
     CArchive(CFile* file, UINT mode, int bufferSize = 4096, void* buffer = nullptr);
     CArchive(const CArchive&) = delete;
     CArchive& operator=(const CArchive&) = delete;
-    // Closes the archive; a failure to write the rest is dropped here (call Close to see it).
+    // Closes the archive and ignores a failure to write the rest. Call Close to see it.
     ~CArchive();
 
-    // Which way values go.
+    // The direction of the archive.
     BOOL IsLoading() const;
     BOOL IsStoring() const;
     CFile* GetFile() const; // null after Close and Abort
@@ -41,18 +41,18 @@ public:
     void ReadExactly(void* buffer, std::size_t size);
     // Stores exactly `size` bytes.
     void Write(const void* buffer, UINT size);
-    // Hands everything stored so far to the file; when loading, puts the file's position behind what was read.
+    // Writes everything stored so far to the file. When loading, sets the file's position to the end of what was read.
     void Flush();
-    // Flushes and lets go of the file.
+    // Flushes and releases the file.
     void Close();
-    // Lets go of the file and drops what was not handed to it yet.
+    // Releases the file and drops what was not written yet.
     void Abort();
 
     // A count: 16 bits below 0xFFFF, else 0xFFFF and 32 bits below 0xFFFFFFFF, else that and 64 bits.
     void WriteCount(ULONGLONG count);
     ULONGLONG ReadCount();
 
-    // Store one value in as many bytes as its type has, little-endian.
+    // Store one value, little-endian, in as many bytes as its type has.
     CArchive& operator<<(BYTE value);
     CArchive& operator<<(WORD value);
     CArchive& operator<<(short value);
@@ -70,10 +70,10 @@ public:
     // One byte, 0 or 1.
     CArchive& operator<<(bool value);
     // The length (one byte below 0xFF; 0xFF and 16 bits below 0xFFFE; 0xFF, 0xFFFF and 32 bits below 0xFFFFFFFF; then
-    // 64 bits), then the characters without terminator.
+    // 64 bits), then the characters without a terminator.
     CArchive& operator<<(const CString& value);
     CArchive& operator<<(const void*) = delete; // would be stored as a bool
-    // Load one value of as many bytes as its type has, little-endian.
+    // Load one value, little-endian, of as many bytes as its type has.
     CArchive& operator>>(BYTE& value);
     CArchive& operator>>(WORD& value);
     CArchive& operator>>(short& value);
@@ -88,9 +88,9 @@ public:
     CArchive& operator>>(LONG& value);
     CArchive& operator>>(DWORD& value);
 #endif
-    // One byte; any but 0 is true.
+    // One byte; anything but 0 is true.
     CArchive& operator>>(bool& value);
-    // Also takes the wide form (0xFF, 0xFFFE, the length again, UTF-16 units), which becomes UTF-8.
+    // Also accepts the wide form (0xFF, 0xFFFE, another length, UTF-16 units) and converts it to UTF-8.
     CArchive& operator>>(CString& value);
 
 private:
@@ -108,6 +108,6 @@ private:
     CFile* m_pFile;
     UINT m_nMode;
     std::size_t m_nBufferSize;
-    std::vector<BYTE> m_buffer; // storing: not handed to the file yet; loading: read from it ahead
-    std::size_t m_nAt = 0;      // next byte of the buffer to read, when loading
+    std::vector<BYTE> m_buffer; // storing: not yet written to the file; loading: read ahead from it
+    std::size_t m_nAt = 0;      // when loading, the next byte of the buffer to read
 };

@@ -14,7 +14,7 @@
 #include <utility>
 
 // The framework's growable array: elements of TYPE in one contiguous block, passed as ARG_TYPE.
-// Ownership: elements that are pointers are never deleted here; the buffer is.
+// Ownership: deletes its buffer, but never the objects that its elements point to.
 // Growth:    appending to a full array adds size/8 elements, at least 4 and at most 1024, or the step of SetSize.
 // Results:   a bad index or range raises CInvalidArgException, exhausted memory CMemoryException.
 template <class TYPE, class ARG_TYPE = const TYPE&>
@@ -36,11 +36,12 @@ public:
     // The number of elements.
     INT_PTR GetSize() const { return m_nSize; }
     INT_PTR GetCount() const { return m_nSize; }
-    // Whether there are no elements, and the last index: -1 then.
+    // Whether there are no elements; and the last index, then -1.
     BOOL IsEmpty() const { return m_nSize == 0 ? TRUE : FALSE; }
     INT_PTR GetUpperBound() const { return m_nSize - 1; }
 
-    // Makes the array exactly `size` long; new elements are value-initialised. A growth step below 0 keeps the step.
+    // Makes the array exactly `size` long; new elements are value-initialised. A negative `growBy` keeps the growth
+    // step.
     void SetSize(INT_PTR size, INT_PTR growBy = -1)
     {
         if (size < 0)
@@ -61,21 +62,21 @@ public:
         m_nSize = size;
     }
 
-    // Makes room for `capacity` elements in all, so that appending up to there neither moves the buffer nor raises.
+    // Makes room for `capacity` elements in total. Up to that size, appending neither moves the buffer nor raises.
     void Reserve(INT_PTR capacity)
     {
         if (capacity > m_nMaxSize)
             Reallocate(capacity);
     }
 
-    // Gives back the part of the buffer that holds no element.
+    // Frees the unused part of the buffer.
     void FreeExtra()
     {
         if (m_nSize != m_nMaxSize)
             m_nSize == 0 ? RemoveAll() : Reallocate(m_nSize);
     }
 
-    // Removes every element and releases the buffer.
+    // Removes every element and frees the buffer.
     void RemoveAll()
     {
         std::destroy(m_pData, m_pData + m_nSize);
@@ -85,7 +86,7 @@ public:
         m_nMaxSize = 0;
     }
 
-    // The element at that index, for reading or changing; SetAt replaces it. A bad index raises CInvalidArgException.
+    // The element at that index, to read or change; SetAt replaces it. A bad index raises CInvalidArgException.
     const TYPE& GetAt(INT_PTR index) const { return m_pData[Checked(index)]; }
     TYPE& GetAt(INT_PTR index) { return m_pData[Checked(index)]; }
     void SetAt(INT_PTR index, ARG_TYPE element) { m_pData[Checked(index)] = element; }
@@ -93,18 +94,18 @@ public:
     TYPE& ElementAt(INT_PTR index) { return m_pData[Checked(index)]; }
     const TYPE& operator[](INT_PTR index) const { return m_pData[Checked(index)]; }
     TYPE& operator[](INT_PTR index) { return m_pData[Checked(index)]; }
-    // The block of all elements, valid until the array grows, shrinks or ends; null when there is none.
+    // The block of all elements, valid until the array grows, shrinks or is destroyed; null if there is none.
     const TYPE* GetData() const { return m_pData; }
     TYPE* GetData() { return m_pData; }
 
-    // Stores `element` at `index`, growing the array when needed.
+    // Stores `element` at `index`; the array grows if needed.
     void SetAtGrow(INT_PTR index, ARG_TYPE element)
     {
         if (index < 0)
             AfxThrowInvalidArgException();
         if (index == std::numeric_limits<INT_PTR>::max())
             AfxThrowMemoryException();
-        TYPE copy(element); // `element` may lie in the block that growing moves
+        TYPE copy(element); // `element` may be in the block that growing moves
         if (index >= m_nSize)
             SetSize(index + 1);
         m_pData[index] = std::move(copy);
@@ -126,7 +127,7 @@ public:
         return m_nSize++;
     }
 
-    // Appends the elements of `source`, pointers as they are; returns the index of the first.
+    // Appends the elements of `source`, copying pointers as they are. Returns the index of the first.
     INT_PTR Append(const CArray& source)
     {
         const INT_PTR oldSize = m_nSize;
@@ -136,7 +137,7 @@ public:
         return oldSize;
     }
 
-    // Makes the elements those of `source`, pointers as they are.
+    // Replaces the elements by those of `source`, copying pointers as they are.
     void Copy(const CArray& source)
     {
         if (this == &source)
@@ -145,12 +146,12 @@ public:
         std::copy_n(source.m_pData, source.m_nSize, m_pData);
     }
 
-    // Inserts `count` times `element` before `index`, which may equal the size; later elements move up.
+    // Inserts `element` `count` times before `index`, which may equal the size; later elements move up.
     void InsertAt(INT_PTR index, ARG_TYPE element, INT_PTR count = 1)
     {
         if (index < 0 || index > m_nSize || count <= 0)
             AfxThrowInvalidArgException();
-        const TYPE copy(element); // `element` may lie in the block that is moved
+        const TYPE copy(element); // `element` may be in the block that is moved
         OpenGap(index, count);
         std::fill_n(m_pData + index, count, copy);
     }
@@ -169,12 +170,12 @@ public:
             std::copy_n(source->m_pData, count, m_pData + index);
             return;
         }
-        // The gap has torn the array's own elements in two.
+        // The gap has split the array's own elements.
         std::copy_n(m_pData, index, m_pData + index);
         std::copy_n(m_pData + index + count, count - index, m_pData + index + index);
     }
 
-    // Takes `count` elements out from `index` on; later ones move down.
+    // Removes `count` elements from `index` on; later ones move down.
     void RemoveAt(INT_PTR index, INT_PTR count = 1)
     {
         if (index < 0 || count < 0 || index > m_nSize || count > m_nSize - index)
@@ -184,10 +185,10 @@ public:
         m_nSize -= count;
     }
 
-    // The count and then the elements: numbers as they lie in memory, texts and what else the archive can store and
-    // load in its own form. Pointers and other classes have no archived form: an array of them stores a count of zero,
-    // and a stored count above zero raises the archive exception on loading. Loading replaces the elements; when the
-    // archive raises, those loaded so far stay.
+    // The count and then the elements: numbers as in memory, texts and other types that the archive supports in its own
+    // form. Pointers and other classes have no archived form: an array of them stores a count of zero, and loading a
+    // count above zero raises the archive exception. Loading replaces the elements; if the archive raises, those loaded
+    // so far are kept.
     void Serialize(CArchive& archive) override
     {
         CObject::Serialize(archive);
@@ -203,7 +204,7 @@ public:
         const ULONGLONG count = archive.ReadCount();
         if constexpr (kHasArchivedForm)
             for (ULONGLONG i = 0; i < count;
-                 ++i) // the count is not believed: a short archive ends this by its exception
+                 ++i) // the count is not trusted: a short archive ends this with its exception
             {
                 TYPE element{};
                 Load(archive, element);
@@ -214,7 +215,7 @@ public:
     }
 
 protected:
-    // The index itself; a bad one raises CInvalidArgException.
+    // Returns the index; a bad one raises CInvalidArgException.
     INT_PTR Checked(INT_PTR index) const
     {
         if (index < 0 || index >= m_nSize)
@@ -247,7 +248,7 @@ private:
         const auto bytes = static_cast<std::size_t>(capacity) * sizeof(TYPE);
         if constexpr (std::is_trivially_copyable_v<TYPE>)
         {
-            // Large blocks are moved by the system page by page, so that small growth steps stay cheap.
+            // The system moves large blocks page by page, so small growth steps are cheap.
             auto* const block = static_cast<TYPE*>(std::realloc(static_cast<void*>(m_pData), bytes));
             if (block == nullptr)
                 AfxThrowMemoryException();
@@ -259,11 +260,11 @@ private:
             if (memory == nullptr)
                 AfxThrowMemoryException();
             auto* const block = static_cast<TYPE*>(memory.get());
-            std::uninitialized_move(m_pData, m_pData + m_nSize, block); // may raise: nothing has changed then
+            std::uninitialized_move(m_pData, m_pData + m_nSize, block); // may raise; then nothing has changed
             std::destroy(m_pData, m_pData + m_nSize);
             std::free(m_pData);
             m_pData = block;
-            memory.release(); // NOLINT(bugprone-unused-return-value): m_pData holds the block from here on
+            memory.release(); // NOLINT(bugprone-unused-return-value): m_pData now owns the block
         }
         m_nMaxSize = capacity;
     }

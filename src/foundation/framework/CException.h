@@ -4,13 +4,13 @@
 #include "foundation/framework/CString.h"
 #include "foundation/framework/FrameworkThrow.h"
 
-// The framework's exceptions. They are thrown and caught as pointers; who catches one calls Delete() on it, which
-// frees it when it was made for that throw and does nothing for the ones that always exist.
-// Threads: an exception object is used by the thread that caught it.
+// The framework's exceptions. They are thrown and caught as pointers. The catcher calls Delete(), which frees an
+// exception that was made for that throw and does nothing to the permanent ones.
+// Threads:   an exception object is used by the thread that caught it.
 class JOBX_API CException : public CObject
 {
 public:
-    // `autoDelete`: Delete frees the object, which was made with new.
+    // With `autoDelete`, Delete frees the object, which was made with new.
     explicit CException(BOOL autoDelete = TRUE);
     ~CException() override;
     CException(const CException&) = delete;
@@ -19,21 +19,21 @@ public:
     static CRuntimeClass* GetThisClass();
     CRuntimeClass* GetRuntimeClass() const override;
 
-    // Ends the life of a caught exception; the pointer must not be used afterwards.
+    // Deletes a caught exception; the pointer must not be used afterwards.
     void Delete();
-    // The reason in one line, without a line end; "" when the class gives none.
+    // The reason in one line, without a line end; "" if the class has none.
     virtual CString GetMessageText() const;
-    // Writes the reason into `buffer`, cut at `size` bytes with its terminator. FALSE when there is no room at all, or
-    // no reason. There is no help: its number is 0.
+    // Writes the reason into `buffer`, cut at `size` bytes including the terminator. FALSE if there is no room at all
+    // or no reason. There is no help; its number is 0.
     virtual BOOL GetErrorMessage(LPSTR buffer, UINT size, UINT* helpContext = nullptr) const;
-    // Shows the reason in a message box and answers its button.
+    // Shows the reason in a message box and returns the button pressed.
     virtual int ReportError(UINT style = 0, UINT textNumber = 0);
 
 private:
     BOOL m_bAutoDelete;
 };
 
-// Memory is exhausted. The library throws one object that always exists.
+// Memory is exhausted. The library throws a permanent object.
 class JOBX_API CMemoryException : public CException
 {
 public:
@@ -44,8 +44,7 @@ public:
     CString GetMessageText() const override;
 };
 
-// An operation was given an argument that it cannot take, such as a bad index. The library throws one object that
-// always exists.
+// An operation got an argument that it does not accept, such as a bad index. The library throws a permanent object.
 class JOBX_API CInvalidArgException : public CException
 {
 public:
@@ -60,7 +59,7 @@ public:
 class JOBX_API CFileException : public CException
 {
 public:
-    // Why it failed.
+    // The reason.
     enum Cause
     {
         none,
@@ -79,16 +78,16 @@ public:
         diskFull,
         endOfFile
     };
-    // `cause`: one of Cause; `osError`: the system's error number, -1 when unknown.
+    // `cause`: one of Cause; `osError`: the system's error number, -1 if unknown.
     explicit CFileException(int cause = none, LONG osError = -1, CString fileName = CString());
     static CRuntimeClass* GetThisClass();
     CRuntimeClass* GetRuntimeClass() const override;
     CString GetMessageText() const override;
-    // The cause that fits a system error number.
+    // The cause for a system error number.
     static int ErrnoToException(int error);
 
     int m_cause;           // one of Cause
-    LONG m_lOsError;       // the system's error number, -1 when unknown
+    LONG m_lOsError;       // the system's error number, -1 if unknown
     CString m_strFileName; // as given to the operation
 };
 
@@ -96,7 +95,7 @@ public:
 class JOBX_API CArchiveException : public CException
 {
 public:
-    // Why it failed.
+    // The reason.
     enum Cause
     {
         none,
@@ -115,5 +114,5 @@ public:
     CString GetMessageText() const override;
 
     int m_cause;           // one of Cause
-    CString m_strFileName; // the archive's file, "" when it has none
+    CString m_strFileName; // the archive's file, "" if it has none
 };

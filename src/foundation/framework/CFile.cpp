@@ -15,7 +15,7 @@ namespace
 {
 constexpr UINT kAccessMask = CFile::modeWrite | CFile::modeReadWrite;
 
-// The C library's own positions may have 32 bits only.
+// The C library's positions may have only 32 bits.
 int SeekStream(std::FILE* stream, __int64 offset, int whence)
 {
 #if defined(_WIN32)
@@ -41,14 +41,14 @@ bool IsDirectory(const char* path)
     return fs::is_directory(path, ignored);
 }
 
-// Of the entry itself, also when it is a link.
+// Of the entry itself, even if it is a link.
 fs::file_status EntryStatus(const char* path)
 {
     std::error_code ignored;
     return fs::symlink_status(path, ignored);
 }
 
-// Makes the file when there is none; what one holds is kept when asked for.
+// Creates the file if there is none; keeps the contents of an existing one on request.
 bool CreateFileAt(const char* path, bool keep)
 {
     std::FILE* const stream = std::fopen(path, keep ? "ab" : "wb");
@@ -64,7 +64,7 @@ std::FILE* OpenFile(const char* path, UINT openFlags)
         errno = EINVAL;
         return nullptr;
     }
-    if (IsDirectory(path)) // which some systems would open for reading
+    if (IsDirectory(path)) // some systems would open it for reading
     {
         errno = EISDIR;
         return nullptr;
@@ -133,7 +133,7 @@ BOOL CFile::OpenStream(LPCSTR fileName, UINT openFlags, CFileException* error, b
 {
     CFile::Close();
     const CString path(fileName);
-    // Before the file is open: nothing may raise after that.
+    // Before the file is open, because nothing may raise after that.
     CString opened = Guarded([&] { return AbsolutePath(path); });
     errno = 0;
     m_pStream = Guarded([&] { return OpenFile(path, openFlags); });
@@ -148,7 +148,7 @@ BOOL CFile::OpenStream(LPCSTR fileName, UINT openFlags, CFileException* error, b
         }
         return FALSE;
     }
-    if (!buffered) // like the system's own files: what is written is there, what is read is what is there
+    if (!buffered) // like the system's own files: writes take effect at once, reads see the current contents
         std::setvbuf(m_pStream, nullptr, _IONBF, 0);
     m_strFilePath = path;
     m_strOpenedPath = std::move(opened);
@@ -173,10 +173,10 @@ void CFile::BeginReading()
     RequireOpen();
     if (m_nAccess == modeWrite)
         ThrowErrno(EACCES);
-    // The C library wants a flush between writing and reading.
+    // The C library requires a flush between writing and reading.
     if (m_lastUse == LastUse::writing && std::fflush(m_pStream) != 0)
         ThrowErrno(errno);
-    std::clearerr(m_pStream); // the file may have grown since its end was met
+    std::clearerr(m_pStream); // the file may have grown since its end was reached
     m_lastUse = LastUse::reading;
 }
 
@@ -185,7 +185,7 @@ void CFile::BeginWriting()
     RequireOpen();
     if (m_nAccess == modeRead)
         ThrowErrno(EACCES);
-    // The C library wants a seek between reading and writing.
+    // The C library requires a seek between reading and writing.
     if (m_lastUse == LastUse::reading && SeekStream(m_pStream, 0, SEEK_CUR) != 0)
         ThrowErrno(errno);
     m_lastUse = LastUse::writing;

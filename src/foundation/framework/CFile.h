@@ -9,8 +9,8 @@
 // The framework's binary file.
 // Units:     positions, counts and lengths in bytes.
 // Ownership: closes its file in the destructor; not copyable.
-// Results:   Open answers FALSE; every other failure raises CFileException (deleted by who catches it), a null buffer
-//            for a count above 0 raises CInvalidArgException. An operation on a closed file raises CFileException.
+// Results:   Open returns FALSE. Every other failure, including any operation on a closed file, raises CFileException
+//            (deleted by the catcher). A null buffer for a count above 0 raises CInvalidArgException.
 class JOBX_API CFile : public CObject
 {
 public:
@@ -26,12 +26,12 @@ public:
         shareDenyRead = 0x0030,
         shareDenyNone = 0x0040,
         modeNoInherit = 0x0080,
-        modeCreate = 0x1000,     // makes the file, and empties one that exists
-        modeNoTruncate = 0x2000, // with modeCreate: keeps what an existing file holds
+        modeCreate = 0x1000,     // creates the file, or empties an existing one
+        modeNoTruncate = 0x2000, // with modeCreate: keeps the contents of an existing file
         typeText = 0x4000,
         typeBinary = 0x8000
     };
-    // What an offset counts from.
+    // The origin of an offset.
     enum SeekPosition
     {
         begin = 0,
@@ -40,7 +40,7 @@ public:
     };
 
     CFile();
-    // Opens at once; a failure raises CFileException.
+    // Opens the file; a failure raises CFileException.
     CFile(LPCSTR fileName, UINT openFlags);
     CFile(const CFile&) = delete;
     CFile& operator=(const CFile&) = delete;
@@ -49,39 +49,39 @@ public:
     static CRuntimeClass* GetThisClass();
     CRuntimeClass* GetRuntimeClass() const override;
 
-    // Opens `fileName`; TRUE when done, else FALSE with the reason in `error` when that is given. An open file is
-    // closed first. Only modeCreate makes or empties a file. A directory is refused. The share flags are accepted and
-    // have no effect where the system has no such locks.
+    // Opens `fileName`, after closing an open file. Returns TRUE, or FALSE with the reason in `error`, if given. Only
+    // modeCreate creates or empties a file. A directory is refused. The share flags are accepted, but have no effect on
+    // systems without such locks.
     virtual BOOL Open(LPCSTR fileName, UINT openFlags, CFileException* error = nullptr);
     // Whether a file is open.
     virtual BOOL IsOpen() const;
-    // Reads up to `count` bytes and returns how many there were; fewer mean the end of the file.
+    // Reads up to `count` bytes and returns how many there were; fewer than `count` mean the end of the file.
     virtual UINT Read(void* buffer, UINT count);
     // Writes exactly `count` bytes.
     virtual void Write(const void* buffer, UINT count);
-    // Moves to `offset` bytes from the begin, the current position or the end; returns the new position. A position
-    // past the end is kept, one before the begin raises CFileException.
+    // Moves to `offset` bytes from the start, the current position or the end; returns the new position. A position
+    // past the end is kept, one before the start raises CFileException.
     virtual ULONGLONG Seek(__int64 offset, UINT from);
     // The current position, and the length of the file.
     virtual ULONGLONG GetPosition() const;
     virtual ULONGLONG GetLength() const;
-    // Cuts the file, or makes it longer with zero bytes, and moves to the new end.
+    // Truncates the file, or extends it with zero bytes, and moves to the new end.
     virtual void SetLength(ULONGLONG newLength);
-    // Hands everything written to the system.
+    // Passes everything written to the system.
     virtual void Flush();
-    // Closes; a failure to write the rest raises CFileException, the file is closed all the same. Nothing happens when
-    // no file is open.
+    // Closes the file. If writing the rest fails, raises CFileException, but closes it anyway. Does nothing if no file
+    // is open.
     virtual void Close();
-    // Closes and drops every failure.
+    // Closes the file and ignores every failure.
     virtual void Abort();
 
-    // Moves to the first byte, or behind the last; the latter answers the length.
+    // Moves to the first byte, or past the last; the latter returns the length.
     void SeekToBegin();
     ULONGLONG SeekToEnd();
-    virtual CString GetFilePath() const;  // as given to Open, "" when none is open
+    virtual CString GetFilePath() const;  // as given to Open, "" if no file is open
     virtual CString GetFileName() const;  // its last component
     virtual CString GetFileTitle() const; // its last component without the extension
-    // Changes what the three above answer; renames nothing.
+    // Changes the results of the three above; renames nothing.
     virtual void SetFilePath(LPCSTR path);
 
     // Deletes a file; a directory is refused.
@@ -90,19 +90,19 @@ public:
     static void Rename(LPCSTR oldName, LPCSTR newName);
 
 protected:
-    // What the stream was used for last: a switch needs a seek between.
+    // The last use of the stream: a switch needs a seek in between.
     enum class LastUse
     {
         none,
         reading,
         writing
     };
-    // Opens with the C library's buffer or without one; results as Open.
+    // Opens with or without the C library's buffer; results as Open.
     BOOL OpenStream(LPCSTR fileName, UINT openFlags, CFileException* error, bool buffered);
-    // To be called before each direct use of the stream: it is open for that use and was switched over to it.
+    // Call one before each direct use of the stream. Checks that it is open for that use and switches to it.
     void BeginReading();
     void BeginWriting();
-    // Raises CFileException with the cause that fits a system error number.
+    // Raises CFileException with the cause for a system error number.
     [[noreturn]] void ThrowErrno(int error) const;
 
     std::FILE* m_pStream = nullptr;
@@ -111,7 +111,7 @@ protected:
 private:
     void RequireOpen() const;
 
-    CString m_strOpenedPath; // absolute: stays true when the current directory changes
+    CString m_strOpenedPath; // absolute, so it is valid even after the current directory changes
     UINT m_nAccess = modeReadWrite;
     LastUse m_lastUse = LastUse::none;
 };

@@ -120,7 +120,7 @@ ULONGLONG CMemFile::Seek(__int64 offset, UINT from)
         AfxThrowInvalidArgException();
     const ULONGLONG base = from == begin ? 0 : from == current ? m_nPosition : m_nSize;
     const auto distance = static_cast<ULONGLONG>(offset);
-    const ULONGLONG position = base + distance; // negative distances wrap round to the right place
+    const ULONGLONG position = base + distance; // negative distances wrap around correctly
     const bool valid = offset < 0 ? base >= 0 - distance : position >= base;
     if (!valid)
         AfxThrowFileException(CFileException::badSeek);
@@ -182,7 +182,7 @@ void CMemFile::Reserve(ULONGLONG size)
         AfxThrowFileException(CFileException::diskFull);
     if (size > static_cast<ULONGLONG>(std::numeric_limits<std::ptrdiff_t>::max()) / 2)
         AfxThrowMemoryException();
-    // At least half as much again, so that many small writes stay linear.
+    // At least half as much again, so that many small writes take linear time.
     const std::size_t step = std::max(m_nGrowBytes, m_nCapacity / 2);
     const std::size_t capacity = std::max(static_cast<std::size_t>(size), m_nCapacity + step);
     auto* const block = static_cast<BYTE*>(m_bOwned ? std::realloc(m_pBuffer, capacity) : std::malloc(capacity));

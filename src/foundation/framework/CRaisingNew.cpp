@@ -2,7 +2,7 @@
 
 #include "foundation/framework/FrameworkThrow.h"
 
-// In the library, not in the header: a compiler that inlines one of a pair and not the other takes them for a mismatch.
+// In the library, not in the header: a compiler that inlines only one of a pair warns about a mismatch.
 
 void* CRaisingNew::operator new(std::size_t size)
 {

@@ -7,9 +7,9 @@ namespace
 {
 constexpr std::size_t kLinePiece = 512;
 
-// How many bytes of a line std::fgets read into a buffer that held line feeds only. The first line feed is the line's
-// own when the terminator follows it; otherwise it is one from before, and the terminator stands right in front of it.
-// A NUL in the line misleads neither case.
+// How many bytes of a line std::fgets read into a buffer that was filled with line feeds. If the terminator follows the
+// first line feed, that belongs to the line. Otherwise it is an original one, and the terminator is right before it.
+// This works even if the line contains NUL.
 std::size_t LengthRead(const char* buffer, std::size_t size)
 {
     const auto* const feed = static_cast<const char*>(std::memchr(buffer, '\n', size));
@@ -97,7 +97,7 @@ LPSTR CStdioFile::ReadString(LPSTR buffer, UINT size)
             if (next == '\n')
                 character = '\n';
             else
-                std::ungetc(next, m_pStream); // gives back nothing at the end of the file
+                std::ungetc(next, m_pStream); // does nothing at the end of the file
         }
         if (character == EOF)
             break;

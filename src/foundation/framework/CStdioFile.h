@@ -2,15 +2,15 @@
 
 #include "foundation/framework/CFile.h"
 
-// The framework's text file. LF and CRLF both end a line when reading, a lone CR is data; "\n" is written as it is.
-// All other bytes pass through, a NUL included.
+// The framework's text file. When reading, LF and CRLF both end a line, a lone CR is data. "\n" is written unchanged.
+// All other bytes, including NUL, are passed through.
 class JOBX_API CStdioFile : public CFile
 {
 public:
     CStdioFile();
-    // Opens at once; a failure raises CFileException.
+    // Opens the file; a failure raises CFileException.
     CStdioFile(LPCSTR fileName, UINT openFlags);
-    explicit CStdioFile(std::FILE* stream); // takes the stream and closes it
+    explicit CStdioFile(std::FILE* stream); // owns the stream and closes it
     ~CStdioFile() override;
 
     static CRuntimeClass* GetThisClass();
@@ -18,15 +18,14 @@ public:
 
     BOOL Open(LPCSTR fileName, UINT openFlags, CFileException* error = nullptr) override;
 
-    // The next line without its line end; FALSE and an empty text at the end of the file.
+    // The next line without its line end. At the end of the file, FALSE and an empty text.
     virtual BOOL ReadString(CString& line);
-    // The next line with its line end, which is always "\n", at most `size` - 1 characters and a terminator; the rest
-    // of a longer line comes with the next call. Null at the end of the file. A `size` of 0 raises
-    // CInvalidArgException.
+    // The next line with its line end, which is always "\n": at most `size` - 1 characters and a terminator. The next
+    // call returns the rest of a longer line. Null at the end of the file. A `size` of 0 raises CInvalidArgException.
     virtual LPSTR ReadString(LPSTR buffer, UINT size);
-    // The text up to its terminator; no line end is added.
+    // Writes the text up to its terminator; adds no line end.
     virtual void WriteString(LPCSTR text);
 
-    // The C library's stream, for its own printing and reading; null while no file is open.
+    // The C library's stream, to print and read with it directly; null while no file is open.
     using CFile::m_pStream;
 };

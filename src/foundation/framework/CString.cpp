@@ -91,7 +91,7 @@ void CString::SetLengthInPlace(std::size_t length) noexcept
     if (IsInside())
     {
         m_rep.bytes[kTag] = static_cast<char>((length << 1U) | 1U);
-        // Bytes behind the text are zero, so that equal texts are equal words.
+        // Bytes after the text are zero, so that equal texts are equal words.
         std::fill(m_rep.bytes + kText + length, m_rep.bytes + kText + kInsideCapacity + 1, '\0');
         return;
     }
@@ -109,7 +109,7 @@ unsigned long long CString::InsideWord(const char* text, std::size_t length) noe
         std::copy_n(text, length, made.bytes + kText);
         return made.word;
     }
-    // Put together in a register: bytes that were stored one by one could not be loaded as a word without a wait.
+    // Built in a register, because loading a word right after storing its bytes one by one would stall.
     unsigned long long bytes = 0;
     if (length >= 4)
     {
@@ -188,7 +188,7 @@ void CString::Fill(char character, int repeat)
     SetLengthInPlace(count);
 }
 
-// Delegates, so that what was made so far is given back when there is no memory for the rest.
+// Delegates, so that the destructor runs if there is no memory for the rest.
 CString::CString(const wchar_t* text) : CString()
 {
     if (text != nullptr)
@@ -206,7 +206,7 @@ CString::CString(const unsigned char* text) : CString(Narrow(text)) {}
 
 CString& CString::operator=(LPCSTR text)
 {
-    const std::string_view view = OrEmpty(text); // may lie in this object: Assign copies before it releases
+    const std::string_view view = OrEmpty(text); // may be in this object: Assign copies before it releases
     Assign(view.data(), view.size());
     return *this;
 }
@@ -323,7 +323,7 @@ void CString::AppendBytes(const char* text, std::size_t length)
     if (length > kLongestText - oldLength)
         AfxThrowMemoryException();
     const char* const own = GetString();
-    if (!std::less<>{}(text, own) && !std::less<>{}(own + oldLength, text)) // growing would move what `text` points at
+    if (!std::less<>{}(text, own) && !std::less<>{}(own + oldLength, text)) // growing would move what `text` points to
     {
         *this = Joined(View(), {text, length});
         return;
@@ -646,7 +646,7 @@ void CString::AppendFormatV(LPCSTR format, va_list args)
 {
     if (format == nullptr)
         AfxThrowInvalidArgException();
-    char brief[256]; // most texts are short: these are printed once
+    char brief[256]; // most texts are short and are printed only once
     va_list again;
     va_copy(again, args);
     const int result = FormatText(brief, sizeof(brief), format, again);

@@ -12,12 +12,12 @@
 #include <type_traits>
 #include <utility>
 
-// The framework's narrow text: a value of any bytes, a NUL among them included, always followed by a terminator.
-// Letters:   upper and lower case concern ASCII only; white space is blank, tab, LF, VT, FF, CR. No locale takes part.
-// Copies:    a copy is cheap (short texts lie in the object itself, longer ones are shared until one copy changes).
-// Results:   positions count from 0; a search answers -1 when nothing is found; an index outside the text raises
+// The framework's narrow text: a value of any bytes, including NUL, always followed by a terminator. Letters:   upper
+// and lower case are ASCII only; white space is blank, tab, LF, VT, FF, CR. Independent of the locale. Copies:    a
+// copy is cheap: short texts are stored in the object itself, longer ones are shared until one copy changes.
+// Results:   positions count from 0; a search returns -1 if nothing is found; an index outside the text raises
 //            CInvalidArgException, exhausted memory or a text above 2 GB raises CMemoryException.
-// Threads:   different objects may be used at once, also when one was copied from the other.
+// Threads:   different objects may be used at once, even if one is a copy of the other.
 class JOBX_API CString
 {
 public:
@@ -28,10 +28,10 @@ public:
             AddReference();
     }
     CString(CString&& other) noexcept : m_rep(other.m_rep) { other.m_rep = Rep{}; }
-    CString(LPCSTR text);                    // null gives the empty text
+    CString(LPCSTR text);                    // null means ""
     CString(LPCSTR text, int length);        // null with a length above 0 raises CInvalidArgException
     explicit CString(std::string_view text); // the bytes of a view
-    // One character, repeated; a count below 1 gives "".
+    // The character, repeated; "" for a count below 1.
     explicit CString(char character, int repeat = 1)
     {
         if (repeat == 1)
@@ -39,8 +39,8 @@ public:
         else
             Fill(character, repeat);
     }
-    explicit CString(const wchar_t* text);       // becomes UTF-8
-    explicit CString(const unsigned char* text); // the bytes as they are
+    explicit CString(const wchar_t* text);       // converted to UTF-8
+    explicit CString(const unsigned char* text); // the bytes unchanged
     CString& operator=(const CString& other) noexcept
     {
         CString copy(other);
@@ -52,7 +52,7 @@ public:
         std::swap(m_rep, other.m_rep);
         return *this;
     }
-    // Become that text, as the constructors make it.
+    // Assign that text, like the constructors.
     CString& operator=(LPCSTR text);
     CString& operator=(std::string_view text);
     CString& operator=(const wchar_t* text);
@@ -69,26 +69,25 @@ public:
     {
         return IsInside() ? static_cast<int>(static_cast<unsigned char>(m_rep.bytes[kTag]) >> 1U) : SharedLength();
     }
-    // Whether the text is empty; makes it so.
+    // Whether the text is empty; makes it empty.
     bool IsEmpty() const noexcept { return GetLength() == 0; }
     void Empty() noexcept { *this = CString(); }
-    // The characters with a terminator behind them, valid until the text changes or ends.
+    // The characters with a terminator, valid until the text changes or is destroyed.
     LPCSTR GetString() const noexcept { return IsInside() ? m_rep.bytes + kText : SharedText(); }
     operator LPCSTR() const noexcept { return GetString(); }
-    // The bytes as a view, valid until the text changes or ends.
+    // The bytes as a view, valid until the text changes or is destroyed.
     std::string_view View() const noexcept { return {GetString(), static_cast<std::size_t>(GetLength())}; }
 
     char GetAt(int index) const;      // the terminator's position gives NUL
-    char operator[](int index) const; // as GetAt
+    char operator[](int index) const; // same as GetAt
     // Replaces one character.
     void SetAt(int index, char character);
-    // Become that text; a length cuts it.
+    // Assign that text, at most that length of it.
     void SetString(LPCSTR text);
     void SetString(LPCSTR text, int length);
 
-    // A writable buffer of at least `minLength` characters, the text at its begin; end with ReleaseBuffer (-1: up to
-    // the first NUL) before anything else is done with the text. A length that the buffer does not have raises
-    // CInvalidArgException.
+    // A writable buffer of at least `minLength` characters that starts with the text. Call ReleaseBuffer (-1: up to the
+    // first NUL) before doing anything else with the text. A length beyond the buffer raises CInvalidArgException.
     LPSTR GetBuffer(int minLength = 0);
     LPSTR GetBufferSetLength(int length);
     void ReleaseBuffer(int length = -1);
@@ -98,7 +97,7 @@ public:
     void FreeExtra();
     void Truncate(int length);
 
-    // Append a text, a character, or as many characters as the length says.
+    // Append a text, a character, or that many characters.
     CString& operator+=(const CString& text);
     CString& operator+=(LPCSTR text);
     CString& operator+=(char character);
@@ -108,7 +107,7 @@ public:
     void Append(const CString& text);
     void AppendChar(char character);
 
-    // Parts; a count below 0 counts as 0, one too large is cut.
+    // Parts of the text; a negative count means 0, a count too large is reduced.
     CString Left(int count) const;
     CString Mid(int first) const;
     CString Mid(int first, int count) const;
@@ -123,7 +122,7 @@ public:
     int FindOneOf(LPCSTR characters) const noexcept;
     int ReverseFind(char character) const noexcept;
 
-    // Cut white space, that character or all of those characters off at both ends, on the left or on the right. Answer
+    // Remove white space, that character or all of those characters at both ends, on the left or on the right. Return
     // this text.
     CString& Trim();
     CString& Trim(char target);
@@ -135,17 +134,17 @@ public:
     CString& TrimRight(char target);
     CString& TrimRight(LPCSTR targets);
 
-    // Change the letters to upper or lower case, or put the bytes the other way round. Answer this text.
+    // Convert to upper or lower case, or reverse the bytes. Return this text.
     CString& MakeUpper();
     CString& MakeLower();
     CString& MakeReverse();
 
-    // Below, at or above 0 as the text sorts before, with or after the other, byte by byte.
+    // Negative, 0 or positive as the text sorts before, with or after the other, byte by byte.
     int Compare(LPCSTR text) const noexcept { return CompareBytes(ViewOf(text)); }
     int Compare(const CString& text) const noexcept { return CompareBytes(text.View()); }
     int CompareNoCase(LPCSTR text) const noexcept { return CompareLetters(ViewOf(text)); }
     int CompareNoCase(const CString& text) const noexcept { return CompareLetters(text.View()); }
-    // As Compare and CompareNoCase: no locale takes part.
+    // Same as Compare and CompareNoCase: independent of the locale.
     int Collate(LPCSTR text) const noexcept { return CompareBytes(ViewOf(text)); }
     int Collate(const CString& text) const noexcept { return CompareBytes(text.View()); }
     int CollateNoCase(LPCSTR text) const noexcept { return CompareLetters(ViewOf(text)); }
@@ -155,19 +154,18 @@ public:
     int Replace(char from, char to);
     int Replace(LPCSTR from, LPCSTR to);
     int Remove(char character);
-    // Each returns the new length. A position past the end inserts at the end; below 0 at the front.
+    // Each returns the new length. A position past the end inserts at the end, a negative one at the start.
     int Delete(int index, int count = 1);
     int Insert(int index, char character);
     int Insert(int index, LPCSTR text);
     int Insert(int index, const CString& text);
 
-    // The next piece between characters of `tokens` from `start` on; `start` moves behind it and becomes -1 when there
-    // is none left. Runs of such characters separate once.
+    // The next piece between characters of `tokens`, from `start` on. Moves `start` past it; -1 means that there is
+    // none. Runs of such characters separate once.
     CString Tokenize(LPCSTR tokens, int& start) const;
 
-    // Formats as the C library's printf does in the C locale. A text object passed for %s is passed as its characters;
-    // it may be this one. A format that cannot be printed, null included, raises CInvalidArgException and changes
-    // nothing.
+    // Formats like printf in the C locale. A CString passed for %s is printed as its characters; it may be this one. A
+    // format that cannot be printed, including null, raises CInvalidArgException and changes nothing.
     template <class... Args>
     void Format(LPCSTR format, const Args&... args)
     {
@@ -183,13 +181,13 @@ public:
     void FormatV(LPCSTR format, va_list args);
     void AppendFormatV(LPCSTR format, va_list args);
 
-    // The same for every run and platform of one build; equal texts have equal hashes.
+    // The same in every run and on every platform of one build. Equal texts have equal hashes.
     std::size_t Hash() const noexcept { return std::hash<std::string_view>{}(View()); }
 
-    // Texts are equal byte by byte, letter case included, and sort by byte value.
+    // Texts are compared byte by byte, case-sensitive.
     friend bool operator==(const CString& a, const CString& b) noexcept
     {
-        // Equal inside forms are equal bytes, and so are two copies of one shared text.
+        // Two inside forms are equal if their words are equal; so are two copies of one shared text.
         return a.m_rep.word == b.m_rep.word || (!(a.IsInside() && b.IsInside()) && a.View() == b.View());
     }
     friend bool operator==(const CString& a, LPCSTR b) noexcept { return a.View() == ViewOf(b); }
@@ -199,7 +197,7 @@ public:
         return a.View() <=> b.View();
     }
     friend std::strong_ordering operator<=>(const CString& a, LPCSTR b) noexcept { return a.View() <=> ViewOf(b); }
-    // Both one after the other.
+    // The concatenation of both.
     friend CString operator+(const CString& a, const CString& b) { return Joined(a.View(), b.View()); }
     friend CString operator+(const CString& a, LPCSTR b) { return Joined(a.View(), ViewOf(b)); }
     friend CString operator+(LPCSTR a, const CString& b) { return Joined(ViewOf(a), b.View()); }
@@ -207,9 +205,9 @@ public:
     friend CString operator+(char a, const CString& b) { return Joined({&a, 1}, b.View()); }
 
 private:
-    // Eight bytes: the lowest bit of the word tells the two forms apart. Set: the text itself lies here, its length in
-    // the other bits of that byte and up to six characters and the terminator in the remaining ones. Clear: the address
-    // of a shared block.
+    // Eight bytes in one of two forms. If the lowest bit of the word is set, the text is inside: its length in the
+    // other bits of that byte, up to six characters and the terminator in the other bytes. If it is clear, the word is
+    // the address of a shared block.
     union Rep
     {
         unsigned long long word = kEmpty;
@@ -228,21 +226,21 @@ private:
     void Release() noexcept;
     int SharedLength() const noexcept;
     LPCSTR SharedText() const noexcept;
-    void Assign(const char* text, std::size_t length); // `text` may lie in this object
-    static unsigned long long InsideWord(const char* text, std::size_t length) noexcept; // of a text that fits inside
-    void SetCharacter(char character) noexcept                                           // of the empty text
+    void Assign(const char* text, std::size_t length);                                   // `text` may be in this object
+    static unsigned long long InsideWord(const char* text, std::size_t length) noexcept; // for a text that fits inside
+    void SetCharacter(char character) noexcept                                           // only for the empty text
     {
         constexpr unsigned kShift = kLittle ? 8 : 56;
         m_rep.word = (1U << 1U) | 1U | static_cast<unsigned long long>(static_cast<unsigned char>(character)) << kShift;
     }
-    void Fill(char character, int repeat); // the empty text
+    void Fill(char character, int repeat); // only for the empty text
     int CompareBytes(std::string_view text) const noexcept { return View().compare(text); }
     int CompareLetters(std::string_view text) const noexcept;
     int FindBytes(std::string_view text, int start) const noexcept;
     int InsertBytes(int index, std::string_view text);
-    // A buffer that only this object uses, of at least `capacity` characters, keeping the text.
+    // A buffer used only by this object, of at least `capacity` characters, with the text in it.
     char* Unshare(std::size_t capacity);
-    void SetLengthInPlace(std::size_t length) noexcept; // of a buffer that only this object uses
+    void SetLengthInPlace(std::size_t length) noexcept; // for a buffer used only by this object
     void KeepFirst(std::size_t length);
     void AppendBytes(const char* text, std::size_t length);
     void FormatPlain(LPCSTR format, ...);
@@ -273,5 +271,5 @@ struct std::hash<CString>
     std::size_t operator()(const CString& text) const noexcept { return text.Hash(); }
 };
 
-// The framework's other name for its narrow text.
+// The framework's other name for CString.
 using CStringA = CString;

@@ -17,6 +17,6 @@ public:
     static CRuntimeClass* GetThisClass();
     CRuntimeClass* GetRuntimeClass() const override;
 
-    // Same size and texts equal one by one, case-sensitive.
+    // The same size and equal texts at each index, case-sensitive.
     bool operator==(const CStringArray& other) const;
 };

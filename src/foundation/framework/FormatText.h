@@ -1,4 +1,4 @@
-// The one home of printf-style printing in the library.
+// The only place where the library prints in the style of printf.
 #pragma once
 
 #include "foundation/JobxExport.h"
@@ -6,6 +6,6 @@
 #include <cstdarg>
 #include <cstddef>
 
-// As vsnprintf in the C locale, whatever locale the process or thread has set: writes at most `size` bytes with the
-// terminator into `buffer` and returns the length of the whole text, below 0 when the format cannot be printed.
+// Like vsnprintf in the C locale, whatever the locale of the process or thread. Writes at most `size` bytes including
+// the terminator into `buffer`. Returns the length of the whole text, negative if the format cannot be printed.
 int FormatText(char* buffer, std::size_t size, const char* format, va_list args) noexcept;

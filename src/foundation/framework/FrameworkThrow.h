@@ -1,5 +1,5 @@
-// Raising the framework's exceptions; the classes themselves are in CException.h.
-// Each throws a pointer, as the framework does; who catches it calls Delete() on it.
+// Functions that raise the framework's exceptions; the classes are in CException.h.
+// Each throws a pointer, as the framework does; the catcher calls Delete() on it.
 #pragma once
 
 #include "foundation/JobxExport.h"

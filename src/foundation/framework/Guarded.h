@@ -1,4 +1,4 @@
-// Exhausted memory leaves the library as the framework's exception.
+// Turns exhausted memory into the framework's exception.
 #pragma once
 
 #include "foundation/framework/FrameworkThrow.h"
@@ -7,8 +7,8 @@
 #include <stdexcept>
 #include <utility>
 
-// Runs `work` and returns its result; when the standard library runs out of memory, or a size does not fit, raises
-// CMemoryException instead. Every other exception passes.
+// Runs `work` and returns its result. If the standard library runs out of memory or refuses a size, raises
+// CMemoryException instead. Passes on every other exception.
 template <class Work>
 auto Guarded(Work&& work)
 {

@@ -1,5 +1,5 @@
-// The framework's macros around run-time classes, and its text literals, for the sources of hosts that use them.
-// Their names have no prefix of ours, so no other header includes this one: a host that wants them includes it by name.
+// The framework's macros for run-time classes and its text literals, for the sources of hosts that use them. Their
+// names have no prefix of ours, so no other header includes this one: hosts that need them include it by name.
 #pragma once
 
 #include "foundation/framework/CObject.h"
@@ -8,22 +8,22 @@
 
 // The run-time class of a class: RUNTIME_CLASS(CFile).
 #define RUNTIME_CLASS(name) (name::GetThisClass())
-// `object` as a pointer to the class, null when it is of another one.
+// `object` as a pointer to the class, null if it has another one.
 #define DYNAMIC_DOWNCAST(name, object) (dynamic_cast<name*>(object))
 #define STATIC_DOWNCAST(name, object) (static_cast<name*>(object))
 
-// In the class: it has a name at run time. What follows is public.
+// In the class: gives it a name at run time. What follows is public.
 #define DECLARE_DYNAMIC(name)                                                                                          \
 public:                                                                                                                \
     static CRuntimeClass* GetThisClass();                                                                              \
     CRuntimeClass* GetRuntimeClass() const override;
 
-// As DECLARE_DYNAMIC; objects can be created from the run-time class, through the class's default constructor.
+// Like DECLARE_DYNAMIC; the run-time class can also create objects with the default constructor.
 #define DECLARE_DYNCREATE(name)                                                                                        \
     DECLARE_DYNAMIC(name)                                                                                              \
     static CObject* CreateObject();
 
-// As DECLARE_DYNCREATE; the class has a schema number, so that IsSerializable answers TRUE.
+// Like DECLARE_DYNCREATE; the class also has a schema number, so IsSerializable returns TRUE.
 #define DECLARE_SERIAL(name) DECLARE_DYNCREATE(name)
 
 // In one source file, with the class and its base.

@@ -3,7 +3,7 @@
 
 #include <string_view>
 
-// What separates the components of a path. Elsewhere than on Windows "\" is a character of names.
+// The separators of path components. Except on Windows, "\" is an ordinary character of names.
 #if defined(_WIN32)
 inline constexpr std::string_view kPathSeparators = "/\\";
 #else

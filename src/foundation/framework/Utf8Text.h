@@ -1,4 +1,4 @@
-// Wide text becomes UTF-8 (RFC 3629); a lone surrogate or a value past U+10FFFF becomes U+FFFD.
+// Converts wide text to UTF-8 (RFC 3629). A lone surrogate or a value past U+10FFFF becomes U+FFFD.
 #pragma once
 
 #include <string_view>
