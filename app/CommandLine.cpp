@@ -53,7 +53,7 @@ Exit codes:
 If the reader of the output closes the pipe, as in "jobx json board | head", jobx ends by the signal SIGPIPE without a
 message; shells show this as 141.)";
 
-// In the order of the help. `answer` is what the program answers unless something goes wrong.
+// In the order of the help. `answer` is the exit code unless something fails.
 void AddCommands(CLI::App& app, ExitCode& answer)
 {
     AddInfoCommand(app);
@@ -97,8 +97,8 @@ bool IsOption(const std::string& word)
     return word.size() > 1 && word.starts_with('-');
 }
 
-// The parser's error without its wording. Its texts begin with the name of the option, a flag's without dashes.
-// `place` is the program or one of its commands.
+// The parser's error in our words. Its texts begin with the option's name, which for a flag has no dashes. `place` is
+// the program or one of its commands.
 std::string ProblemInOurWords(const CLI::App& place, const CLI::ParseError& error)
 {
     const std::string text = error.what();
@@ -121,7 +121,7 @@ std::string ProblemInOurWords(const CLI::App& place, const CLI::ParseError& erro
     return "the command line is wrong";
 }
 
-// Of several mistakes an unknown word is named first: it may have taken the place of what seems to be missing.
+// If there are several mistakes, reports an unknown word first: it may be in the place of what seems to be missing.
 [[noreturn]] void RaiseUsageProblem(const CLI::App& app, const CLI::ParseError& error)
 {
     if (const std::vector<std::string> words = app.remaining(); !words.empty())
@@ -152,7 +152,7 @@ void PrintAnswer(const CLI::App& app, const CLI::Success& answer)
     output.Flush();
 }
 
-// Makes "--json=x" a mistake.
+// Makes "--json=x" an error.
 void TakeNoValuesForFlags(CLI::App& place)
 {
     for (CLI::Option* const option : place.get_options())
@@ -160,7 +160,7 @@ void TakeNoValuesForFlags(CLI::App& place)
             option->disable_flag_override();
 }
 
-// Runs the command that was typed.
+// Runs the command from the command line.
 void Parse(CLI::App& app, int argc, const char* const* argv)
 {
     try
@@ -177,7 +177,7 @@ void Parse(CLI::App& app, int argc, const char* const* argv)
     }
 }
 
-// Which help to read: the command's, unless a word before it is wrong.
+// The help to read: the command's, unless a word before it is wrong.
 std::string Hint(const CLI::App& app)
 {
     const std::vector<CLI::App*> commands = app.get_subcommands();

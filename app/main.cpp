@@ -17,13 +17,13 @@ int End(ExitCode code, const std::string& line)
     return static_cast<int>(code);
 }
 
-// Ends by SIGPIPE, as a program does that takes no care of closed pipes: a shell shows no message and sees 141.
+// Ends by SIGPIPE, like a program that ignores closed pipes: a shell shows no message and sees 141.
 int EndByClosedPipe()
 {
 #if defined(SIGPIPE)
     std::signal(SIGPIPE, SIG_DFL);
     std::raise(SIGPIPE);
-    return 128 + SIGPIPE; // whoever started the program blocks the signal
+    return 128 + SIGPIPE; // the parent process blocks the signal
 #else
     return static_cast<int>(ExitCode::UnwritableOutput);
 #endif

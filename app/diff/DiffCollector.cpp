@@ -4,7 +4,7 @@
 
 namespace
 {
-// Texts of a file may be as long as the file.
+// A text of a file may be as long as the file.
 constexpr std::size_t kShownBytes = 200;
 
 std::string Shortened(std::string_view text)

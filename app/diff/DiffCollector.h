@@ -17,17 +17,17 @@ enum class DiffChange
     Changed,
 };
 
-// One side of a change; nothing where there is no value to show.
+// One side of a change; empty if there is no value to show.
 using DiffValue = std::variant<std::monostate, std::string, std::int64_t, double>;
-// The same with borrowed texts, for immediate use.
+// As above with borrowed texts, for immediate use.
 using DiffValueView = std::variant<std::monostate, std::string_view, std::int64_t, double>;
 
-// Identifies a record in its list: differences are counted by kind, and paths are made of words.
+// Identifies a record in its list. Differences are counted by kind; paths are made of words.
 struct RecordPlace
 {
     std::string_view kind;
     std::string_view word;
-    std::string_view name; // borrowed from the record; empty for a record without a name, known by its position
+    std::string_view name; // borrowed from the record; empty for a record without a name, which its position identifies
     std::string_view mark; // shown in brackets; may be empty
 };
 
@@ -77,13 +77,13 @@ private:
 
     std::string m_place;
     std::vector<Segment> m_segments;
-    std::map<GroupKey, std::size_t, std::less<>> m_positions; // of the groups in the list
+    std::map<GroupKey, std::size_t, std::less<>> m_positions; // of the groups in m_groups
     std::map<std::string, std::int64_t> m_placesWithDifferences;
     std::vector<DiffGroup> m_groups;
     std::int64_t m_nDifferences = 0;
 };
 
-// While it lives, differences belong to that place.
+// While it lives, differences are added to that place.
 class DiffPlace
 {
 public:
@@ -101,7 +101,7 @@ private:
     std::string m_before;
 };
 
-// While it lives, differences belong to that record of the place, or of the record around it.
+// While it lives, differences are added to that record of the place, or of the record around it.
 class DiffScope
 {
 public:

@@ -1,6 +1,6 @@
-// What the records of a job consist of for a comparison: for each its place, its key where it has one, and the fields
-// that are shown to people. Left out is what depends on where a job lies or on what a host sets, and the positions that
-// records have in lists.
+// What a comparison sees of the records of a job: for each record its place, its key if it has one, and the fields that
+// are shown to people. It leaves out what depends on the job's location or is set by hosts, and the positions of
+// records in lists.
 #pragma once
 
 #include "JOBXCLSDLL_fields.h"
@@ -65,7 +65,7 @@ inline RecordPlace PlaceOf(const TableRow& row)
     return {row.kind, row.kind, row.label, {}};
 }
 
-// The name under which records of two lists belong together.
+// The name that pairs records of two lists.
 template <class Record>
 std::string KeyOf(const Record& record)
 {
@@ -84,7 +84,7 @@ inline std::string KeyOf(const TableRow& row)
     return row.label;
 }
 
-// Lists whose records are known by their names, by their positions, or by the positions among those of their kind.
+// Lists whose records are identified by name, by position, or by position among those of their kind.
 template <class Sink, class List>
 void CompareLists(Sink& sink, const List& a, const List& b)
 {
@@ -100,16 +100,16 @@ void CompareLists(Sink& sink, const List& a, const List& b)
 template <class Field, class Sink, class Record>
 void CompareField(Sink& sink, const Record& a, const Record& b);
 
-// Shows the fields of a pair of records to something that compares them. Its operations: Text, Number, Real, Length and
-// Point for values, Texts and Parameters for lists of texts, LineNumber, Ordered for a list whose records are known by
-// their position, OrderedByKind for one of several kinds, Keyed for one whose records are known by their key.
+// Passes the fields of a pair of records to a sink that compares them. The sink has the operations Text, Number, Real,
+// Length and Point for values, Texts and Parameters for lists of texts, LineNumber, and for lists of records Ordered
+// (identified by position), OrderedByKind (by position among those of their kind) and Keyed (by key).
 template <class Sink, class Record>
 void CompareFields(Sink& sink, const Record& a, const Record& b)
 {
     jobx::ForEachShownField<Record>([&](auto field) { CompareField<decltype(field)>(sink, a, b); });
 }
 
-// The further fields of a pair that has one class.
+// The additional fields of a pair of records of the same class.
 template <class Field, class Sink, class Record>
 void CompareClassed(Sink& sink, const Record& a, const Record& b)
 {

@@ -1,4 +1,4 @@
-// Two ways to look at the fields of a pair of records: whether they are all equal, and which are not.
+// Two ways to compare the fields of a pair of records: whether they are all equal, and which differ.
 #pragma once
 
 #include "diff/DiffRecords.h"
@@ -20,7 +20,7 @@ bool AreEqualTexts(const CStringArray& a, const CStringArray& b);
 bool AreEqualParameters(const CStringArray& a, const CStringArray& b, double tolerance);
 std::string JoinedWords(const CStringArray& texts);
 
-// Answers whether two records are equal, lists and all; line numbers do not count.
+// Finds out whether two records are equal, including their lists; line numbers are ignored.
 class EqualityProbe
 {
 public:
@@ -88,10 +88,10 @@ template <class Record>
 struct DiffItem
 {
     const Record* record;
-    std::int64_t index; // in the list it came from
+    std::int64_t index; // in the original list
 };
 
-// The records of a list; missing ones are left out.
+// The records of a list without nulls.
 template <class List>
 auto ItemsOf(const List& list)
 {
@@ -104,7 +104,7 @@ auto ItemsOf(const List& list)
     return items;
 }
 
-// Tells a collector what differs between two records.
+// Reports to a collector what differs between two records.
 class DiffReport
 {
 public:
@@ -159,8 +159,8 @@ public:
             m_collector.Add("line number", DiffChange::Changed, what, std::int64_t{a}, std::int64_t{b});
     }
 
-    // Pairs records by position, after setting aside what both lists begin and end with, so that one more record does
-    // not make all behind it differ.
+    // Pairs records by position after leaving out the common start and end of both lists, so that one additional record
+    // does not make all later ones differ.
     template <class List>
     void Ordered(const List& a, const List& b)
     {
@@ -168,10 +168,10 @@ public:
         const auto itemsB = ItemsOf(b);
         Sequence(std::span(itemsA), std::span(itemsB));
     }
-    // The same for records of several kinds: only those of one kind make a pair.
+    // As above for records of several kinds: only records of one kind form a pair.
     template <class List>
     void OrderedByKind(const List& a, const List& b);
-    // Pairs the records that have one key; the first of a key in one list with the first of it in the other, and so on.
+    // Pairs records with the same key: the first of a key in one list with the first in the other, and so on.
     template <class List>
     void Keyed(const List& a, const List& b)
     {
@@ -200,7 +200,7 @@ private:
         DiffReport inside(m_collector, m_rules, place.kind);
         CompareFields(inside, *a.record, *b.record);
     }
-    // Equal records may still have come from different lines.
+    // Equal records may come from different lines.
     template <class Record>
     void EqualPair(const DiffItem<Record>& a, const DiffItem<Record>& b)
     {
@@ -299,7 +299,7 @@ template <class Record>
 void DiffReport::KeyedItems(std::span<const DiffItem<Record>> a, std::span<const DiffItem<Record>> b)
 {
     constexpr std::size_t kNone = static_cast<std::size_t>(-1);
-    // The first position in `b` of each key that has no partner yet, and the next one of the same key.
+    // The first position in `b` of each key without a partner yet, and the next one of the same key.
     std::unordered_map<std::string, std::size_t> firstOfKey;
     std::vector<std::size_t> next(b.size(), kNone);
     for (std::size_t i = b.size(); i > 0; --i)

@@ -55,8 +55,8 @@ private:
         Fields(kind, a, b);
     }
 
-    // Pairs parts of the same name and compares each pair as a separate place. Parts that only one job has are reported
-    // at `owner`.
+    // Pairs parts of the same name and compares each pair as a separate place. Parts of only one job are reported at
+    // `owner`.
     template <class List, class NameOf, class Compare>
     void Named(const std::string& owner, const std::string& around, std::string_view word, const List& a, const List& b,
                NameOf nameOf, Case letterCase, Compare compare)
@@ -128,7 +128,7 @@ private:
         Fields("profile", a, b);
     }
 
-    // At the present place.
+    // At the current place.
     template <class Record>
     void Fields(std::string_view kind, const Record& a, const Record& b)
     {

@@ -4,8 +4,8 @@
 
 #include <limits>
 
-// The smallest rectangle around points and arcs; coordinates that are not numbers are skipped.
-// Units: those of the points.
+// The smallest rectangle around points and arcs; NaN is skipped.
+// Units:     those of the points.
 class Extents
 {
 public:

@@ -16,7 +16,7 @@ struct InfoOptions
 {
     ReadOptions read;
     bool json = false;
-    bool compact = false; // the compact model instead of the summary
+    bool compact = false; // prints the compact model instead of the summary
 };
 
 void PrintInfo(const InfoOptions& options)

@@ -5,6 +5,6 @@ namespace CLI
 class App;
 }
 
-// jobx json: prints everything that is in a job as one JSON document. A directory that the library takes for no job is
-// printed as far as it was read before it is an error.
+// jobx json: prints the whole job as one JSON document. A directory that is not a job is an error, but what was read is
+// printed first.
 void AddJsonCommand(CLI::App& app);

@@ -61,7 +61,7 @@ void WriteField(JsonOutput& json, const Record& record)
     }
 }
 
-// Writes the members of a record's object, to which a caller may add more.
+// Writes the members of a record's object; the caller may add more.
 template <class Record>
 void WriteFields(JsonOutput& json, const Record& record)
 {

@@ -4,14 +4,14 @@
 
 #include <unordered_map>
 
-// Finds the package that a component refers to. A reference is the number of the package, which counts the packages of
-// the file from 0. For packages without a number, their position is used.
+// Finds the package that a component refers to. References count the packages of the file from 0. For packages without
+// a number, their position is used.
 class PackageIndex
 {
 public:
     explicit PackageIndex(const CJOBXdataPkgArray& packages);
 
-    // Borrowed; null when there is none.
+    // Borrowed; null if there is none.
     const CJOBXdataPkg* Find(int reference) const;
 
 private:

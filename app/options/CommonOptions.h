@@ -1,4 +1,4 @@
-// Options that several commands take: each is spelt and described once.
+// Options of several commands: each is spelled and described once.
 #pragma once
 
 #include "output/ExitError.h"
@@ -14,7 +14,7 @@ namespace CLI
 class App;
 }
 
-// What was typed is wrong. The command line adds which help to read.
+// A mistake in the command line. RunCommandLine adds which help to read.
 class UsageError : public ExitError
 {
 public:
@@ -22,7 +22,7 @@ public:
 };
 [[noreturn]] void RaiseWrongUsage(const std::string& message);
 
-// The finite number that the whole text spells, with a decimal point whatever the language; nothing for other texts.
+// The finite number in the whole text, with a decimal point whatever the language; nothing if the text is not one.
 std::optional<double> NumberIn(const std::string& text);
 
 // A command without options; its help refers to that of the program.
@@ -31,10 +31,10 @@ CLI::App& AddCommand(CLI::App& app, const char* name, const char* about);
 // A command that reads one job, with JOB and the options of reading.
 CLI::App& AddJobCommand(CLI::App& app, const char* name, const char* about, ReadOptions& read);
 
-// How jobs are read and what is said about it. Every command that reads a job takes these.
+// How jobs are read and reported. Every command that reads a job has these options.
 void AddReading(CLI::App& command, ReadOptions& read);
 
-// Which steps: --step and --steps are two names of one option.
+// The steps; --step and --steps are two names of one option.
 void AddSteps(CLI::App& command, std::vector<std::string>& steps);
 
 void AddSystemAttributes(CLI::App& command, ReadOptions& read);

@@ -29,7 +29,7 @@ private:
     ExitCode m_code;
 };
 
-// Ends the program without a message: whoever read its output has closed the pipe.
+// Ends the program without a message: the reader of its output has closed the pipe.
 class ClosedPipe : public std::exception
 {
 };

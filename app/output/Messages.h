@@ -1,4 +1,4 @@
-// What the program says on standard error.
+// Messages of the program on standard error.
 #pragma once
 
 #include <string>

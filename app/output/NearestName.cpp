@@ -11,7 +11,7 @@ namespace
 {
 constexpr std::size_t kMostChanges = 3;
 
-// Nobody types a longer name, and the work grows with the square of the length.
+// Nobody types a longer name, and the time grows with the square of the length.
 constexpr std::size_t kLongestName = 100;
 
 char LowerLetter(char letter)
@@ -24,7 +24,7 @@ bool AreSame(char a, char b)
     return LowerLetter(a) == LowerLetter(b);
 }
 
-// How many changes lie between the two.
+// The number of changes between two names.
 std::size_t Distance(std::string_view a, std::string_view b)
 {
     std::vector<std::size_t> beforeLast;

@@ -17,7 +17,7 @@
 Output::Output() : m_buffer(std::make_unique<char[]>(kCapacity))
 {
 #if defined(_WIN32)
-    _setmode(_fileno(stdout), _O_BINARY); // line ends stay as we write them
+    _setmode(_fileno(stdout), _O_BINARY); // line ends are written unchanged
 #endif
 }
 

@@ -5,8 +5,8 @@
 #include <string_view>
 
 // The data that a command prints: standard output through a buffer of fixed size.
-// Results: a failure to write, such as a full disk, raises ExitError; a pipe that its reader has closed raises
-//          ClosedPipe. The destructor drops what is not flushed.
+// Results:   a failure to write, such as a full disk, raises ExitError; a pipe closed by its reader raises ClosedPipe.
+//            The destructor drops what is not flushed.
 class Output
 {
 public:

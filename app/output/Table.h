@@ -35,7 +35,7 @@ inline Cell CellOf(double number)
 {
     return number;
 }
-// Empty where there is no value.
+// Empty if there is no value.
 template <class Value>
 Cell CellOf(const std::optional<Value>& value)
 {
@@ -59,11 +59,11 @@ public:
     void Add(std::vector<Cell> row) { m_rows.push_back(std::move(row)); }
     bool IsEmpty() const { return m_rows.empty(); }
 
-    // The whole document of that form.
+    // Prints the whole document in that form.
     void Print(Output& output, TableForm form) const;
-    // Aligned columns, each line after `indent`; control characters are made visible.
+    // Prints aligned columns, each line after `indent`, with control characters made visible.
     void PrintAligned(Output& output, std::string_view indent) const;
-    // An array of objects. A row whose cell is empty has null there.
+    // Writes an array of objects, with null for empty cells.
     void WriteRows(JsonOutput& json) const;
 
 private:
@@ -79,7 +79,7 @@ enum class ColumnKind
     Number,
 };
 
-// The whole of a column: its head, and what it shows of a row. A table is an array of them.
+// A complete column: its head, and the value that it shows of a row. A table is an array of columns.
 template <class Row>
 struct ColumnOf
 {

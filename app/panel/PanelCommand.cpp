@@ -25,7 +25,7 @@ docs/panel.schema.json describes the JSON document.
 
 Examples and exit codes: jobx --help)";
 
-// Sums of lengths as a person writes them: 2.15, not 2.1500000000000004.
+// Rounds sums of lengths to what a person writes: 2.15, not 2.1500000000000004.
 double Rounded(double sum)
 {
     const std::string text = fmt::format("{:.12g}", sum);

@@ -5,5 +5,5 @@ namespace CLI
 class App;
 }
 
-// jobx panel: prints a table of all that steps repeat, nested steps too.
+// jobx panel: prints a table of all placements of steps in other steps, including nested ones.
 void AddPanelCommand(CLI::App& app);

@@ -11,21 +11,21 @@
 struct Placement
 {
     std::unique_ptr<CODBstepRepeat> entry; // its position in the panel; its count is 1
-    int level = 1;                         // 1 in the panel itself, 2 in a step that the panel repeats, and so on
-    std::int64_t parent = -1;              // the position, in the list, of the placement that it lies in; -1 for none
+    int level = 1;                         // 1 in the panel itself, 2 in a step repeated by the panel, and so on
+    std::int64_t parent = -1;              // index of the enclosing placement in the list; -1 if there is none
 };
 
 struct Placements
 {
-    std::vector<Placement> all;               // each before what lies in it; by column, then row, then entry of a table
+    std::vector<Placement> all;               // each before those inside it; by column, then row, then entry of a table
     std::unordered_set<CString> unknownSteps; // placed, but not in the job
 };
 
-// More than this many placements are refused: a wrong count in a file could ask for any number of them.
+// More placements than this are refused, because a wrong count in a file could ask for any number.
 inline constexpr std::int64_t kMaxPlacements = 100000;
 
-// Follows the step-and-repeat tables of a job down to the last repeated step. Steps are found by name, ASCII letters of
-// either case; the first one of a name counts. Any depth of nesting is fine: nothing here is recursive.
+// Follows the step-and-repeat tables of a job down to the last repeated step. Steps are found by name, ignoring the
+// case of ASCII letters; the first of a name counts. Any depth of nesting works, because nothing is recursive.
 // Ownership: borrows the job, which must outlive it and not change.
 class PlacementFinder
 {

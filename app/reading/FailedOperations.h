@@ -12,8 +12,8 @@
 std::string ReasonOf(const CKDiagnostic& diagnostic);
 
 // Collects the failed file operations of the library while it lives, and prints the first of them as warnings. Links
-// that lead out of the job count apart from the others: each gets its line.
-// Threads: one lives at a time.
+// out of the job are counted separately, and each of them gets a line.
+// Threads:   one lives at a time.
 class FailedOperations : public CKDiagnosticSink
 {
 public:
@@ -25,12 +25,11 @@ public:
     void OnDiagnostic(const CKDiagnostic& diagnostic) override;
     // The collected failures as lines, and the number of those beyond the limit.
     std::vector<std::string> Lines() const;
-    // Drops the failure to find an entry at exactly that path: somebody else says that it is missing.
+    // Drops the failure to find an entry at exactly that path, because another message reports it.
     void Forget(const CString& path);
     // Prints these lines.
     void PrintWarnings() const;
-    // The system's reason for the first failure on exactly that path; "" if there was none, or if there is no
-    // such entry.
+    // The system's reason for the first failure on exactly that path; "" if there is none, or if no such entry exists.
     std::string ReasonFor(const CString& path) const;
 
 private:

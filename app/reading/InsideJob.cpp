@@ -66,7 +66,7 @@ InsideJob::InsideJob(const std::string& path) : m_before(::open(".", kHold | O_D
 
 InsideJob::~InsideJob()
 {
-    // If there is no way back, relative paths led nowhere before either. They must not lead into the job now.
+    // If there is no way back, relative paths did not work before either. They must not lead into the job now.
     if (m_before < 0 || ::fchdir(m_before) != 0)
     {
         std::error_code ignored;

@@ -5,8 +5,8 @@
 
 // Makes a job's directory the current one while it lives. The library judges user symbols by their whole path; from
 // inside, that path begins with "." and contains no name of a folder above the job.
-// Results: a directory that cannot be entered raises ExitError.
-// Threads: one lives at a time; the current directory belongs to the whole process.
+// Results:   a directory that cannot be entered raises ExitError.
+// Threads:   only one at a time may exist; the current directory belongs to the whole process.
 class InsideJob
 {
 public:
@@ -28,7 +28,7 @@ std::string PathOutside(const std::string& jobPath, const std::string& path);
 
 // While it lives, links that lead out of the directory are followed only on request, and a listing may have at most
 // that many entries.
-// Threads: one lives at a time.
+// Threads:   only one at a time may exist.
 class ReadLimits
 {
 public:

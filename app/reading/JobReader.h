@@ -21,7 +21,7 @@ struct ReadOptions
 struct ReadJob
 {
     std::unique_ptr<CJOBX> job;
-    int result = 0;                   // the library's answer
+    int result = 0;                   // of the library
     std::string problem;              // why the answer is 0, in one line
     std::vector<std::string> missing; // the parts that were not read, as printed
 };
@@ -31,11 +31,11 @@ struct ReadJob
 //          step that the job does not have. For a directory that is not a job, the result has the problem.
 ReadJob ReadJobDirectory(const ReadOptions& options);
 
-// The same, but raises ExitError for that problem too.
+// As above, but raises ExitError for that problem too.
 ReadJob ReadGoodJobDirectory(const ReadOptions& options);
 std::unique_ptr<CJOBX> ReadGoodJob(const ReadOptions& options);
 
-// The steps of those names among those that were read, each once, ASCII letters of either case when no name is exactly
-// so; all of them without names.
-// Results: a name that none has raises ExitError.
+// The steps of those names among those that were read, each once. If no name matches exactly, the case of ASCII letters
+// is ignored. Without names, all steps.
+// Results:   a name that no step has raises ExitError.
 std::vector<const CJOBXstepObj*> StepsNamed(const CJOBX& job, const std::vector<std::string>& names);

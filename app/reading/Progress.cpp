@@ -12,9 +12,9 @@ namespace
 {
 constexpr UINT kSetPosition = 0x402;
 constexpr int kBarWidth = 20;
-constexpr std::size_t kLineWidth = 78; // a wrapped line could not be drawn over
+constexpr std::size_t kLineWidth = 78; // a wrapped line could not be overwritten
 
-// The first characters of a printable text, cut so that they take no more than `width`.
+// The start of a printable text, cut to at most `width` characters.
 std::string_view Cut(std::string_view text, std::size_t width)
 {
     while (CharacterCount(text) > width)

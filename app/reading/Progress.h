@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-// A progress line on standard error, which is drawn over itself.
+// A progress line on standard error that overwrites itself.
 class ProgressLine
 {
 public:
@@ -26,7 +26,7 @@ private:
     bool m_isDrawn = false;
 };
 
-// The windows that the library reports to, drawn as a progress line.
+// The windows for the library's reports, drawn as a progress line.
 class ProgressBarWindow : public CWnd
 {
 public:
@@ -57,7 +57,7 @@ private:
     ProgressLine& m_line;
 };
 
-// Shows a progress line while it lives, unless there is no terminal or it must be quiet.
+// Shows a progress line while it lives, unless there is no terminal or `quiet` is set.
 class ProgressReport
 {
 public:

@@ -10,7 +10,7 @@ struct ComponentRow
     const CJOBXstepObj& step;
     const CJOBXcomponents& file;
     const CJOBXcmp& component;
-    const CJOBXdataPkg* package; // null when its reference leads nowhere
+    const CJOBXdataPkg* package; // null if its reference is invalid
 };
 
 constexpr ColumnOf<ComponentRow> kComponentColumns[] = {

@@ -12,7 +12,7 @@ struct PackageRow
     const CJOBXstepObj& step;
     std::int64_t index;
     const CJOBXdataPkg& package;
-    std::int64_t components; // of the step that are of this package
+    std::int64_t components; // number of components of the step with this package
 };
 
 constexpr ColumnOf<PackageRow> kPackageColumns[] = {
@@ -31,7 +31,7 @@ constexpr ColumnOf<PackageRow> kPackageColumns[] = {
     {"Components", "components", ColumnKind::Number, [](const PackageRow& row) { return CellOf(row.components); }},
 };
 
-// How many components of the step are of each package.
+// The number of components of the step for each package.
 std::unordered_map<const CJOBXdataPkg*, std::int64_t> CountUses(const CJOBXstepObj& step)
 {
     const PackageIndex packages(step.GetEda()->m_pData->m_arrPkgs);

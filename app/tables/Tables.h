@@ -1,4 +1,4 @@
-// The tables that list records of the steps of a job: one row each, step by step in the order they were read.
+// Tables of the records of a job's steps: one row each, step by step in the order they were read.
 #pragma once
 
 #include "JOBXCLSDLL.h"

@@ -20,7 +20,7 @@ CString NameIn(const CString& path)
     return Files().GetSegmntFromFilePath(path, 2).MakeLower();
 }
 
-// A job that was written without EDA data has the file with nothing in it.
+// Whether there is EDA data. A job written without EDA data has an empty file.
 bool HasEda(const CString& step)
 {
     const CString path = Files().FindPath(step, "eda/data");
@@ -39,7 +39,7 @@ bool HasNetlist(const CString& step)
     return netlist.m_arrNets.GetSize() > 0;
 }
 
-// The names of the user symbols of the job at `path`, in lower case. A written job has them beside "steps".
+// The names of the user symbols of the job at `path`, in lower case. In a written job they are beside "steps".
 std::set<CString> SymbolsAt(const CString& path)
 {
     std::set<CString> names;
@@ -65,7 +65,7 @@ std::set<CString> SymbolsOf(const CJOBX& job)
     return names;
 }
 
-// The symbols that layers of the steps use, by their names in lower case, as they spell them.
+// The symbols used by layers of the steps: names in lower case, and as spelled there.
 std::map<CString, CString> SymbolsUsedIn(const CJOBXstepObjArray& steps)
 {
     std::map<CString, CString> used;

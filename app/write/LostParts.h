@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-// One line for each part that a job may lack but that the job to be replaced has: the EDA data and netlists of steps,
-// unless they are left out on purpose, and user symbols that layers use. `job` was read at `path`.
+// One line for each part that a job may lack but that the job to be replaced has: EDA data and netlists of steps,
+// unless they are left out on purpose, and user symbols used by layers. `job` was read at `path`.
 std::vector<std::string> FindLostParts(const CJOBX& job, const std::string& path, const std::string& replaced,
                                        bool withEda);

@@ -2,7 +2,7 @@
 
 // While it lives, delays the signals that ask the process to end, so that work that leaves files behind is finished or
 // undone first. The destructor lets the last delayed signal take effect.
-// Threads: one lives at a time, in the thread that made it.
+// Threads:   only one at a time may exist, in the thread that made it.
 class SignalHold
 {
 public:

@@ -102,7 +102,7 @@ void FlushOrWarn(const OpenEntry& directory)
                                  Printable(directory.Path().string()), error.message()));
 }
 
-// Removes a directory with everything in it and has one file open at a time.
+// Removes a directory with everything in it, keeping only one file open at a time.
 void RemoveWithOneFile(const fs::path& top, std::error_code& error)
 {
     std::vector<fs::path> left = {top};
@@ -211,7 +211,7 @@ void StagingDirectory::Remove() noexcept
         if (m_madeOutput)
             fs::remove(m_output, error); // fails if it is not empty
     }
-    catch (...) // what is left over harms nobody
+    catch (...) // leftovers do no harm
     {
     }
 }
@@ -220,7 +220,7 @@ void StagingDirectory::MoveIntoPlace(const std::string& name, bool replace)
 {
     // Data that a power failure could still destroy must not replace data that is safe.
     FlushTree(Inside() / name);
-    // Opened first: once the job is in its place, nothing may fail.
+    // Opened first, because nothing may fail once the job is in its place.
     const OpenEntry output(m_output);
     const OpenEntry above(m_madeOutput ? DirectoryOf(m_output) : m_output);
     Exchange(name, replace);

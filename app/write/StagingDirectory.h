@@ -21,9 +21,9 @@ public:
     std::filesystem::path Inside() const { return m_path / "new"; }
 
     // Flushes the job of that name to the disk and moves it into the output directory. With `replace`, it replaces an
-    // existing directory, which is removed. At every moment the complete old or new directory is there, except between
-    // two renames if the system cannot exchange directories. After a failure the old one is unchanged. If only the
-    // output directory cannot be flushed, the job is in its place: that is a warning.
+    // existing directory, which is removed. At every moment either the old or the new directory is there, complete,
+    // except between two renames if the system cannot exchange directories. After a failure the old one is unchanged.
+    // If only the output directory cannot be flushed, the job is in its place and a warning is printed.
     void MoveIntoPlace(const std::string& name, bool replace);
 
 private:

@@ -18,7 +18,7 @@ struct WriteOptions
     bool withEda = true;
     bool rebuildSteps = false;
     bool force = false;           // replaces a directory that is there
-    bool allowIncomplete = false; // even by an incomplete job
+    bool allowIncomplete = false; // even if this job is incomplete
 };
 
 // Reads the job, changes it and writes it in the library's form.

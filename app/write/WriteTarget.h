@@ -7,7 +7,7 @@ struct WriteTarget
 {
     std::string directory; // the output directory
     std::string name;      // the job's
-    bool replace = false;  // a directory that is there may give way
+    bool replace = false;  // an existing directory may be replaced
 };
 
 // Raises ExitError if the name cannot name a directory, if the output directory neither exists nor has a parent, if
