@@ -8,6 +8,17 @@
 
 class CECadClsLvl;
 
+// What the value of an attribute is. Complete reading says it; classic reading leaves Unknown.
+enum class JOBXattributeKind : unsigned char
+{
+    Unknown,
+    Flag, // set by being there; it has no value
+    Integer,
+    Real,
+    Text,
+    Option // one of the texts of its definition
+};
+
 // An attribute or property of a feature, net, package or component: a name and a value, with the numbers under which
 // both stand in their file's attribute tables.
 // Ownership: a plain value; copies are deep.
@@ -25,7 +36,7 @@ public:
     // A copy with every member; the caller owns it.
     virtual CJOBXProperty* clone() const;
 
-    // Takes over name and value only, as an archive would carry them; the numbers and further values stay. Intended.
+    // Takes over name and value only, as an archive would carry them; the rest stays. Intended.
     CJOBXProperty& operator=(const CJOBXProperty& other);
     // 1 when name, value and both numbers are equal, else 0; the further values take no part.
     int operator==(const CJOBXProperty& other) const;
@@ -35,6 +46,10 @@ public:
     CString GetReport_ForPickingProperty() const;
     // One line, indented by three blanks a level; a level of 0 or less is not indented. A null file writes nothing.
     void Write2AsciiFile(FILE* file, int level) const;
+    // What the value is; the copy constructor takes it over, no comparison looks at it.
+    JOBXattributeKind GetKind() const noexcept { return m_nKind; }
+    void SetKind(JOBXattributeKind kind) noexcept { m_nKind = kind; }
+
     // Removes every double quote from this property's own name and value, then makes a record labelled "PROP" with the
     // name and the value as its items; the caller owns it.
     CECadClsLvl* pGetECadClsLvl();
@@ -42,7 +57,12 @@ public:
     CString m_sName;
     int m_nNumber = -1; // of the name in the file's "@" table
     CString m_sValue;
-    int m_nTextNumber = -1;          // of the value in the file's "&" table
+    int m_nTextNumber = -1; // of the value in the file's "&" table
+
+private:
+    JOBXattributeKind m_nKind = JOBXattributeKind::Unknown; // here it takes no room
+
+public:
     CStringArray m_arrFurtherValues; // value words after the first
 };
 

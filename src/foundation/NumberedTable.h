@@ -26,13 +26,19 @@ public:
 
     CString Text(int number)
     {
-        for (; m_known < m_numbers.GetSize(); ++m_known)
-            m_first.try_emplace(m_numbers[m_known], m_known);
-        const auto found = m_first.find(number);
+        const auto found = Find(number);
         return found != m_first.end() && found->second < m_texts.GetSize() ? m_texts[found->second] : CString();
     }
+    bool Has(int number) { return Find(number) != m_first.end(); }
 
 private:
+    std::map<int, INT_PTR>::const_iterator Find(int number)
+    {
+        for (; m_known < m_numbers.GetSize(); ++m_known)
+            m_first.try_emplace(m_numbers[m_known], m_known);
+        return m_first.find(number);
+    }
+
     const CArrayN& m_numbers;
     const CStringArray& m_texts;
     INT_PTR m_known = 0;
