@@ -1,0 +1,33 @@
+// The types of a job's attributes, by name.
+#pragma once
+
+#include "foundation/CJOBXProperty.h"
+
+#include <functional>
+#include <map>
+#include <string>
+#include <string_view>
+#include <vector>
+
+// Threads: readers on several threads share one; it is filled before they start.
+class CAttributeTypes
+{
+public:
+    struct Type
+    {
+        JOBXattributeKind kind = JOBXattributeKind::Unknown;
+        std::vector<std::string> options; // by number, of an option attribute
+    };
+
+    // The first definition of a name wins.
+    void Add(std::string_view name, Type type) { m_types.try_emplace(std::string(name), std::move(type)); }
+    // Null when the job defines no attribute of that name.
+    const Type* Find(std::string_view name) const
+    {
+        const auto found = m_types.find(name);
+        return found != m_types.end() ? &found->second : nullptr;
+    }
+
+private:
+    std::map<std::string, Type, std::less<>> m_types;
+};

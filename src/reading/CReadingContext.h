@@ -1,0 +1,61 @@
+// What every reader of a complete reading takes along.
+#pragma once
+
+#include "foundation/CJOBXunit.h"
+#include "foundation/framework/CString.h"
+#include "reading/CAttributeTypes.h"
+#include "reading/CJOBXreading.h"
+#include "reading/CMessageList.h"
+
+#include <string>
+#include <vector>
+
+// The job around the file that is read.
+// Threads: readers on several threads share one; none of them changes it.
+struct CReadingJob
+{
+    // One row of the matrix.
+    struct Row
+    {
+        CString layer;
+        bool isOfComponents = false;
+    };
+
+    const CJOBXreading& reading;
+    CString directory;
+    JOBXunit unit = JOBXunit::Inch; // of files that name none
+    CAttributeTypes types{};
+    std::vector<Row> rows{}; // none when the matrix was not read
+
+    // The path below the job's directory, with "/" between its parts; the whole path when it is not below.
+    std::string BelowJob(const CString& path) const;
+};
+
+// Handed from reader to reader by reference. A reader on a thread of its own has messages of its own.
+struct CReadingContext
+{
+    const CReadingJob& job;
+    CMessageList& messages;
+};
+
+// Gives each iteration of a parallel loop a context whose messages are its own.
+class CParallelContexts
+{
+public:
+    CParallelContexts(const CReadingContext& outside, std::size_t count)
+        : m_outside(outside), m_lists(count, CMessageList(outside.job.reading))
+    {
+    }
+
+    CReadingContext Of(std::size_t iteration) { return {m_outside.job, m_lists[iteration]}; }
+    // Called after the loop, on the calling thread: puts the messages into the order of the iterations.
+    void Join()
+    {
+        for (CMessageList& list : m_lists)
+            m_outside.messages.Append(list);
+    }
+
+private:
+    const CReadingContext& m_outside;
+    std::vector<CMessageList> m_lists;
+};

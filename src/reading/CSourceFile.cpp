@@ -1,0 +1,158 @@
+#include "reading/CSourceFile.h"
+
+#include "foundation/corekit/CDiagnosticCapture.h"
+#include "foundation/corekit/CKUtility.h"
+#include "foundation/corekit/LzwDecoder.h"
+#include "foundation/corekit/SystemEntries.h"
+#include "reading/FileMessageKinds.h"
+
+#include <algorithm>
+#include <array>
+
+using namespace file_message;
+
+namespace
+{
+constexpr std::size_t kLooked = 4096; // bytes that tell text from other things
+
+constexpr std::string_view kLzwMark = "\x1F\x9D";
+constexpr std::string_view kGzipMark = "\x1F\x8B";
+
+// Texts hold no control characters but white space. A NUL ends a line's text in every reader; a few are let pass.
+bool IsText(std::string_view begin)
+{
+    const auto isOdd = [](char character)
+    { return static_cast<unsigned char>(character) < ' ' && !IsAsciiSpace(character) && character != '\x1A'; };
+    const auto odd = static_cast<std::size_t>(std::count_if(begin.begin(), begin.end(), isOdd));
+    return odd <= begin.size() / 20;
+}
+
+// The forms in which a file may lie in its directory, the preferred one first.
+constexpr std::array<std::string_view, 3> kForms = {"", ".Z", ".gz"};
+
+// The entries of the directory that are the file in one of its forms: of those that differ in letter case only the
+// exact spelling, else the first in byte order.
+using Forms = std::array<std::string, kForms.size()>;
+Forms FormsIn(const CString& directory, std::string_view name)
+{
+    Forms found;
+    const auto take = [&](const ListedEntry& entry)
+    {
+        for (std::size_t i = 0; i < kForms.size(); ++i)
+        {
+            const std::string exact = std::string(name).append(kForms[i]);
+            if (AsciiEqualNoCase(entry.name, exact) && found[i] != exact &&
+                (found[i].empty() || entry.name == exact || entry.name < found[i]))
+                found[i] = entry.name;
+        }
+    };
+    ListEntries(std::string(directory.View()), take);
+    return found;
+}
+
+// Keeps the blocks of an expanding file up to a limit.
+class CLimitedText : public CJOBXblockTaker
+{
+public:
+    CLimitedText(std::string& text, ULONGLONG limit) : m_text(text), m_limit(limit) {}
+
+    bool Take(std::string_view block) override
+    {
+        m_isTooLong = m_isTooLong || block.size() > m_limit - m_text.size();
+        if (!m_isTooLong)
+            m_text.append(block);
+        return !m_isTooLong;
+    }
+    bool IsTooLong() const noexcept { return m_isTooLong; }
+
+private:
+    std::string& m_text;
+    ULONGLONG m_limit;
+    bool m_isTooLong = false;
+};
+
+LzwResult ExpandGzip(CJOBXgzipExpander& expander, std::string_view data, CLimitedText& text)
+{
+    const bool isWhole = expander.Expand(data, text);
+    if (text.IsTooLong())
+        return LzwResult::TooLong;
+    return isWhole ? LzwResult::Done : LzwResult::Damaged;
+}
+} // namespace
+
+CSourceFile::CSourceFile(const CReadingContext& context, const CString& directory, const char* name, Presence presence)
+{
+    std::vector<CKDiagnostic> said; // messages say it instead
+    const CDiagnosticCapture capture(said);
+    const CKUtility& files = *CKUtility::GetInstance();
+    const auto forms = files.IsDir(directory) ? FormsIn(directory, name) : Forms();
+    const auto first = std::find_if(forms.begin(), forms.end(), [](const std::string& form) { return !form.empty(); });
+    m_isThere = first != forms.end();
+    m_path = files.CKPathCombine(directory, m_isThere ? CString(std::string_view(*first)) : CString(name));
+    m_messages = &context.messages.Of(context.job.BelowJob(m_path));
+    if (!m_isThere)
+    {
+        if (presence == Presence::Needed)
+            m_messages->Say(kMissing, 0, "The file is not there.");
+        return;
+    }
+    const auto second =
+        std::find_if(std::next(first), forms.end(), [](const std::string& form) { return !form.empty(); });
+    if (second != forms.end())
+        m_messages->Say(kTwoForms, 0, "The file is also there as ", Quoted{*second}, ", which is not read.");
+    Open(context.job.reading);
+}
+
+void CSourceFile::Open(const CJOBXreading& reading)
+{
+    CInputFile file;
+    std::array<char, kLooked> buffer{};
+    std::size_t got = 0;
+    if (!CKUtility::GetInstance()->IsFile(m_path) || file.Open(m_path) != 0 ||
+        file.Read(buffer.data(), buffer.size(), got) != 0)
+        return SayUnreadable();
+    const std::string_view begin(buffer.data(), got);
+    const bool isGzip = begin.starts_with(kGzipMark);
+    if (!isGzip && !begin.starts_with(kLzwMark))
+        return TakeText(std::make_unique<CTextScanner>(CTextScanner::InPieces{}, m_path, __FILE__, __LINE__), begin);
+    CFileBytes bytes;
+    if (!bytes.Load(m_path, __FILE__, __LINE__))
+        return SayUnreadable();
+    if (Expand(reading, bytes.View(), isGzip))
+        TakeText(std::make_unique<CTextScanner>(std::string_view(m_expanded)),
+                 std::string_view(m_expanded).substr(0, kLooked));
+}
+
+void CSourceFile::SayUnreadable()
+{
+    m_messages->Say(kUnreadable, 0, "The file cannot be read.");
+}
+
+bool CSourceFile::Expand(const CJOBXreading& reading, std::string_view data, bool isGzip)
+{
+    if (isGzip && reading.pGzipExpander == nullptr)
+    {
+        m_messages->Say(kNoExpander, 0, "The file is compressed by gzip, and nothing is there to expand it.");
+        return false;
+    }
+    CLimitedText text(m_expanded, reading.nExpansionLimit);
+    const LzwResult result =
+        isGzip ? ExpandGzip(*reading.pGzipExpander, data, text)
+               : DecodeLzw(data, reading.nExpansionLimit, [&text](std::string_view block) { return text.Take(block); });
+    if (result == LzwResult::TooLong)
+        m_messages->Say(kTooLong, 0, "The file expands to more than ", static_cast<long long>(reading.nExpansionLimit),
+                        " bytes.");
+    else if (result != LzwResult::Done)
+        m_messages->Say(kDamaged, 0, "The compressed file is damaged or cut short.");
+    return result == LzwResult::Done;
+}
+
+void CSourceFile::TakeText(std::unique_ptr<CTextScanner> text, std::string_view begin)
+{
+    if (!text->WasRead())
+        SayUnreadable();
+    else if (!IsText(begin))
+        m_messages->Say(kNotText, 0, "The file is not text.");
+    else
+        m_text = std::move(text);
+}

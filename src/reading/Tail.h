@@ -1,0 +1,53 @@
+// What stands behind the first ";" of a record: ";attributes;ID=number". Either part may be missing or empty.
+#pragma once
+
+#include "foundation/CJOBXProperty.h"
+#include "foundation/CJOBXtailed.h"
+#include "foundation/CTextScanner.h"
+#include "foundation/CTokenScanner.h"
+#include "foundation/NumberedTable.h"
+#include "reading/CAttributeTypes.h"
+#include "reading/CFileMessages.h"
+
+#include <string_view>
+
+// A line cut at its first ";". All parts are trimmed views of the line.
+struct CTailText
+{
+    std::string_view record;
+    std::string_view attributes; // "0=1,2"
+    std::string_view id;         // what follows "ID="
+    std::string_view rest;       // any further part, the last of them; "" when there is none
+    bool hasID = false;
+};
+CTailText CutTail(std::string_view line) noexcept;
+
+// The number of an "ID=" part; CJOBXtailed::kNoID, and a message, when it is none.
+__int64 ReadTailID(const CTailText& tail, int line, CFileMessages& messages);
+
+// Reads the attribute lists of one file.
+class CAttributeReader
+{
+public:
+    // Borrows all of them.
+    CAttributeReader(CNumberIndex& names, CNumberIndex& texts, const CAttributeTypes& types, CFileMessages& messages)
+        : m_names(names), m_texts(texts), m_types(types), m_messages(messages)
+    {
+    }
+
+    // Appends the attributes of a list such as "0=1,2" with names, kinds and values.
+    void Append(std::string_view list, int line, CJOBXPropertyArray& properties);
+    // Gives a record what its tail holds.
+    void Take(const CTailText& tail, int line, CJOBXtailed& record);
+
+private:
+    void SetValue(CJOBXProperty& property, std::string_view value, int line);
+    void SetText(CJOBXProperty& property, std::string_view value, int line);
+    void SetOption(CJOBXProperty& property, const CAttributeTypes::Type& type, std::string_view value, int line);
+    JOBXattributeKind GuessKind(std::string_view value);
+
+    CNumberIndex& m_names;
+    CNumberIndex& m_texts;
+    const CAttributeTypes& m_types;
+    CFileMessages& m_messages;
+};

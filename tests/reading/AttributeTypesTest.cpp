@@ -1,0 +1,58 @@
+#include "reading/AttributeTypesReader.h"
+
+#include "foundation/corekit/LzwEncoder.h"
+#include "reading/RecordedMessages.h"
+#include "support/TempDir.h"
+
+#include <gmock/gmock.h>
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+namespace
+{
+class AttributeTypes : public testing::Test
+{
+protected:
+    CAttributeTypes Read()
+    {
+        const CReadingJob job{reading, CString(std::string_view(dir.Path()))};
+        CMessageList messages(reading);
+        CAttributeTypes types;
+        ReadAttributeTypes({job, messages}, CString(std::string_view(dir.Path("misc"))), types);
+        messages.Deliver();
+        return types;
+    }
+
+    TempDir dir;
+    RecordedMessages sink;
+    CJOBXreading reading = sink.Reading();
+};
+
+TEST_F(AttributeTypes, ComeFromTheDefinitionsOfAllTheFiles)
+{
+    EXPECT_EQ(Read().Find(".smd"), nullptr);
+    dir.Write("misc/USERATTR", "UNITS=INCH\n\nBOOLEAN {\n  NAME=_FLAG\n  DEF=NO\n}\n\noption {\n  NAME=_FINISH\n"
+                               "  OPTIONS=HASL;SMTA; OSP;\n  DELETED=NO;NO;NO\n}\n");
+    dir.Write("misc/sysattr.dfm", "FLOAT {\n NAME=.height\n}\nTEXT {\n NAME=_FLAG\n}\n");
+    dir.Write("misc/sysattr.Z",
+              EncodeLzw("INTEGER {\n NAME=.count\n}\nTEXT {\n NAME=.string\n}\nWHAT {\n NAME=.odd\n}\n"));
+    dir.Write("misc/sysattr", "INTEGER {\n NAME=.count\n}\nTEXT {\n NAME=.string\n}\nWHAT {\n NAME=.odd\n}\n");
+    const CAttributeTypes types = Read();
+    const std::pair<const char*, JOBXattributeKind> expected[] = {
+        {"_FLAG", JOBXattributeKind::Flag},   {"_FINISH", JOBXattributeKind::Option},
+        {".height", JOBXattributeKind::Real}, {".count", JOBXattributeKind::Integer},
+        {".string", JOBXattributeKind::Text}, {".odd", JOBXattributeKind::Unknown},
+    };
+    for (const auto& [name, kind] : expected)
+    {
+        ASSERT_NE(types.Find(name), nullptr) << name;
+        EXPECT_EQ(types.Find(name)->kind, kind) << name;
+    }
+    EXPECT_THAT(types.Find("_FINISH")->options, ElementsAre("HASL", "SMTA", "OSP", ""));
+    EXPECT_THAT(types.Find(".height")->options, IsEmpty());
+    EXPECT_THAT(
+        sink.lines,
+        ElementsAre("misc/sysattr: warning FIL007 The file is also there as \"sysattr.Z\", which is not read."));
+}
+} // namespace
