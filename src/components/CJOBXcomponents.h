@@ -2,6 +2,7 @@
 
 #include "components/CJOBXcmp.h"
 #include "foundation/CExPtrArray.h"
+#include "foundation/CJOBXunit.h"
 #include "foundation/JobxExport.h"
 #include "foundation/corekit/CArrayN.h"
 #include "foundation/framework/CRaisingNew.h"
@@ -14,7 +15,7 @@
 // Ownership: owned by its array; owns its components; not copyable.
 // Results:   a malformed number reads as 0 and is kept; exhausted memory raises CMemoryException, the components that
 //            were read before the last one stay whole.
-class JOBX_API CJOBXcomponents : public CRaisingNew
+class JOBX_API CJOBXcomponents : public CRaisingNew, public CJOBXmeasured
 {
 public:
     CJOBXcomponents();

@@ -1,3 +1,5 @@
+#include "components/ComponentsReader.h"
+
 #include "components/CJOBXcomponents.h"
 #include "components/ComponentsFormat.h"
 #include "foundation/CListFiller.h"
@@ -152,6 +154,16 @@ constexpr Keyword<ComponentsReading> kComponentsKeywords[] = {
     {components_format::kToeprint, OnToeprint},
     {components_format::kProperty, OnProperty},
 };
+
+void ReadLines(CTextScanner& text, CJOBXcomponents& components)
+{
+    ComponentsReading reading{components,
+                              CNumberIndex(components.m_arrAttributeNameNumbers, components.m_arrAttributeNames)};
+    while (text.NextLine())
+        Dispatch<kComponentsKeywords>(reading, text.Line());
+    reading.tops.Finish();
+    reading.properties.Finish();
+}
 } // namespace
 
 int CJOBXcomponents::ParseODBOfMFC(CString path)
@@ -160,13 +172,16 @@ int CJOBXcomponents::ParseODBOfMFC(CString path)
         [&]
         {
             CTextScanner text(path, __FILE__, __LINE__);
-            ComponentsReading reading{*this, CNumberIndex(m_arrAttributeNameNumbers, m_arrAttributeNames)};
-            while (text.NextLine())
-                Dispatch<kComponentsKeywords>(reading, text.Line());
-            reading.tops.Finish();
-            reading.properties.Finish();
+            ReadLines(text, *this);
             return 1;
         });
+}
+
+void ReadCompletely(const CReadingContext& context, CSourceFile& file, CJOBXcomponents& components)
+{
+    components.SetUnit(context.job.unit);
+    if (file.WasRead())
+        ReadLines(file.Text(), components);
 }
 
 void CJOBXcomponents::AddPropertyData(CString attributes, CJOBXcmp* component) const

@@ -2,6 +2,7 @@
 
 #include "eda/CJOBXdataNet.h"
 #include "eda/CJOBXdataPkg.h"
+#include "foundation/CJOBXunit.h"
 #include "foundation/framework/CRaisingNew.h"
 
 // The EDA data of a step: its nets with the features they are made of, and its packages.
@@ -9,7 +10,7 @@
 // Ownership: owns everything below it; not copyable.
 // Results:   readers return 1, or 0 for a file that cannot be opened; a malformed number reads as 0 and is kept. A
 //            record without anything open to belong to is ignored. Exhausted memory raises CMemoryException.
-class JOBX_API CJOBXdata : public CRaisingNew
+class JOBX_API CJOBXdata : public CRaisingNew, public CJOBXmeasured
 {
 public:
     CJOBXdata() = default;

@@ -1,3 +1,5 @@
+#include "eda/EdaReader.h"
+
 #include "eda/CJOBXdata.h"
 #include "eda/EdaFormat.h"
 #include "foundation/CListFiller.h"
@@ -315,6 +317,15 @@ bool IsSkipped(std::string_view line)
     return line.front() == '#' && !Contains(line, eda_format::kNumberedNet) &&
            !Contains(line, eda_format::kNumberedPackage);
 }
+
+void ReadLines(CTextScanner& text, CJOBXdata& data)
+{
+    EdaReading reading{data, text};
+    while (text.NextLine())
+        if (!IsSkipped(text.Line()))
+            Dispatch<kEdaKeywords>(reading, text.Line());
+    reading.Finish();
+}
 } // namespace
 
 int CJOBXdata::ParseODBOfMFC(CString path)
@@ -323,11 +334,14 @@ int CJOBXdata::ParseODBOfMFC(CString path)
         [&]
         {
             CTextScanner text(path, __FILE__, __LINE__);
-            EdaReading reading{*this, text};
-            while (text.NextLine())
-                if (!IsSkipped(text.Line()))
-                    Dispatch<kEdaKeywords>(reading, text.Line());
-            reading.Finish();
+            ReadLines(text, *this);
             return text.WasRead() ? 1 : 0;
         });
+}
+
+void ReadCompletely(const CReadingContext& context, CSourceFile& file, CJOBXdata& data)
+{
+    data.SetUnit(context.job.unit);
+    if (file.WasRead())
+        ReadLines(file.Text(), data);
 }

@@ -11,6 +11,7 @@
 #include "job/CJOBXmisc.h"
 #include "job/CJOBXsteps.h"
 #include "job/CJOBXsysAttrData.h"
+#include "job/JobReader.h"
 #include "layer/CJOBXSpecialSymbol.h"
 #include "layer/CJOBXfonts.h"
 #include "step/CJOBXstephdr.h"
@@ -157,10 +158,7 @@ int CJOBX::ParseMatrixInODBOfMFC(CString jobPath, CStringArray& stepNames)
     return Guarded(
         [&]
         {
-            m_sName = CKUtility::GetInstance()->GetSegmntFromFilePath(jobPath, kLastComponent);
-            const CString matrix = FindEntry(jobPath, "matrix");
-            if (!IsEntryThere(FindEntry(jobPath, "steps")) || !IsEntryThere(matrix) ||
-                m_pMatrix->ParseODBOfMFC(matrix) == 0)
+            if (ReadMatrix(jobPath) == 0)
                 return ReportNoData();
             stepNames = StepNames(*m_pMatrix);
             return 1;
@@ -172,13 +170,9 @@ int CJOBX::ParseODBOfMFC(CString jobPath)
     return Guarded(
         [&]
         {
-            m_sName = CKUtility::GetInstance()->GetSegmntFromFilePath(jobPath, kLastComponent);
-            const CString matrix = FindEntry(jobPath, "matrix");
-            if (!IsEntryThere(FindEntry(jobPath, "steps")) || !IsEntryThere(matrix) ||
-                m_pMatrix->ParseODBOfMFC(matrix) == 0)
+            if (ReadMatrix(jobPath) == 0)
                 return ReportNoData();
-            ReadSymbols(jobPath, true);
-            ReadStepsFontAndInfo(jobPath, StepNames(*m_pMatrix));
+            ReadParts(jobPath, StepNames(*m_pMatrix), true);
             return 1;
         });
 }
@@ -189,10 +183,33 @@ int CJOBX::ParseODBOfMFC(CString jobPath, CStringArray& stepNames)
         [&]
         {
             m_sName = CKUtility::GetInstance()->GetSegmntFromFilePath(jobPath, kLastComponent);
-            ReadSymbols(jobPath, false);
-            ReadStepsFontAndInfo(jobPath, stepNames);
+            ReadParts(jobPath, stepNames, false);
             return 1;
         });
+}
+
+int CJOBX::ReadMatrix(const CString& jobPath)
+{
+    m_sName = CKUtility::GetInstance()->GetSegmntFromFilePath(jobPath, kLastComponent);
+    if (m_reading.IsComplete())
+        return CJobReading(*this, jobPath).ReadMatrix() ? 1 : 0;
+    const CString matrix = FindEntry(jobPath, "matrix");
+    return IsEntryThere(FindEntry(jobPath, "steps")) && IsEntryThere(matrix) ? m_pMatrix->ParseODBOfMFC(matrix) : 0;
+}
+
+void CJOBX::ReadParts(const CString& jobPath, const CStringArray& stepNames, bool wholeJob)
+{
+    if (m_reading.IsComplete())
+    {
+        CJobReading reading(*this, jobPath);
+        reading.ReadInfoAndSymbols();
+        ShowSymbolsRead();
+        reading.ReadStepsAndFont(stepNames);
+        return;
+    }
+    ReadSymbols(jobPath, wholeJob);
+    ShowSymbolsRead();
+    ReadStepsFontAndInfo(jobPath, stepNames);
 }
 
 void CJOBX::ReadSymbols(const CString& jobPath, bool wholeJob)
@@ -213,6 +230,10 @@ void CJOBX::ReadSymbols(const CString& jobPath, bool wholeJob)
                      });
         finished.PutInOrder();
     }
+}
+
+void CJOBX::ShowSymbolsRead()
+{
     TakeWindowsBack();
     if (m_pProgress == nullptr)
         return;

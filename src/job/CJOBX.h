@@ -4,6 +4,7 @@
 #include "foundation/framework/CRaisingNew.h"
 #include "foundation/framework/CString.h"
 #include "foundation/framework/CStringArray.h"
+#include "reading/CJOBXreading.h"
 
 class CJOBXSpecialSymbolArray;
 class CJOBXfonts;
@@ -21,7 +22,7 @@ class CWnd;
 //            only one of the two be destroyed. The windows, m_pProgress and m_pStatus, are borrowed.
 // Results:   readers answer 1 for done and 0 when the job has no "steps" or no "matrix" directory or its matrix cannot
 //            be read; the message "There is no ODB Data!" is shown then. They add to what was read before. A missing
-//            part of a job is no error. Exhausted memory raises CMemoryException; what was read until then stays. Names
+//            part of a job is no error; complete reading reports it, see CJOBXreading. Exhausted memory raises CMemoryException; what was read until then stays. Names
 //            below the job directory are found whatever their letter case.
 // Threads:   one thread calls; symbols and layers are read and files are written on a team of worker threads.
 class JOBX_API CJOBX : public CRaisingNew
@@ -32,6 +33,10 @@ public:
     CJOBX(const CJOBX& other);
     CJOBX& operator=(const CJOBX& other);
     virtual ~CJOBX();
+
+    // How the reading operations below read; classic unless set. The setting is no part of what is read: it stays.
+    void SetReading(const CJOBXreading& reading) { m_reading = reading; }
+    const CJOBXreading& GetReading() const noexcept { return m_reading; }
 
     // Reads only the matrix. `stepNames` gets the names of the job's steps in matrix order; after a failure it is as
     // before.
@@ -78,10 +83,14 @@ public:
     CWnd* m_pStatus = nullptr;   // the host's status text
 
 private:
+    int ReadMatrix(const CString& jobPath);
+    void ReadParts(const CString& jobPath, const CStringArray& stepNames, bool wholeJob);
     void ReadSymbols(const CString& jobPath, bool wholeJob);
+    void ShowSymbolsRead();
     void TakeWindowsBack();
     void ReadStepsFontAndInfo(const CString& jobPath, const CStringArray& stepNames);
 
+    CJOBXreading m_reading;
     CWnd* m_pLentProgress = nullptr; // the windows that the steps got from this object
     CWnd* m_pLentStatus = nullptr;
 };

@@ -1,13 +1,15 @@
 #pragma once
 
+#include "foundation/CJOBXunit.h"
 #include "foundation/framework/CRaisingNew.h"
 #include "foundation/framework/CString.h"
 
 // What a job says of itself: the file "info" of the job's folder "misc". Never written.
+// Units:     complete reading takes the unit of the job's files that name none from it.
 // Results:   the reader returns 1, or 0 for a missing folder or file and then changes nothing; a malformed number reads
 //            as 0. Exhausted memory raises CMemoryException.
 // Ownership: a plain value; not copyable.
-class JOBX_API CJOBXmisc : public CRaisingNew
+class JOBX_API CJOBXmisc : public CRaisingNew, public CJOBXmeasured
 {
 public:
     CJOBXmisc();

@@ -4,6 +4,8 @@
 #include "foundation/corekit/CKUtility.h"
 #include "foundation/framework/Guarded.h"
 #include "foundation/framework/PathText.h"
+#include "job/StepsReader.h"
+#include "step/StepReader.h"
 
 #include <string_view>
 #include <unordered_map>
@@ -58,6 +60,35 @@ private:
     bool m_listed = false;
     std::unordered_map<CString, CString> m_paths;
 };
+
+// Appends a step for each name with a directory, which `read` reads.
+template <class Read>
+void ReadSteps(CJOBXsteps& steps, const CString& stepsDirectory, const CStringArray& stepNames, Read read)
+{
+    CStepDirectories directories(stepsDirectory);
+    const int count = static_cast<int>(stepNames.GetSize());
+    for (int i = 0; i < count; ++i)
+    {
+        const CString& name = stepNames[i];
+        const CString directory = IsStepName(name.View()) ? directories.Find(name) : CString();
+        if (directory.IsEmpty())
+            continue;
+        CJOBXstepObj* const step = steps.m_arrSteps.Own(std::make_unique<CJOBXstepObj>());
+        step->m_sName = name;
+        if (steps.m_pProgress != nullptr)
+            step->m_pStatus = steps.m_pStatus;
+        read(*step, directory);
+        if (steps.m_pProgress == nullptr)
+            continue;
+        // The division drops its remainder before the multiplication: the bar moves with the last step only.
+        SetPosition(*steps.m_pProgress, (i + 1) / count * kSteps + kStart);
+        CString text;
+        text.Format("Complete %s reading.", name);
+        steps.m_pProgress->SetFocus();
+        steps.m_pProgress->UpdateData(FALSE);
+        ShowStatus(steps.m_pStatus, text);
+    }
+}
 } // namespace
 
 CJOBXsteps::CJOBXsteps() = default;
@@ -69,29 +100,19 @@ int CJOBXsteps::ParseODBOfMFC(CString stepsDirectory, const CStringArray& stepNa
     return Guarded(
         [&]
         {
-            CStepDirectories directories(stepsDirectory);
-            const int count = static_cast<int>(stepNames.GetSize());
-            for (int i = 0; i < count; ++i)
-            {
-                const CString& name = stepNames[i];
-                const CString directory = IsStepName(name.View()) ? directories.Find(name) : CString();
-                if (directory.IsEmpty())
-                    continue;
-                CJOBXstepObj* const step = m_arrSteps.Own(std::make_unique<CJOBXstepObj>());
-                step->m_sName = name;
-                if (m_pProgress != nullptr)
-                    step->m_pStatus = m_pStatus;
-                step->ParseODBOfMFC(directory);
-                if (m_pProgress == nullptr)
-                    continue;
-                // The division drops its remainder before the multiplication: the bar moves with the last step only.
-                SetPosition(*m_pProgress, (i + 1) / count * kSteps + kStart);
-                CString text;
-                text.Format("Complete %s reading.", name);
-                m_pProgress->SetFocus();
-                m_pProgress->UpdateData(FALSE);
-                ShowStatus(m_pStatus, text);
-            }
+            ReadSteps(*this, stepsDirectory, stepNames,
+                      [](CJOBXstepObj& step, const CString& directory) { step.ParseODBOfMFC(directory); });
             return 1;
         });
+}
+
+void ReadCompletely(const CReadingContext& context, const CString& stepsDirectory, const CStringArray& stepNames,
+                    CJOBXsteps& steps)
+{
+    ReadSteps(steps, stepsDirectory, stepNames,
+              [&](CJOBXstepObj& step, const CString& directory)
+              {
+                  ReadCompletely(context, directory, step);
+                  context.messages.Deliver();
+              });
 }

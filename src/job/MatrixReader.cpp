@@ -1,3 +1,5 @@
+#include "job/MatrixReader.h"
+
 #include "foundation/KeywordTable.h"
 #include "foundation/corekit/CKUtility.h"
 #include "foundation/framework/Guarded.h"
@@ -87,6 +89,13 @@ void OnLine(MatrixReading& reading, std::string_view line)
     else
         Dispatch<kOutside>(reading, line);
 }
+
+void ReadLines(CTextScanner& text, CJOBXmatrix& matrix)
+{
+    MatrixReading reading{matrix};
+    while (text.NextLine())
+        OnLine(reading, text.Line());
+}
 } // namespace
 
 int CJOBXmatrix::ParseODBOfMFC(const CString& matrixDirectory)
@@ -97,9 +106,13 @@ int CJOBXmatrix::ParseODBOfMFC(const CString& matrixDirectory)
             const CString path =
                 CKUtility::GetInstance()->FindPath(matrixDirectory, matrix_format::kMatrix, __FILE__, __LINE__);
             CTextScanner text(path, __FILE__, __LINE__);
-            MatrixReading reading{*this};
-            while (text.NextLine())
-                OnLine(reading, text.Line());
+            ReadLines(text, *this);
             return text.WasRead() ? 1 : 0;
         });
+}
+
+void ReadCompletely(const CReadingContext& /*context*/, CSourceFile& file, CJOBXmatrix& matrix)
+{
+    if (file.WasRead())
+        ReadLines(file.Text(), matrix);
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/CJOBXunit.h"
 #include "foundation/framework/CRaisingNew.h"
 #include "layer/CJOBXfontsStandard.h"
 
@@ -7,7 +8,7 @@
 // Units:     lengths in the unit of the job, inch or millimetre.
 // Ownership: owns its characters. Not copyable.
 // Results:   a malformed number reads as 0. Exhausted memory raises CMemoryException; what was read before stays.
-class JOBX_API CJOBXfonts : public CRaisingNew
+class JOBX_API CJOBXfonts : public CRaisingNew, public CJOBXmeasured
 {
 public:
     CJOBXfonts();

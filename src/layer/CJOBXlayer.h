@@ -1,6 +1,7 @@
 #pragma once
 
 #include "foundation/CExPtrArray.h"
+#include "foundation/CJOBXunit.h"
 #include "foundation/corekit/CArrayN.h"
 #include "foundation/framework/CRaisingNew.h"
 #include "foundation/framework/CString.h"
@@ -16,7 +17,7 @@ class CJOBXtool;
 // number array and its text array grow together: one position is one table entry.
 // Units:     lengths in the unit of the file; unit changes multiply them and never rewrite the units text.
 // Ownership: owns its features, components and drill tools; not copyable.
-class JOBX_API CJOBXlayer : public CRaisingNew
+class JOBX_API CJOBXlayer : public CRaisingNew, public CJOBXmeasured
 {
 public:
     CJOBXlayer();

@@ -3,6 +3,7 @@
 
 #include "foundation/CJOBXProperty.h"
 #include "foundation/CTokenScanner.h"
+#include "reading/CSourceFile.h"
 
 #include <memory>
 #include <string_view>
@@ -11,6 +12,9 @@ class CJOBXlayer;
 
 // Appends what the scanned file holds to the layer's tables and features.
 void ReadFeatures(CTextScanner& scanner, CJOBXlayer& layer);
+
+// Appends what the file holds, read completely.
+void ReadCompletely(const CReadingContext& context, CSourceFile& file, CJOBXlayer& layer);
 
 // The value text of a ".pad_usage" number: every known usage ends as "tooling_hole". Intended: files rely on it.
 CString PadUsageText(int number);

@@ -1,3 +1,5 @@
+#include "layer/FontReader.h"
+
 #include "foundation/KeywordTable.h"
 #include "foundation/corekit/CKUtility.h"
 #include "foundation/framework/Guarded.h"
@@ -64,6 +66,13 @@ constexpr Keyword<FontReading> kFontKeywords[] = {
     {font_format::kXSize, OnSize<&CJOBXfonts::m_dXSize>},
     {font_format::kYSize, OnSize<&CJOBXfonts::m_dYSize>, Letters::AsWritten}, // in upper case only: intended
 };
+
+void ReadLines(CTextScanner& text, CJOBXfonts& fonts)
+{
+    FontReading reading{fonts};
+    while (text.NextLine())
+        Dispatch<kFontKeywords>(reading, text.Line());
+}
 } // namespace
 
 int CJOBXfonts::ParseStandardFont(const CString& folder)
@@ -78,9 +87,13 @@ int CJOBXfonts::ParseStandardFont(const CString& folder)
         [&]
         {
             CTextScanner text(path, __FILE__, __LINE__);
-            FontReading reading{*this};
-            while (text.NextLine())
-                Dispatch<kFontKeywords>(reading, text.Line());
+            ReadLines(text, *this);
             return 1;
         });
+}
+
+void ReadCompletely(const CReadingContext& /*context*/, CSourceFile& file, CJOBXfonts& fonts)
+{
+    if (file.WasRead())
+        ReadLines(file.Text(), fonts);
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/CJOBXunit.h"
 #include "foundation/JobxExport.h"
 #include "foundation/framework/CRaisingNew.h"
 #include "foundation/framework/CString.h"
@@ -11,7 +12,7 @@
 // Ownership: owned by its step; owns its nets and points; not copyable.
 // Results:   a malformed number reads as 0 and is kept; exhausted memory raises CMemoryException, the nets and what was
 //            read before the last run of points of one net stay.
-class JOBX_API CJOBXnetlist : public CRaisingNew
+class JOBX_API CJOBXnetlist : public CRaisingNew, public CJOBXmeasured
 {
 public:
     CJOBXnetlist();

@@ -1,3 +1,5 @@
+#include "netlist/NetlistReader.h"
+
 #include "foundation/CListFiller.h"
 #include "foundation/CTextCache.h"
 #include "foundation/CTextScanner.h"
@@ -136,6 +138,14 @@ constexpr Keyword<NetlistReading> kNetlistKeywords[] = {
     {netlist_format::kNet, OnNet},
     {"", OnPoint},
 };
+
+void ReadLines(CTextScanner& text, CJOBXnetArray& nets)
+{
+    NetlistReading reading{nets, CFirstNets(nets)};
+    while (text.NextLine())
+        Dispatch<kNetlistKeywords>(reading, text.Line());
+    reading.points.Finish();
+}
 } // namespace
 
 int CJOBXnetlist::ParseODBOfMFC(CString path)
@@ -144,10 +154,14 @@ int CJOBXnetlist::ParseODBOfMFC(CString path)
         [&]
         {
             CTextScanner text(path, __FILE__, __LINE__);
-            NetlistReading reading{m_arrNets, CFirstNets(m_arrNets)};
-            while (text.NextLine())
-                Dispatch<kNetlistKeywords>(reading, text.Line());
-            reading.points.Finish();
+            ReadLines(text, m_arrNets);
             return text.WasRead() ? 1 : 0;
         });
+}
+
+void ReadCompletely(const CReadingContext& context, CSourceFile& file, CJOBXnetlist& netlist)
+{
+    netlist.SetUnit(context.job.unit);
+    if (file.WasRead())
+        ReadLines(file.Text(), netlist.m_arrNets);
 }

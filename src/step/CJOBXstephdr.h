@@ -1,6 +1,7 @@
 #pragma once
 
 #include "foundation/CExPtrArray.h"
+#include "foundation/CJOBXunit.h"
 #include "foundation/JobxExport.h"
 #include "foundation/corekit/CPointD.h"
 #include "foundation/framework/CRaisingNew.h"
@@ -13,7 +14,7 @@
 // Results:   a malformed number reads as 0; exhausted memory raises CMemoryException, what was read before stays.
 // Written and read back, a header has no step-and-repeat entries and its origin's y is its x: the writer prints
 // "STEP-REPEAT{", the reader looks for "STEP-REPEAT {", and Y_ORIGIN is written from x. Hosts rely on both.
-class JOBX_API CJOBXstephdr : public CRaisingNew
+class JOBX_API CJOBXstephdr : public CRaisingNew, public CJOBXmeasured
 {
 public:
     CJOBXstephdr();

@@ -1,3 +1,5 @@
+#include "step/StephdrReader.h"
+
 #include "foundation/KeywordTable.h"
 #include "foundation/framework/Guarded.h"
 #include "step/CJOBXstephdr.h"
@@ -103,6 +105,13 @@ constexpr Keyword<StephdrReading> kStephdrKeywords[] = {
     {stephdr_format::kMirror, OnEntryText<&CJOBXstepRepeat::m_sMirror>},
     {stephdr_format::kFlip, OnEntryText<&CJOBXstepRepeat::m_sFlip>},
 };
+
+void ReadLines(CTextScanner& text, CJOBXstephdr& header)
+{
+    StephdrReading reading{header, nullptr};
+    while (text.NextLine())
+        Dispatch<kStephdrKeywords>(reading, text.Line());
+}
 } // namespace
 
 int CJOBXstephdr::ParseODBOfMFC(CString path)
@@ -111,9 +120,14 @@ int CJOBXstephdr::ParseODBOfMFC(CString path)
         [&]
         {
             CTextScanner text(path, __FILE__, __LINE__);
-            StephdrReading reading{*this, nullptr};
-            while (text.NextLine())
-                Dispatch<kStephdrKeywords>(reading, text.Line());
+            ReadLines(text, *this);
             return text.WasRead() ? 1 : 0;
         });
+}
+
+void ReadCompletely(const CReadingContext& context, CSourceFile& file, CJOBXstephdr& header)
+{
+    header.SetUnit(context.job.unit);
+    if (file.WasRead())
+        ReadLines(file.Text(), header);
 }

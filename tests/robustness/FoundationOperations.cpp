@@ -271,6 +271,43 @@ void AddUtility(MemoryOperations& all)
                        run.Try([&] { diagnostic.Text(); });
                    }});
 }
+
+// Any class that derives from it.
+struct Tailed : CJOBXtailed
+{
+};
+
+void AddTails(MemoryOperations& all)
+{
+    const auto fill = [](Tailed& record, int n)
+    {
+        record.SetID(n);
+        record.pMakeTailAttributes()->Own(std::make_unique<CJOBXProperty>())->m_sName = kLong;
+    };
+    const auto same = [](const Tailed& a, const Tailed& b)
+    { return a.GetID() == b.GetID() && *a.pGetTailAttributes() == *b.pGetTailAttributes(); };
+    AddMaking<Tailed>(all, "CJOBXtailed");
+    AddCopying<Tailed>(all, "CJOBXtailed", fill, same);
+    AddUse<Tailed>(
+        all, "CJOBXtailed", "pMakeTailAttributes", [](auto& record) { record.SetID(7); },
+        [](auto& record) { record.pMakeTailAttributes(); });
+    all.push_back({"CJOBXmessage", "Line",
+                   [](MemoryRun& run)
+                   {
+                       CJOBXmessage message;
+                       message.kind = pGetJOBXmessageKind(0);
+                       message.file = kLong;
+                       message.text = kOther;
+                       run.Try([&] { message.Line(); });
+                   }});
+    all.push_back({"CJOBXmessage", "copies",
+                   [](MemoryRun& run)
+                   {
+                       CJOBXmessage message;
+                       message.text = kOther;
+                       run.Try([&] { CJOBXmessage(message).text.Append(kOther); });
+                   }});
+}
 } // namespace
 
 MemoryOperations FoundationOperations()
@@ -281,5 +318,6 @@ MemoryOperations FoundationOperations()
     AddPropertyUses(all);
     AddLog(all);
     AddUtility(all);
+    AddTails(all);
     return all;
 }

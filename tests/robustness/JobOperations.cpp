@@ -135,6 +135,20 @@ void AddRoot(MemoryOperations& all)
     AddUse<CJOBX>(
         all, "CJOBX", "ParseODBOfMFC", [](auto&) {}, read);
     AddUse<CJOBX>(
+        all, "CJOBX", "ParseODBOfMFC, completely", [](auto&) {},
+        [](auto& job)
+        {
+            class Sink : public CJOBXmessageSink
+            {
+                void OnMessage(const CJOBXmessage& message) override { CString(message.Line()); }
+            } sink;
+            CJOBXreading reading;
+            reading.way = JOBXway::Complete;
+            reading.pSink = &sink;
+            job.SetReading(reading);
+            job.ParseODBOfMFC(Job());
+        });
+    AddUse<CJOBX>(
         all, "CJOBX", "ParseMatrixInODBOfMFC and the chosen steps", [](auto&) {},
         [](auto& job)
         {

@@ -1,0 +1,131 @@
+#include "job/JobReader.h"
+
+#include "foundation/ParallelLoop.h"
+#include "foundation/corekit/CKUtility.h"
+#include "foundation/corekit/EntryLookup.h"
+#include "job/CJOBX.h"
+#include "job/CJOBXmatrix.h"
+#include "job/CJOBXmisc.h"
+#include "job/CJOBXsteps.h"
+#include "job/InfoFormat.h"
+#include "job/InfoReader.h"
+#include "job/MatrixFormat.h"
+#include "job/MatrixReader.h"
+#include "job/StepsReader.h"
+#include "layer/CJOBXSpecialSymbol.h"
+#include "layer/CJOBXfonts.h"
+#include "layer/FeaturesReader.h"
+#include "layer/FontFormat.h"
+#include "layer/FontReader.h"
+#include "reading/AttributeTypesReader.h"
+#include "reading/FileMessageKinds.h"
+#include "reading/MatrixMessageKinds.h"
+
+#include <map>
+#include <memory>
+
+namespace
+{
+constexpr char kOfComponents[] = "COMPONENT"; // a layer's type
+
+CString NameOf(const CString& path)
+{
+    return CKUtility::GetInstance()->GetSegmntFromFilePath(path, 2);
+}
+
+CString Lower(CString name)
+{
+    return name.MakeLower();
+}
+
+CStringArray DirectoriesIn(const CString& place)
+{
+    CStringArray directories;
+    if (CKUtility::GetInstance()->IsDir(place))
+        CKUtility::GetInstance()->GetAllSubDirListIn(place, directories, 0);
+    return directories;
+}
+} // namespace
+
+CJobReading::CJobReading(CJOBX& job, const CString& jobPath)
+    : m_target(job), m_job{job.GetReading(), jobPath}, m_messages(job.GetReading())
+{
+}
+
+bool CJobReading::ReadMatrix()
+{
+    CSourceFile file(m_context, FindEntry(m_job.directory, "matrix"), matrix_format::kMatrix, Presence::Needed);
+    const CString steps = FindEntry(m_job.directory, "steps");
+    if (!CKUtility::GetInstance()->IsDir(steps))
+        m_messages.Of(m_job.BelowJob(steps)).Say(file_message::kMissing, 0, "The folder is not there.");
+    const bool isThere = file.WasRead() && CKUtility::GetInstance()->IsDir(steps);
+    if (isThere)
+        ReadCompletely(m_context, file, *m_target.m_pMatrix);
+    m_messages.Deliver();
+    return isThere;
+}
+
+void CJobReading::ReadInfoAndSymbols()
+{
+    const CJOBXmatrixLayerArray& layers = m_target.m_pMatrix->m_arrLayers;
+    for (__int64 i = 0; i < layers.GetSize(); ++i)
+        if (const CJOBXmatrixLayer* const layer = layers.GetAt(i); layer != nullptr && !layer->m_sName.IsEmpty())
+            m_job.rows.push_back({layer->m_sName, AsciiEqualNoCase(layer->m_sType.View(), kOfComponents)});
+    const CString misc = FindEntry(m_job.directory, "misc");
+    CSourceFile info(m_context, misc, info_format::kInfo, Presence::Optional);
+    ReadCompletely(m_context, info, *m_target.m_pMisc);
+    m_job.unit = m_target.m_pMisc->GetUnit();
+    ReadAttributeTypes(m_context, misc, m_job.types);
+    ReadSymbols();
+    m_messages.Deliver();
+}
+
+void CJobReading::ReadSymbols()
+{
+    const CStringArray directories = DirectoriesIn(FindEntry(m_job.directory, "symbols"));
+    CParallelAppend<CJOBXSpecialSymbol> finished(*m_target.m_pSpecialSymbols);
+    CParallelContexts contexts(m_context, static_cast<std::size_t>(directories.GetSize()));
+    ParallelLoop(static_cast<int>(directories.GetSize()),
+                 [&](int i)
+                 {
+                     const CReadingContext context = contexts.Of(static_cast<std::size_t>(i));
+                     CSourceFile file(context, directories[i], "features", Presence::Needed);
+                     auto symbol = std::make_unique<CJOBXSpecialSymbol>();
+                     symbol->m_sPath = directories[i];
+                     symbol->m_sName = NameOf(directories[i]);
+                     ReadCompletely(context, file, *symbol->GetLayer());
+                     finished.Append(i, std::move(symbol));
+                 });
+    contexts.Join();
+    finished.PutInOrder();
+}
+
+void CJobReading::ReadStepsAndFont(const CStringArray& stepNames)
+{
+    const CString steps = FindEntry(m_job.directory, "steps");
+    CompareSteps(steps, stepNames);
+    ReadCompletely(m_context, steps, stepNames, *m_target.m_pSteps);
+    CSourceFile font(m_context, FindEntry(m_job.directory, "fonts"), font_format::kFile, Presence::Optional);
+    ReadCompletely(m_context, font, *m_target.m_pFonts);
+    m_messages.Deliver();
+}
+
+void CJobReading::CompareSteps(const CString& stepsDirectory, const CStringArray& stepNames)
+{
+    std::map<CString, CString> folders; // by name in lower case
+    const CStringArray directories = DirectoriesIn(stepsDirectory);
+    for (INT_PTR i = 0; i < directories.GetSize(); ++i)
+        folders.try_emplace(Lower(NameOf(directories[i])), NameOf(directories[i]));
+    CFileMessages& messages = m_messages.Of(m_job.BelowJob(stepsDirectory));
+    for (INT_PTR i = 0; i < stepNames.GetSize(); ++i)
+        if (!folders.contains(Lower(stepNames[i])))
+            messages.Say(matrix_message::kNoStepFolder, 0, "The step ", Quoted{stepNames[i].View()}, " has no folder.");
+    const CJOBXmatrixStepArray& rows = m_target.m_pMatrix->m_arrSteps;
+    for (__int64 i = 0; i < rows.GetSize(); ++i)
+        if (const CJOBXmatrixStep* const row = rows.GetAt(i))
+            folders.erase(Lower(row->m_sName));
+    for (const auto& [lower, folder] : folders)
+        if (rows.GetSize() > 0)
+            messages.Say(matrix_message::kNoStepRow, 0, "The matrix names no step ", Quoted{folder.View()}, ".");
+    m_messages.Deliver();
+}

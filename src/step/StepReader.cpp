@@ -1,0 +1,142 @@
+#include "step/StepReader.h"
+
+#include "components/ComponentsReader.h"
+#include "eda/CJOBXdata.h"
+#include "eda/CJOBXeda.h"
+#include "eda/EdaReader.h"
+#include "foundation/ParallelLoop.h"
+#include "foundation/ProgressReport.h"
+#include "foundation/corekit/CKUtility.h"
+#include "foundation/corekit/EntryLookup.h"
+#include "layer/FeaturesReader.h"
+#include "netlist/CJOBXnetlist.h"
+#include "netlist/NetlistReader.h"
+#include "reading/MatrixMessageKinds.h"
+#include "step/CJOBXstepObj.h"
+#include "step/CJOBXstephdr.h"
+#include "step/StephdrReader.h"
+
+#include <map>
+#include <memory>
+
+using namespace matrix_message;
+
+namespace
+{
+CString NameOf(const CString& path)
+{
+    return CKUtility::GetInstance()->GetSegmntFromFilePath(path, 2);
+}
+
+CString Lower(CString name)
+{
+    return name.MakeLower();
+}
+
+class CStepReading
+{
+public:
+    CStepReading(const CReadingContext& context, const CString& directory, CJOBXstepObj& step)
+        : m_context(context), m_directory(directory), m_step(step)
+    {
+        for (const CReadingJob::Row& row : context.job.rows)
+            m_rows.try_emplace(Lower(row.layer), &row);
+    }
+
+    void Read()
+    {
+        m_step.m_pProfile->m_sName = "profile";
+        ReadFile(m_context, m_directory, "profile", Presence::Needed, *m_step.m_pProfile);
+        ReadFile(m_context, m_directory, "stephdr", Presence::Optional, *m_step.m_pHeader);
+        ShowStatus(m_step.m_pStatus, "Complete profile file reading");
+        ReadLayers(FindEntry(m_directory, "layers"));
+        ShowStatus(m_step.m_pStatus, "Complete layers file reading");
+        ReadFile(m_context, FindEntry(m_directory, "eda"), "data", Presence::Optional, *m_step.m_pEda->m_pData);
+        ShowStatus(m_step.m_pStatus, "Complete eda file reading");
+        ReadFile(m_context, FindEntry(m_directory, "netlists/cadnet"), "netlist", Presence::Optional,
+                 *m_step.m_pNetlist);
+        ShowStatus(m_step.m_pStatus, "Complete netlists file reading");
+    }
+
+private:
+    // Whether the file is there.
+    template <class T>
+    static bool ReadFile(const CReadingContext& context, const CString& directory, const char* name, Presence presence,
+                         T& into)
+    {
+        CSourceFile file(context, directory, name, presence);
+        if (file.IsThere())
+            ReadCompletely(context, file, into);
+        return file.IsThere();
+    }
+
+    void ReadLayers(const CString& layersDirectory)
+    {
+        CStringArray directories;
+        if (CKUtility::GetInstance()->IsDir(layersDirectory))
+            CKUtility::GetInstance()->GetAllSubDirListIn(layersDirectory, directories, 0);
+        CompareWithMatrix(layersDirectory, directories);
+        CParallelAppend<CJOBXlayer> layers(m_step.m_arrLayers);
+        CParallelAppend<CJOBXcomponents> components(m_step.m_arrComponents);
+        CParallelContexts contexts(m_context, static_cast<std::size_t>(directories.GetSize()));
+        ParallelLoop(static_cast<int>(directories.GetSize()),
+                     [&](int i)
+                     {
+                         const CString& directory = directories[i];
+                         const CReadingContext context = contexts.Of(static_cast<std::size_t>(i));
+                         auto layer = std::make_unique<CJOBXlayer>();
+                         layer->m_sName = NameOf(directory);
+                         if (ReadFile(context, directory, "features", PresenceOf(layer->m_sName, false), *layer))
+                             layers.Append(i, std::move(layer));
+                         auto file = std::make_unique<CJOBXcomponents>();
+                         file->m_sLayerName = NameOf(directory);
+                         file->m_sRelativePath =
+                             CKUtility::GetInstance()->CKPathCombine(file->m_sLayerName, "components");
+                         if (ReadFile(context, directory, "components", PresenceOf(file->m_sLayerName, true), *file))
+                             components.Append(i, std::move(file));
+                     });
+        contexts.Join();
+        layers.PutInOrder();
+        components.PutInOrder();
+    }
+
+    // A component layer needs its components, any other its features; of a layer without a row nothing is known.
+    Presence PresenceOf(const CString& layer, bool ofComponents) const
+    {
+        const auto row = m_rows.find(Lower(layer));
+        return row != m_rows.end() && row->second->isOfComponents == ofComponents ? Presence::Needed
+                                                                                  : Presence::Optional;
+    }
+
+    // A step that repeats others need not have the layers that those have.
+    void CompareWithMatrix(const CString& layersDirectory, const CStringArray& directories)
+    {
+        if (m_rows.empty())
+            return;
+        CFileMessages& messages = m_context.messages.Of(m_context.job.BelowJob(layersDirectory));
+        std::map<CString, const CReadingJob::Row*> missing = m_rows;
+        for (INT_PTR i = 0; i < directories.GetSize(); ++i)
+        {
+            const CString name = NameOf(directories[i]);
+            if (!m_rows.contains(Lower(name)))
+                messages.Say(kNoLayerRow, 0, "No row of the matrix names the folder ", Quoted{name.View()}, ".");
+            missing.erase(Lower(name));
+        }
+        if (m_step.m_pHeader->m_arrStepRepeats.GetSize() > 0)
+            return;
+        for (const CReadingJob::Row& row : m_context.job.rows)
+            if (missing.erase(Lower(row.layer)) > 0)
+                messages.Say(kNoLayerFolder, 0, "The layer ", Quoted{row.layer.View()}, " has no folder.");
+    }
+
+    const CReadingContext& m_context;
+    const CString& m_directory;
+    CJOBXstepObj& m_step;
+    std::map<CString, const CReadingJob::Row*> m_rows; // by layer, in lower case
+};
+} // namespace
+
+void ReadCompletely(const CReadingContext& context, const CString& stepDirectory, CJOBXstepObj& step)
+{
+    CStepReading(context, stepDirectory, step).Read();
+}

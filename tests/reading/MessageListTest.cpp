@@ -1,0 +1,136 @@
+// docs/messages.md and what brings each message about.
+#include "foundation/corekit/LzwEncoder.h"
+#include "reading/SmallJob.h"
+
+#include <gmock/gmock.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <map>
+#include <set>
+#include <sstream>
+
+namespace fs = std::filesystem;
+
+namespace
+{
+constexpr char kListBegins[] = "\n## The messages\n";
+
+const std::string& Document()
+{
+    static const std::string path = std::string(JOBX_SOURCE_DIR) + "/docs/messages.md";
+    return path;
+}
+
+std::string ReadFile(const std::string& path)
+{
+    std::ifstream file(path, std::ios::binary);
+    std::ostringstream text;
+    text << file.rdbuf();
+    return text.str();
+}
+
+// The list as the document has it.
+std::string List()
+{
+    std::string text = kListBegins;
+    for (int i = 0; const CJOBXmessageKind* const kind = pGetJOBXmessageKind(i); ++i)
+        text += std::string("\n### ") + kind->code + " (" + JOBXseverityName(kind->severity) + ")\n\n" + kind->meaning +
+                "\n\n- For example: " + kind->example + "\n- What to do: " + kind->advice + '\n';
+    return text;
+}
+
+// With the environment variable JOBX_WRITE_GOLDEN set, the list in the document is replaced, and the test fails to say
+// so.
+TEST(MessageList, OfTheDocumentIsTheOneOfTheLibrary)
+{
+    const std::string text = ReadFile(Document());
+    const std::size_t begin = text.find(kListBegins);
+    ASSERT_NE(begin, std::string::npos);
+    EXPECT_EQ(text.substr(begin), List());
+    if (std::getenv("JOBX_WRITE_GOLDEN") != nullptr)
+        std::ofstream(Document(), std::ios::binary) << text.substr(0, begin) << List();
+}
+
+using Change = std::function<void(const SmallJob&)>;
+
+Change Write(const char* name, std::string text)
+{
+    return [name, text = std::move(text)](const SmallJob& job) { job.Write(name, text); };
+}
+
+Change Remove(const char* name)
+{
+    return [name](const SmallJob& job) { fs::remove_all(job.Path(name)); };
+}
+
+Change InsteadOfFeatures(const char* name, std::string text)
+{
+    return [name, text = std::move(text)](const SmallJob& job)
+    {
+        Remove("steps/pcb/layers/top/features")(job);
+        job.Write(name, text);
+    };
+}
+
+// What to do to a sound job so that the message comes.
+const std::map<std::string, Change>& Triggers()
+{
+    static const char kFeatures[] = "steps/pcb/layers/top/features";
+    static const char kCompressed[] = "steps/pcb/layers/top/features.Z";
+    static const std::map<std::string, Change> triggers = {
+        {"FIL001", Remove(kFeatures)},
+        {"FIL002",
+         [](const SmallJob& job)
+         {
+             Remove(kFeatures)(job);
+             fs::create_directory(job.Path(kFeatures));
+         }},
+        {"FIL003", InsteadOfFeatures(kCompressed, "\x1F\x9D\x90\x01")},
+        {"FIL004", InsteadOfFeatures(kCompressed, "\x1F\x8B packed")},
+        {"FIL005", InsteadOfFeatures(kCompressed, EncodeLzw(std::string(100'000, ' ')))},
+        {"FIL006", Write(kFeatures, std::string(100, '\x02'))},
+        {"FIL007", Write(kCompressed, EncodeLzw("#\n"))},
+        {"MAT001", Write("matrix/matrix", "STEP {\nNAME=PCB\n}\nSTEP {\nNAME=GONE\n}\n")},
+        {"MAT002", Write("steps/old/profile", "")},
+        {"MAT003", Remove("steps/pcb/layers/top")},
+        {"MAT004", Write("steps/pcb/layers/old/features", "")},
+        {"UNI001", Write("misc/info", "UNITS=CM\n")},
+        {"UNI002", Write("misc/info", "UNITS=INCH\nUNITS=MM\n")},
+    };
+    return triggers;
+}
+
+// The codes that a reading of the job gives.
+std::set<std::string> Codes(const SmallJob& job)
+{
+    class Sink : public CJOBXmessageSink
+    {
+    public:
+        void OnMessage(const CJOBXmessage& message) override { codes.insert(message.kind->code); }
+        std::set<std::string> codes;
+    } sink;
+    CJOBXreading reading;
+    reading.way = JOBXway::Complete;
+    reading.pSink = &sink;
+    reading.nExpansionLimit = 50'000;
+    job.Read(reading);
+    return sink.codes;
+}
+
+TEST(MessageList, HasNothingThatNoJobBringsAbout)
+{
+    EXPECT_EQ(Codes(SmallJob()), std::set<std::string>());
+    for (int i = 0; const CJOBXmessageKind* const kind = pGetJOBXmessageKind(i); ++i)
+    {
+        if (std::string_view(kind->code).starts_with("ATR")) // no reader reads tails yet
+            continue;
+        ASSERT_TRUE(Triggers().contains(kind->code)) << kind->code;
+        const SmallJob job;
+        Triggers().at(kind->code)(job);
+        EXPECT_TRUE(Codes(job).contains(kind->code)) << kind->code;
+    }
+}
+} // namespace
