@@ -9,12 +9,11 @@
 #include "foundation/framework/CString.h"
 #include "foundation/framework/CStringArray.h"
 
-// The components file of one component layer: its components and the tables that number the attributes' names and
-// texts.
+// The components file of one component layer: its components and the numbered tables of attribute names and texts.
 // Units:     lengths in the unit of the file; reading does not set the units text.
 // Ownership: owned by its array; owns its components; not copyable.
-// Results:   a malformed number reads as 0 and is kept; exhausted memory raises CMemoryException, the components that
-//            were read before the last one stay whole.
+// Results:   a malformed number reads as 0 and is kept; exhausted memory raises CMemoryException and keeps the
+//            components before the last one complete.
 class JOBX_API CJOBXcomponents : public CRaisingNew, public CJOBXmeasured
 {
 public:
@@ -23,28 +22,28 @@ public:
     CJOBXcomponents& operator=(const CJOBXcomponents&) = delete;
     virtual ~CJOBXcomponents();
 
-    // Reads the file at `path` and appends what it holds. Always 1, also when the file cannot be opened.
+    // Reads the file at `path` and appends its contents. Always returns 1, even if the file cannot be opened.
     int ParseODBOfMFC(CString path);
-    // Writes the file "components" in the directory `dir`; nothing, when it cannot be opened.
+    // Writes the file "components" in the directory `dir`; does nothing if it cannot be opened.
     void WriteODBData(CString dir) const;
 
-    // Reads a list "0=2,1" of attributes, as it stands after ";", and appends them to `component`, named by this
-    // object's table. A null component takes nothing.
+    // Parses a list of attributes such as "0=2,1", the text after ";", and appends them to `component` with their names
+    // from this object's table. Does nothing for a null component.
     void AddPropertyData(CString attributes, CJOBXcmp* component) const;
-    // The first name (text) of that number in its table, "" when there is none.
+    // The first name (text) of that number in its table, "" if there is none.
     CString GetAttributeName(int number) const;
     CString GetAttributeText(int number) const;
-    // Position of the first component whose side is 0; 0 when there is none.
+    // Index of the first component whose side is 0; 0 if there is none.
     int nGetFirstBtmIndex() const;
 
-    // Multiplies every location by `factor`; the units text stays.
+    // Multiplies every location by `factor`; the units text does not change.
     void UnitConvert(const double& factor);
 
     CJOBXcmpArray m_arrCmps;
     CStringArray m_arrAttributeNames;
-    CArrayN m_arrAttributeNameNumbers; // in parallel to the names
+    CArrayN m_arrAttributeNameNumbers; // parallel to the names
     CStringArray m_arrAttributeTexts;
-    CArrayN m_arrAttributeTextNumbers; // in parallel to the texts
+    CArrayN m_arrAttributeTextNumbers; // parallel to the texts
     CString m_sUnits = "INCH";         // or "MM"
     CString m_sLayerName;              // set by the step: the layer's directory
     CString m_sRelativePath;           // set by the step: the file below the step's layers
@@ -59,7 +58,7 @@ public:
     CJOBXcomponentsArray();
     ~CJOBXcomponentsArray() override;
 
-    // Writes each element into the directory `dir`, in order; a later one replaces an earlier one's file.
+    // Writes each element into the directory `dir`, in order; each one replaces the file of the one before.
     void WriteODBData(CString dir) const;
     // Converts every file.
     void UnitConvert(const double& factor);

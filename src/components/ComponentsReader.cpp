@@ -14,8 +14,8 @@
 
 namespace
 {
-// Appends the attributes of a list "0=2,1" to the component; `nameOf` gives the name of a number. The second number of
-// each stays unset, whatever its value is: intended.
+// Appends the attributes of a list such as "0=2,1" to the component; `nameOf` gives the name of a number. The second
+// number of each is never set, whatever its value; this is intended.
 template <class NameOf>
 void AddAttributes(CJOBXcmp& component, std::string_view list, NameOf nameOf)
 {
@@ -39,8 +39,8 @@ struct ComponentsReading
 {
     CJOBXcomponents& file;
     CNumberIndex names;
-    CJOBXcmp* component = nullptr; // the one that was begun last
-    // What it is to get.
+    CJOBXcmp* component = nullptr; // the last one begun
+    // Its lists, to be filled.
     CListFiller<CJOBXcmpTop> tops{};
     CListFiller<CLProperty> properties{};
     CTextCache texts{};
@@ -76,7 +76,8 @@ void OnNewComponent(ComponentsReading& reading, std::string_view line)
     reading.properties.Begin(reading.component->m_arrProperties);
 }
 
-// The name that ends a line, and the attributes behind it. Those of a toeprint go to its component too: intended.
+// The name that ends a line, and the attributes behind it. Attributes of a toeprint also go to its component; this is
+// intended.
 void TakeName(ComponentsReading& reading, CTokenScanner& fields, CString& name)
 {
     const std::string_view rest = fields.Rest();
@@ -127,8 +128,8 @@ void OnToeprint(ComponentsReading& reading, std::string_view line)
     TakeName(reading, fields, top.m_sName);
 }
 
-// The value stands in single quotes: quotes in front of it count as one, the next one ends it. Without any quote the
-// line is all name.
+// The value is in single quotes. Several opening quotes count as one; the next quote ends it. Without any quote the
+// whole line is the name.
 void OnProperty(ComponentsReading& reading, std::string_view line)
 {
     if (reading.component == nullptr)
@@ -145,12 +146,12 @@ void OnProperty(ComponentsReading& reading, std::string_view line)
     reading.properties.Own(std::move(property));
 }
 
-// Tried from the top, first match wins. Every other line is dropped, comments and the units line among them.
+// Tried from the top, first match wins. All other lines are dropped, including comments and the units line.
 constexpr Keyword<ComponentsReading> kComponentsKeywords[] = {
     {components_format::kNameMark, OnAttributeName},
     {components_format::kTextMark, OnAttributeText},
     {components_format::kNewComponent, OnNewComponent},
-    {components_format::kComponent, OnComponent}, // before the first "# CMP" it is dropped, and so are the two below
+    {components_format::kComponent, OnComponent}, // dropped before the first "# CMP", as are the two below
     {components_format::kToeprint, OnToeprint},
     {components_format::kProperty, OnProperty},
 };

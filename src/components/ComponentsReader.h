@@ -1,9 +1,9 @@
-// Reading a components file completely.
+// Complete reading of a components file.
 #pragma once
 
 #include "reading/CSourceFile.h"
 
 class CJOBXcomponents;
 
-// Appends what the file holds.
+// Appends the contents of the file.
 void ReadCompletely(const CReadingContext& context, CSourceFile& file, CJOBXcomponents& components);
