@@ -5,11 +5,11 @@
 #include "foundation/CJOBXunit.h"
 #include "foundation/framework/CRaisingNew.h"
 
-// The EDA data of a step: its nets with the features they are made of, and its packages.
-// Units:     lengths in the unit of the file, whatever the units text says; the reader takes no unit from the file.
+// The EDA data of a step: its nets with their features, and its packages.
+// Units:     lengths in the unit of the file, whatever the units text says; the reader does not set the units text.
 // Ownership: owns everything below it; not copyable.
 // Results:   readers return 1, or 0 for a file that cannot be opened; a malformed number reads as 0 and is kept. A
-//            record without anything open to belong to is ignored. Exhausted memory raises CMemoryException.
+//            record that has no open record to go to is ignored. Exhausted memory raises CMemoryException.
 class JOBX_API CJOBXdata : public CRaisingNew, public CJOBXmeasured
 {
 public:
@@ -18,22 +18,22 @@ public:
     CJOBXdata& operator=(const CJOBXdata&) = delete;
     virtual ~CJOBXdata();
 
-    // Reads the data file at `path` and appends what it finds: reading twice doubles every record. Fills the header,
-    // the layer names, the nets and the packages; the other members stay.
+    // Reads the data file at `path` and appends its contents: reading twice doubles every record. Fills the header, the
+    // layer names, the nets and the packages; other members do not change.
     int ParseODBOfMFC(CString path);
-    // Makes or replaces the file "data" in the directory `dir`; a file that cannot be opened is skipped.
+    // Makes or replaces the file "data" in the directory `dir`; does nothing if it cannot be opened.
     void WriteODBData(CString dir) const;
-    // Multiplies the lengths of every package by `factor`; nets have none that change, and the units text stays.
+    // Multiplies the lengths of every package by `factor`. Nets and the units text do not change.
     void UnitConvert(const double& factor);
 
-    // The position of a layer name; 0 also when it is not there, which is intended.
+    // The index of a layer name, 0 also if there is none; this is intended.
     int GetLayerIndex(CString name) const;
-    // The position of an attribute name or text; -1 when it is not there.
+    // The index of an attribute name or text, -1 if there is none.
     int FindAttributeNameIndex(CString name) const;
     int FindAttributeContentIndex(CString text) const;
 
     CString m_sHeader;
-    CStringArray m_arrLayerNames; // in file order; net objects count in it
+    CStringArray m_arrLayerNames; // in file order; CJOBXdataNetObj::m_nLayerIndex indexes this list
     CJOBXdataNetArray m_arrNets;
     CJOBXdataPkgArray m_arrPkgs;
     CJOBXPropertyArray m_arrProperties;

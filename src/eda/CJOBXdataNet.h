@@ -13,12 +13,12 @@ public:
     CJOBXdataNet& operator=(const CJOBXdataNet&) = delete;
     virtual ~CJOBXdataNet();
 
-    // The net's name line, with a blank behind the name, and its subnets. A null file writes nothing.
+    // Writes the net's name line, with a blank after the name, and its subnets. Does nothing for a null file.
     void WriteODBData(std::FILE* file) const;
 
-    int m_nNumber = -1; // from the "# NET" line before it; -1 for a net without one
+    int m_nNumber = -1; // from the "# NET" line above it; -1 if there is none
     CJOBXSntArray m_arrSnts;
-    int m_nFlag = 0; // nothing here sets it; for the host
+    int m_nFlag = 0; // for the host; never set here
     CString m_sName;
     CJOBXPropertyArray m_arrProperties;
 };
@@ -26,20 +26,20 @@ public:
 extern template class JOBX_API CExPtrArray<CJOBXdataNet*, CJOBXdataNet*>;
 
 // The nets of a step in file order; owns them.
-// Results: lookups compare exactly, letter case included; the first match wins. Those by name first put "_" for every
-//          blank of the name asked for, so a net whose own name holds a blank is never found.
+// Results:   lookups are case-sensitive and return the first match. Those by name replace every blank in the given name
+//            by "_", so a net whose name contains a blank is never found.
 class JOBX_API CJOBXdataNetArray : public COwningPtrArray<CJOBXdataNet>
 {
 public:
     CJOBXdataNetArray() = default;
     ~CJOBXdataNetArray() override;
 
-    // The net with that number or name; null when there is none.
+    // The net with that number or name, null if there is none.
     CJOBXdataNet* GetNetData(int number) const;
     CJOBXdataNet* GetNetData(const CString& name) const;
-    // The position of the net with that name. The first net is passed over, which is intended: 0 answers for it as for
-    // a name that is absent.
+    // The index of the net with that name. The first net is skipped, so 0 means either that net or no net; this is
+    // intended.
     __int64 FindNetID(CString name) const;
-    // For every net a comment with its position, then its lines. A null file writes nothing.
+    // Writes a comment with its index and its lines for every net. Does nothing for a null file.
     void WriteODBData(std::FILE* file) const;
 };

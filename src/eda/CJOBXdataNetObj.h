@@ -8,8 +8,8 @@
 
 // One feature that belongs to a subnet: an FID line, or an FGR line kept as text.
 // Units:     none; indexes count from 0.
-// Ownership: owned by its array; not copyable, pGetSameODBdataNetObj makes a copy.
-// A board has more of these than of anything else: 40 bytes, and the usual kinds need no memory of their own.
+// Ownership: owned by its array; not copyable, but pGetSameODBdataNetObj makes a copy.
+// Boards have more of these than of any other record. Each takes 40 bytes, and the common kinds allocate nothing else.
 class JOBX_API CJOBXdataNetObj : public CPooledRecord
 {
 public:
@@ -18,17 +18,16 @@ public:
     CJOBXdataNetObj& operator=(const CJOBXdataNetObj&) = delete;
     virtual ~CJOBXdataNetObj();
 
-    // A copy of the indexes, the line number and the kind; the second text is left out, which is intended. The caller
-    // owns it.
+    // A copy of the indexes, the line number and the kind, but not of m_sText; this is intended. The caller owns it.
     CJOBXdataNetObj* pGetSameODBdataNetObj() const;
-    // "FID kind layer feature", for an FGR line too. A null file writes nothing.
+    // Writes "FID kind layer feature", even for an FGR line. Does nothing for a null file.
     void WriteODBData(std::FILE* file) const;
 
     int m_nFeatureIndex = -1; // in the features of its layer
     int m_nLayerIndex = -1;   // in the layer names of the EDA data
-    CString m_sKind;          // of an FID line: "C" copper, "L" laminate, "H" hole, or whatever stood there; "FGR"
+    CString m_sKind;          // "C" copper, "L" laminate, "H" hole, or any other text of an FID line; "FGR"
     CString m_sText;          // the rest of an FGR line
-    int m_nLineNumber = 0;    // in the file it came from, counted from 1
+    int m_nLineNumber = 0;    // in the source file, counted from 1
 };
 
 extern template class JOBX_API CExPtrArray<CJOBXdataNetObj*, CJOBXdataNetObj*>;
@@ -40,8 +39,8 @@ public:
     CJOBXdataNetObjArray() = default;
     ~CJOBXdataNetObjArray() override;
 
-    // How many are of the kind "H"; "h" is another kind.
+    // The number of features of the kind "H"; "h" is another kind.
     int nGetNumberOfHoles() const;
-    // One line for each. A null file writes nothing.
+    // Writes one line per feature. Does nothing for a null file.
     void WriteODBData(std::FILE* file) const;
 };

@@ -8,10 +8,11 @@
 
 #include <cstdio>
 
-// One outline record of a package or pin. The reader makes plain ones, which keep keyword and parameters as text; the
-// subclasses carry geometry, and a unit change turns into them what it can (see CJOBXdataPkgObjArray::vMakeGeometry).
-// Units:     lengths of the subclasses in the unit of the file; texts are never rewritten.
-// Ownership: owned by its array; copies are deep. Copy with clone: an assignment would cut a subclass down.
+// One outline record of a package or pin. The reader makes plain records, of this class itself, which keep keyword and
+// parameters as text. The subclasses have geometry. A unit change converts plain records to subclasses where possible
+// (see CJOBXdataPkgObjArray::vMakeGeometry).
+// Units:     lengths of the subclasses in the unit of the file; parameter texts are never converted.
+// Ownership: owned by its array; copies are deep. Copy with clone: assignment would slice a subclass.
 class JOBX_API CJOBXdataPkgObj : public CPooledRecord
 {
 public:
@@ -21,20 +22,19 @@ public:
     virtual ~CJOBXdataPkgObj();
     virtual CJOBXdataPkgObj* clone() const; // a copy of the same class; the caller owns it
 
-    // Same line number, keyword and parameters, letter case included. The line number takes part on purpose: the same
-    // outline on two lines is two outlines. Geometry takes no part.
+    // Whether line number, keyword and parameters are equal, case-sensitive. Comparing the line number is intended: the
+    // same outline on two lines is two outlines. Geometry is not compared.
     bool operator==(const CJOBXdataPkgObj& other) const;
 
-    // Multiplies the geometry that the keyword names by `factor`; a plain record and one whose keyword does not fit its
-    // class have none and stay as they are.
+    // Multiplies the geometry by `factor`. Does nothing for a plain record, or if the keyword does not match the class.
     void UnitConvert(const double& factor);
-    // The subclass's form, or keyword and parameters of a plain record; nothing for a subclass whose keyword does not
-    // fit it. A null file writes nothing.
+    // Writes the subclass's form, or keyword and parameters of a plain record. Does nothing for a null file, or if the
+    // keyword does not match the subclass.
     void WriteODBData(std::FILE* file) const;
 
-    int m_nLineNumber = 0;        // in the file it came from, counted from 1
-    CStringArray m_arrParameters; // as they stood in the file
-    CString m_sKeyword;           // "CR", "SQ", "RC", "CT", "OB", "OS", "OC", "OE", "CE", or whatever stood there
+    int m_nLineNumber = 0;        // in the source file, counted from 1
+    CStringArray m_arrParameters; // as in the file
+    CString m_sKeyword;           // "CR", "SQ", "RC", "CT", "OB", "OS", "OC", "OE", "CE", or any other text of the file
 };
 
 extern template class JOBX_API CExPtrArray<CJOBXdataPkgObj*, CJOBXdataPkgObj*>;
@@ -44,22 +44,22 @@ class JOBX_API CJOBXdataPkgObjArray : public COwningPtrArray<CJOBXdataPkgObj>
 {
 public:
     CJOBXdataPkgObjArray() = default;
-    CJOBXdataPkgObjArray(const CJOBXdataPkgObjArray& other); // new records of the same classes; nulls are left out
+    CJOBXdataPkgObjArray(const CJOBXdataPkgObjArray& other); // new records of the same classes; nulls are skipped
     CJOBXdataPkgObjArray& operator=(const CJOBXdataPkgObjArray& other);
     ~CJOBXdataPkgObjArray() override;
     virtual CJOBXdataPkgObjArray* clone() const; // the caller owns the copy
 
-    // Compares at the positions of `other`; an empty `other` equals anything, which is intended.
+    // Compares at the positions of `other`, so an empty `other` equals anything; this is intended.
     bool operator==(const CJOBXdataPkgObjArray& other) const;
 
-    // Turns plain records into the subclass with their geometry: "CR", "SQ" and "RC" whose parameters are exactly the
-    // numbers of that shape, and a run from "CT" to "CE" of well-formed contour records into one contour. Line number
-    // and parameters are kept. What does not parse stays plain. Null entries are taken out. Exhausted memory raises
-    // CMemoryException and leaves a list that is partly turned.
+    // Converts plain records to the subclass with their geometry: "CR", "SQ" and "RC" whose parameters are exactly the
+    // numbers of that shape, and a sequence from "CT" to "CE" of well-formed contour records into one contour. Line
+    // number and parameters are kept, records that do not parse stay plain, null entries are removed. Exhausted memory
+    // raises CMemoryException and leaves the list partly converted.
     void vMakeGeometry();
-    // vMakeGeometry, then every record's UnitConvert.
+    // Calls vMakeGeometry, then UnitConvert of every record.
     void UnitConvert(const double& factor);
-    // Every record. A null file writes nothing.
+    // Writes every record. Does nothing for a null file.
     void WriteODBData(std::FILE* file) const;
 };
 
@@ -75,7 +75,7 @@ public:
 
     // Multiplies centre and radius by `factor`.
     void UnitConvert(const double& factor);
-    // Replace or answer one of the lengths.
+    // Set or return one of the lengths.
     void SetCenterPoint(double x, double y) { m_ptCenter.SetData(x, y); }
     void SetCenterPt(const CPointD& center) { m_ptCenter = center; }
     void SetRadius(double radius) { m_dRadius = radius; }
@@ -115,7 +115,7 @@ public:
 
     // Multiplies corner, width and height by `factor`.
     void UnitConvert(const double& factor);
-    // Replace or answer one of the lengths.
+    // Set or return one of the lengths.
     void SetLowerLeftPoint(double x, double y) { m_ptLowerLeft.SetData(x, y); }
     void SetLowerLeftPt(const CPointD& corner) { m_ptLowerLeft = corner; }
     void SetWidth(double width) { m_dWidth = width; }

@@ -13,7 +13,7 @@
 
 namespace
 {
-// What kind of record was opened last.
+// The kind of record opened last.
 enum class Inside
 {
     Nothing,
@@ -27,12 +27,12 @@ struct EdaReading
     CJOBXdata& data;
     CTextScanner& text;
     Inside inside = Inside::Nothing;
-    // The records that are current; null until the first one.
+    // The current records; null until the first one.
     CJOBXdataNet* net = nullptr;
     CJOBXSnt* subnet = nullptr;
     CJOBXdataPkg* package = nullptr;
     CJOBXdataPkgPin* pin = nullptr;
-    // What the current net, subnet, package and pin are to get.
+    // The lists of the current net, subnet, package and pin, to be filled.
     CListFiller<CJOBXSnt> subnets{};
     CListFiller<CJOBXdataNetObj> netObjects{};
     CListFiller<CJOBXdataPkgPin> pins{};
@@ -50,7 +50,8 @@ struct EdaReading
     }
 };
 
-// The fields behind the keyword that begins the line; of a line without blank the keyword itself is the only one.
+// The fields after the keyword at the start of the line. In a line without a blank, the keyword itself is the only
+// field.
 CFieldScanner FieldsOf(std::string_view line)
 {
     CFieldScanner fields(line);
@@ -58,7 +59,7 @@ CFieldScanner FieldsOf(std::string_view line)
     return fields.IsAtEnd() ? CFieldScanner(line) : fields;
 }
 
-// The number of a comment line, where the keyword counts as nothing wherever it stands.
+// The number in a comment line; every occurrence of the keyword is removed first.
 int NumberOfComment(std::string_view line, std::string_view upperKeyword)
 {
     std::string number;
@@ -75,7 +76,7 @@ int NumberOfComment(std::string_view line, std::string_view upperKeyword)
     return ParseInteger(number);
 }
 
-// The line right behind the current one, empty or not; at the end an empty one.
+// The line after the current one, even if it is empty; "" at the end of the file.
 std::string_view LineBehind(EdaReading& reading)
 {
     return reading.text.NextAnyLine() ? reading.text.Line() : std::string_view();
@@ -160,7 +161,7 @@ void OnNumberedNet(EdaReading& reading, std::string_view line)
     reading.inside = Inside::Net;
 }
 
-// Leaves open what was open: a property after it still goes where it went before.
+// Does not change what is open: the next property goes where it would have gone before.
 void OnNet(EdaReading& reading, std::string_view line)
 {
     if (!HasAttributes(line))
@@ -209,7 +210,7 @@ void OnFeatureGroup(EdaReading& reading, std::string_view line)
     reading.netObjects.Own(std::move(object));
 }
 
-// Where a property goes: behind a package to the net read before it, behind a pin to that pin's package. Hosts rely on
+// Where a property goes: after a package to the net read before it, after a pin to that pin's package. Hosts rely on
 // this shift.
 CJOBXPropertyArray* PropertiesOf(const EdaReading& reading)
 {
@@ -229,12 +230,12 @@ void OnProperty(EdaReading& reading, std::string_view line)
     CTokenScanner fields(WithoutKeyword(line));
     property->m_sName = reading.textCache.Of(fields.Token());
     CFieldScanner values(fields.Rest());
-    values.Text(property->m_sValue); // quotes stay, and a quoted text with blanks is split
+    values.Text(property->m_sValue); // quotes are kept, and a quoted text with blanks is split
     AddFields(reading, property->m_arrFurtherValues, values);
     properties->Own(std::move(property));
 }
 
-// The kinds with further fields are compared as they stand: "top" is a kind without any.
+// Kinds with additional fields are compared exactly: "top" has none.
 void OnSubnet(EdaReading& reading, std::string_view line)
 {
     if (reading.net == nullptr)
@@ -272,7 +273,7 @@ void OnFeature(EdaReading& reading, std::string_view line)
     reading.netObjects.Own(std::move(object));
 }
 
-// Where an outline goes; null where an unknown line is passed over.
+// Where an outline goes; null if an unknown line is skipped.
 CListFiller<CJOBXdataPkgObj>* OutlinesOf(EdaReading& reading)
 {
     if (reading.inside == Inside::Package && reading.package != nullptr)
@@ -295,13 +296,13 @@ void OnAnyOther(EdaReading& reading, std::string_view line)
     outlines->Own(std::move(record));
 }
 
-// Tried from the top, first match wins; letters of the line in any case. The order is behaviour: do not sort it.
+// Tried from the top, first match wins, ignoring the line's letter case. The order is behaviour: do not sort it.
 constexpr Keyword<EdaReading> kEdaKeywords[] = {
     {eda_format::kHeader, OnHeader},
     {eda_format::kLayers, OnLayers},
-    {eda_format::kNumberedNet, OnNumberedNet}, // takes the next line with it
+    {eda_format::kNumberedNet, OnNumberedNet}, // also takes the next line
     {eda_format::kNet, OnNet},
-    {eda_format::kNumberedPackage, OnNumberedPackage}, // takes the next line with it
+    {eda_format::kNumberedPackage, OnNumberedPackage}, // also takes the next line
     {eda_format::kPackage, OnPackage},
     {eda_format::kPin, OnPin},
     {eda_format::kFeatureGroup, OnFeatureGroup},
@@ -311,7 +312,7 @@ constexpr Keyword<EdaReading> kEdaKeywords[] = {
     {"", OnAnyOther},
 };
 
-// A comment counts only when it holds the number of a net or package; it need not begin with it.
+// A comment counts only if it contains the number of a net or package, in any place.
 bool IsSkipped(std::string_view line)
 {
     return line.front() == '#' && !Contains(line, eda_format::kNumberedNet) &&

@@ -1,9 +1,9 @@
-// Reading the EDA data of a step completely.
+// Complete reading of a step's EDA data.
 #pragma once
 
 #include "reading/CSourceFile.h"
 
 class CJOBXdata;
 
-// Appends what the file holds.
+// Appends the contents of the file.
 void ReadCompletely(const CReadingContext& context, CSourceFile& file, CJOBXdata& data);
