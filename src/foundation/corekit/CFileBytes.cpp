@@ -100,7 +100,7 @@ bool CFilePieces::Next(std::size_t used)
     return got > 0;
 }
 
-// Makes the buffer twice as large, with what stands behind the first `used` bytes at its front.
+// Doubles the buffer and moves what follows the first `used` bytes to its start.
 void CFilePieces::Grow(std::size_t used)
 {
     const std::size_t capacity = m_buffer == nullptr ? std::min(m_nLeft, kPiece) : 2 * m_nCapacity;
@@ -124,7 +124,7 @@ CInputFile::~CInputFile()
 int CInputFile::Open(const CString& path)
 {
     if (path.Find('\0') >= 0)
-        return EINVAL; // the system would take the text before it for the whole path
+        return EINVAL; // the system would take the text before a NUL for the whole path
     std::error_code error;
     const std::filesystem::path place(path.View());
     if (std::filesystem::exists(place, error) && !std::filesystem::is_regular_file(place, error))
@@ -153,9 +153,9 @@ CInputFile::~CInputFile()
 int CInputFile::Open(const CString& path)
 {
     if (path.Find('\0') >= 0)
-        return EINVAL; // the system would take the text before it for the whole path
-    // A pipe without a writer would block opening, a terminal could become the process's own; neither is regular, but
-    // that is known for certain only once it is open.
+        return EINVAL; // the system would take the text before a NUL for the whole path
+    // Opening a pipe without a writer would block, and a terminal could become the controlling terminal of the process.
+    // Neither is a regular file, but that is only certain after opening.
     m_file = ::open(path, O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY);
     struct stat info = {};
     if (m_file < 0 || ::fstat(m_file, &info) != 0)

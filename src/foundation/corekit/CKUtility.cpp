@@ -29,7 +29,7 @@ std::string_view WithoutTrailingSeparators(std::string_view path)
     return path.substr(0, path.find_last_not_of(kPathSeparators) + 1);
 }
 
-// The same, but a root stays a root.
+// As above, but a root is kept.
 std::string_view DirectoryText(std::string_view path)
 {
     const std::string_view trimmed = WithoutTrailingSeparators(path);
@@ -48,8 +48,8 @@ bool IsPossible(const CString& path)
     return path.Find('\0') < 0;
 }
 
-// Whether the name fits the pattern: "*" any characters, "?" any one, letters in any case. When a later part does not
-// fit, only the last "*" has to take more, so no pattern takes longer than its length times the name's.
+// Whether the name matches the pattern: "*" any characters, "?" any one character, ignoring letter case. On a mismatch
+// only the last "*" has to match more, so the time is at most the product of both lengths.
 bool Matches(std::string_view name, std::string_view pattern)
 {
     std::size_t n = 0;
@@ -81,7 +81,7 @@ bool Matches(std::string_view name, std::string_view pattern)
     return pattern.find_first_not_of('*', p) == std::string_view::npos;
 }
 
-// `name` below `directory`, which is not empty and ends in a separator only when it is the root.
+// `name` below `directory`, which is not empty and ends with a separator only if it is the root.
 std::string EntryPath(const std::string& directory, const char* name)
 {
     std::string path = directory;
@@ -90,13 +90,13 @@ std::string EntryPath(const std::string& directory, const char* name)
     return path += name;
 }
 
-// Raised out of a listing that meets more entries than allowed.
+// Raised in a listing with more entries than allowed.
 struct TooManyEntries
 {
 };
 
-// The paths of all entries of `directory`, and of its subdirectories when asked to, for which `isWanted(entry)` holds.
-// The directories still to do are kept in a list, so that depth costs no stack. False when there are too many entries.
+// The paths of all entries of `directory`, and of its subdirectories on request, for which `isWanted(entry)` is true.
+// Pending directories are kept in a list, so depth costs no stack. False if there are too many entries.
 template <class IsWanted>
 bool ListTree(const std::string& directory, bool recurse, std::vector<std::string>& found, IsWanted isWanted)
 {
@@ -135,7 +135,7 @@ bool ListTree(const std::string& directory, bool recurse, std::vector<std::strin
     return true;
 }
 
-// Appends to `list`, sorted, what ListTree finds.
+// Appends the results of ListTree to `list`, sorted.
 template <class IsWanted>
 void AppendEntries(const CString& directory, bool recurse, CStringArray& list, IsWanted isWanted)
 {
@@ -157,7 +157,7 @@ void AppendEntries(const CString& directory, bool recurse, CStringArray& list, I
         list[at++] = std::string_view(path);
 }
 
-// The entry of a directory that equals `name` ignoring letter case, the first in byte order.
+// The entry of a directory that matches `name` ignoring letter case, the first in byte order.
 std::optional<std::string> FindIgnoringCase(const CString& directory, std::string_view name, const CString& sourceFile,
                                             int line)
 {
@@ -197,7 +197,7 @@ int SystemError(LzwResult result, int outputError)
     return result == LzwResult::TooLong ? EFBIG : outputError;
 }
 
-// What a host gets that sets no sink: a failed write goes unnoticed otherwise.
+// For hosts that set no sink; without it, failed writes would go unnoticed.
 class StandardErrorSink : public CKDiagnosticSink
 {
 public:
@@ -205,7 +205,7 @@ public:
     {
         std::fprintf(stderr, "JOBXCLSDLL: %s\n", diagnostic.Text().GetString());
     }
-    // Never deleted, as the utility itself.
+    // Never deleted, like CKUtility itself.
     static CKDiagnosticSink* GetInstance()
     {
         static StandardErrorSink* const kInstance = new StandardErrorSink;
@@ -213,7 +213,7 @@ public:
     }
 };
 
-// 0 or the system's error number.
+// Returns 0 or the system's error number.
 int DecompressTo(const CString& target, std::string_view compressed, ULONGLONG limit)
 {
     CReplacingFile file(target);
@@ -356,7 +356,7 @@ void CKUtility::DeleteDirectory(const CString& path) const
         {
             const std::string_view last = LastComponent(path.View());
             const bool isEntry = IsPossible(path) && !last.empty() && last != "." && last != "..";
-            // A separator at the end would make the system follow a link.
+            // With a separator at the end, the system would follow a link.
             const int error = isEntry ? RemoveTree(CString(WithoutTrailingSeparators(path.View()))) : EINVAL;
             if (error != 0)
                 Report("", 0, "delete directory", path, error);
@@ -411,7 +411,7 @@ void CKUtility::SetLinkBoundary(const CString& directory)
         [&]
         {
             std::string real;
-            // Nothing lies below what does not exist, whatever comes to be there later.
+            // Nothing is below a directory that does not exist, even if it is created later.
             if (!directory.IsEmpty() && ResolveLinks(directory, real) != 0)
                 real = std::string(1, '\0');
             const std::lock_guard lock(m_boundaryLock);

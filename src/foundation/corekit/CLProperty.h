@@ -10,14 +10,14 @@ class JOBX_API CLProperty : public CPooledRecord
 {
 public:
     CLProperty() = default;
-    // With that name and value.
+    // An attribute of that name and value.
     CLProperty(const CString& name, const CString& value) : m_sName(name), m_sValue(value) {}
     CLProperty(const CLProperty&) = default;
     CLProperty& operator=(const CLProperty&) = default;
     virtual ~CLProperty();
     virtual CLProperty* clone() const; // the caller owns the copy
 
-    // Name and value equal, case-sensitive.
+    // Equal name and value, case-sensitive.
     bool operator==(const CLProperty& other) const { return m_sName == other.m_sName && m_sValue == other.m_sValue; }
 
     const CString& GetName() const { return m_sName; }
@@ -36,11 +36,11 @@ class JOBX_API CLPropertyArray : public COwningPtrArray<CLProperty>
 {
 public:
     CLPropertyArray() = default;
-    CLPropertyArray(const CLPropertyArray& other); // new records; null entries are left out
+    CLPropertyArray(const CLPropertyArray& other); // new records; null entries are skipped
     CLPropertyArray& operator=(const CLPropertyArray& other);
     ~CLPropertyArray() override;
     virtual CLPropertyArray* clone() const; // the caller owns the copy
 
-    // Same size and records equal one by one; a missing record equals only a missing one.
+    // The same size and equal records at each index; null equals only null.
     bool operator==(const CLPropertyArray& other) const;
 };
