@@ -17,7 +17,7 @@ struct CJOBXtailed::Tail
 namespace
 {
 constexpr std::uintptr_t kIsNumber = 1;
-constexpr __int64 kLargest = static_cast<__int64>(UINTPTR_MAX >> 2U); // that fits beside the mark
+constexpr __int64 kLargest = static_cast<__int64>(UINTPTR_MAX >> 2U); // the largest that fits beside the mark
 } // namespace
 
 bool CJOBXtailed::HasTail() const noexcept

@@ -7,23 +7,23 @@
 
 class CJOBXPropertyArray;
 
-// What a record may have behind the first ";" of its line: attributes and a number that is its own in the whole job.
-// Complete reading fills it; classic reading leaves it empty.
+// What a record may have after the first ";" of its line: attributes, and a number that is unique in the job. Complete
+// reading fills it; classic reading leaves it empty.
 // Ownership: owns its attributes; copies are deep.
-// Memory:    one word, also for a record with a number alone.
+// Memory:    one word, even for a record with only a number.
 class JOBX_API CJOBXtailed
 {
 public:
     static constexpr __int64 kNoID = -1;
 
-    // The unique number; kNoID when the record has none.
+    // The unique number; kNoID if the record has none.
     __int64 GetID() const noexcept;
-    // A number below 0 takes the number away; those above 2^62 do not fit and do the same.
+    // Sets the number. A negative number, or one above 2^62, removes it.
     void SetID(__int64 id);
 
-    // The attributes, borrowed; null when there are none.
+    // The attributes, borrowed; null if there are none.
     const CJOBXPropertyArray* pGetTailAttributes() const noexcept;
-    // The list for changing, borrowed; made when there is none.
+    // The list for changes, borrowed; made if there is none.
     CJOBXPropertyArray* pMakeTailAttributes();
 
 protected:
@@ -38,6 +38,6 @@ private:
     JOBX_LOCAL bool HasTail() const noexcept;
     JOBX_LOCAL Tail* GetTail() const noexcept;
 
-    // 0 for nothing; the number, doubled, plus 1; or the address of a tail.
+    // 0 for nothing; twice the number plus 1; or the address of a tail.
     std::uintptr_t m_nLink = 0;
 };

@@ -124,7 +124,7 @@ constexpr std::size_t RoundedUp(std::size_t value, std::size_t to) noexcept
     return (value + to - 1) & ~(to - 1);
 }
 
-// Blocks of their own let the tools that check memory see each object.
+// With separate blocks, memory checkers see each object.
 constexpr bool HasOwnBlock(std::size_t size) noexcept
 {
 #if defined(JOBX_CHECKED_MEMORY)

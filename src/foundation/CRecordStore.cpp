@@ -4,7 +4,7 @@
 
 namespace
 {
-// Where memory errors are looked for every record has a block of its own, so that using one that is gone is seen.
+// With memory checkers, every record has its own block, so that use after free is found.
 #if defined(__SANITIZE_ADDRESS__)
 constexpr bool kOneRecordABlock = true;
 #elif defined(__has_feature)

@@ -1,4 +1,4 @@
-// The attribute and symbol tables of a file: numbers and texts in parallel, found by number, the first entry wins.
+// The attribute and symbol tables of a file: parallel arrays of numbers and texts. The first entry of a number counts.
 #pragma once
 
 #include "foundation/corekit/CArrayN.h"
@@ -7,7 +7,7 @@
 
 #include <map>
 
-// The text of the first entry with that number, found by walking the table; "" when there is none.
+// The text of the first entry with that number, by a linear search; "" if there is none.
 inline CString FirstTextOfNumber(const CArrayN& numbers, const CStringArray& texts, int number)
 {
     for (INT_PTR i = 0; i < numbers.GetSize() && i < texts.GetSize(); ++i)
@@ -16,12 +16,12 @@ inline CString FirstTextOfNumber(const CArrayN& numbers, const CStringArray& tex
     return {};
 }
 
-// The same for readers, which ask often while the table still grows: walks each entry once. An ordered map, so that no
-// file can slow it down as it could a table of hashes.
+// For readers, which search often while the table grows: visits each entry once. An ordered map, because no file can
+// make it slow as it could a hash table.
 class CNumberIndex
 {
 public:
-    // Borrows both; they must only grow.
+    // Borrows both; entries may only be added.
     CNumberIndex(const CArrayN& numbers, const CStringArray& texts) : m_numbers(numbers), m_texts(texts) {}
 
     CString Text(int number)

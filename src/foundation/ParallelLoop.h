@@ -1,4 +1,4 @@
-// The two parallel reading loops of the library run on these.
+// The basis of the library's two parallel loops for reading.
 #pragma once
 
 #include "foundation/CExPtrArray.h"
@@ -27,15 +27,15 @@ void InCriticalSection(Work&& work)
     work();
 }
 
-// Where the block of that number begins when `count` indices are shared out to so many blocks, the longer ones first.
+// The start of that block if `count` indices are split into `blocks` blocks, the longer ones first.
 constexpr int BlockBegin(int count, int blocks, int block) noexcept
 {
     return count / blocks * block + std::min(block, count % blocks);
 }
 
-// Runs body(0) to body(count - 1) on a team of worker threads, each thread a contiguous block; when there are fewer
-// threads than blocks, a thread takes further ones. No exception leaves an iteration: after the loop the one of the
-// lowest index is raised on the calling thread.
+// Runs body(0) to body(count - 1) on a team of worker threads, each with a contiguous block. If there are fewer threads
+// than blocks, a thread takes more than one. No exception leaves an iteration: after the loop, the one of the lowest
+// index is raised on the calling thread.
 template <class Body>
 void ParallelLoop(int count, Body body)
 {
@@ -73,15 +73,15 @@ void ParallelLoop(int count, Body body)
         std::rethrow_exception(failure);
 }
 
-// Appends what parallel iterations finish to one array, and puts it into the order of the iterations afterwards, so
-// that two runs over the same files give the same array.
+// Appends the results of parallel iterations to one array and then sorts them by iteration, so that two runs over the
+// same files give the same array.
 template <class T>
 class CParallelAppend
 {
 public:
     explicit CParallelAppend(COwningPtrArray<T>& array) : m_array(array), m_first(array.GetSize()) {}
 
-    // Called by the iteration `index`, at most once each; takes the element over.
+    // Called by the iteration `index`, at most once each; takes ownership of the element.
     void Append(int index, std::unique_ptr<T> element)
     {
         InCriticalSection(
