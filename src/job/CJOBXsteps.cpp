@@ -12,7 +12,7 @@
 
 namespace
 {
-constexpr int kStart = 20; // what the bar shows once the symbols are read
+constexpr int kStart = 20; // bar position after reading the symbols
 constexpr int kSteps = 80;
 
 bool IsStepName(std::string_view name)
@@ -21,14 +21,14 @@ bool IsStepName(std::string_view name)
            name.find_first_of(kPathSeparators) == std::string_view::npos;
 }
 
-// Finds step directories by name: the exact one, else the first in sorted order that equals it ignoring case. The steps
-// directory is listed once, however many names there are.
+// Finds step directories by name: the exact match, else the first in sorted order that matches ignoring case. Lists the
+// steps directory once, however many names there are.
 class CStepDirectories
 {
 public:
     explicit CStepDirectories(CString stepsDirectory) : m_steps(std::move(stepsDirectory)) {}
 
-    // The directory of the step, "" when there is none.
+    // The directory of the step, "" if there is none.
     CString Find(const CString& name)
     {
         CKUtility* const files = CKUtility::GetInstance();
@@ -61,7 +61,7 @@ private:
     std::unordered_map<CString, CString> m_paths;
 };
 
-// Appends a step for each name with a directory, which `read` reads.
+// Appends a step for each name with a directory, and reads it with `read`.
 template <class Read>
 void ReadSteps(CJOBXsteps& steps, const CString& stepsDirectory, const CStringArray& stepNames, Read read)
 {
@@ -80,7 +80,7 @@ void ReadSteps(CJOBXsteps& steps, const CString& stepsDirectory, const CStringAr
         read(*step, directory);
         if (steps.m_pProgress == nullptr)
             continue;
-        // The division drops its remainder before the multiplication: the bar moves with the last step only.
+        // Integer division comes first, so only the last step moves the bar.
         SetPosition(*steps.m_pProgress, (i + 1) / count * kSteps + kStart);
         CString text;
         text.Format("Complete %s reading.", name);

@@ -1,9 +1,9 @@
-// Reading a job's information completely.
+// Complete reading of a job's information.
 #pragma once
 
 #include "reading/CSourceFile.h"
 
 class CJOBXmisc;
 
-// Appends what the file holds.
+// Appends the contents of the file.
 void ReadCompletely(const CReadingContext& context, CSourceFile& file, CJOBXmisc& misc);

@@ -1,4 +1,4 @@
-// Reading a job completely.
+// Complete reading of a job.
 #pragma once
 
 #include "reading/CReadingContext.h"
@@ -6,17 +6,17 @@
 class CJOBX;
 class CStringArray;
 
-// One complete reading of a job; its stages are called in the order in which they stand here. What is said about the
-// job is delivered stage by stage, and after each step.
-// Ownership: borrows the job and what its setting points to.
+// One complete reading of a job. Call its stages in the order of their declarations. Each stage delivers its messages
+// at its end, and after each step.
+// Ownership: borrows the job and the sink and expander of its setting.
 class CJobReading
 {
 public:
     CJobReading(CJOBX& job, const CString& jobPath);
 
-    // False without a folder "steps" or a matrix that can be read.
+    // False if the folder "steps" or a readable matrix is missing.
     bool ReadMatrix();
-    // What a job says of its unit and its attributes comes before what needs it; the classic order is another.
+    // Unit and attributes of the job come before the parts that need them. The classic order is different.
     void ReadInfoAndSymbols();
     void ReadStepsAndFont(const CStringArray& stepNames);
 

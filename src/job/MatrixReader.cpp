@@ -10,7 +10,7 @@
 
 namespace
 {
-// The block that was begun last; its closing brace does not end it.
+// The last block begun. Its closing brace does not end it.
 struct MatrixReading
 {
     CJOBXmatrix& matrix;
@@ -51,15 +51,15 @@ void OnLayerText(MatrixReading& reading, std::string_view line)
     reading.layer->*member = KeyValue(line);
 }
 
-// Tried from the top, the first match wins. The order is behaviour: do not sort them. Keywords are beginnings, so
-// "LAYER_X=1" begins a layer; a key that the open block does not have is dropped, and so is a closing brace.
+// Tried from the top, first match wins. The order is behaviour: do not sort them. Keywords match as prefixes, so
+// "LAYER_X=1" begins a layer. Keys that the open block does not have are dropped, as are closing braces.
 constexpr Keyword<MatrixReading> kOutside[] = {
     {matrix_format::kLayer, OnLayer},
     {matrix_format::kStep, OnStep},
 };
 
 constexpr Keyword<MatrixReading> kInStep[] = {
-    {matrix_format::kColumn, OnColumn}, // "COLOR" too: it sets the column, intended
+    {matrix_format::kColumn, OnColumn}, // "COLOR" too sets the column; intended
     {matrix_format::kLayer, OnLayer},
     {matrix_format::kName, OnStepName},
     {matrix_format::kStep, OnStep},

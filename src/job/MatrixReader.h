@@ -1,9 +1,9 @@
-// Reading the matrix of a job completely.
+// Complete reading of a job's matrix.
 #pragma once
 
 #include "reading/CSourceFile.h"
 
 class CJOBXmatrix;
 
-// Appends what the file holds.
+// Appends the contents of the file.
 void ReadCompletely(const CReadingContext& context, CSourceFile& file, CJOBXmatrix& matrix);

@@ -1,4 +1,4 @@
-// Reading the steps of a job completely.
+// Complete reading of a job's steps.
 #pragma once
 
 #include "reading/CReadingContext.h"
@@ -6,6 +6,6 @@
 class CJOBXsteps;
 class CStringArray;
 
-// As CJOBXsteps::ParseODBOfMFC. The messages about a step are delivered before the next one is read.
+// Like CJOBXsteps::ParseODBOfMFC. The messages about a step are delivered before the next one is read.
 void ReadCompletely(const CReadingContext& context, const CString& stepsDirectory, const CStringArray& stepNames,
                     CJOBXsteps& steps);
