@@ -16,14 +16,14 @@ public:
     CJOBXfonts& operator=(const CJOBXfonts&) = delete;
     virtual ~CJOBXfonts();
 
-    // Reads the file "standard" in this folder, its name in any letter case: characters are appended, sizes replaced.
-    // 0 when there is no such folder, else 1, also when the file cannot be opened.
+    // Reads the file "standard" in this folder, ignoring the case of its name. Characters are appended, sizes replaced.
+    // Returns 0 if there is no such folder, else 1, even if the file cannot be opened.
     int ParseStandardFont(const CString& folder);
     // Replaces the folder "fonts" of this job folder, with everything in it, by a new one. The file "standard" is
-    // written into it only when the current directory holds a file of that name: intended, hosts rely on it. A folder
-    // or file that cannot be made is left out silently.
-    // What is written does not read back whole: the three sizes run together on the first line, the offset under the
-    // keyword of the x size. Intended.
+    // written into it only if the current directory contains a file of that name: intended, hosts rely on it. A folder
+    // or file that cannot be made is skipped silently.
+    // The written file does not read back completely: the three sizes run together on the first line, with the offset
+    // under the keyword of the x size. This is intended.
     void WriteStandardFont(const CString& jobFolder) const;
     // Multiplies the sizes and every stroke's points by `factor`.
     void UnitConvert(const double& factor);

@@ -14,8 +14,8 @@ class CJOBXcomponentsArray;
 class CJOBXtool;
 
 // One features file in memory: the features of a layer, a step's profile or a user symbol, with the file's tables. Each
-// number array and its text array grow together: one position is one table entry.
-// Units:     lengths in the unit of the file; unit changes multiply them and never rewrite the units text.
+// table is a pair of parallel arrays, numbers and texts.
+// Units:     lengths in the unit of the file; a unit change multiplies them but keeps the units text.
 // Ownership: owns its features, components and drill tools; not copyable.
 class JOBX_API CJOBXlayer : public CRaisingNew, public CJOBXmeasured
 {
@@ -25,32 +25,32 @@ public:
     CJOBXlayer& operator=(const CJOBXlayer&) = delete;
     virtual ~CJOBXlayer();
 
-    // Reads the features file at `path` and appends what it holds. Answers 1 always: a file that cannot be opened
-    // leaves the layer as it was, and a malformed line never stops the reading. Exhausted memory raises
-    // CMemoryException.
+    // Reads the features file at `path` and appends its contents. Always returns 1: if the file cannot be opened, the
+    // layer does not change, and malformed lines never stop the reader. Exhausted memory raises CMemoryException.
     int ParseODBOfMFC(CString path);
-    // Writes the file "features" into `folder` when `isLayer` is not 0, with the drill tools and the layer's own
-    // components beside it, else the file "profile". With `recreateFolder` 1 the folder is deleted with everything in
-    // it and made again. A layer with a copper weight or dielectric value above 0 also gets its attribute list file: in
-    // `folder` when that is named as the layer, else in the folder of that name below it. A file that cannot be opened
-    // is left out.
+    // If `isLayer` is not 0, writes the file "features" into `folder`, with the drill tools and the layer's own
+    // components beside it; else writes the file "profile". If `recreateFolder` is 1, the folder is first deleted with
+    // everything in it and made again. A layer with a copper weight or dielectric value above 0 also gets its attribute
+    // list file: in `folder` if that has the layer's name, else in the folder of that name below it. A file that cannot
+    // be opened is skipped.
     void WriteODBData(CString folder, int recreateFolder, int isLayer) const;
-    // Appends the properties of a feature's attribute list, items such as "3" or "3=7" separated by commas, resolved
-    // with this layer's tables. A comma at the front makes an empty item, number 0; an empty last item is dropped.
+    // Appends the properties of a feature's attribute list, with their names from this layer's tables. Items such as
+    // "3" or "3=7" are separated by commas. A leading comma makes an empty item with number 0; an empty last item is
+    // dropped.
     void AddPropertyData(CString attributeText, CJOBXlayObj* feature);
-    // The stored feature line number; the reader leaves it at 0.
+    // m_nFeatureLineNo, which the reader leaves at 0.
     __int64 GEtODBFeatureLineNo() const;
 
-    // The position of the first symbol name equal to `name`, case-sensitive; -1 when there is none.
+    // The index of the first symbol of exactly that name, -1 if there is none.
     int nGetSymbolIndex(const CString& name) const;
-    // The first entry of that table with this number; "" when there is none.
+    // The first entry of that table with this number, "" if there is none.
     CString GetSymbolName(int number) const;
     CString GetAttributeName(int number) const;
     CString GetAttributeText(int number) const;
-    // The position, from `n` on, of the first feature whose surface index is `n`; -1 when `n` is no position or none
-    // is.
+    // The index, from `n` on, of the first feature whose surface index is `n`; -1 if there is none or `n` is not a
+    // valid index.
     int nGetLayObjIndexFromSurfaceIndex(int n) const;
-    // The via pad stack name of the feature at position `i`; "" for a bad position.
+    // The via pad stack name of the feature at index `i`; "" for a bad index.
     CString GetViaPadStackName(int i) const;
 
     // Multiplies the lengths of every feature by the rescale factor.
@@ -61,25 +61,25 @@ public:
     // The features, borrowed.
     CJOBXlayObjArray* GetFeatures() { return &m_arrFeatures; }
     const CJOBXlayObjArray* GetFeatures() const { return &m_arrFeatures; }
-    // The layer's own components, borrowed: empty unless a host fills it.
+    // The layer's own components, borrowed. Empty unless a host fills it.
     CJOBXcomponentsArray* GetComponents() const { return m_pComponents.get(); }
-    // The drill tools, borrowed; without any tool unless a host sets some.
+    // The drill tools, borrowed. Empty unless a host fills it.
     CJOBXtool* GetTool() const { return m_pTool.get(); }
 
     CString m_sName;
     double m_dRescaleFactor = 1.0;
-    CString m_sUnits = "INCH";        // what stood on the units line; "UNITS=MM" is kept whole, intended
+    CString m_sUnits = "INCH";        // the text of the units line; all of "UNITS=MM", intended
     CStringArray m_arrAttributeTexts; // "&" lines
     CArrayN m_arrAttributeTextNumbers;
     CStringArray m_arrAttributeNames; // "@" lines
     CArrayN m_arrAttributeNameNumbers;
     CStringArray m_arrSymbolNames; // "$" lines
     CArrayN m_arrSymbolNumbers;
-    CStringArray m_arrSymbolSecondFields;     // what follows a symbol name on its line
-    double m_dCopperWeightOrDielectric = 0.0; // set by hosts, written to the layer's attribute list, no length
-    __int64 m_nFirstLineNo = 0;               // a host's own, as the next
+    CStringArray m_arrSymbolSecondFields;     // the text after the symbol name on its line
+    double m_dCopperWeightOrDielectric = 0.0; // set by hosts, written to the layer's attribute list; not a length
+    __int64 m_nFirstLineNo = 0;               // for the host, as is m_nLastLineNo
     __int64 m_nLastLineNo = 0;
-    __int64 m_nFeatureLineNo = 0; // answered by GEtODBFeatureLineNo
+    __int64 m_nFeatureLineNo = 0; // returned by GEtODBFeatureLineNo
 
 private:
     CJOBXlayObjArray m_arrFeatures;
@@ -96,10 +96,10 @@ public:
     CJOBXlayerArray();
     ~CJOBXlayerArray() override;
 
-    // The first layer of that name, ASCII letters of either case; null when there is none.
+    // The first layer of that name, ignoring the case of ASCII letters; null if there is none.
     CJOBXlayer* GetODBlayerFromName(const CString& name) const;
     // Replaces the directory "layers" of the step's directory, with everything in it, and writes each layer into a
-    // directory of its name there. A layer whose name is no plain directory name is left unwritten.
+    // directory of its name there. A layer whose name is not a plain directory name is not written.
     void WriteODBData(CString stepDirectory) const;
     // Multiplies the lengths of every layer.
     void UnitConvert(const double& factor);

@@ -25,15 +25,15 @@ public:
     {
         for (ReadUsualLines(); m_scanner.NextLine(); ReadUsualLines())
         {
-            m_lastAttributes = {}; // may lie in a piece that is gone
+            m_lastAttributes = {}; // may point into a piece of the file that is gone
             ReadLine(m_scanner.Line());
         }
         m_features.FreeExtra();
     }
 
 private:
-    // The lines that make up nearly all of a large file, as they are usually written. The results are those of ReadLine
-    // for the same lines; that it sees them only when they look otherwise is all about speed.
+    // Reads the lines that make up nearly all of a large file, in their usual form. ReadLine gives the same results for
+    // the same lines. This function only saves time.
     void ReadUsualLines()
     {
         const std::string_view ahead = m_scanner.Ahead();
@@ -49,7 +49,7 @@ private:
         m_scanner.Took(at, lines);
     }
 
-    // Where the next line begins, null when nothing was taken.
+    // Where the next line begins, null if nothing was read.
     const char* ReadUsualLine(const char* at, const char* end, int lineNumber)
     {
         if (end - at < 3)
@@ -98,8 +98,7 @@ private:
         return fields.At();
     }
 
-    // The attribute list, if there is one, and the end of the line. Most features have the attributes of the one
-    // before.
+    // The attribute list, if any, and the end of the line. Most features have the same attributes as the one before.
     const char* ReadUsualAttributes(CStrictFields fields, const char* end, const CJOBXPropertyArray*& properties)
     {
         if (!fields.Is(features_format::kAttributes))
@@ -148,7 +147,7 @@ private:
             m_elements.reserve(std::max<std::size_t>(64, 2 * m_elements.size()));
         m_elements.push_back(std::move(element));
     }
-    // Doubling: the array's own steps are made for lists that stay short.
+    // Doubles the capacity: the growth of the array itself suits short lists.
     void MakeRoom()
     {
         if (m_features.GetSize() < m_room)
@@ -157,8 +156,8 @@ private:
         m_features.Reserve(m_room);
     }
 
-    // Told by the first letters only, in either case. "OE", "SE", "OB", "OS" and "OC" are meant to win over the
-    // records: a line that begins with "SE" ends a surface and never opens one.
+    // Only the first letters decide, in either case. "OE", "SE", "OB", "OS" and "OC" win over the records on purpose: a
+    // line that begins with "SE" ends a surface and never begins one.
     void ReadLine(std::string_view line)
     {
         const char second = line.size() > 1 ? AsciiUpper(line[1]) : '\0';
@@ -187,18 +186,18 @@ private:
         case features_format::kBarcode:
             return OnFeature<BarcodeFields>(line);
         default:
-            return; // comments, and whatever else a file carries that is not modelled
+            return; // comments, and anything else that the model does not have
         }
     }
 
-    // Everything up to the first blank goes; a line without a blank is kept whole. Intended.
+    // Removes everything up to the first blank. A line without a blank is kept whole. This is intended.
     void OnUnits(std::string_view line)
     {
         const std::size_t blank = line.find(' ');
         m_layer.m_sUnits = blank == std::string_view::npos ? line : Trimmed(line.substr(blank));
     }
 
-    // A table line's number, and its text behind the first blank.
+    // The number of a table line, and the text after the first blank.
     static std::pair<int, std::string_view> NumberAndRest(std::string_view line)
     {
         line = WithoutLeading(line, line.front()); // the mark
@@ -226,7 +225,7 @@ private:
         m_index.TablesChanged();
     }
 
-    // Null when the text gives no property.
+    // Null if the text gives no property.
     const CJOBXPropertyArray* PropertiesOf(std::string_view text)
     {
         return m_index.ListOf(text,
@@ -240,7 +239,7 @@ private:
                               });
     }
 
-    // Null when there is no attribute list, or nothing in it.
+    // Null if there is no attribute list or it is empty.
     const CJOBXPropertyArray* PropertiesOf(const CLenientFields& fields)
     {
         return fields.Attributes().empty() ? nullptr : PropertiesOf(fields.Attributes());
@@ -255,7 +254,7 @@ private:
         AddFeature(record, PropertiesOf(fields));
     }
 
-    // A surface that is still open is dropped; its index is not used again.
+    // An open surface is dropped. Its index is not used again.
     void OnSurface(std::string_view line)
     {
         CLenientFields fields(line);
@@ -265,7 +264,7 @@ private:
         ++m_nextIndex;
     }
 
-    // The contour, when one is open, is not touched.
+    // Does not change an open contour.
     void OnSurfaceEnd()
     {
         if (m_surface != nullptr)
@@ -282,7 +281,7 @@ private:
             return OnContour(line);
         case features_format::kSegment:
             return m_contourIsOpen ? OnElement<SegmentFields>(line) : void();
-        case features_format::kCurve: // needs an open surface, too
+        case features_format::kCurve: // also needs an open surface
             return m_contourIsOpen && m_surface != nullptr ? OnElement<CurveFields>(line) : void();
         default:
             return;
@@ -298,7 +297,7 @@ private:
         AddElement(record, m_scanner.LineNumber());
     }
 
-    // A contour that is still open is dropped.
+    // An open contour is dropped.
     void OnContour(std::string_view line)
     {
         if (m_surface == nullptr)
@@ -330,7 +329,7 @@ private:
     CNumberIndex m_texts{m_layer.m_arrAttributeTextNumbers, m_layer.m_arrAttributeTexts};
     CFeatureMaker m_maker;
     CPropertyIndex m_index;
-    std::string_view m_lastAttributes; // of the feature before, in the text; empty when unknown
+    std::string_view m_lastAttributes; // of the feature before, in the text; empty if unknown
     const CJOBXPropertyArray* m_lastProperties = nullptr;
     __int64 m_room = 0; // of the features
     int m_nextIndex = 0;
@@ -342,7 +341,8 @@ private:
 
 void ReadFeatures(CTextScanner& scanner, CJOBXlayer& layer)
 {
-    const auto reading = std::make_unique<CFeaturesReading>(scanner, layer); // too large for a worker thread's stack
+    const auto reading = std::make_unique<CFeaturesReading>(scanner, layer); // too large for the stack of a worker
+                                                                             // thread
     reading->Read();
 }
 

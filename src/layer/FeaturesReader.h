@@ -1,4 +1,4 @@
-// Reading a features file into a layer.
+// Reads a features file into a layer.
 #pragma once
 
 #include "foundation/CJOBXProperty.h"
@@ -10,18 +10,18 @@
 
 class CJOBXlayer;
 
-// Appends what the scanned file holds to the layer's tables and features.
+// Appends the contents of the scanned file to the layer's tables and features.
 void ReadFeatures(CTextScanner& scanner, CJOBXlayer& layer);
 
-// Appends what the file holds, read completely.
+// Appends the contents of the file by complete reading.
 void ReadCompletely(const CReadingContext& context, CSourceFile& file, CJOBXlayer& layer);
 
-// The value text of a ".pad_usage" number: every known usage ends as "tooling_hole". Intended: files rely on it.
+// The text of a ".pad_usage" number. Every known usage becomes "tooling_hole": intended, files rely on it.
 CString PadUsageText(int number);
 
-// Appends one property for every item of an attribute list (see CAttributeListScanner). `nameOf` and `textOf` look a
-// number up in the attribute tables and answer "" for an unknown one. An item without a text number has the number -1,
-// which is looked up as well.
+// Appends one property per item of an attribute list (see CAttributeListScanner). `nameOf` and `textOf` look a number
+// up in the attribute tables and return "" for an unknown one. An item without a text number has the number -1, which
+// is also looked up.
 template <class NameOf, class TextOf>
 void AppendProperties(std::string_view attributes, CJOBXPropertyArray& properties, NameOf nameOf, TextOf textOf)
 {

@@ -16,7 +16,7 @@ struct FontReading
     CJOBXfontsStandard* character = nullptr; // null outside a character
 };
 
-// What follows the first blank; nothing when there is none.
+// The text after the first blank; "" without one.
 std::string_view AfterBlank(std::string_view line)
 {
     const std::size_t blank = line.find(' ');
@@ -34,7 +34,7 @@ void OnCharacter(FontReading& reading, std::string_view line)
     reading.character->m_sName = AfterBlank(line);
 }
 
-// Missing last fields keep their defaults; a stroke outside a character has nowhere to go.
+// Missing last fields keep their defaults. A stroke outside a character is dropped.
 void OnStroke(FontReading& reading, std::string_view line)
 {
     if (reading.character == nullptr)
@@ -57,14 +57,14 @@ void OnSize(FontReading& reading, std::string_view line)
     reading.fonts.*member = ParseReal(AfterBlank(line));
 }
 
-// Tried from the top, the first match wins. The order is behaviour: do not sort it.
+// Tried from the top, first match wins. The order is behaviour: do not sort it.
 constexpr Keyword<FontReading> kFontKeywords[] = {
     {font_format::kCharacterEnd, OnCharacterEnd},
     {font_format::kCharacter, OnCharacter},
     {font_format::kStroke, OnStroke},
     {font_format::kOffset, OnSize<&CJOBXfonts::m_dOffset>},
     {font_format::kXSize, OnSize<&CJOBXfonts::m_dXSize>},
-    {font_format::kYSize, OnSize<&CJOBXfonts::m_dYSize>, Letters::AsWritten}, // in upper case only: intended
+    {font_format::kYSize, OnSize<&CJOBXfonts::m_dYSize>, Letters::AsWritten}, // upper case only; intended
 };
 
 void ReadLines(CTextScanner& text, CJOBXfonts& fonts)

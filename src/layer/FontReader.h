@@ -1,9 +1,9 @@
-// Reading the font of a job completely.
+// Complete reading of a job's font.
 #pragma once
 
 #include "reading/CSourceFile.h"
 
 class CJOBXfonts;
 
-// Appends what the file holds.
+// Appends the contents of the file.
 void ReadCompletely(const CReadingContext& context, CSourceFile& file, CJOBXfonts& fonts);
