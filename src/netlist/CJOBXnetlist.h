@@ -8,10 +8,10 @@
 #include "netlist/CJOBXnetPt.h"
 
 // The CAD netlist of a step.
-// Units:     lengths in the unit of the file it came from.
+// Units:     lengths in the unit of its file.
 // Ownership: owned by its step; owns its nets and points; not copyable.
-// Results:   a malformed number reads as 0 and is kept; exhausted memory raises CMemoryException, the nets and what was
-//            read before the last run of points of one net stay.
+// Results:   a malformed number reads as 0 and is kept; exhausted memory raises CMemoryException and keeps the nets and
+//            all points read before the last run of points of one net.
 class JOBX_API CJOBXnetlist : public CRaisingNew, public CJOBXmeasured
 {
 public:
@@ -20,15 +20,15 @@ public:
     CJOBXnetlist& operator=(const CJOBXnetlist&) = delete;
     virtual ~CJOBXnetlist();
 
-    // Reads the netlist file at `path` and appends its nets; 1, or 0 when it cannot be opened. Points go to the first
-    // net of their number, those of an earlier read included; points of no net are dropped.
+    // Reads the netlist file at `path` and appends its nets. Returns 1, or 0 if it cannot be opened. A point goes to
+    // the first net of its number, which may come from an earlier read. Points of unknown nets are dropped.
     int ParseODBOfMFC(CString path);
-    // Makes the directory "netlists" of the step's directory `stepDir` afresh, with everything that was in it gone, and
-    // writes "cadnet/netlist" into it.
+    // Makes the directory "netlists" in the step's directory `stepDir` and writes "cadnet/netlist" into it. An existing
+    // directory is first deleted with everything in it.
     void WriteODBData(CString stepDir) const;
-    // Converts the points of this object and those of every net.
+    // Converts m_arrPts and the points of every net.
     void UnitConvert(const double& factor);
 
-    CJOBXnetPtArray m_arrPts; // points of no net; reading leaves it empty
+    CJOBXnetPtArray m_arrPts; // points without a net; reading leaves it empty
     CJOBXnetArray m_arrNets;
 };

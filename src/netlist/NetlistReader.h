@@ -1,9 +1,9 @@
-// Reading a netlist completely.
+// Complete reading of a netlist.
 #pragma once
 
 #include "reading/CSourceFile.h"
 
 class CJOBXnetlist;
 
-// Appends what the file holds.
+// Appends the contents of the file.
 void ReadCompletely(const CReadingContext& context, CSourceFile& file, CJOBXnetlist& netlist);
