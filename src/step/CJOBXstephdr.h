@@ -8,12 +8,12 @@
 #include "foundation/framework/CString.h"
 #include "step/CJOBXstepRepeat.h"
 
-// The header of a step: datum, origin, step-and-repeat table, and settings that are carried as the texts they are.
-// Units:     lengths in the unit of the file it came from.
+// The header of a step: datum, origin, step-and-repeat table, and settings kept as text.
+// Units:     lengths in the unit of its file.
 // Ownership: owned by its step or array; owns its entries; not copyable.
-// Results:   a malformed number reads as 0; exhausted memory raises CMemoryException, what was read before stays.
-// Written and read back, a header has no step-and-repeat entries and its origin's y is its x: the writer prints
-// "STEP-REPEAT{", the reader looks for "STEP-REPEAT {", and Y_ORIGIN is written from x. Hosts rely on both.
+// Results:   a malformed number reads as 0; exhausted memory raises CMemoryException and keeps what was read before.
+// A header that was written and read back has no step-and-repeat entries, and the y of its origin equals x. The writer
+// prints "STEP-REPEAT{", the reader expects "STEP-REPEAT {", and Y_ORIGIN is written from x. Hosts rely on both.
 class JOBX_API CJOBXstephdr : public CRaisingNew, public CJOBXmeasured
 {
 public:
@@ -22,12 +22,12 @@ public:
     CJOBXstephdr& operator=(const CJOBXstephdr&) = delete;
     virtual ~CJOBXstephdr();
 
-    // Reads the header file at `path`; 1, or 0 when it cannot be opened. Entries are appended.
+    // Reads the header file at `path` and appends its entries. Returns 1, or 0 if it cannot be opened.
     int ParseODBOfMFC(CString path);
-    // Writes the file "stephdr" in the directory `stepDir`; nothing, when it cannot be opened. The number written for
-    // ONLINE_NET_BEEP_TONE is the integer that its text begins with; the two AFFECTING_BOM texts are not written.
+    // Writes the file "stephdr" in the directory `stepDir`; does nothing if it cannot be opened. ONLINE_NET_BEEP_TONE
+    // is written as the integer at the start of its text. The two AFFECTING_BOM texts are not written.
     void WriteODBData(CString stepDir) const;
-    // Multiplies datum, origin and the entries' positions and pitches by `factor`.
+    // Multiplies datum, origin, and positions and pitches of the entries by `factor`.
     void UnitConvert(const double& factor);
 
     CPointD m_ptDatum;
@@ -61,7 +61,7 @@ public:
     CJOBXstephdrArray();
     ~CJOBXstephdrArray() override;
 
-    // Writes each header into the directory `stepDir`, in order; a later one replaces an earlier one's file.
+    // Writes each header into the directory `stepDir`, in order; each one replaces the file of the one before.
     void WriteODBData(CString stepDir) const;
     // Converts every header.
     void UnitConvert(const double& factor);

@@ -100,7 +100,8 @@ private:
         components.PutInOrder();
     }
 
-    // A component layer needs its components, any other its features; of a layer without a row nothing is known.
+    // A component layer needs its components, any other layer its features. For a layer without a row, nothing is
+    // known.
     Presence PresenceOf(const CString& layer, bool ofComponents) const
     {
         const auto row = m_rows.find(Lower(layer));
@@ -108,7 +109,7 @@ private:
                                                                                   : Presence::Optional;
     }
 
-    // A step that repeats others need not have the layers that those have.
+    // A step that repeats others may lack the layers that they have.
     void CompareWithMatrix(const CString& layersDirectory, const CStringArray& directories)
     {
         if (m_rows.empty())

@@ -1,10 +1,10 @@
-// Reading a step completely.
+// Complete reading of a step.
 #pragma once
 
 #include "reading/CReadingContext.h"
 
 class CJOBXstepObj;
 
-// Appends what the directory holds. What is said about its files is in the context's messages afterwards, in the order
-// profile, header, layers by name, EDA data, netlists.
+// Appends the contents of the directory. The messages about its files are then in the context, in the order profile,
+// header, layers by name, EDA data, netlists.
 void ReadCompletely(const CReadingContext& context, const CString& stepDirectory, CJOBXstepObj& step);

@@ -12,7 +12,7 @@ namespace
 struct StephdrReading
 {
     CJOBXstephdr& header;
-    std::unique_ptr<CJOBXstepRepeat> entry; // the open one; dropped unless its end comes
+    std::unique_ptr<CJOBXstepRepeat> entry; // the open one; dropped unless its end is found
 };
 
 template <CPointD CJOBXstephdr::*Point, double CPointD::*Coordinate>
@@ -38,7 +38,7 @@ void OnEntryEnd(StephdrReading& reading, std::string_view /*line*/)
         reading.header.m_arrStepRepeats.Own(std::move(reading.entry));
 }
 
-// The keys of an entry; without an open one they are dropped.
+// The keys of an entry. Without an open entry they are dropped.
 template <CString CJOBXstepRepeat::*Text>
 void OnEntryText(StephdrReading& reading, std::string_view line)
 {
@@ -66,17 +66,17 @@ void OnEntryAngle(StephdrReading& reading, std::string_view line)
         reading.entry->m_dAngle = ParseInteger(KeyValue(line)); // whole degrees: intended
 }
 
-// Tried from the top, first match wins, inside an entry and outside. The order is behaviour, and so is which keys count
-// in capitals only.
+// Tried from the top, first match wins, inside an entry and outside. Both the order and the choice of keys that must be
+// in capitals are behaviour.
 constexpr Keyword<StephdrReading> kStephdrKeywords[] = {
     {stephdr_format::kXDatum, OnPoint<&CJOBXstephdr::m_ptDatum, &CPointD::x>},
     {stephdr_format::kYDatum, OnPoint<&CJOBXstephdr::m_ptDatum, &CPointD::y>},
     {stephdr_format::kXOrigin, OnPoint<&CJOBXstephdr::m_ptOrigin, &CPointD::x>},
     {stephdr_format::kYOrigin, OnPoint<&CJOBXstephdr::m_ptOrigin, &CPointD::y>},
     {stephdr_format::kAffectingBom, OnSetting<&CJOBXstephdr::m_sAffectingBom>,
-     Letters::AsWritten}, // also takes the next key's lines
+     Letters::AsWritten}, // also matches the next key's lines
     {stephdr_format::kAffectingBomChanged,
-     OnSetting<&CJOBXstephdr::m_sAffectingBomChanged>}, // left: those not in capitals
+     OnSetting<&CJOBXstephdr::m_sAffectingBomChanged>}, // only those not in capitals get here
     {stephdr_format::kTopActive, OnSetting<&CJOBXstephdr::m_sTopActive>, Letters::AsWritten},
     {stephdr_format::kBottomActive, OnSetting<&CJOBXstephdr::m_sBottomActive>},
     {stephdr_format::kRightActive, OnSetting<&CJOBXstephdr::m_sRightActive>, Letters::AsWritten},

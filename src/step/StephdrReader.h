@@ -1,9 +1,9 @@
-// Reading the header of a step completely.
+// Complete reading of a step's header.
 #pragma once
 
 #include "reading/CSourceFile.h"
 
 class CJOBXstephdr;
 
-// Appends what the file holds.
+// Appends the contents of the file.
 void ReadCompletely(const CReadingContext& context, CSourceFile& file, CJOBXstephdr& header);
