@@ -1,4 +1,4 @@
-// What can be said about the attributes and the unique numbers behind the ";" of a record, in any kind of file.
+// Messages about the attributes and unique numbers after the ";" of a record, in any kind of file.
 #pragma once
 
 #include "reading/CJOBXmessage.h"

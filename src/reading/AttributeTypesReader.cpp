@@ -8,7 +8,7 @@
 
 namespace
 {
-// A definition begins with its type and an opening brace; its keys end with a closing one.
+// A definition begins with its type and an opening brace; a closing brace ends its keys.
 struct TypeName
 {
     std::string_view begins;
@@ -19,7 +19,7 @@ constexpr TypeName kTypeNames[] = {
     {"INTEGER", JOBXattributeKind::Integer}, {"FLOAT", JOBXattributeKind::Real},
 };
 
-// False for a line that begins none.
+// False for a line that does not begin a definition.
 bool IsBegin(std::string_view line, JOBXattributeKind& kind)
 {
     const std::string_view word = TrimmedRight(line.substr(0, line.find('{')));
@@ -44,7 +44,7 @@ std::vector<std::string> SplitOptions(std::string_view list)
     return options;
 }
 
-// Of what else a definition says, the attribute's values need nothing.
+// Ignores the keys of a definition that values do not need.
 void ReadTypes(CTextScanner& text, CAttributeTypes& types)
 {
     CAttributeTypes::Type type;

@@ -1,7 +1,8 @@
-// The definitions of a job's attributes: the files "userattr" and "sysattr", "sysattr.*" of its folder "misc".
+// The definitions of a job's attributes: the files "userattr", "sysattr" and "sysattr.*" of its folder "misc".
 #pragma once
 
 #include "reading/CReadingContext.h"
 
-// Adds the definitions of all these files to `types`; user attributes come first and so win. A job may have none.
+// Adds the definitions of all these files to `types`. User attributes come first, so they take precedence. A job may
+// have none.
 void ReadAttributeTypes(const CReadingContext& context, const CString& miscDirectory, CAttributeTypes& types);

@@ -9,19 +9,19 @@
 #include <string_view>
 #include <vector>
 
-// Threads: readers on several threads share one; it is filled before they start.
+// Threads:   filled before readers on several threads share it.
 class CAttributeTypes
 {
 public:
     struct Type
     {
         JOBXattributeKind kind = JOBXattributeKind::Unknown;
-        std::vector<std::string> options; // by number, of an option attribute
+        std::vector<std::string> options; // by number, for an option attribute
     };
 
     // The first definition of a name wins.
     void Add(std::string_view name, Type type) { m_types.try_emplace(std::string(name), std::move(type)); }
-    // Null when the job defines no attribute of that name.
+    // Null if the job defines no attribute of that name.
     const Type* Find(std::string_view name) const
     {
         const auto found = m_types.find(name);

@@ -5,7 +5,7 @@
 namespace
 {
 constexpr std::size_t kLongestQuote = 60;
-constexpr const char kOthers[] = "..."; // all names past those that are told apart
+constexpr const char kOthers[] = "..."; // all names beyond those that are counted separately
 } // namespace
 
 void reading_text::Append(std::string& text, Quoted part)

@@ -1,4 +1,4 @@
-// Collects what complete reading says about one file.
+// Collects the messages of complete reading about one file.
 #pragma once
 
 #include "reading/CJOBXreading.h"
@@ -30,7 +30,7 @@ inline void Append(std::string& text, std::size_t part)
     text += std::to_string(part);
 }
 
-// A piece of a file in a message: quoted, and cut where it is long.
+// A piece of a file in a message: quoted, and cut if it is long.
 struct Quoted
 {
     std::string_view text;
@@ -40,16 +40,16 @@ void Append(std::string& text, Quoted part);
 
 using reading_text::Quoted;
 
-// The messages of one file, at most so many of each code; kept until they are handed over, because files are read on
-// several threads.
-// Threads: one file, one thread.
+// The messages of one file, up to a limit for each code. They are kept until they are delivered, because files are read
+// on several threads.
+// Threads:   one file, one thread.
 class CFileMessages
 {
 public:
     // `file` is the path below the job directory.
     CFileMessages(const CJOBXreading& reading, std::string file) : m_reading(&reading), m_file(std::move(file)) {}
 
-    // `parts` make up the sentence: texts, Quoted pieces of the file, whole numbers. Costs little when nobody listens.
+    // `parts` form the sentence: texts, Quoted pieces of the file, whole numbers. Cheap if there is no sink.
     template <class... Parts>
     void Say(const CJOBXmessageKind& kind, int line, const Parts&... parts)
     {
@@ -60,14 +60,14 @@ public:
         Add(kind, line, std::move(text));
     }
 
-    // Something that is not known, such as a record or a key: said once with how often it came. `what` is what is said
-    // of it, "record" or "key".
+    // Reports something unknown, such as a record or a key: once, with the number of times it came. `what` is its noun,
+    // "record" or "key".
     void SayUnknown(const CJOBXmessageKind& kind, int line, const char* what, std::string_view name);
 
     const std::string& File() const noexcept { return m_file; }
 
     // Adds what is only known at the end: how many messages were left out, and how often something unknown came. Then
-    // hands everything to the sink, by line.
+    // passes everything to the sink, by line.
     void Deliver();
 
 private:
@@ -75,7 +75,7 @@ private:
     {
         const CJOBXmessageKind* kind = nullptr;
         int said = 0;
-        int last = 0; // line of the last one that was left out
+        int last = 0; // line of the last message left out
     };
     struct Entry
     {
@@ -90,7 +90,7 @@ private:
         int line = 0; // of the first
         int count = 0;
     };
-    static constexpr std::size_t kMostUnknown = 1000; // names that are told apart
+    static constexpr std::size_t kMostUnknown = 1000; // names that are counted separately
 
     bool IsWanted(const CJOBXmessageKind& kind, int line);
     void Add(const CJOBXmessageKind& kind, int line, std::string text);
@@ -101,5 +101,5 @@ private:
     std::string m_file;
     std::vector<Count> m_counts; // a file has messages of few kinds
     std::vector<Entry> m_entries;
-    std::map<std::pair<std::string, std::string>, Unknown, std::less<>> m_unknown; // by what it is and its name
+    std::map<std::pair<std::string, std::string>, Unknown, std::less<>> m_unknown; // by noun and name
 };

@@ -6,18 +6,18 @@
 
 #include <string_view>
 
-// Gives what a file holds its unit.
+// Sets the unit of an object read from a file.
 class CFileUnit
 {
 public:
-    // Gives `measured` the unit of a file without units line. Borrows both.
+    // Sets the unit of `measured` to that of a file without a units line. Borrows both.
     CFileUnit(CFileMessages& messages, CJOBXmeasured& measured, JOBXunit withoutLine)
         : m_messages(messages), m_measured(measured)
     {
         m_measured.SetUnit(withoutLine);
     }
 
-    // Whether the line is a units line; its unit is taken over then.
+    // Whether the line is a units line; takes its unit.
     bool Take(std::string_view line, int lineNumber);
 
 private:
@@ -26,5 +26,5 @@ private:
     bool m_isSaid = false;
 };
 
-// Whether the text, letters in any case, names the unit: "I", "INCH", "M", "MM".
+// Whether the text names a unit: "I", "INCH", "M" or "MM", in any letter case.
 bool IsUnit(std::string_view text, JOBXunit& unit) noexcept;

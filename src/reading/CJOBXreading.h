@@ -5,8 +5,8 @@
 
 #include <string_view>
 
-// The two ways of reading a job. Classic is what the library has always done, to the byte: it takes what its hosts
-// know and passes over the rest in silence. Complete takes everything a job holds and says what is wrong.
+// The two ways of reading a job. Classic reading is compatible to the byte with earlier versions: it takes what its
+// hosts know and silently skips the rest. Complete reading takes everything in a job and reports what is wrong.
 enum class JOBXway : unsigned char
 {
     Classic,
@@ -21,12 +21,12 @@ public:
     CJOBXblockTaker(const CJOBXblockTaker&) = delete;
     CJOBXblockTaker& operator=(const CJOBXblockTaker&) = delete;
     virtual ~CJOBXblockTaker();
-    // False when no more is wanted; the expander stops then.
+    // False if no more is wanted; then the expander stops.
     virtual bool Take(std::string_view block) = 0;
 };
 
-// Expands files that gzip made (RFC 1952). The library links no such thing itself; a host that has one hands it over.
-// Threads: called from several threads at once.
+// Expands files made by gzip (RFC 1952). The library does not link an expander; a host that has one can provide it.
+// Threads:   called from several threads at once.
 class JOBX_API CJOBXgzipExpander
 {
 public:
@@ -34,21 +34,21 @@ public:
     CJOBXgzipExpander(const CJOBXgzipExpander&) = delete;
     CJOBXgzipExpander& operator=(const CJOBXgzipExpander&) = delete;
     virtual ~CJOBXgzipExpander();
-    // Hands what is in `data`, the bytes of a whole file, to `taker`. False when the data is damaged or cut short; what
-    // was handed over before is then thrown away.
+    // Passes the expanded contents of `data`, the bytes of a whole file, to `taker`. False if the data is damaged or
+    // cut short; then what was passed before is discarded.
     virtual bool Expand(std::string_view data, CJOBXblockTaker& taker) = 0;
 };
 
 // How a job is read; see CJOBX::SetReading.
 // Ownership: a plain value; borrows the sink and the expander, which must live until the read call returns.
-// Threads:   nothing of it is shared: two threads may read two jobs in two ways.
+// Threads:   nothing in it is shared: two threads may read two jobs in two ways.
 struct JOBX_API CJOBXreading
 {
     JOBXway way = JOBXway::Classic;
-    // The rest concerns complete reading only.
-    CJOBXmessageSink* pSink = nullptr;          // null: nobody is told
-    CJOBXgzipExpander* pGzipExpander = nullptr; // null: files that gzip made are reported and not read
-    int nMessagesPerCode = 10;                  // of one code in one file; the rest are counted. 0: all of them
-    ULONGLONG nExpansionLimit = 1ULL << 30U;    // bytes to which one compressed file may expand
+    // The rest is for complete reading only.
+    CJOBXmessageSink* pSink = nullptr;          // null: no messages
+    CJOBXgzipExpander* pGzipExpander = nullptr; // null: gzip files are reported and not read
+    int nMessagesPerCode = 10;                  // of one code in one file; the rest are counted. 0: all
+    ULONGLONG nExpansionLimit = 1ULL << 30U;    // the most bytes that one compressed file may expand to
     bool IsComplete() const noexcept { return way == JOBXway::Complete; }
 };

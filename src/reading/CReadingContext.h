@@ -1,4 +1,4 @@
-// What every reader of a complete reading takes along.
+// The context of every reader in complete reading.
 #pragma once
 
 #include "foundation/CJOBXunit.h"
@@ -11,7 +11,7 @@
 #include <vector>
 
 // The job around the file that is read.
-// Threads: readers on several threads share one; none of them changes it.
+// Threads:   readers on several threads share one; none of them changes it.
 struct CReadingJob
 {
     // One row of the matrix.
@@ -25,20 +25,20 @@ struct CReadingJob
     CString directory;
     JOBXunit unit = JOBXunit::Inch; // of files that name none
     CAttributeTypes types{};
-    std::vector<Row> rows{}; // none when the matrix was not read
+    std::vector<Row> rows{}; // empty if the matrix was not read
 
-    // The path below the job's directory, with "/" between its parts; the whole path when it is not below.
+    // The path below the job's directory, with "/" between its parts; the whole path if it is not below.
     std::string BelowJob(const CString& path) const;
 };
 
-// Handed from reader to reader by reference. A reader on a thread of its own has messages of its own.
+// Passed from reader to reader by reference. Readers on separate threads have separate messages.
 struct CReadingContext
 {
     const CReadingJob& job;
     CMessageList& messages;
 };
 
-// Gives each iteration of a parallel loop a context whose messages are its own.
+// Gives each iteration of a parallel loop a context with its own messages.
 class CParallelContexts
 {
 public:
@@ -48,7 +48,7 @@ public:
     }
 
     CReadingContext Of(std::size_t iteration) { return {m_outside.job, m_lists[iteration]}; }
-    // Called after the loop, on the calling thread: puts the messages into the order of the iterations.
+    // Called after the loop, on the calling thread: appends the messages in the order of the iterations.
     void Join()
     {
         for (CMessageList& list : m_lists)

@@ -13,12 +13,13 @@ using namespace file_message;
 
 namespace
 {
-constexpr std::size_t kLooked = 4096; // bytes that tell text from other things
+constexpr std::size_t kLooked = 4096; // bytes that decide whether it is a text
 
 constexpr std::string_view kLzwMark = "\x1F\x9D";
 constexpr std::string_view kGzipMark = "\x1F\x8B";
 
-// Texts hold no control characters but white space. A NUL ends a line's text in every reader; a few are let pass.
+// Text has no control characters except white space. A NUL ends the text of a line in every reader; a few are
+// tolerated.
 bool IsText(std::string_view begin)
 {
     const auto isOdd = [](char character)
@@ -27,11 +28,11 @@ bool IsText(std::string_view begin)
     return odd <= begin.size() / 20;
 }
 
-// The forms in which a file may lie in its directory, the preferred one first.
+// The forms of a file in its directory, the preferred one first.
 constexpr std::array<std::string_view, 3> kForms = {"", ".Z", ".gz"};
 
-// The entries of the directory that are the file in one of its forms: of those that differ in letter case only the
-// exact spelling, else the first in byte order.
+// The directory entries that are the file in one of its forms: the exact spelling, else of those that differ only in
+// letter case the first in byte order.
 using Forms = std::array<std::string, kForms.size()>;
 Forms FormsIn(const CString& directory, std::string_view name)
 {
@@ -82,7 +83,7 @@ LzwResult ExpandGzip(CJOBXgzipExpander& expander, std::string_view data, CLimite
 
 CSourceFile::CSourceFile(const CReadingContext& context, const CString& directory, const char* name, Presence presence)
 {
-    std::vector<CKDiagnostic> said; // messages say it instead
+    std::vector<CKDiagnostic> said; // reported by messages instead
     const CDiagnosticCapture capture(said);
     const CKUtility& files = *CKUtility::GetInstance();
     const auto forms = files.IsDir(directory) ? FormsIn(directory, name) : Forms();

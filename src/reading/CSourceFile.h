@@ -1,4 +1,4 @@
-// A file of a job as complete reading sees it.
+// A file of a job in complete reading.
 #pragma once
 
 #include "foundation/CTextScanner.h"
@@ -8,31 +8,31 @@
 #include <memory>
 #include <string>
 
-// Whether a file that is not there is worth a message.
+// Whether a missing file is worth a message.
 enum class Presence
 {
-    Needed,  // its absence is an error
+    Needed,  // a missing one is an error
     Optional // many jobs have none
 };
 
-// A text file, found below a directory under its name, or that name with ".Z" or ".gz" behind it, in any letter case
-// unless its exact spelling is there. What its content shows to be compressed, by compress(1) or gzip, is expanded in
-// memory; nothing is ever written. What is wrong with the file as a whole is said in its messages, which the context
-// keeps. Nothing goes to the diagnostics.
+// A text file in a directory. Its name may be followed by ".Z" or ".gz"; letter case is ignored unless the exact
+// spelling exists. If its contents are compressed by compress(1) or gzip, they are expanded in memory; nothing is ever
+// written. What is wrong with the file as a whole goes to its messages, which the context keeps. Nothing goes to the
+// diagnostics.
 // Ownership: owns the text; borrows the messages. Views of lines are valid as CTextScanner says.
 class CSourceFile
 {
 public:
     CSourceFile(const CReadingContext& context, const CString& directory, const char* name, Presence presence);
 
-    // Whether something is there under one of the names, readable or not.
+    // Whether there is anything under one of the names, readable or not.
     bool IsThere() const noexcept { return m_isThere; }
-    // Whether there is text to be read.
+    // Whether there is text to read.
     bool WasRead() const noexcept { return m_text != nullptr; }
-    // The lines; only when WasRead.
+    // The lines; only if WasRead.
     CTextScanner& Text() noexcept { return *m_text; }
     CFileMessages& Messages() noexcept { return *m_messages; }
-    // Of what was found; of the plain name when nothing was.
+    // Of the file found; of the plain name if there is none.
     const CString& Path() const noexcept { return m_path; }
 
 private:

@@ -1,4 +1,4 @@
-// What can be said about any file of a job, whatever is in it.
+// Messages about any file of a job, whatever its contents.
 #pragma once
 
 #include "reading/CJOBXmessage.h"

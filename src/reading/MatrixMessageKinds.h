@@ -1,4 +1,4 @@
-// What can be said about the matrix and the folders that it names.
+// Messages about the matrix and the folders that it names.
 #pragma once
 
 #include "reading/CJOBXmessage.h"

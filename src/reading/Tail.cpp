@@ -10,10 +10,10 @@ namespace
 {
 constexpr std::string_view kID = "ID=";
 
-// Whether all of the text is a whole number, and which.
+// Whether the whole text is an integer; sets `value`.
 bool IsInteger(std::string_view text, long long& value)
 {
-    constexpr std::size_t kMostDigits = 18; // always fit
+    constexpr std::size_t kMostDigits = 18; // always fits
     const bool isNegative = text.starts_with('-');
     const std::string_view digits = text.substr(isNegative ? 1 : 0);
     if (digits.empty() || digits.size() > kMostDigits)
@@ -35,7 +35,7 @@ bool IsReal(std::string_view text)
     return !text.empty() && ReadReal(text.data(), end).end == end;
 }
 
-// An option's or a text's number; -1 for what is none.
+// The number of an option or text; -1 if it is not one.
 int NumberOf(std::string_view text)
 {
     long long number = 0;
@@ -43,7 +43,7 @@ int NumberOf(std::string_view text)
     return IsInteger(text, number) && number >= 0 && number <= kMost ? static_cast<int>(number) : -1;
 }
 
-// The next part of a tail, without its ";"; the rest keeps what follows.
+// The next part of a tail, without its ";"; `rest` keeps the remainder.
 std::string_view NextPart(std::string_view& rest)
 {
     const std::size_t semicolon = rest.find(';');
@@ -173,7 +173,7 @@ void CAttributeReader::SetOption(CJOBXProperty& property, const CAttributeTypes:
                        Quoted{value}, ".");
 }
 
-// Without a definition: a whole number that is in the table of texts is meant as one, as exporters write them.
+// Without a definition: a whole number that is in the table of texts means that text, as exporters write it.
 JOBXattributeKind CAttributeReader::GuessKind(std::string_view value)
 {
     long long whole = 0;

@@ -1,4 +1,4 @@
-// What stands behind the first ";" of a record: ";attributes;ID=number". Either part may be missing or empty.
+// The text after the first ";" of a record: ";attributes;ID=number". Either part may be missing or empty.
 #pragma once
 
 #include "foundation/CJOBXProperty.h"
@@ -11,18 +11,18 @@
 
 #include <string_view>
 
-// A line cut at its first ";". All parts are trimmed views of the line.
+// A line split at its first ";". All parts are trimmed views of the line.
 struct CTailText
 {
     std::string_view record;
     std::string_view attributes; // "0=1,2"
-    std::string_view id;         // what follows "ID="
-    std::string_view rest;       // any further part, the last of them; "" when there is none
+    std::string_view id;         // the text after "ID="
+    std::string_view rest;       // the last of any further parts; "" if there is none
     bool hasID = false;
 };
 CTailText CutTail(std::string_view line) noexcept;
 
-// The number of an "ID=" part; CJOBXtailed::kNoID, and a message, when it is none.
+// The number of an "ID=" part; CJOBXtailed::kNoID, with a message, if it is not a number.
 __int64 ReadTailID(const CTailText& tail, int line, CFileMessages& messages);
 
 // Reads the attribute lists of one file.
@@ -37,7 +37,7 @@ public:
 
     // Appends the attributes of a list such as "0=1,2" with names, kinds and values.
     void Append(std::string_view list, int line, CJOBXPropertyArray& properties);
-    // Gives a record what its tail holds.
+    // Stores the contents of a tail in a record.
     void Take(const CTailText& tail, int line, CJOBXtailed& record);
 
 private:

@@ -1,4 +1,4 @@
-// What can be said about the units of any file that measures.
+// Messages about the units of any file with lengths.
 #pragma once
 
 #include "reading/CJOBXmessage.h"
