@@ -13,7 +13,7 @@ namespace
 {
 constexpr std::string_view kIndent = "  ";
 constexpr std::size_t kLabelWidth = 18;
-constexpr std::size_t kLineWidth = 100;
+constexpr std::size_t kPageWidth = 100;
 
 void PrintLine(Output& output, std::string_view indent, std::string_view label, std::string_view value)
 {
@@ -269,7 +269,7 @@ void PrintAttributeNames(Output& output, const StepSummary& step)
     std::string line;
     for (const std::string& name : names)
     {
-        if (!line.empty() && kLabelWidth + CharacterCount(line) + CharacterCount(name) + 5 > kLineWidth)
+        if (!line.empty() && kLabelWidth + CharacterCount(line) + CharacterCount(name) + 5 > kPageWidth)
         {
             PrintLine(output, kIndent, label, line + ",");
             label = "";

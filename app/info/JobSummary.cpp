@@ -9,18 +9,13 @@ namespace
 {
 using RowByName = std::unordered_map<CString, std::size_t>;
 
-CString Lower(CString name)
-{
-    return name.MakeLower();
-}
-
 // The places of the layers in the matrix by their names in lower case.
 RowByName RowsOf(const CJOBXmatrixLayerArray& layers)
 {
     RowByName rows;
     for (__int64 i = 0; i < layers.GetSize(); ++i)
         if (const CJOBXmatrixLayer* const layer = layers.GetAt(i))
-            rows.try_emplace(Lower(layer->m_sName), rows.size());
+            rows.try_emplace(MakeLower(layer->m_sName), rows.size());
     return rows;
 }
 
@@ -29,7 +24,7 @@ void SortByRow(std::vector<Summary>& summaries, const RowByName& rows, Name name
 {
     const auto row = [&](const Summary& summary)
     {
-        const auto found = rows.find(Lower(name(summary)));
+        const auto found = rows.find(MakeLower(name(summary)));
         return found == rows.end() ? rows.size() : found->second;
     };
     std::stable_sort(summaries.begin(), summaries.end(),

@@ -38,7 +38,7 @@ std::size_t CharacterLength(std::string_view bytes) noexcept
 }
 
 // The number of a well-formed character.
-char32_t NumberOf(std::string_view character) noexcept
+char32_t CodePointOf(std::string_view character) noexcept
 {
     const auto first = static_cast<unsigned char>(character[0]);
     if (character.size() == 1)
@@ -61,7 +61,7 @@ bool IsControl(std::string_view character) noexcept
         {0x00, 0x1F},     {0x7F, 0x9F},     {0xAD, 0xAD},     {0x61C, 0x61C},   {0x180E, 0x180E},   {0x200B, 0x200F},
         {0x2028, 0x202E}, {0x2060, 0x206F}, {0xFEFF, 0xFEFF}, {0xFFF9, 0xFFFB}, {0xE0000, 0xE007F},
     };
-    const char32_t number = NumberOf(character);
+    const char32_t number = CodePointOf(character);
     return std::any_of(std::begin(kRanges), std::end(kRanges),
                        [&](const Range& range) { return number >= range.from && number <= range.to; });
 }
@@ -124,6 +124,11 @@ std::string Printable(std::string_view bytes)
         bytes.remove_prefix(character.size());
     }
     return text;
+}
+
+std::string Quoted(std::string_view bytes)
+{
+    return '"' + Printable(bytes) + '"';
 }
 
 std::size_t CharacterCount(std::string_view utf8) noexcept

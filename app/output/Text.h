@@ -16,6 +16,9 @@ std::string BytesAsCharacters(std::string_view bytes);
 // invalid UTF-8, invisible characters and characters that break lines or change the direction of text become \xNN.
 std::string Printable(std::string_view bytes);
 
+// A printable text in quotation marks.
+std::string Quoted(std::string_view bytes);
+
 // How many characters a printable text has.
 std::size_t CharacterCount(std::string_view utf8) noexcept;
 

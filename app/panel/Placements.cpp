@@ -11,11 +11,6 @@
 
 namespace
 {
-CString Lower(CString name)
-{
-    return name.MakeLower();
-}
-
 // The tables of the steps of a job, by the names of the steps.
 class StepTables
 {
@@ -25,12 +20,12 @@ public:
         const CJOBXstepObjArray& steps = job.m_pSteps->m_arrSteps;
         for (__int64 i = 0; i < steps.GetSize(); ++i)
             if (const CJOBXstepObj* const step = steps.GetAt(i))
-                m_steps.try_emplace(Lower(step->m_sName), step);
+                m_steps.try_emplace(MakeLower(step->m_sName), step);
     }
     // Null when the job has no such step.
     const CJOBXstepObj* Find(const CString& name) const
     {
-        const auto found = m_steps.find(Lower(name));
+        const auto found = m_steps.find(MakeLower(name));
         return found == m_steps.end() ? nullptr : found->second;
     }
 

@@ -22,11 +22,6 @@ namespace
     throw ExitError(ExitCode::UnreadableInput, line);
 }
 
-std::string Quoted(std::string_view path)
-{
-    return fmt::format("\"{}\"", Printable(path));
-}
-
 // The system's reason why the file cannot be opened, "" if it can.
 std::string ReasonNotToOpen(const std::string& path)
 {

@@ -1,6 +1,7 @@
 #include "reading/MissingParts.h"
 
 #include "output/Text.h"
+#include "reading/Files.h"
 #include "reading/InsideJob.h"
 
 #include <fmt/core.h>
@@ -21,16 +22,6 @@ namespace
 {
 using Directories = std::unordered_map<CString, CString>; // paths by names in lower case
 
-CString Lower(CString name)
-{
-    return name.MakeLower();
-}
-
-const CKUtility& Files()
-{
-    return *CKUtility::GetInstance();
-}
-
 Directories DirectoriesIn(const CString& place)
 {
     Directories found;
@@ -38,7 +29,7 @@ Directories DirectoriesIn(const CString& place)
     if (Files().IsDir(place))
         Files().GetAllSubDirListIn(place, paths, 0);
     for (INT_PTR i = 0; i < paths.GetSize(); ++i)
-        found.try_emplace(Lower(Files().GetSegmntFromFilePath(paths[i], 2)), paths[i]);
+        found.try_emplace(MakeLower(Files().GetSegmntFromFilePath(paths[i], 2)), paths[i]);
     return found;
 }
 
@@ -235,7 +226,7 @@ private:
             const CJOBXmatrixLayer* const layer = layers.GetAt(i);
             if (layer == nullptr || layer->m_sName.IsEmpty())
                 continue;
-            const CString name = Lower(layer->m_sName);
+            const CString name = MakeLower(layer->m_sName);
             const std::string both = fmt::format("{}, layer \"{}\"", whose, Shown(layer->m_sName));
             if (const auto found = directories.find(name); found != directories.end())
                 LookInto(*layer, both, found->second);

@@ -1,6 +1,7 @@
 #include "write/LostParts.h"
 
 #include "output/Text.h"
+#include "reading/Files.h"
 
 #include <fmt/core.h>
 
@@ -10,18 +11,13 @@
 
 namespace
 {
-const CKUtility& Files()
-{
-    return *CKUtility::GetInstance();
-}
-
 CString NameIn(const CString& path)
 {
     return Files().GetSegmntFromFilePath(path, 2).MakeLower();
 }
 
 // Whether there is EDA data. A job written without EDA data has an empty file.
-bool HasEda(const CString& step)
+bool ReadsEda(const CString& step)
 {
     const CString path = Files().FindPath(step, "eda/data");
     CJOBXdata data;
@@ -30,7 +26,7 @@ bool HasEda(const CString& step)
     return data.m_arrNets.GetSize() > 0 || data.m_arrPkgs.GetSize() > 0;
 }
 
-bool HasNetlist(const CString& step)
+bool ReadsNetlist(const CString& step)
 {
     const CString path = Files().FindPath(step, "netlists/cadnet/netlist");
     CJOBXnetlist netlist;
@@ -93,9 +89,9 @@ void AddLostFiles(std::vector<std::string>& lines, const CJOBXstepObj& step, con
         if (!Files().DoesFileExist(Files().FindPath(directoryIn(path), file)))
             lines.push_back(fmt::format("step \"{}\" has no file \"{}\"", Printable(step.m_sName.View()), file));
     };
-    if (HasEda(directoryIn(replaced)))
+    if (ReadsEda(directoryIn(replaced)))
         add("eda/data");
-    if (HasNetlist(directoryIn(replaced)))
+    if (ReadsNetlist(directoryIn(replaced)))
         add("netlists/cadnet/netlist");
 }
 } // namespace

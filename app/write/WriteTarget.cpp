@@ -18,11 +18,6 @@ constexpr const char* kSeparators = "/\\:";
 constexpr const char* kSeparators = "/";
 #endif
 
-std::string Quoted(const fs::path& path)
-{
-    return fmt::format("\"{}\"", Printable(path.string()));
-}
-
 [[noreturn]] void RaiseUnwritable(const std::string& line)
 {
     throw ExitError(ExitCode::UnwritableOutput, line);
@@ -47,7 +42,7 @@ fs::file_type TypeOf(const fs::path& path)
     std::error_code error;
     const fs::file_type type = fs::status(path, error).type();
     if (error && type != fs::file_type::not_found)
-        RaiseUnwritable(fmt::format("cannot write to {}: {}", Quoted(path), error.message()));
+        RaiseUnwritable(fmt::format("cannot write to {}: {}", Quoted(path.string()), error.message()));
     return type;
 }
 
@@ -57,11 +52,11 @@ void CheckOutputDirectory(const fs::path& directory)
     if (type == fs::file_type::directory)
         return;
     if (type != fs::file_type::not_found)
-        RaiseUnwritable(fmt::format("{} is not a directory", Quoted(directory)));
+        RaiseUnwritable(fmt::format("{} is not a directory", Quoted(directory.string())));
     const fs::path parent = WithoutLastSeparator(directory).parent_path();
     if (TypeOf(parent.empty() ? "." : parent) != fs::file_type::directory)
-        RaiseUnwritable(fmt::format("cannot make the directory {}: {} is not a directory", Quoted(directory),
-                                    Quoted(parent.empty() ? "." : parent)));
+        RaiseUnwritable(fmt::format("cannot make the directory {}: {} is not a directory", Quoted(directory.string()),
+                                    Quoted(parent.empty() ? "." : parent.string())));
 }
 
 // Whether `place`, or its existing part, is that directory or inside it, whatever links and mounts lead there.
@@ -89,14 +84,15 @@ void CheckTarget(const WriteTarget& target, const std::string& jobPath)
     CheckOutputDirectory(target.directory);
     const fs::path path = fs::path(target.directory) / target.name;
     if (IsIn(jobPath, path))
-        RaiseUnwritable(fmt::format("{} is the input job or contains it: it cannot be replaced", Quoted(path)));
+        RaiseUnwritable(
+            fmt::format("{} is the input job or contains it: it cannot be replaced", Quoted(path.string())));
     if (IsIn(target.directory, jobPath))
-        RaiseUnwritable(fmt::format("{} is inside the input job: nothing is written there", Quoted(path)));
+        RaiseUnwritable(fmt::format("{} is inside the input job: nothing is written there", Quoted(path.string())));
     std::error_code error;
     if (!fs::exists(fs::symlink_status(path, error)))
         return;
     if (TypeOf(path) != fs::file_type::directory)
-        RaiseUnwritable(fmt::format("{} exists and is not a directory", Quoted(path)));
+        RaiseUnwritable(fmt::format("{} exists and is not a directory", Quoted(path.string())));
     if (!target.replace)
-        RaiseUnwritable(fmt::format("{} exists: --force replaces it", Quoted(path)));
+        RaiseUnwritable(fmt::format("{} exists: --force replaces it", Quoted(path.string())));
 }

@@ -32,7 +32,7 @@ void AddKind(MemoryOperations& all, const char* type)
         [](T& a, T& b) { return MembersOf<Base>(a) == MembersOf<Base>(b); });
 }
 
-void AddLists(MemoryOperations& all)
+void AddCompactLists(MemoryOperations& all)
 {
     AddRecord<CODBSnt, CODBSntArray>(all, "CODBSnt", "CODBSntArray");
     AddRecord<CODBSpecialSymbol, CODBSpecialSymbolArray>(all, "CODBSpecialSymbol", "CODBSpecialSymbolArray");
@@ -55,7 +55,7 @@ void AddLists(MemoryOperations& all)
     AddRecord<CODBsysAttrData, CODBsysAttrDataArray>(all, "CODBsysAttrData", "CODBsysAttrDataArray");
 }
 
-void AddKinds(MemoryOperations& all)
+void AddCompactKinds(MemoryOperations& all)
 {
     AddKind<CODBdataPkgObjCircle, CODBdataPkgObj>(all, "CODBdataPkgObjCircle");
     AddKind<CODBdataPkgObjSquare, CODBdataPkgObj>(all, "CODBdataPkgObjSquare");
@@ -121,8 +121,8 @@ void AddChanges(MemoryOperations& all)
 MemoryOperations CompactOperations()
 {
     MemoryOperations all;
-    AddLists(all);
-    AddKinds(all);
+    AddCompactLists(all);
+    AddCompactKinds(all);
     AddRecord<CODBcomponents>(all, "CODBcomponents");
     AddRecord<CODBdata>(all, "CODBdata");
     AddRecord<CODBmatrix>(all, "CODBmatrix");

@@ -1,28 +1,12 @@
 // EDA data, components and netlists.
 #include "JOBXCLSDLL.h"
 #include "robustness/MemoryOperations.h"
-#include "robustness/SampleJob.h"
-#include "support/TempDir.h"
 
 namespace
 {
-const TempDir& Dir()
-{
-    static const TempDir dir;
-    return dir;
-}
-
-// The step of a small job that has some of everything.
 CString Step()
 {
-    static const std::string job = MakeSmallJob(Dir());
-    return (job + "/steps/pcb").c_str();
-}
-
-std::FILE* Nowhere()
-{
-    static std::FILE* const file = std::fopen("/dev/null", "w");
-    return file;
+    return SmallJob() + "/steps/pcb";
 }
 
 void FillOutlines(CJOBXdataPkgObjArray& outlines, int first)
@@ -157,7 +141,7 @@ void AddFile(MemoryOperations& all, const char* type, const char* file)
         all, type, "ParseODBOfMFC", [](T&) {}, [path](T& object) { object.ParseODBOfMFC(path); });
     if constexpr (requires(T & object) { object.WriteODBData(path); })
     {
-        const CString directory = Dir().MakeDir(type).c_str();
+        const CString directory = ScratchDir().MakeDir(type).c_str();
         AddUse<T>(
             all, type, "WriteODBData", [path](T& object) { object.ParseODBOfMFC(path); },
             [directory](T& object) { object.WriteODBData(directory); });
@@ -167,7 +151,7 @@ void AddFile(MemoryOperations& all, const char* type, const char* file)
     }
 }
 
-void AddFiles(MemoryOperations& all)
+void AddStepFiles(MemoryOperations& all)
 {
     AddFile<CJOBXdata>(all, "CJOBXdata", "eda/data");
     AddFile<CJOBXeda>(all, "CJOBXeda", "eda");
@@ -215,7 +199,7 @@ void AddComponents(MemoryOperations& all)
              CJOBXcomponentsArray list;
              list.Own(std::make_unique<CJOBXcomponents>())->ParseODBOfMFC(Step() + "/layers/comp_+_top/components");
              list.GetAt(0)->m_sRelativePath = "/comp_+_top/components";
-             const CString directory = Dir().MakeDir("many").c_str();
+             const CString directory = ScratchDir().MakeDir("many").c_str();
              run.Try([&] { list.WriteODBData(directory); });
          }});
 }
@@ -249,7 +233,7 @@ void AddNetlist(MemoryOperations& all)
                    {
                        CJOBXnetlist list;
                        list.ParseODBOfMFC(Step() + "/netlists/cadnet/netlist");
-                       const CString directory = Dir().MakeDir("netlist").c_str();
+                       const CString directory = ScratchDir().MakeDir("netlist").c_str();
                        run.Try([&] { list.m_arrNets.WriteODBData(directory); });
                    }});
 }
@@ -260,7 +244,7 @@ MemoryOperations EdaOperations()
     MemoryOperations all;
     AddPackages(all);
     AddNets(all);
-    AddFiles(all);
+    AddStepFiles(all);
     AddComponents(all);
     AddNetlist(all);
     return all;

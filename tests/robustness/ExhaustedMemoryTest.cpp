@@ -48,8 +48,8 @@ Amounts AmountsOf(const CJOBX& job)
     return amounts;
 }
 
-// Reading only: one job that is made anew for every run.
-struct Read
+// Reading only: a new job in every run.
+struct ReadAgain
 {
     CString path;
     Amounts* amounts = nullptr; // of the last job that was read
@@ -63,7 +63,7 @@ struct Read
 };
 
 // Everything that follows reading, on one job that stays.
-struct Write
+struct WriteAgain
 {
     CJOBX& job;
     CString directory;
@@ -71,11 +71,11 @@ struct Write
 };
 
 // The small job, and an empty current directory, from which a font would be taken.
-class SmallJob
+class OpenJob
 {
 public:
-    SmallJob() : m_current(m_dir.MakeDir("empty")) { job.ParseODBOfMFC(MakeSmallJob(m_dir).c_str()); }
-    Write WriteTo(const char* name) { return {job, m_dir.MakeDir(name).c_str()}; }
+    OpenJob() : m_current(m_dir.MakeDir("empty")) { job.ParseODBOfMFC(MakeSmallJob(m_dir).c_str()); }
+    WriteAgain WriteTo(const char* name) { return {job, m_dir.MakeDir(name).c_str()}; }
     std::string Path(const char* name) const { return m_dir.Path(name); }
     CJOBX job;
 
@@ -90,7 +90,7 @@ TEST(ExhaustedMemory, ReadingAJobRaisesTheMemoryExceptionWhateverAllocationFails
     JOBX_REQUIRE_FAILING_ALLOCATION();
     const Threads one(1);
     const TempDir dir;
-    const Read read{MakeSmallJob(dir).c_str()};
+    const ReadAgain read{MakeSmallJob(dir).c_str()};
     EXPECT_GT(CountFailedAllocations(read), 200);
     EXPECT_GT(CountFailedAllocations(read, Refused::One), 200);
 }
@@ -102,7 +102,7 @@ TEST(ExhaustedMemory, ReadingAJobDoesWithoutAHelperThatCannotBeStarted)
     const Threads two(2);
     const TempDir dir;
     Amounts amounts{};
-    const Read read{MakeSmallJob(dir).c_str(), &amounts};
+    const ReadAgain read{MakeSmallJob(dir).c_str(), &amounts};
     read(); // unpacks a symbol, which later reads find twice
     read();
     const Amounts all = amounts;
@@ -127,7 +127,7 @@ TEST(ExhaustedMemory, ReadingTheSampleRaisesTheMemoryException)
     const Threads threads(4);
     const TempDir dir;
     Amounts amounts{};
-    const Read read{CopySample(dir).c_str(), &amounts};
+    const ReadAgain read{CopySample(dir).c_str(), &amounts};
     read(); // unpacks a symbol, which later reads find twice
     read();
     const auto isWhole = [&amounts, all = amounts]
@@ -143,8 +143,8 @@ TEST(ExhaustedMemory, WritingAJobRaisesTheMemoryExceptionWhateverAllocationFails
 {
     JOBX_REQUIRE_FAILING_ALLOCATION();
     const Threads one(1);
-    SmallJob small;
-    const Write write = small.WriteTo("out");
+    OpenJob small;
+    const WriteAgain write = small.WriteTo("out");
     EXPECT_GT(CountFailedAllocations(write), 50);
     EXPECT_GT(CountFailedAllocations(write, Refused::One), 50);
 }
@@ -153,9 +153,9 @@ TEST(ExhaustedMemory, WritingAJobDoesWithoutAHelperThatCannotBeStarted)
 {
     JOBX_REQUIRE_FAILING_ALLOCATION();
     const Threads two(2);
-    SmallJob small;
+    OpenJob small;
     small.WriteTo("wanted")();
-    const Write write = small.WriteTo("out");
+    const WriteAgain write = small.WriteTo("out");
     int without = 0;
     const auto isWhole = [&]
     {

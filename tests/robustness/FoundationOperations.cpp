@@ -1,22 +1,9 @@
 // Values and their arrays, properties, the log and the file utility.
 #include "JOBXCLSDLL.h"
 #include "robustness/MemoryOperations.h"
-#include "support/TempDir.h"
 
 namespace
 {
-const TempDir& Dir()
-{
-    static const TempDir dir;
-    return dir;
-}
-
-std::FILE* Nowhere()
-{
-    static std::FILE* const file = std::fopen("/dev/null", "w");
-    return file;
-}
-
 const auto kEqual = [](const auto& a, const auto& b) { return static_cast<bool>(a == b); };
 
 template <class T, class Fill>
@@ -183,7 +170,7 @@ void AddPropertyUses(MemoryOperations& all)
 
 void AddLog(MemoryOperations& all)
 {
-    const std::string path = Dir().Path("a log with a long name.txt");
+    const std::string path = ScratchDir().Path("a log with a long name.txt");
     all.push_back(
         {"CLogFile", "constructor", [path](MemoryRun& run) { run.Try([&] { const CLogFile log(path.c_str(), 1); }); }});
     all.push_back({"CLogFile", "Write",
@@ -212,7 +199,7 @@ MemoryOperation OfUtility(const char* name, Use use, Memory memory = Memory::Nee
     return {"CKUtility", name,
             [use](MemoryRun& run)
             {
-                const CString path = Dir().MakeDir("a directory with a long name/below").c_str();
+                const CString path = ScratchDir().MakeDir("a directory with a long name/below").c_str();
                 run.Try([&] { use(*CKUtility::GetInstance(), path); });
             },
             memory};

@@ -2,19 +2,12 @@
 #include "JOBXCLSDLL.h"
 #include "robustness/MemoryOperations.h"
 #include "support/HostWindow.h"
-#include "support/TempDir.h"
 
 #include <array>
 #include <functional>
 
 namespace
 {
-const TempDir& Dir()
-{
-    static const TempDir dir;
-    return dir;
-}
-
 // A change of a text; a failure leaves it as it was.
 template <class Change>
 MemoryOperation Changing(const char* name, Change change, Memory memory = Memory::Needed)
@@ -120,7 +113,7 @@ MemoryOperation ListChanging(const char* name, Change change)
             }};
 }
 
-void AddLists(MemoryOperations& all)
+void AddTextLists(MemoryOperations& all)
 {
     AddMaking<CStringArray>(all, "CStringArray");
     AddCopying<CStringArray>(all, "CStringArray", FillTexts, std::equal_to<>());
@@ -159,14 +152,14 @@ void AddFiles(MemoryOperations& all)
     AddMaking<CStdioFile>(all, "CStdioFile");
     AddMaking<CMemFile>(all, "CMemFile");
     all.push_back({"CFile", "Open",
-                   [path = Dir().Write("a file with a long name", "text")](MemoryRun& run)
+                   [path = ScratchDir().Write("a file with a long name", "text")](MemoryRun& run)
                    {
                        CFile file;
                        const bool done = run.Try([&] { file.Open(path.c_str(), CFile::modeReadWrite); });
                        EXPECT_EQ(file.IsOpen() != FALSE, done);
                    }});
     all.push_back({"CFile", "names",
-                   [path = Dir().Write("a file with a long name.txt", "text")](MemoryRun& run)
+                   [path = ScratchDir().Write("a file with a long name.txt", "text")](MemoryRun& run)
                    {
                        CFile file(path.c_str(), CFile::modeRead);
                        run.Try(
@@ -179,8 +172,8 @@ void AddFiles(MemoryOperations& all)
     all.push_back({"CFile", "SetLength and Rename",
                    [](MemoryRun& run)
                    {
-                       const std::string path = Dir().Write("renamed", "text");
-                       const std::string renamed = Dir().Path("renamed again");
+                       const std::string path = ScratchDir().Write("renamed", "text");
+                       const std::string renamed = ScratchDir().Path("renamed again");
                        std::remove(renamed.c_str()); // of a run that failed in between
                        CFile file(path.c_str(), CFile::modeReadWrite);
                        run.Try(
@@ -193,7 +186,7 @@ void AddFiles(MemoryOperations& all)
                            });
                    }});
     all.push_back({"CStdioFile", "ReadString",
-                   [path = Dir().Write("lines", std::string(kLong) + "\n")](MemoryRun& run)
+                   [path = ScratchDir().Write("lines", std::string(kLong) + "\n")](MemoryRun& run)
                    {
                        CStdioFile file(path.c_str(), CFile::modeRead);
                        run.Try(
@@ -338,7 +331,7 @@ MemoryOperations FrameworkOperations()
     AddTextMaking(all);
     AddTextParts(all);
     AddTextChanges(all);
-    AddLists(all);
+    AddTextLists(all);
     AddFiles(all);
     AddArchives(all);
     AddExceptions(all);

@@ -1,31 +1,17 @@
 // A job, its matrix, steps and headers.
 #include "JOBXCLSDLL.h"
 #include "robustness/MemoryOperations.h"
-#include "robustness/SampleJob.h"
-#include "support/TempDir.h"
 
 namespace
 {
-const TempDir& Dir()
-{
-    static const TempDir dir;
-    return dir;
-}
-
-CString Job()
-{
-    static const std::string job = MakeSmallJob(Dir());
-    return job.c_str();
-}
-
 CString Out(const char* name)
 {
-    return Dir().MakeDir(name).c_str();
+    return ScratchDir().MakeDir(name).c_str();
 }
 
 void AddMatrix(MemoryOperations& all)
 {
-    const auto read = [](CJOBXmatrix& matrix) { matrix.ParseODBOfMFC(Job() + "/matrix"); };
+    const auto read = [](CJOBXmatrix& matrix) { matrix.ParseODBOfMFC(SmallJob() + "/matrix"); };
     AddMaking<CJOBXmatrix>(all, "CJOBXmatrix");
     AddMaking<CJOBXmatrixLayer>(all, "CJOBXmatrixLayer");
     AddMaking<CJOBXmatrixLayerArray>(all, "CJOBXmatrixLayerArray");
@@ -60,7 +46,7 @@ void AddMatrix(MemoryOperations& all)
 void AddSystemAttributes(MemoryOperations& all)
 {
     const CString file =
-        Dir()
+        ScratchDir()
             .Write("attributes", "OPTION {\n NAME=a name that is long\n OPTIONS=a_long_option;another_option\n}\n")
             .c_str();
     AddMaking<CJOBXsysAttrData>(all, "CJOBXsysAttrData");
@@ -69,12 +55,12 @@ void AddSystemAttributes(MemoryOperations& all)
         all, "CJOBXsysAttrDataArray", "ParseODBOfMFC", [](auto&) {}, [file](auto& list) { list.ParseODBOfMFC(file); });
     AddMaking<CJOBXmisc>(all, "CJOBXmisc");
     AddUse<CJOBXmisc>(
-        all, "CJOBXmisc", "ParseODBOfMFC", [](auto&) {}, [](auto& info) { info.ParseODBOfMFC(Job() + "/misc"); });
+        all, "CJOBXmisc", "ParseODBOfMFC", [](auto&) {}, [](auto& info) { info.ParseODBOfMFC(SmallJob() + "/misc"); });
 }
 
 void AddHeader(MemoryOperations& all)
 {
-    const auto read = [](CJOBXstephdr& header) { header.ParseODBOfMFC(Job() + "/steps/pcb/stephdr"); };
+    const auto read = [](CJOBXstephdr& header) { header.ParseODBOfMFC(SmallJob() + "/steps/pcb/stephdr"); };
     AddMaking<CJOBXstephdr>(all, "CJOBXstephdr");
     AddMaking<CJOBXstephdrArray>(all, "CJOBXstephdrArray");
     AddMaking<CJOBXstepRepeat>(all, "CJOBXstepRepeat");
@@ -94,7 +80,7 @@ void AddStep(MemoryOperations& all)
     const auto read = [](CJOBXstepObj& step)
     {
         step.m_sName = "PCB"; // one without name is not written
-        step.ParseODBOfMFC(Job() + "/steps/pcb");
+        step.ParseODBOfMFC(SmallJob() + "/steps/pcb");
     };
     AddMaking<CJOBXstepObj>(all, "CJOBXstepObj");
     AddMaking<CJOBXstepObjArray>(all, "CJOBXstepObjArray");
@@ -120,7 +106,7 @@ void AddStep(MemoryOperations& all)
         {
             CStringArray names;
             names.Add("PCB");
-            steps.ParseODBOfMFC(Job() + "/steps", names);
+            steps.ParseODBOfMFC(SmallJob() + "/steps", names);
         });
     AddUse<CJOBXstepObjArray>(
         all, "CJOBXstepObjArray", "WriteODBData",
@@ -130,7 +116,7 @@ void AddStep(MemoryOperations& all)
 
 void AddRoot(MemoryOperations& all)
 {
-    const auto read = [](CJOBX& job) { job.ParseODBOfMFC(Job()); };
+    const auto read = [](CJOBX& job) { job.ParseODBOfMFC(SmallJob()); };
     AddMaking<CJOBX>(all, "CJOBX");
     AddUse<CJOBX>(
         all, "CJOBX", "ParseODBOfMFC", [](auto&) {}, read);
@@ -140,21 +126,21 @@ void AddRoot(MemoryOperations& all)
         {
             class Sink : public CJOBXmessageSink
             {
-                void OnMessage(const CJOBXmessage& message) override { CString(message.Line()); }
+                void OnMessage(const CJOBXmessage& message) override { const CString line(message.Line()); }
             } sink;
             CJOBXreading reading;
             reading.way = JOBXway::Complete;
             reading.pSink = &sink;
             job.SetReading(reading);
-            job.ParseODBOfMFC(Job());
+            job.ParseODBOfMFC(SmallJob());
         });
     AddUse<CJOBX>(
         all, "CJOBX", "ParseMatrixInODBOfMFC and the chosen steps", [](auto&) {},
         [](auto& job)
         {
             CStringArray names;
-            job.ParseMatrixInODBOfMFC(Job(), names);
-            job.ParseODBOfMFC(Job(), names);
+            job.ParseMatrixInODBOfMFC(SmallJob(), names);
+            job.ParseODBOfMFC(SmallJob(), names);
         });
     AddUse<CJOBX>(all, "CJOBX", "WriteODBData", read, [out = Out("job")](auto& job) { job.WriteODBData(out, 1); });
     AddUse<CJOBX>(

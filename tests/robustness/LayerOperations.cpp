@@ -1,32 +1,12 @@
 // Features, layers, symbols, fonts and tools.
 #include "JOBXCLSDLL.h"
 #include "robustness/MemoryOperations.h"
-#include "robustness/SampleJob.h"
-#include "support/TempDir.h"
 
 namespace
 {
-const TempDir& Dir()
-{
-    static const TempDir dir;
-    return dir;
-}
-
-CString Job()
-{
-    static const std::string job = MakeSmallJob(Dir());
-    return job.c_str();
-}
-
 CString Features()
 {
-    return Job() + "/steps/pcb/layers/a_layer_with_a_rather_long_name/features";
-}
-
-std::FILE* Nowhere()
-{
-    static std::FILE* const file = std::fopen("/dev/null", "w");
-    return file;
+    return SmallJob() + "/steps/pcb/layers/a_layer_with_a_rather_long_name/features";
 }
 
 // A change of a feature; a failure leaves what was asked about it.
@@ -73,7 +53,7 @@ void AddFeature(MemoryOperations& all)
         all, "CJOBXlayObj", "GetPropertyArray", [](Feature&) {}, [](Feature& f) { f.GetPropertyArray(); });
 }
 
-void AddKinds(MemoryOperations& all)
+void AddFeatureKinds(MemoryOperations& all)
 {
     AddMaking<CJOBXlayObj>(all, "CJOBXlayObj");
     AddMaking<CJOBXlayObjLine>(all, "CJOBXlayObjLine");
@@ -140,7 +120,7 @@ void AddCopies(MemoryOperations& all)
         });
     AddUse<CJOBXtool>(
         all, "CJOBXtool", "WriteODBData", [](auto& tool) { FillTools(tool.m_arrToolData, 1); },
-        [directory = CString(Dir().MakeDir("tools").c_str())](auto& tool) { tool.WriteODBData(directory); });
+        [directory = CString(ScratchDir().MakeDir("tools").c_str())](auto& tool) { tool.WriteODBData(directory); });
     AddUse<CJOBXtoolData>(
         all, "CJOBXtoolData", "WriteODBData", [](auto& tool) { FillTool(tool, 1); },
         [](auto& tool)
@@ -162,7 +142,7 @@ void AddLayer(MemoryOperations& all)
     AddUse<CJOBXlayer>(
         all, "CJOBXlayer", "ParseODBOfMFC", [](auto&) {}, read);
     AddUse<CJOBXlayer>(all, "CJOBXlayer", "WriteODBData", read,
-                       [directory = CString(Dir().MakeDir("layer").c_str())](auto& layer)
+                       [directory = CString(ScratchDir().MakeDir("layer").c_str())](auto& layer)
                        { layer.WriteODBData(directory, 1, 1); });
     AddUse<CJOBXlayer>(
         all, "CJOBXlayer", "WriteODBFeatureAttributeData", read,
@@ -209,7 +189,7 @@ void AddLayer(MemoryOperations& all)
             layer.ParseODBOfMFC(Features());
             layer.m_sName = "a_layer_with_a_rather_long_name";
         },
-        [directory = CString(Dir().MakeDir("step").c_str())](auto& layers)
+        [directory = CString(ScratchDir().MakeDir("layers").c_str())](auto& layers)
         {
             layers.GetODBlayerFromName(kLong);
             layers.WriteODBData(directory);
@@ -218,7 +198,7 @@ void AddLayer(MemoryOperations& all)
 
 void AddFonts(MemoryOperations& all)
 {
-    const auto read = [](CJOBXfonts& fonts) { fonts.ParseStandardFont(Job() + "/fonts"); };
+    const auto read = [](CJOBXfonts& fonts) { fonts.ParseStandardFont(SmallJob() + "/fonts"); };
     AddMaking<CJOBXfonts>(all, "CJOBXfonts");
     AddMaking<CJOBXfontsStandard>(all, "CJOBXfontsStandard");
     AddMaking<CJOBXfontsStandardArray>(all, "CJOBXfontsStandardArray");
@@ -227,7 +207,7 @@ void AddFonts(MemoryOperations& all)
     AddUse<CJOBXfonts>(
         all, "CJOBXfonts", "ParseStandardFont", [](auto&) {}, read);
     AddUse<CJOBXfonts>(all, "CJOBXfonts", "WriteStandardFont", read,
-                       [directory = CString(Dir().MakeDir("font").c_str())](auto& fonts)
+                       [directory = CString(ScratchDir().MakeDir("font").c_str())](auto& fonts)
                        { fonts.WriteStandardFont(directory); });
     AddUse<CJOBXfonts>(
         all, "CJOBXfonts", "UnitConvert", read, [](auto& fonts) { fonts.UnitConvert(2.0); }, Memory::NotNeeded);
@@ -238,7 +218,7 @@ MemoryOperations LayerOperations()
 {
     MemoryOperations all;
     AddFeature(all);
-    AddKinds(all);
+    AddFeatureKinds(all);
     AddCopies(all);
     AddLayer(all);
     AddFonts(all);

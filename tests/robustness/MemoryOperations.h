@@ -2,10 +2,13 @@
 #pragma once
 
 #include "foundation/framework/CException.h"
+#include "foundation/framework/CString.h"
 #include "support/FailingAllocation.h"
+#include "support/TempDir.h"
 
 #include <gtest/gtest.h>
 
+#include <cstdio>
 #include <functional>
 #include <memory>
 #include <new>
@@ -78,6 +81,13 @@ using MemoryOperations = std::vector<MemoryOperation>;
 inline constexpr Memory kOfPool = kRecordsHaveOwnBlocks ? Memory::Needed : Memory::Sometimes;
 inline constexpr char kLong[] = "a text too long to lie inside";
 inline constexpr char kOther[] = "another text too long to lie inside";
+
+// Where the operations leave their files. The directory ends with the process.
+const TempDir& ScratchDir();
+// The path of a small job in it, which has a record of nearly every kind.
+CString SmallJob();
+// A stream that drops what is written to it.
+std::FILE* Nowhere();
 
 // Each part of the table stands in its own file.
 MemoryOperations FrameworkOperations();

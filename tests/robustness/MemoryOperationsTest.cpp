@@ -1,5 +1,6 @@
 // Every allocation of every public operation fails once.
 #include "robustness/MemoryOperations.h"
+#include "robustness/SampleJob.h"
 #include "robustness/Threads.h"
 #include "support/TestPaths.h"
 
@@ -83,6 +84,24 @@ const std::set<std::string> kWithoutOperations = {
     "CJOBXreading",     "CJOBXmeasured",                        // no texts
 };
 } // namespace
+
+const TempDir& ScratchDir()
+{
+    static const TempDir dir;
+    return dir;
+}
+
+CString SmallJob()
+{
+    static const std::string job = MakeSmallJob(ScratchDir());
+    return job.c_str();
+}
+
+std::FILE* Nowhere()
+{
+    static std::FILE* const file = std::fopen("/dev/null", "w");
+    return file;
+}
 
 #define JOBX_TRY_ALL(area, operations)                                                                                 \
     TEST(MemoryOperations, area##RaisesTheMemoryExceptionWhateverAllocationFails)                                      \

@@ -12,12 +12,12 @@ constexpr int kRecords = 20;
 template <class T>
 using Array = CExPtrArray<T*, T*>;
 
-// Records that no array deletes, whatever becomes of it.
+// LooseRecords that no array deletes, whatever becomes of it.
 template <class T>
-class Records
+class LooseRecords
 {
 public:
-    Records()
+    LooseRecords()
     {
         for (auto& record : m_records)
             record = std::make_unique<T>();
@@ -49,7 +49,7 @@ MemoryOperation Growing(const char* name, Grow grow)
     return {"CExPtrArray", name,
             [grow](MemoryRun& run)
             {
-                const Records<T> records;
+                const LooseRecords<T> records;
                 Array<T> array;
                 records.AddTo(array, 0, 4);
                 array.FreeExtra();
@@ -65,7 +65,7 @@ MemoryOperation Moving()
     return {"CExPtrArray", "MoveElementTo",
             [](MemoryRun& run)
             {
-                const Records<T> records;
+                const LooseRecords<T> records;
                 Array<T> source;
                 Array<T> target;
                 records.AddTo(source, 4, 10);
@@ -83,7 +83,7 @@ MemoryOperation RemovingDuplicates()
     return {"CExPtrArray", "RemoveDuplicatedElements",
             [](MemoryRun& run)
             {
-                const Records<T> records;
+                const LooseRecords<T> records;
                 Array<T> array;
                 records.AddTo(array, 0, 7);
                 records.AddTo(array, 3, kRecords);
@@ -100,7 +100,7 @@ MemoryOperation Subtracting()
     return {"CExPtrArray", "Subtract",
             [](MemoryRun& run)
             {
-                const Records<T> records;
+                const LooseRecords<T> records;
                 Array<T> array;
                 records.AddTo(array, 0, 12);
                 records.AddTo(array, 5, kRecords);
@@ -119,7 +119,7 @@ MemoryOperation WithoutMemory()
     return {"CExPtrArray", "what needs no memory",
             [](MemoryRun& run)
             {
-                const Records<T> records;
+                const LooseRecords<T> records;
                 Array<T> array;
                 records.AddTo(array, 0, 6);
                 EXPECT_TRUE(run.Try(
@@ -167,7 +167,7 @@ void AddArray(MemoryOperations& all)
     all.push_back({"CArray", "Copy and Append",
                    [](MemoryRun& run)
                    {
-                       const Records<T> records;
+                       const LooseRecords<T> records;
                        Array<T> source;
                        records.AddTo(source, 4, 10);
                        Array<T> target;

@@ -122,7 +122,7 @@ CREATION_DATE=20260105.090000
 SAVE_DATE=20260105.090000
 )";
 
-std::string BytesOf(const fs::path& path)
+std::string ContentsOf(const fs::path& path)
 {
     std::ifstream file(path, std::ios::binary);
     return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
@@ -152,6 +152,7 @@ std::string MakeSmallJob(const TempDir& dir)
     dir.Write("small/fonts/standard", kFont);
     dir.Write("small/misc/info", kInfo);
     dir.Write("small/symbols/a_symbol_with_a_long_name/features", "P 0 0 0 P 0 0\n");
-    dir.Write("small/symbols/compressed/features.Z", BytesOf(SamplesDir() + "/blinker/symbols/mount_ring/features.Z"));
+    dir.Write("small/symbols/compressed/features.Z",
+              ContentsOf(SamplesDir() + "/blinker/symbols/mount_ring/features.Z"));
     return dir.Path("small");
 }
