@@ -14,6 +14,7 @@ class CJOBXPropertyArray;
 class JOBX_API CJOBXtailed
 {
 public:
+    // Means no number.
     static constexpr __int64 kNoID = -1;
 
     // The unique number; kNoID if the record has none.

@@ -16,10 +16,10 @@ enum class JOBXseverity : unsigned char
 struct CJOBXmessageKind
 {
     const char* code; // three letters for the kind of file and three digits, "FEA012"; never reused for anything else
-    JOBXseverity severity;
-    const char* meaning; // one sentence
-    const char* example; // lines of a file that cause the message, or what is on the disk
-    const char* advice;  // what to do about it
+    JOBXseverity severity; // of all messages of this kind
+    const char* meaning;   // one sentence
+    const char* example;   // lines of a file that cause the message, or what is on the disk
+    const char* advice;    // what to do about it
 };
 
 // A message of complete reading about one place in a job.

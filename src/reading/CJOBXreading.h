@@ -44,11 +44,13 @@ public:
 // Threads:   nothing in it is shared: two threads may read two jobs in two ways.
 struct JOBX_API CJOBXreading
 {
+    // How to read.
     JOBXway way = JOBXway::Classic;
     // The rest is for complete reading only.
     CJOBXmessageSink* pSink = nullptr;          // null: no messages
     CJOBXgzipExpander* pGzipExpander = nullptr; // null: gzip files are reported and not read
     int nMessagesPerCode = 10;                  // of one code in one file; the rest are counted. 0: all
     ULONGLONG nExpansionLimit = 1ULL << 30U;    // the most bytes that one compressed file may expand to
+    // Whether `way` is Complete.
     bool IsComplete() const noexcept { return way == JOBXway::Complete; }
 };
