@@ -19,7 +19,7 @@ std::int64_t Sum(const List& list, Count count)
     return sum;
 }
 
-// One part of the model: the number of its records, and of the pieces that they consist of.
+// One part of the model: the number of its records, and the number of their pieces.
 struct Part
 {
     std::string kind;
@@ -86,7 +86,7 @@ Part PartOf(const CODBcomponents& components)
     return part;
 }
 
-// The packages: nets have no lengths.
+// The packages, because nets have no lengths.
 Part PartOf(const CODBdata& data)
 {
     Part part{"packages", "", data.m_sUnits, data.m_dRescaleFactor};
@@ -115,7 +115,7 @@ Part PartOf(const CODBnetlist& netlist)
     return part;
 }
 
-// The parts in the order of the unit change, then those that it leaves alone.
+// The parts in the order of the unit change, then those that it does not change.
 Table PartsOf(const CODB& model)
 {
     Table table({{"Part", "part"},

@@ -8,7 +8,7 @@ namespace
 constexpr double kFullTurn = 6.283185307179586476925;
 constexpr double kRounding = 1e-9;
 
-// The angle from 0 to a full turn that leads counter-clockwise from one direction to another.
+// The angle from one direction counter-clockwise to another, from 0 to a full turn.
 double TurnBetween(double from, double to)
 {
     const double turn = std::fmod(to - from, kFullTurn);
@@ -47,7 +47,7 @@ double DirectionOf(const CPointD& point, const CPointD& centre)
 
 void Extents::Add(const CPointD& point)
 {
-    // A comparison with a nan is false, so that a nan changes nothing.
+    // A comparison with NaN is false, so NaN changes nothing.
     m_lowX = point.x < m_lowX ? point.x : m_lowX;
     m_lowY = point.y < m_lowY ? point.y : m_lowY;
     m_highX = point.x > m_highX ? point.x : m_highX;
@@ -66,7 +66,7 @@ void Extents::AddArc(const CPointD& start, const CPointD& end, const CPointD& ce
     const double turn = isCircle ? kFullTurn : TurnBetween(from, DirectionOf(last, centre));
     const std::array<CPointD, 4> tips = {CPointD(centre.x + radius, centre.y), CPointD(centre.x, centre.y + radius),
                                          CPointD(centre.x - radius, centre.y), CPointD(centre.x, centre.y - radius)};
-    // A tip that equals an end except for rounding would only falsify the exact end.
+    // If a tip equals an end except for rounding, it would replace the exact value.
     const auto isEnd = [&](const CPointD& tip)
     {
         const double nearest =

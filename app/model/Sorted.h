@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <vector>
 
-// The records of a list of pointers without nulls, sorted by `key`; equal ones keep their order.
+// The records of a list of pointers without nulls, sorted by `key`; a stable sort.
 template <class Record, class List, class Key>
 std::vector<const Record*> SortedRecords(const List& list, Key key)
 {

@@ -11,7 +11,7 @@
 // How the bytes of a text become characters.
 enum class TextBytes
 {
-    Utf8OrLatin1, // well-formed UTF-8 stays, the bytes of any other text become U+0000 to U+00FF
+    Utf8OrLatin1, // well-formed UTF-8 is kept, the bytes of any other text become U+0000 to U+00FF
     Latin1,       // the bytes of every text become U+0000 to U+00FF, so that they can be recovered
 };
 

@@ -11,7 +11,7 @@
 
 namespace
 {
-// The tables of the steps of a job, by the names of the steps.
+// The step-and-repeat tables of a job by step name.
 class StepTables
 {
 public:
@@ -22,7 +22,7 @@ public:
             if (const CJOBXstepObj* const step = steps.GetAt(i))
                 m_steps.try_emplace(MakeLower(step->m_sName), step);
     }
-    // Null when the job has no such step.
+    // Null if the job has no such step.
     const CJOBXstepObj* Find(const CString& name) const
     {
         const auto found = m_steps.find(MakeLower(name));
@@ -47,7 +47,7 @@ const CJOBXstepRepeatArray& TableOf(const CJOBXstepObj& step)
                                                     name, Printable(through.m_sName.View())));
 }
 
-// How many placements a step has, all levels together; anything above the limit counts as one more than it.
+// The number of placements in a step on all levels. Anything above the limit counts as the limit plus one.
 class PlacementCounter
 {
 public:
@@ -81,7 +81,7 @@ private:
         std::int64_t total = 0;
     };
 
-    // Starts with the step that the entry places, unless its total is known or the job does not have it.
+    // Enters the step placed by `entry`, unless its total is known or the job does not have it.
     bool Enter(const CJOBXstepRepeat* entry)
     {
         const CJOBXstepObj* const child = entry == nullptr ? nullptr : m_tables.Find(entry->m_sName);
@@ -114,7 +114,7 @@ private:
     std::unordered_map<const CJOBXstepObj*, std::int64_t> m_totals;
 };
 
-// The table with an entry for each single placement, so that a parent of any angle rotates each placement exactly. The
+// The table with a separate entry for each placement, so that a parent of any angle rotates each placement exactly. The
 // mirror keeps the text of the file.
 std::unique_ptr<CODBstepRepeatArray> SinglePlaces(const CJOBXstepRepeatArray& table)
 {

@@ -15,7 +15,7 @@
 
 namespace
 {
-// Drops the library's message, which would repeat, with less detail, the line that the program prints.
+// Drops the library's message, which would repeat the program's own line with less detail.
 class SilentMessageBoxes
 {
 public:
@@ -51,7 +51,7 @@ CStringArray NamesOf(const CJOBXmatrixStepArray& steps)
                                 list.empty() ? "none" : list, DidYouMean(wanted, names)));
 }
 
-// The chosen names as the matrix spells them, each once.
+// The chosen names as spelled in the matrix, each once.
 CStringArray ChosenNames(const std::vector<std::string>& wanted, const CStringArray& known)
 {
     CStringArray chosen;
@@ -73,7 +73,7 @@ CStringArray ChosenNames(const std::vector<std::string>& wanted, const CStringAr
     return chosen;
 }
 
-// Prints what is missing, up to a number of lines.
+// Prints the missing parts, up to a number of lines.
 void PrintMissing(const std::vector<std::string>& missing)
 {
     constexpr std::size_t kPrinted = 1000;
@@ -83,7 +83,7 @@ void PrintMissing(const std::vector<std::string>& missing)
         PrintWarning(fmt::format("{} further parts of the job are missing", missing.size() - kPrinted));
 }
 
-// Gives the job the name and paths that it has outside its directory.
+// Sets the job's name and paths to those outside its directory.
 void NameAsOutside(CJOBX& job, const std::string& path)
 {
     job.SetODBProjectName(CKUtility::GetInstance()->GetSegmntFromFilePath(path.c_str(), 2));
@@ -112,7 +112,7 @@ void ReadAttributeFile(CJOBX& job, const std::string& path)
     }
 }
 
-// The library's result; `names` gets the names of the requested steps.
+// Returns the library's result; `names` receives the names of the requested steps.
 int Read(CJOBX& job, const std::vector<std::string>& wanted, CStringArray& names)
 {
     const char* const path = ".";

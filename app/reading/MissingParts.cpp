@@ -85,7 +85,7 @@ public:
     {
         LookIntoMatrix();
         const CJOBXstepObjArray& steps = m_job.m_pSteps->m_arrSteps;
-        __int64 next = 0; // the steps were read in the order of the names; those without a directory are left out
+        __int64 next = 0; // the steps were read in the order of the names; those without a directory were skipped
         for (INT_PTR i = 0; i < names.GetSize(); ++i)
         {
             const CJOBXstepObj* const step = steps.GetAt(next);
@@ -126,7 +126,7 @@ private:
         return true;
     }
 
-    // The same for a file of blocks, which may also be cut short.
+    // As above for a file of blocks, which may also be cut short.
     bool AddBlocks(const std::string& whose, const CString& path, const char* name)
     {
         if (AddFile(whose, path, name))
@@ -148,7 +148,7 @@ private:
             Add("the matrix names no layer");
     }
 
-    // Everything in "symbols" but files and hidden directories should be a symbol.
+    // Everything in "symbols" except files and hidden directories should be a symbol.
     void LookIntoSymbols()
     {
         const CString place = Files().FindPath(".", "symbols");
@@ -185,7 +185,7 @@ private:
             Add(whose + " has no file \"features\"");
     }
 
-    // Whether the step may repeat others: it then may lack layers that they have.
+    // Whether the step may repeat others and so may lack layers that they have.
     bool LookIntoHeader(const CJOBXstepObj& step, const std::string& whose, const CString& directory)
     {
         const CString header = Files().FindPath(directory, "stephdr");
@@ -253,8 +253,8 @@ private:
             Add(fmt::format("{} has no file \"{}\"", whose, name));
     }
 
-    // For all steps of the matrix, including those that were not read. A step whose layers could not be listed may have
-    // any of them.
+    // Searches all steps of the matrix, including those that were not read. A step whose layers could not be listed may
+    // have any layer.
     bool IsInAnyStep(const CString& layer)
     {
         if (!m_inAnyStep)

@@ -15,9 +15,9 @@ struct NetRow
     const CJOBXstepObj& step;
     const CString& name;
     std::int64_t number;
-    std::optional<std::int64_t> index;  // in the EDA data; none for a net that only the netlist knows
-    std::optional<SubnetCounts> counts; // the same
-    std::optional<std::int64_t> points; // that the netlist gives a net of that name; none when it has no such net
+    std::optional<std::int64_t> index;  // in the EDA data; none for a net that only the netlist has
+    std::optional<SubnetCounts> counts; // likewise
+    std::optional<std::int64_t> points; // in the netlist for a net of that name; none if there is no such net
 };
 
 template <std::int64_t SubnetCounts::*count>
@@ -42,7 +42,7 @@ constexpr ColumnOf<NetRow> kNetColumns[] = {
     {"Netlist points", "netlistPoints", ColumnKind::Number, [](const NetRow& row) { return CellOf(row.points); }},
 };
 
-// The test points that the netlist gives a net of that name.
+// The number of test points in the netlist for each net name.
 PointsByName CountPoints(const CJOBXnetArray& nets)
 {
     PointsByName points;

@@ -5,7 +5,7 @@
 
 #include <span>
 
-// The table of what `visit(step, add)` hands to `add`, row by row, for every step that was read.
+// The table of the rows that `visit(step, add)` passes to `add`, for every step that was read.
 template <class Row, class Visit>
 Table TableOfSteps(const CJOBX& job, std::span<const ColumnOf<Row>> columns, Visit visit)
 {

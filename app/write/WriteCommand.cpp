@@ -52,7 +52,7 @@ bool IsStep(const CJOBXstepObjArray& steps, const CString& name)
 }
 
 // Whether a user symbol of that name would be written over another part of the job. Letter case is ignored, because the
-// job may move to a system that ignores it. A path of several components is written if all but its last exist.
+// job may be moved to a system that ignores it. A path of several components is written if all but its last exist.
 bool TakesPlaceOfOwn(const CString& name, const CJOBXstepObjArray& steps)
 {
     const std::vector<CString> components = ComponentsOf(name);
@@ -203,7 +203,7 @@ double ScaleOf(const std::string& text)
     return *scale;
 }
 
-// What of the job is written otherwise than it was read.
+// The options that change the written job.
 void AddChanges(CLI::App& command, WriteOptions& options)
 {
     command.add_flag_callback(
