@@ -5,9 +5,9 @@
 #include <memory>
 
 // An owning array that can be copied; the base of every list of the compact model.
-// Ownership: as COwningPtrArray; copies are deep, made with the elements' clone, so that each keeps its class. Null
-//            entries are left out. Self-assignment keeps the elements.
-// Results:   exhausted memory raises CMemoryException; an assignment that fails leaves the elements copied before.
+// Ownership: as COwningPtrArray; copies are deep: each element is cloned and keeps its class. Null entries are left
+//            out. Self-assignment is safe.
+// Results:   exhausted memory raises CMemoryException; a failed assignment leaves the elements copied so far.
 template <class T>
 class CCopyableArray : public COwningPtrArray<T>
 {
@@ -28,7 +28,7 @@ template <class T>
 class CRescalableArray : public CCopyableArray<T>
 {
 public:
-    // Rescales every element; null entries are passed over.
+    // Rescales every element; skips null entries.
     void vRescale(double factor)
     {
         for (__int64 i = 0; i < this->GetSize(); ++i)

@@ -11,7 +11,7 @@ namespace
 constexpr double kMmInOneInch = 25.4;
 constexpr double kInchesInOneMil = 0.001;
 
-// Gives the part the factor of its unit; true when the part's lengths change by it.
+// Gives the part the factor of its unit. True if the part's lengths need rescaling by it.
 template <class Part>
 bool TakesFactor(Part& part)
 {

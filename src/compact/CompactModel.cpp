@@ -12,8 +12,7 @@ namespace
 template <class Compact>
 using MainOf = typename jobx::CompactFields<Compact>::Main;
 
-// A units text as the compact model's mapping understands it; a job that was written before has "UNITS=" more than
-// once.
+// A units text in the form that the compact model understands. A job that was rewritten has "UNITS=" more than once.
 CString UnitsOf(const CString& text)
 {
     constexpr std::string_view kPrefix = "UNITS=";
@@ -28,11 +27,11 @@ CString UnitsOf(const CString& text)
     return units;
 }
 
-// The members that correspond, one by one.
+// Copies the members that correspond.
 template <class Compact>
 void ConvertFields(const MainOf<Compact>& from, Compact& to);
 
-// What becomes of a record; some have members that do not correspond.
+// Converts a record; overloads handle members that do not correspond.
 template <class Compact>
 void Convert(const MainOf<Compact>& from, Compact& to)
 {
@@ -54,7 +53,7 @@ void Convert(const CJOBXnetlist& from, CODBnetlist& to)
     to.m_arrNets.m_sUnits = from.m_arrNets.m_sUnits;
 }
 
-// A record of the class that fits, with the members of its own; null when it has no further class.
+// A record of the matching class with the members of that class; null if there is none.
 template <class Compact>
 std::unique_ptr<Compact> NewClassed(const MainOf<Compact>& from)
 {
@@ -83,7 +82,7 @@ std::unique_ptr<Compact> NewConverted(const MainOf<Compact>& from)
     return to;
 }
 
-// Appends what becomes of every record; null entries are left out.
+// Appends the converted records; skips null entries.
 template <class List, class Compact>
 void ConvertAll(const List& from, COwningPtrArray<Compact>& to)
 {
@@ -118,13 +117,13 @@ void ConvertFields(const MainOf<Compact>& from, Compact& to)
         });
 }
 
-// One table of numbered texts, made of those of several files one after the other.
+// One table of numbered texts, merged from the tables of several files.
 class MergedTable
 {
 public:
     MergedTable(CStringArray& texts, CArrayN& numbers) : m_texts(texts), m_numbers(numbers) {}
 
-    // Adds a file's table, and from now on answers for the numbers of that file. The first one is taken as it is.
+    // Adds a file's table. NumberOf then takes the numbers of that file. The first table is copied unchanged.
     void AddFile(const CStringArray& texts, const CArrayN& numbers)
     {
         m_ofThisFile.clear();
@@ -135,11 +134,11 @@ public:
             const bool isNew = m_ofThisFile.try_emplace(numbers[i], numbers[i]).second;
             if (isFirst)
                 Append(numbers[i], texts[i]);
-            else if (isNew) // of several entries of one number, the first is the one that counts
+            else if (isNew) // only the first entry of a number counts
                 m_ofThisFile[numbers[i]] = Place(numbers[i], texts[i]);
         }
     }
-    // The number in the merged table of what this number means in the last file; a number of no entry stays.
+    // The number in the merged table for a number of the last file added. Numbers without an entry are unchanged.
     int NumberOf(int number) const
     {
         const auto found = m_ofThisFile.find(number);
@@ -180,7 +179,7 @@ private:
     int m_nextFree = 0;
 };
 
-// The side of the components of a layer; -1 when its name does not tell.
+// The side of the components of a layer, -1 if the layer's name does not say.
 int SideOf(const CString& layerName)
 {
     if (layerName.CompareNoCase("comp_+_bot") == 0)
