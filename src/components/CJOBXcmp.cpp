@@ -7,7 +7,7 @@ template class CExPtrArray<CJOBXcmp*, CJOBXcmp*>;
 
 namespace
 {
-// The value of the first property of that name whose value is not empty; "" when there is none.
+// The first non-empty value of a property of that name, "" if there is none.
 CString FirstValueOf(const CLPropertyArray& properties, const char* name)
 {
     for (__int64 i = 0; i < properties.GetSize(); ++i)

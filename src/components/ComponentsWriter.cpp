@@ -4,8 +4,8 @@
 
 namespace
 {
-// The end of the component's line. Each attribute that has both numbers takes the place of the one before it, so that
-// only the last is written: intended.
+// The end of the component's line. Each attribute with both numbers overwrites the one before, so only the last is
+// written; this is intended.
 void WriteAttributes(CTextLine& out, const CJOBXPropertyArray& attributes)
 {
     for (__int64 i = attributes.GetLastIndex(); i >= 0; --i)
@@ -38,7 +38,7 @@ void WriteHead(CTextWriter& writer, const CJOBXcmp& component)
     WriteAttributes(out, component.m_arrAttributes);
 }
 
-// An entry without a number of its own is written with its position.
+// An entry that has no number is written with its position.
 void WriteTable(CTextWriter& out, std::string_view title, std::string_view mark, const CArrayN& numbers,
                 const CStringArray& texts)
 {
@@ -73,7 +73,7 @@ void CJOBXcmp::WriteODBData(std::FILE* file) const
 void CJOBXcomponents::WriteODBData(CString dir) const
 {
     CTextWriter out(CKUtility::GetInstance()->CKPathCombine(dir, "components", __FILE__, __LINE__), __FILE__, __LINE__);
-    // The units text is written as it is, a percent sign included.
+    // Written unchanged, even with a percent sign.
     out << "#\nUNITS=" << m_sUnits << "\n#\n#\n";
     WriteTable(out, "#Component attribute names\n", components_format::kNameMark, m_arrAttributeNameNumbers,
                m_arrAttributeNames);
