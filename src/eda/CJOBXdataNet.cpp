@@ -4,8 +4,8 @@ template class CExPtrArray<CJOBXdataNet*, CJOBXdataNet*>;
 
 namespace
 {
-// The position of the first net of that name from `first` on; -1 when there is none. Names are looked up with "_" for
-// every blank.
+// The index of the first net of that name from `first` on, -1 if there is none. Replaces every blank in the name by
+// "_".
 __int64 FindName(const CJOBXdataNetArray& nets, CString name, __int64 first)
 {
     name.Replace(' ', '_');

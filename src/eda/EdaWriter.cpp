@@ -63,7 +63,7 @@ void Write(CTextWriter& out, const CJOBXdataNetArray& nets)
     for (int i = 0; i < static_cast<int>(nets.GetSize()); ++i)
         if (const CJOBXdataNet* const net = nets.GetAt(i))
         {
-            CTextLine(out) << eda_format::kNumberedNet << ' ' << i << '\n'; // the position, not the net's number
+            CTextLine(out) << eda_format::kNumberedNet << ' ' << i << '\n'; // the index, not the net's number
             Write(out, *net);
         }
 }
@@ -121,7 +121,7 @@ void WritePlain(CTextWriter& writer, const CJOBXdataPkgObj& record)
     out << '\n';
 }
 
-// The keyword chooses the form; a shape whose keyword names another one has no form and is left out.
+// The keyword decides the form. A shape whose keyword means another class has no form and is skipped.
 void Write(CTextWriter& out, const CJOBXdataPkgObj& record)
 {
     const std::string_view keyword = record.m_sKeyword.View();
@@ -144,7 +144,7 @@ void Write(CTextWriter& out, const CJOBXdataPkgPin& pin)
     WriteAll(out, pin.m_arrOutlines);
 }
 
-// The properties that have an attribute number, separated by ", "; blanks and commas at the end are cut, also those of
+// The properties that have an attribute number, separated by ", ". Blanks and commas at the end are cut, even those of
 // the last value.
 std::string AttributeList(const CJOBXPropertyArray& properties)
 {
@@ -189,7 +189,7 @@ void Write(CTextWriter& out, const CJOBXdataPkgArray& packages)
     for (int i = 0; i < static_cast<int>(packages.GetSize()); ++i)
         if (const CJOBXdataPkg* const package = packages.GetAt(i))
         {
-            out << eda_format::kNumberedPackage << ' ' << i << '\n'; // the position, not the package's number
+            out << eda_format::kNumberedPackage << ' ' << i << '\n'; // the index, not the package's number
             Write(out, *package);
             out << "#\n";
         }
