@@ -7,8 +7,8 @@
 #include <memory>
 #include <new>
 
-// Deletes the elements of an array in index order. Classes whose records are made side by side have a function of this
-// name of their own.
+// Deletes the elements of an array in index order. Classes whose records are allocated in blocks have their own
+// function of this name.
 template <class T>
 void DeleteElements(T* const* elements, __int64 count)
 {
@@ -17,13 +17,13 @@ void DeleteElements(T* const* elements, __int64 count)
 }
 
 // A growable array of pointers with search, removal, deletion and reordering; the base of every list of the model.
-// Ownership: deletes elements only in the operations whose names begin with Delete. Its own destructor leaves them
-//            alive; the model's ...Array classes derive from COwningPtrArray below, whose destructor deletes them. An
-//            element may stand in one owning array only: to hand it over, detach it with Remove, RemoveLastElement or
+// Ownership: deletes elements only in the operations whose names begin with Delete. Its own destructor does not; the
+//            model's ...Array classes derive from COwningPtrArray below, whose destructor deletes them. An element may
+//            be in one owning array only: to move it to another, detach it with Remove, RemoveLastElement or
 //            MoveElementTo.
-// Results:   the operations named here answer null, -1 or false for a bad index; those of the base array, and DeleteAt
-//            and MoveElementTo with a bad first index, raise CInvalidArgException.
-// Searches compare pointers, never the objects, from index 0 on; the first match wins.
+// Results:   the operations declared here return null, -1 or false for a bad index. Those of the base array, and
+//            DeleteAt and MoveElementTo with a bad first index, raise CInvalidArgException.
+// Searches compare pointers, not objects, and return the first match.
 template <class TYPE, class ARG_TYPE>
 class CExPtrArray : public CArray<TYPE, ARG_TYPE>
 {
@@ -33,11 +33,11 @@ public:
     CExPtrArray() = default;
     ~CExPtrArray() override = default;
 
-    // Takes every null entry out.
+    // Removes all null entries.
     virtual void RemoveNullElement() { KeepUntil(std::remove(this->m_pData, this->m_pData + this->m_nSize, TYPE{})); }
 
-    // Keeps the first occurrence of every pointer and takes the later ones out; deletes nothing. Never raises: without
-    // memory to count in, it takes longer.
+    // Keeps the first occurrence of every pointer and removes the others; deletes nothing. Never raises: without memory
+    // for its table, it is only slower.
     virtual void RemoveDuplicatedElements()
     {
         CPointerCounts<TYPE> counts(this->m_nSize);
@@ -53,24 +53,24 @@ public:
         KeepUntil(kept);
     }
 
-    // Appends `element` unless it is there already: its new index, or -1.
+    // Appends `element` unless it is in the array. Returns its new index, or -1.
     __int64 Add_if_only_do_not_exists(ARG_TYPE element) { return Exists(element) ? -1 : Base::Add(element); }
 
-    // Stores `element` at `index`, without deleting what stood there; a bad index does nothing.
+    // Stores `element` at `index` without deleting the old one; does nothing for a bad index.
     void SetAt(__int64 index, ARG_TYPE element)
     {
         if (IsInside(index))
             this->m_pData[index] = element;
     }
-    // The element at `index`, or the last one; null when there is none.
+    // The element at `index`, or the last one; null if there is none.
     TYPE GetAt(__int64 index) const { return IsInside(index) ? this->m_pData[index] : TYPE{}; }
     TYPE GetLastElement() const { return GetAt(GetLastIndex()); }
-    // -1 when empty.
+    // -1 if empty.
     __int64 GetLastIndex() const { return this->m_nSize - 1; }
-    // Whether an element stands there.
+    // Whether `index` is inside the array.
     bool IsValidIndex(const int& index) const { return IsInside(index); }
 
-    // Whether `element` is in the array, and at which index first; -1 when it is not.
+    // Whether `element` is in the array, and its first index, -1 if it is not.
     bool Exists(const TYPE element) const { return FindIndex(element) >= 0; }
     int FindIndex(const TYPE element) const
     {
@@ -79,7 +79,7 @@ public:
         return found == end ? -1 : static_cast<int>(found - this->m_pData);
     }
 
-    // Takes the first occurrence out without deleting it; false when there is none.
+    // Removes the first occurrence without deleting it; false if there is none.
     bool Remove(const TYPE element)
     {
         const int index = FindIndex(element);
@@ -88,7 +88,7 @@ public:
         Base::RemoveAt(index);
         return true;
     }
-    // Detaches the last element and hands it to the caller; null when empty.
+    // Removes the last element and returns it to the caller; null if the array is empty.
     TYPE RemoveLastElement()
     {
         const TYPE last = GetLastElement();
@@ -97,19 +97,20 @@ public:
         return last;
     }
 
-    // Deletes the first occurrence and takes its slot out; false when there is none.
+    // Deletes and removes the first occurrence; false if there is none.
     bool Delete(TYPE element);
-    // Deletes `count` elements from `index` on and takes their slots out. Reaching past the end raises the
-    // invalid-argument exception after the elements before it are gone.
+    // Deletes and removes `count` elements from `index` on. If that goes past the end, the elements up to the end are
+    // deleted before the invalid-argument exception is raised.
     void DeleteAt(int index, int count);
-    // Deletes every element in index order and releases the buffer.
+    // Deletes every element in index order and frees the buffer.
     void DeleteAll();
-    // False when empty, else deletes the last element and takes its slot out.
+    // Deletes and removes the last element; false if the array is empty.
     bool DeleteLastElement();
 
-    // Appends the run `from`..`to` of this array to `destination` in its order and takes it out here; deletes nothing.
-    // False, and nothing moved, when `to` < `from` or `destination` is this array. A run that leaves this array raises
-    // the invalid-argument exception at its first bad index, counted from `to` down; a null was appended for that one.
+    // Moves the elements from index `from` to index `to` to the end of `destination`, keeping their order; deletes
+    // nothing. If `to` < `from` or `destination` is this array, returns false and moves nothing. If some index is
+    // outside this array, raises the invalid-argument exception at the first bad index, going from `to` down, after
+    // appending a null for it.
     bool MoveElementTo(Base& destination, const int& from, const int& to)
     {
         if (to < from || &destination == this)
@@ -132,8 +133,8 @@ public:
         return true;
     }
 
-    // Removes the first occurrence of every element of `other`; deletes nothing. The array itself leaves nothing. Never
-    // raises: without memory to count in, it takes longer.
+    // Removes the first occurrence of every element of `other`; deletes nothing. Subtracting an array from itself
+    // empties it. Never raises: without memory for its table, it is only slower.
     void Subtract(const Base& other)
     {
         if (&other == this)
@@ -154,10 +155,10 @@ public:
                                  [&unwanted](TYPE element) { return unwanted.Take(element); }));
     }
 
-    // Puts the elements into the opposite order; deletes nothing.
+    // Reverses the order of the elements; deletes nothing.
     void Reverse() { std::reverse(this->m_pData, this->m_pData + this->m_nSize); }
 
-    // Same size and the same pointers in the same order.
+    // The same size and the same pointers in the same order.
     bool IsElementEqual(const Base& other) const
     {
         return std::equal(this->m_pData, this->m_pData + this->m_nSize, other.GetData(),
@@ -165,7 +166,7 @@ public:
     }
 
 private:
-    // Takes out what stands from there on.
+    // Removes the elements from there on.
     void KeepUntil(const TYPE* end)
     {
         const INT_PTR kept = end - this->m_pData;
@@ -236,8 +237,8 @@ public:
     }
 
 protected:
-    // Replaces the elements by new copies of the other array's, made by `copy`; null entries are left out. Exhausted
-    // memory raises CMemoryException, with the elements copied before in the array.
+    // Replaces the elements by copies of the other array's, made by `copy`; null entries are skipped. Exhausted memory
+    // raises CMemoryException and keeps the elements copied so far.
     template <class Copy>
     void CopyElements(const COwningPtrArray& other, Copy copy)
     {
@@ -250,14 +251,14 @@ protected:
                 if (const T* const element = other.GetAt(i))
                     Own(std::unique_ptr<T>(copy(*element)));
         }
-        catch (const std::bad_alloc&) // of an element's own parts
+        catch (const std::bad_alloc&) // from the parts of an element
         {
             AfxThrowMemoryException();
         }
     }
 
-    // Compares the argument's positions with this array's elements; null is taken past this array's end, a null equals
-    // only a null. No size takes part, so an empty argument equals anything: intended, hosts rely on it.
+    // Compares the elements at the positions of `other`. Past this array's end there is null, and null equals only
+    // null. The size is not compared, so an empty `other` equals anything: intended, hosts rely on it.
     bool EqualsAtPositionsOf(const COwningPtrArray& other) const
     {
         for (__int64 i = 0; i < other.GetSize(); ++i)

@@ -11,7 +11,7 @@ template class CExPtrArray<CJOBXProperty*, CJOBXProperty*>;
 namespace
 {
 constexpr UINT kListVersion = 1;
-constexpr UINT kLongCount = 0x80000000U; // set in the version word: a 64-bit count follows
+constexpr UINT kLongCount = 0x80000000U; // set in the version word if a 64-bit count follows
 
 CString Indent(int level)
 {
@@ -112,7 +112,7 @@ void CJOBXPropertyArray::Serialize(CArchive& archive)
 {
     if (archive.IsStoring())
     {
-        // A missing record has no archived form: it is neither counted nor stored, and stays in the list.
+        // A null entry has no archived form: it is neither counted nor stored, and stays in the list.
         const auto missing = std::count(GetData(), GetData() + GetSize(), nullptr);
         archive << (kListVersion | kLongCount) << static_cast<ULONGLONG>(GetSize() - missing);
         for (__int64 i = 0; i < GetSize(); ++i)
