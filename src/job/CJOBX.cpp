@@ -25,10 +25,10 @@
 namespace
 {
 constexpr double kFontSize = 0.302;
-constexpr int kSymbolsRead = 20; // progress bar position once the symbols are read
+constexpr int kSymbolsRead = 20; // progress bar position after reading the symbols
 constexpr UINT kExclamation = 48;
 
-// The parts of a path that GetSegmntFromFilePath gives.
+// The parts of a path for GetSegmntFromFilePath.
 constexpr int kDirectory = 1;
 constexpr int kLastComponent = 2;
 
@@ -47,9 +47,9 @@ CStringArray StepNames(const CJOBXmatrix& matrix)
     return names;
 }
 
-// The features files that the paths below "symbols" lead to, those that are no files among them. The whole path is
-// tested, the part above the job too. A compressed file is decompressed beside itself: all of them before one is read,
-// as a plain file of the same name may be among the paths.
+// The features files below "symbols", including entries that are not files. The test looks at the whole path, including
+// the part above the job. Compressed files are decompressed beside themselves, all of them before the first is read,
+// because the plain file of the same name may also be in the list.
 CStringArray SymbolFeaturesFiles(const CStringArray& paths)
 {
     CStringArray featuresFiles;
@@ -67,20 +67,20 @@ CStringArray SymbolFeaturesFiles(const CStringArray& paths)
     return featuresFiles;
 }
 
-// The path with "symbols" as the library spells it, whatever its spelling on disk.
+// The path with "symbols" spelled as the library spells it, whatever its spelling on disk.
 CString SpelledAsSymbols(const CString& path, const CString& symbolsOnDisk, const CString& jobPath)
 {
     const CString symbols = CKUtility::GetInstance()->CKPathCombine(jobPath, "symbols", __FILE__, __LINE__);
     return path.View().starts_with(symbolsOnDisk.View()) ? symbols + path.Mid(symbolsOnDisk.GetLength()) : path;
 }
 
-// `path` is what the model keeps of the file's path.
+// `path` is the file's path that the model keeps.
 std::unique_ptr<CJOBXSpecialSymbol> ReadSymbol(const CString& featuresFile, const CString& path, bool wholeJob)
 {
     CKUtility* const files = CKUtility::GetInstance();
     auto symbol = std::make_unique<CJOBXSpecialSymbol>();
     symbol->m_sPath = files->GetSegmntFromFilePath(path, kDirectory);
-    // The whole-job read names a symbol by its directory's path: intended, hosts rely on it.
+    // Reading the whole job names a symbol by the path of its directory: intended, hosts rely on it.
     symbol->m_sName = wholeJob ? symbol->m_sPath : files->GetSegmntFromFilePath(symbol->m_sPath, kLastComponent);
     symbol->GetLayer()->ParseODBOfMFC(featuresFile);
     return symbol;
@@ -245,7 +245,7 @@ void CJOBX::ShowSymbolsRead()
     m_pSteps->m_pStatus = m_pLentStatus = m_pStatus;
 }
 
-// A window of an earlier read may be gone. One that the host set itself stays.
+// A window of an earlier read may no longer exist. One that the host set itself is kept.
 void CJOBX::TakeWindowsBack()
 {
     if (m_pSteps->m_pProgress == m_pLentProgress)
@@ -347,7 +347,7 @@ CString CJOBX::GetNthColumn(CString line, int n) const
 
 void CJOBX::UnitConvert(const double& factor)
 {
-    const double by = factor; // it may be a member of what is converted
+    const double by = factor; // it may be a member of an object that is converted
     m_pFonts->UnitConvert(by);
     m_pSteps->m_arrSteps.UnitConvert(by);
     m_pSpecialSymbols->UnitConvert(by);
