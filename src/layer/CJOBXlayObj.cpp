@@ -18,10 +18,10 @@ void DeleteElements(CJOBXlayObj* const* elements, __int64 count)
 template class CExPtrArray<CJOBXlayObj*, CJOBXlayObj*>;
 template class CExPtrArray<CJOBXlayObjSurfaceOB*, CJOBXlayObjSurfaceOB*>;
 
-// What few records have.
+// Members that few records need.
 struct CJOBXlayObj::Extras : CRaisingNew
 {
-    const CJOBXPropertyArray* borrowed = nullptr; // of the record's file, until the record has a list of its own
+    const CJOBXPropertyArray* borrowed = nullptr; // from the record's file, until the record has its own list
     std::unique_ptr<CJOBXPropertyArray> own;
     CStringArray texts;
     __int64 value = 0;
@@ -43,7 +43,7 @@ void ScaleAs(CJOBXlayObj* object, double factor)
         record->ScaleGeometry(factor);
 }
 
-// Whether `text` holds `upper` somewhere, ASCII letters of the text taken in upper case.
+// Whether `text`, with its ASCII letters in upper case, contains `upper`.
 bool ContainsUpper(std::string_view text, std::string_view upper)
 {
     return std::search(text.begin(), text.end(), upper.begin(), upper.end(),

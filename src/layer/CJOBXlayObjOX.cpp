@@ -13,7 +13,7 @@ void DeleteElements(CJOBXlayObjOX* const* elements, __int64 count)
 }
 template class CExPtrArray<CJOBXlayObjOX*, CJOBXlayObjOX*>;
 
-// Of an element with an unusual text.
+// For an element with an uncommon text.
 struct CJOBXlayObjOX::Texts : CRaisingNew
 {
     CString clockwise;
@@ -23,7 +23,7 @@ struct CJOBXlayObjOX::Texts : CRaisingNew
 
 namespace
 {
-// The usual texts; a number behind the last stands for any other.
+// The common texts. The next number after the last means any other text.
 constexpr std::array<std::string_view, 5> kKinds = {"", "OB", "OS", "OC", "OE"};
 constexpr std::array<std::string_view, 3> kDirections = {"", "Y", "N"};
 constexpr std::array<std::string_view, 3> kPolygonTypes = {"", "I", "H"};

@@ -21,11 +21,11 @@ namespace
 
 bool IsDielectric(const CString& layerName)
 {
-    const std::string_view name = layerName.View(); // these two spellings only: intended
+    const std::string_view name = layerName.View(); // only these two spellings; intended
     return name.starts_with("DIELECTRIC_") || name.starts_with("dielectric_");
 }
 
-// Where the attribute list file of a layer goes: beside the features when the folder is the layer's own.
+// The path of a layer's attribute list file: beside the features if the folder is the layer's own.
 CString AttributeListFile(const CString& folder, const CString& layerName)
 {
     const CKUtility* const files = CKUtility::GetInstance();

@@ -8,7 +8,7 @@ template class CExPtrArray<CJOBXtoolData*, CJOBXtoolData*>;
 
 namespace
 {
-constexpr const char* kTypes[] = {"PLATED", "NON_PLATED", "VIA"}; // at their codes
+constexpr const char* kTypes[] = {"PLATED", "NON_PLATED", "VIA"}; // indexed by code
 constexpr int kTypeCount = 3;
 
 bool AreEqualButForNumber(const CJOBXtoolData& a, const CJOBXtoolData& b)

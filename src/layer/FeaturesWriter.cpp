@@ -23,8 +23,8 @@ CTextLine& operator<<(CTextLine& out, const At& at)
     return out << Fixed{at.x} << ' ' << Fixed{at.y};
 }
 
-// What follows a record: its attribute list, of the attributes that have both numbers, and the line end. The last one
-// is kept, because features in a row mostly share one list.
+// The end of a record's line: its attribute list, without attributes that lack a number, and the line end. Keeps the
+// last text, because consecutive features mostly share one list.
 class CAttributeText
 {
 public:
@@ -33,7 +33,7 @@ public:
         const int count = feature.nGetPropertyCount();
         if (count == 0)
             return "\n";
-        const CJOBXProperty* const first = feature.pGetProperty(0); // no two lists have the same
+        const CJOBXProperty* const first = feature.pGetProperty(0); // no two lists have the same one
         if (first == nullptr || first != m_first)
         {
             Print(feature, count);
@@ -68,7 +68,7 @@ private:
     std::string m_text;
 };
 
-// Codes with an angle of their own.
+// Codes with an angle.
 bool IsTurnedByAngle(int orientation)
 {
     return orientation == features_format::kTurned || orientation == features_format::kTurnedAndMirrored;
@@ -99,8 +99,8 @@ void WriteRecord(CTextLine& out, const CJOBXlayObjArc& arc)
         << ' ' << arc.GetClockwise();
 }
 
-// The angle is written for the codes 0 and 8 and the text stands without quotes, unlike what the reader expects.
-// Intended: hosts rely on it.
+// The angle is written for the codes 0 and 8, and the text without quotes. The reader expects another form. Intended:
+// hosts rely on it.
 void WriteRecord(CTextLine& out, const CJOBXlayObjText& text)
 {
     out << features_format::kText << ' ' << At{text.GetPosition()} << ' ' << text.GetFontName() << ' '
@@ -111,7 +111,7 @@ void WriteRecord(CTextLine& out, const CJOBXlayObjText& text)
         << text.GetVersion();
 }
 
-// The orientation code and the E flag run together. Intended: hosts rely on it.
+// The orientation code and the E flag are written without a blank between them. Intended: hosts rely on it.
 void WriteRecord(CTextLine& out, const CJOBXlayObjBarcode& barcode)
 {
     out << features_format::kBarcode << ' ' << At{barcode.m_ptPosition} << ' ' << barcode.m_sBarcodeName << ' '
@@ -150,7 +150,7 @@ void WriteElement(CTextWriter& writer, const CJOBXlayObjOX& element)
     }
 }
 
-// Each contour ends with the kind of its last element, which is the end that its elements leave out.
+// Each contour ends with the kind of its last element. That is the end, for which WriteElement writes nothing.
 void WriteContours(CTextWriter& out, const CJOBXlayObjSurface& surface)
 {
     const CJOBXlayObjSurfaceOBArray& contours = *surface.GetContours();
@@ -175,7 +175,7 @@ void WriteAs(CTextLine& out, const CJOBXlayObj& feature)
         WriteRecord(out, *record);
 }
 
-// The fields of the record, without what follows them.
+// The fields of the record, without the attributes.
 void WriteFields(CTextWriter& writer, const CJOBXlayObj& feature, char type)
 {
     CTextLine out(writer);

@@ -11,7 +11,7 @@ void CJOBXfonts::WriteStandardFont(const CString& jobFolder) const
     if (!utility.DoesFileExist(font_format::kFile, __FILE__, __LINE__)) // in the current directory
         return;
     CTextWriter out(utility.CKPathCombine(folder, font_format::kFile, __FILE__, __LINE__), __FILE__, __LINE__);
-    // One line without separators, the offset under the keyword of the x size: intended, hosts rely on it.
+    // One line without separators, and the offset under the keyword of the x size: intended, hosts rely on it.
     out << font_format::kXSize << ' ' << Fixed{m_dXSize} << font_format::kYSize << ' ' << Fixed{m_dYSize}
         << font_format::kXSize << ' ' << Fixed{m_dOffset};
     font_format::Write(out, m_arrCharacters);

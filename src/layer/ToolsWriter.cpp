@@ -24,7 +24,7 @@ void WriteRecord(CTextWriter& out, const CJOBXtoolData& tool)
     WriteToolKey(out, tools_format::kDrillSize, Fixed{tool.m_dDrillSize});
 }
 
-// Every tool's block with an empty line before and after it.
+// Every tool's block, between two empty lines.
 void WriteBlocks(CTextWriter& out, const CJOBXtoolDataArray& tools)
 {
     for (__int64 i = 0; i < tools.GetSize(); ++i)
@@ -53,7 +53,7 @@ void CJOBXtool::WriteODBData(const CString& directory) const
 {
     CKUtility& utility = *CKUtility::GetInstance();
     if (!utility.DoesFileOrDirExist(directory, __FILE__, __LINE__))
-        return; // a missing folder is not made: intended
+        return; // a missing folder is not made; intended
     CTextWriter out(utility.CKPathCombine(directory, tools_format::kTools, __FILE__, __LINE__), __FILE__, __LINE__);
     out << tools_format::kUnits << '=' << m_sUnits << '\n'
         << tools_format::kThickness << '=' << Fixed{m_dThickness} << '\n'
