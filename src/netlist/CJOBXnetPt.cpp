@@ -23,11 +23,12 @@ void CJOBXnetPt::AddFlag(const CString& flag)
     if (m_pFlags.use_count() > 1)
     {
         auto own = Guarded([this] { return std::make_shared<CStringArray>(*m_pFlags); });
-        own->Add(flag); // before the shared list is given up, in which it may stand
+        own->Add(flag); // `flag` may be in the shared list: add it before releasing that list
         m_pFlags = std::move(own);
         return;
     }
-    std::atomic_thread_fence(std::memory_order_acquire); // after whoever gave the list up on another thread
+    std::atomic_thread_fence(std::memory_order_acquire); // pairs with the release by another thread that gave up the
+                                                         // list
     if (m_pFlags == nullptr)
         m_pFlags = Guarded([] { return std::make_shared<CStringArray>(); });
     m_pFlags->Add(flag);

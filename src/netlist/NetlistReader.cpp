@@ -14,9 +14,10 @@
 
 namespace
 {
-constexpr int kMostTokens = 19; // of a point line, behind its net number; later ones are dropped
+constexpr int kMostTokens = 19; // of a point line, after its net number; the rest is dropped
 
-// Numbers of nets and the first net in order of each. A tree: no file can slow it down, as it could a table of hashes.
+// The numbers of the nets, and the first net of each number. A tree, because no file can make it slow as it could a
+// hash table.
 class CFirstNets
 {
 public:
@@ -42,10 +43,10 @@ struct NetlistReading
 {
     CJOBXnetArray& nets;
     CFirstNets firstNets;
-    CJOBXnet* net = nullptr; // the one of the last net or point line
+    CJOBXnet* net = nullptr; // of the last net or point line
     CListFiller<CJOBXnetPt> points{};
     CTextCache texts{};
-    // The flags that were read last and a point that has them; null when there is none.
+    // The last flags read and a point that has them, null if none.
     std::string_view flags{};
     const CJOBXnetPt* flagged = nullptr;
 };
@@ -69,11 +70,12 @@ void OnNet(NetlistReading& reading, std::string_view line)
     reading.firstNets.Add(*reading.net);
 }
 
-// At most `most` of the words that are left.
+// Reads at most `most` of the remaining words.
 void ReadFlags(NetlistReading& reading, CFieldScanner& fields, int most, CJOBXnetPt& point)
 {
     const std::string_view flags = fields.Rest();
-    const bool isCut = std::count(flags.begin(), flags.end(), ' ') >= most; // by the number of fields before
+    const bool isCut = std::count(flags.begin(), flags.end(), ' ') >= most; // `most` depends on the number of fields
+                                                                            // before
     if (reading.flagged != nullptr && reading.flags == flags && !isCut)
     {
         point.ShareFlags(*reading.flagged);
@@ -86,7 +88,8 @@ void ReadFlags(NetlistReading& reading, CFieldScanner& fields, int most, CJOBXne
     reading.flagged = isCut ? nullptr : &point;
 }
 
-// Fields by their place. Whatever stands where the staggered numbers would be is read as them: intended.
+// Fields by position. The words where the staggered numbers would be are read as numbers, whatever they are; this is
+// intended.
 void ReadPoint(NetlistReading& reading, CFieldScanner& fields, CJOBXnetPt& point)
 {
     fields.Real(point.m_dRadius);
@@ -130,8 +133,8 @@ void OnPoint(NetlistReading& reading, std::string_view line)
     reading.points.Own(std::move(point));
 }
 
-// Tried from the top, first match wins. A units line is a point line like any other; it is dropped unless a net 0 came
-// before it.
+// Tried from the top, first match wins. A units line counts as a point line. It is dropped unless a net 0 came before
+// it.
 constexpr Keyword<NetlistReading> kNetlistKeywords[] = {
     {netlist_format::kComment, OnIgnored},
     {netlist_format::kHeader, OnIgnored},

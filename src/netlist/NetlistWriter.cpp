@@ -14,7 +14,7 @@ void WritePoint(CTextWriter& writer, const CJOBXnetPt& point, int net)
     if (point.m_dRadius == 0.0)
         out << Fixed{point.m_dWidth} << ' ' << Fixed{point.m_dHeight} << ' ';
     out << point.m_sEndPoint << ' ' << point.m_sExposure;
-    // The mark itself is never written, other marks leave no trace: intended.
+    // The mark itself is never written, and other marks are lost; this is intended.
     if (point.m_sStaggeredMark == "staggered")
         out << ' ' << Fixed{point.m_ptStaggeredPosition.x} << ' ' << Fixed{point.m_ptStaggeredPosition.y} << ' '
             << Fixed{point.m_dStaggeredRadius};
