@@ -22,19 +22,18 @@ template class CExPtrArray<CJOBXstepObj*, CJOBXstepObj*>;
 namespace
 {
 
-// About how many lines a net, and a component or package, takes in a file.
+// Rough number of lines that a net, and a component or package, takes in a file.
 constexpr __int64 kLinesOfNet = 8;
 constexpr __int64 kLinesOfPart = 10;
 
-// What is left of a file's path once the path of the step's layers is taken out of it: the layer's directory and the
-// file.
+// A file's path without the path of the step's layers: the layer's directory and the file.
 CString BelowLayers(CString path, const CString& layersDirectory)
 {
     path.Replace(layersDirectory, "");
     return path.TrimLeft(kPathSeparators.data());
 }
 
-// Takes the elements that `wanted` accepts out of `from` and hands them to `take`, in order.
+// Removes the elements that `wanted` accepts from `from` and passes them to `take`, in order.
 template <class T, class Wanted, class Take>
 void MoveMatching(COwningPtrArray<T>& from, Wanted wanted, Take take)
 {
@@ -56,8 +55,8 @@ T* NullWhenEmpty(std::unique_ptr<T> array)
 {
     return array->GetSize() > 0 ? array.release() : nullptr;
 }
-// Each file goes into the directory of its layer, which is made when no layer made it. Where another file of that name
-// is on its way there, that one is written first.
+// Each file goes into the directory of its layer, which is made if no layer made it. If another file of that name is
+// waiting to be written there, it is written first.
 void AddComponents(CWriteTasks& tasks, const CJOBXstepObj& step, const CString& layersDirectory)
 {
     std::set<CString> taken;
@@ -152,7 +151,7 @@ void CJOBXstepObj::ReadLayers(const CString& layersDirectory)
                          auto read = std::make_unique<CJOBXcomponents>();
                          read->ParseODBOfMFC(path);
                          const CString plain = files->CKPathCombine(directories[i], "components", __FILE__, __LINE__);
-                         read->m_sRelativePath = BelowLayers(plain, layersDirectory); // whatever its spelling on disk
+                         read->m_sRelativePath = BelowLayers(plain, layersDirectory); // whatever the spelling on disk
                          read->m_sLayerName = read->m_sRelativePath.SpanExcluding(kPathSeparators.data());
                          components.Append(i, std::move(read));
                      }
@@ -199,7 +198,7 @@ void CJOBXstepObj::WriteODBData(CString stepsDirectory, int withEda) const
 
 void CJOBXstepObj::UnitConvert(const double& factor)
 {
-    const double by = factor; // it may be a member of what is converted
+    const double by = factor; // it may be a member of an object that is converted
     m_pProfile->UnitConvert(by);
     m_arrLayers.UnitConvert(by);
     m_arrComponents.UnitConvert(by);
