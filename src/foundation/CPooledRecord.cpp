@@ -131,8 +131,8 @@ constexpr bool HasOwnBlock(std::size_t size) noexcept
     static_cast<void>(size);
     return true;
 #else
-    constexpr std::size_t kLargest = 1024;
-    return size > kLargest;
+    constexpr std::size_t kLargestPooled = 1024;
+    return size > kLargestPooled;
 #endif
 }
 } // namespace

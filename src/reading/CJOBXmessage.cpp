@@ -16,7 +16,7 @@ namespace
 constexpr std::span<const CJOBXmessageKind* const> kAreas[] = {attribute_message::kAll, file_message::kAll,
                                                                matrix_message::kAll, unit_message::kAll};
 
-CString WithoutControlCharacters(const CString& text)
+CString WithoutControls(const CString& text)
 {
     CString copy(text);
     for (int i = 0; i < copy.GetLength(); ++i)
@@ -39,13 +39,13 @@ const char* JOBXseverityName(JOBXseverity severity) noexcept
 
 CString CJOBXmessage::Line() const
 {
-    CString whole = WithoutControlCharacters(file);
+    CString whole = WithoutControls(file);
     if (line != 0)
         whole.AppendFormat(":%d", line);
     whole += whole.IsEmpty() ? "" : ": ";
     if (kind != nullptr)
         whole = whole + JOBXseverityName(kind->severity) + " " + kind->code + " ";
-    return whole + WithoutControlCharacters(text);
+    return whole + WithoutControls(text);
 }
 
 const CJOBXmessageKind* pGetJOBXmessageKind(int index) noexcept

@@ -8,6 +8,7 @@
 #include "foundation/ProgressReport.h"
 #include "foundation/corekit/CKUtility.h"
 #include "foundation/corekit/EntryLookup.h"
+#include "foundation/corekit/TextTools.h"
 #include "layer/FeaturesReader.h"
 #include "netlist/CJOBXnetlist.h"
 #include "netlist/NetlistReader.h"
@@ -23,14 +24,9 @@ using namespace matrix_message;
 
 namespace
 {
-CString NameOf(const CString& path)
+CString LastPartOf(const CString& path)
 {
     return CKUtility::GetInstance()->GetSegmntFromFilePath(path, 2);
-}
-
-CString Lower(CString name)
-{
-    return name.MakeLower();
 }
 
 class CStepReading
@@ -40,7 +36,7 @@ public:
         : m_context(context), m_directory(directory), m_step(step)
     {
         for (const CReadingJob::Row& row : context.job.rows)
-            m_rows.try_emplace(Lower(row.layer), &row);
+            m_rows.try_emplace(MakeLower(row.layer), &row);
     }
 
     void Read()
@@ -85,11 +81,11 @@ private:
                          const CString& directory = directories[i];
                          const CReadingContext context = contexts.Of(static_cast<std::size_t>(i));
                          auto layer = std::make_unique<CJOBXlayer>();
-                         layer->m_sName = NameOf(directory);
+                         layer->m_sName = LastPartOf(directory);
                          if (ReadFile(context, directory, "features", PresenceOf(layer->m_sName, false), *layer))
                              layers.Append(i, std::move(layer));
                          auto file = std::make_unique<CJOBXcomponents>();
-                         file->m_sLayerName = NameOf(directory);
+                         file->m_sLayerName = LastPartOf(directory);
                          file->m_sRelativePath =
                              CKUtility::GetInstance()->CKPathCombine(file->m_sLayerName, "components");
                          if (ReadFile(context, directory, "components", PresenceOf(file->m_sLayerName, true), *file))
@@ -104,7 +100,7 @@ private:
     // known.
     Presence PresenceOf(const CString& layer, bool ofComponents) const
     {
-        const auto row = m_rows.find(Lower(layer));
+        const auto row = m_rows.find(MakeLower(layer));
         return row != m_rows.end() && row->second->isOfComponents == ofComponents ? Presence::Needed
                                                                                   : Presence::Optional;
     }
@@ -118,15 +114,15 @@ private:
         std::map<CString, const CReadingJob::Row*> missing = m_rows;
         for (INT_PTR i = 0; i < directories.GetSize(); ++i)
         {
-            const CString name = NameOf(directories[i]);
-            if (!m_rows.contains(Lower(name)))
+            const CString name = LastPartOf(directories[i]);
+            if (!m_rows.contains(MakeLower(name)))
                 messages.Say(kNoLayerRow, 0, "No row of the matrix names the folder ", Quoted{name.View()}, ".");
-            missing.erase(Lower(name));
+            missing.erase(MakeLower(name));
         }
         if (m_step.m_pHeader->m_arrStepRepeats.GetSize() > 0)
             return;
         for (const CReadingJob::Row& row : m_context.job.rows)
-            if (missing.erase(Lower(row.layer)) > 0)
+            if (missing.erase(MakeLower(row.layer)) > 0)
                 messages.Say(kNoLayerFolder, 0, "The layer ", Quoted{row.layer.View()}, " has no folder.");
     }
 
