@@ -8,5 +8,9 @@ function(jobx_warnings target)
     # With optimisation, g++ 12 warns about string concatenation in its own library.
     target_compile_options(${target}
                            PRIVATE $<$<AND:$<CXX_COMPILER_ID:GNU>,$<VERSION_LESS:$<CXX_COMPILER_VERSION>,13>>:-Wno-restrict>)
+    # g++ takes a source that another one includes for a header, where types of unnamed namespaces deserve a warning.
+    target_compile_options(
+      ${target}
+      PRIVATE $<$<AND:$<CXX_COMPILER_ID:GNU>,$<BOOL:$<TARGET_PROPERTY:UNITY_BUILD>>>:-Wno-subobject-linkage>)
   endif()
 endfunction()
