@@ -43,7 +43,7 @@ CJOBXProperty* CJOBXProperty::clone() const
     return new CJOBXProperty(*this);
 }
 
-// Texts take themselves, so that the same object on both sides needs no test.
+// Assigning a text to itself is safe, so self-assignment needs no test.
 // NOLINTNEXTLINE(bugprone-unhandled-self-assignment)
 CJOBXProperty& CJOBXProperty::operator=(const CJOBXProperty& other)
 {

@@ -9,12 +9,12 @@
 #include <atomic>
 #include <mutex>
 
-// Paths, directories and compressed files: every call of the library to the file system goes through here. Paths:   any
-// bytes except NUL; the separator is "/", on Windows also "\". Case-sensitive, except FindPath.
-// Results:   nothing is thrown for what the file system answers: a test that fails is false, a listing that fails adds
-//            nothing, and every failure goes to the diagnostic sink. "Does not exist" is an answer of a test, not a
-//            failure of it. Exhausted memory raises CMemoryException.
-// Callers: `sourceFile` and `line` tell the diagnostics who asked; they change nothing else.
+// Paths, directories and compressed files: every call of the library to the file system goes through here.
+// Paths:     any bytes except NUL; the separator is "/", on Windows also "\". Case-sensitive, except FindPath.
+// Results:   errors of the file system raise nothing: a failed test returns false, a failed listing adds nothing, and
+//            every failure goes to the diagnostic sink. For a test, "does not exist" is a result, not a failure.
+//            Exhausted memory raises CMemoryException.
+// Callers:   diagnostics name `sourceFile` and `line` as the caller; they have no other effect.
 // Threads:   every operation may be called from several threads at once.
 class JOBX_API CKUtility
 {
@@ -74,11 +74,10 @@ public:
     // adds nothing and is reported as "list" with EOVERFLOW.
     void SetListingLimit(ULONGLONG entries);
     ULONGLONG GetListingLimit() const;
-    // From now on, directories and files that lie outside `directory` are not there for tests, FindPath and listings,
-    // and the readers do not open them. A link that leads out is reported as "follow" with EXDEV, so links stay inside
-    // a job. "" takes the boundary away, as it is at first; a directory that does not exist leaves nothing to be seen.
-    // The boundary holds for the whole process. Classes that a host opens files with (CFile, CStdioFile, CLogFile)
-    // ignore it.
+    // Hides directories and files outside `directory` from tests, FindPath and listings, and readers do not open them.
+    // A link that leads out is reported as "follow" with EXDEV, so links stay inside a job. "" removes the boundary;
+    // initially there is none. If the directory does not exist, everything is hidden. Applies to the whole process.
+    // Classes with which a host opens files (CFile, CStdioFile, CLogFile) ignore it.
     void SetLinkBoundary(const CString& directory);
     // The full path of the boundary without links; "" if there is none.
     CString GetLinkBoundary() const;

@@ -10,7 +10,7 @@
 
 namespace
 {
-// Whether `path` is `directory` or lies below it; both in full, without links.
+// Whether `path` is `directory` or is below it; both are full paths without links.
 bool IsBelow(std::string_view path, std::string_view directory)
 {
     if (!path.starts_with(directory))
@@ -19,7 +19,8 @@ bool IsBelow(std::string_view path, std::string_view directory)
            IsPathSeparator(path[directory.size()]);
 }
 
-// Whether what is at `path` lies outside. What cannot be reached is not outside: it cannot be opened either.
+// Whether the entry at `path` is outside. One that cannot be reached does not count, because it cannot be opened
+// either.
 bool IsOutside(const CString& path, const CString& boundary)
 {
     std::string real;
@@ -29,7 +30,7 @@ bool IsOutside(const CString& path, const CString& boundary)
     return error != ENOENT && error != ENOTDIR && error != EACCES && error != ELOOP;
 }
 
-// The first entry on the way to `path`, which is outside, that is outside itself while its directory is not.
+// For a `path` that is outside, the first entry on it that is outside but whose directory is not.
 CString LeadingEntry(const CString& path, const CString& boundary)
 {
     const CKUtility& utility = *CKUtility::GetInstance();

@@ -3,6 +3,6 @@
 
 #include "foundation/framework/CString.h"
 
-// Whether a boundary is set and what is at `path`, links followed, lies outside it. That is reported, with the path of
-// the link that leads out; with `path` itself where no link does.
+// Whether a boundary is set and the entry at `path`, following links, is outside it. Reports that with the path of the
+// link that leads out, or with `path` itself if there is no such link.
 bool LeadsOut(const CString& path);

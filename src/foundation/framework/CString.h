@@ -12,9 +12,10 @@
 #include <type_traits>
 #include <utility>
 
-// The framework's narrow text: a value of any bytes, including NUL, always followed by a terminator. Letters:   upper
-// and lower case are ASCII only; white space is blank, tab, LF, VT, FF, CR. Independent of the locale. Copies:    a
-// copy is cheap: short texts are stored in the object itself, longer ones are shared until one copy changes.
+// The framework's narrow text: a value of any bytes, including NUL, always followed by a terminator.
+// Letters:   upper and lower case are ASCII only; white space is blank, tab, LF, VT, FF, CR. Independent of the locale.
+// Copies:    a copy is cheap: short texts are stored in the object itself, longer ones are shared until one copy
+//            changes.
 // Results:   positions count from 0; a search returns -1 if nothing is found; an index outside the text raises
 //            CInvalidArgException, exhausted memory or a text above 2 GB raises CMemoryException.
 // Threads:   different objects may be used at once, even if one is a copy of the other.
