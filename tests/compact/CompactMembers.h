@@ -5,6 +5,7 @@
 #include "compact/CompactFields.h"
 
 #include <string>
+#include <string_view>
 #include <type_traits>
 #include <vector>
 
@@ -138,7 +139,7 @@ struct Members
     bool operator==(const Members& other) const { return lengths == other.lengths && others == other.others; }
 
     std::vector<double> lengths;
-    std::vector<std::string> others;
+    std::string others; // a line for each
 };
 
 class Recorder : public MemberVisitor
@@ -149,12 +150,15 @@ public:
         if (isLength)
             members.lengths.push_back(value);
         else
-            members.others.push_back(std::to_string(value));
+            Add(std::to_string(value));
     }
-    void Integer(long long value) override { members.others.push_back(std::to_string(value)); }
-    void Text(CString& value) override { members.others.emplace_back(value.View()); }
+    void Integer(long long value) override { Add(std::to_string(value)); }
+    void Text(CString& value) override { Add(value.View()); }
 
     Members members;
+
+private:
+    void Add(std::string_view line) { members.others.append(line).append(1, '\n'); }
 };
 
 template <class T>

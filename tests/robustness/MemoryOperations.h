@@ -112,19 +112,36 @@ void AddMaking(MemoryOperations& all, const char* type, Memory memory = Memory::
                    memory});
 }
 
+// An object that `fill(object, n)` filled, and one like it. They are made once, because every run expects the source to be
+// left as it was.
+template <class T, class Fill>
+struct CopySource
+{
+    explicit CopySource(Fill fill)
+    {
+        fill(source, 1);
+        fill(twin, 1);
+    }
+    T source;
+    T twin;
+};
+
 // Copies an object that `fill(object, n)` filled; `same(a, b)` compares. A failed copy leaves the source, and a target
 // that can be assigned to again.
 template <class T, class Fill, class Same>
 void AddCopying(MemoryOperations& all, const char* type, Fill fill, Same same, Memory memory = Memory::Needed)
 {
-    const auto copyWith = [fill, same](MemoryRun& run, auto copy)
+    const auto sourceOf = [ fill, kept = std::make_shared<std::unique_ptr<CopySource<T, Fill>>>() ]() -> auto&
     {
-        T source;
-        fill(source, 1);
-        T twin;
-        fill(twin, 1);
+        if (*kept == nullptr)
+            *kept = std::make_unique<CopySource<T, Fill>>(fill);
+        return **kept;
+    };
+    const auto copyWith = [sourceOf, same](MemoryRun& run, auto copy)
+    {
+        auto& [source, twin] = sourceOf();
         std::unique_ptr<T> made;
-        const bool done = run.Try([&] { made.reset(copy(source)); });
+        const bool done = run.Try([&, &from = source] { made.reset(copy(from)); });
         EXPECT_TRUE(same(source, twin));
         EXPECT_EQ(made != nullptr, done);
         EXPECT_TRUE(made == nullptr || same(*made, twin));
@@ -137,15 +154,12 @@ void AddCopying(MemoryOperations& all, const char* type, Fill fill, Same same, M
                        [copyWith](MemoryRun& run) { copyWith(run, [](const T& source) { return source.clone(); }); },
                        memory});
     all.push_back({type, "operator=",
-                   [fill, same](MemoryRun& run)
+                   [sourceOf, fill, same](MemoryRun& run)
                    {
-                       T source;
-                       fill(source, 1);
-                       T twin;
-                       fill(twin, 1);
+                       auto& [source, twin] = sourceOf();
                        T target;
                        fill(target, 1000);
-                       const bool done = run.Try([&] { target = source; });
+                       const bool done = run.Try([&, &from = source] { target = from; });
                        EXPECT_TRUE(same(source, twin));
                        EXPECT_TRUE(!done || same(target, twin));
                        target = source;
