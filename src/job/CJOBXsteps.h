@@ -19,8 +19,8 @@ public:
     virtual ~CJOBXsteps();
 
     // Reads the named steps below `stepsDirectory` in the order of the names and appends them. Skips names that have no
-    // directory, are empty, "." or "..", or contain a separator. The progress bar, if any, stays at 20 until the last
-    // step, which moves it to 100; this is intended. Returns 1.
+    // directory, are empty, "." or "..", or contain a separator. The progress bar, if any, stays at 20 until the step
+    // of the last name has been read, and then moves to 100; this is intended. Returns 1.
     int ParseODBOfMFC(CString stepsDirectory, const CStringArray& stepNames);
 
     CJOBXstepObjArray m_arrSteps;
