@@ -15,7 +15,7 @@
 #endif
 #endif
 
-// Of the ways to reach a thread's own variable the fastest that a shared library may use.
+// The fastest way for a shared library to reach a thread-local variable.
 #if defined(__GNUC__)
 #define JOBX_NEAR_THREAD_LOCAL __attribute__((tls_model("initial-exec")))
 #else
@@ -24,18 +24,17 @@
 
 namespace
 {
-// A chunk begins at a multiple of kChunkPlace, so that an object's address leads to it. What is left between two chunks
-// is for the bookkeeping of the allocator that gives them.
-// Not larger: to align a chunk the allocator first takes twice its size, and what is larger than 128 KiB it would take
-// from the system alone, half of it in vain.
+// A chunk begins at a multiple of kChunkPlace, so that it can be found from an object's address. The gap between two
+// chunks is for the bookkeeping of the allocator. Not larger: to align a chunk the allocator first takes twice its
+// size. A block above 128 KiB it would take directly from the system and waste half of it.
 constexpr std::size_t kChunkPlace = std::size_t{32} * 1024;
 constexpr std::size_t kChunkSize = kChunkPlace - 64;
 
-// What stands at a chunk's begin.
+// The start of a chunk.
 struct Chunk
 {
-    // How many of its objects were not deleted yet, and more than there can ever be while a thread still takes objects
-    // from it.
+    // The number of its objects not deleted yet; more than there can ever be while a thread still takes objects from
+    // it.
     std::atomic<std::int64_t> live;
 };
 constexpr std::size_t kFirst = 64; // where the chunk's objects begin
@@ -47,7 +46,7 @@ void Subtract(Chunk* chunk, std::int64_t count) noexcept
         ::operator delete (static_cast<void*>(chunk), std::align_val_t{kChunkPlace});
 }
 
-// A thread counts the objects of the chunk that it works on for itself, and tells the chunk when it goes on to another.
+// A thread counts the objects of its current chunk itself, and updates the chunk when it moves on to another.
 struct Own
 {
     char* at = nullptr; // where the next object goes
@@ -76,7 +75,7 @@ struct Own
 };
 constinit thread_local Own ofThread JOBX_NEAR_THREAD_LOCAL;
 
-// Tells the chunks at the end of the thread.
+// Updates the chunks at the end of the thread.
 class AtThreadEnd
 {
 public:
@@ -112,13 +111,13 @@ void BeginDeleting(Chunk* chunk) noexcept
     ofThread.deleting = chunk;
 }
 
-// An object may stand at each multiple of this: its size is a multiple of the alignment that it needs.
+// The alignment of an object of that size: sizes are multiples of the alignment.
 constexpr std::size_t AlignmentOf(std::size_t size) noexcept
 {
     return size % 16 == 0 ? 16 : 8;
 }
 
-// Up to a multiple of a power of two.
+// Rounds up to a multiple of a power of two.
 constexpr std::size_t RoundedUp(std::size_t value, std::size_t to) noexcept
 {
     return (value + to - 1) & ~(to - 1);

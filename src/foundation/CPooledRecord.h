@@ -4,18 +4,18 @@
 
 #include <cstddef>
 
-// Base of the classes of which a job has very many objects: takes their memory one behind the other from large chunks,
-// which costs less time and room than a block for each. A chunk goes back to the system when the last object in it is
-// deleted; the room of a single object is not used again before that.
-// Results: exhausted memory raises CMemoryException.
-// Threads: objects may be made and deleted on any threads at once, also on another one than that which made them.
+// Base of the classes of which a job has very many objects. `new` places them side by side in large chunks, which costs
+// less time and memory than a separate block each. A chunk is freed when the last object in it is deleted. The room of
+// a single deleted object is not reused before that.
+// Results:   exhausted memory raises CMemoryException.
+// Threads:   objects may be made on any thread and deleted on any other, all at once.
 class JOBX_API CPooledRecord
 {
 public:
-    // Memory for one object, and back.
+    // Allocates and frees one object.
     static void* operator new(std::size_t size);
     static void operator delete(void* record, std::size_t size) noexcept;
-    // An object at a place of the caller's.
+    // Constructs an object at the caller's address.
     static void* operator new(std::size_t /*size*/, void* place) noexcept { return place; }
     static void operator delete(void* /*record*/, void* /*place*/) noexcept {}
 

@@ -1,5 +1,5 @@
 // Where the readers put the many small records of one file: side by side in blocks, so that making and destroying a
-// record costs next to nothing and no bytes are spent between them.
+// record costs next to nothing and there are no gaps between them.
 #pragma once
 
 #include <atomic>
@@ -7,8 +7,8 @@
 #include <cstdint>
 #include <new>
 
-// What the records of a store borrow from their file; lives until the store and the last of its blocks are gone.
-// Threads: the count may change on any thread.
+// What the records of a store borrow from their file. Lives until the store and its last block are gone.
+// Threads:   the count may change on any thread.
 class CRecordKeep
 {
 public:
@@ -28,12 +28,12 @@ private:
     std::atomic<int> m_references{1};
 };
 
-// One block of a store: a header, then records. A record knows its distance from the header, its "place", which is 0
-// for a record that was made by itself with `new`.
-// Memory:  the block is freed as a whole when the last of its records goes. A record that a host takes out of its array
-//          and keeps therefore keeps its block, at most kMaxSize bytes, and the file's attribute lists; a host that
-//          keeps a few records of a large file for long does better to copy what it needs.
-// Threads: records of one block may be destroyed on any threads at once.
+// One block of a store: a header, then records. A record knows its distance from the header, its "place"; this is 0 for
+// a record allocated separately with `new`.
+// Memory:    the block is freed as a whole when its last record is deleted. So a record that a host removes from its
+//            array and keeps also keeps its block, at most kMaxSize bytes, and the attribute lists of the file. A host
+//            that keeps a few records of a large file for long should copy what it needs.
+// Threads:   records of one block may be destroyed on any threads at once.
 class CRecordBlock
 {
 public:
@@ -50,11 +50,11 @@ public:
         const auto distance = reinterpret_cast<std::uintptr_t>(record) - reinterpret_cast<std::uintptr_t>(this);
         return distance < m_size;
     }
-    // From now on some record of the block has something of its own to give back, so that its destructor has to run.
+    // Call this when a record of the block owns something, so that its destructor has to run.
     void RecordOwnsSomething() noexcept { m_owning.store(true, std::memory_order_relaxed); }
     bool IsOwning() const noexcept { return m_owning.load(std::memory_order_relaxed); }
 
-    // That many of its records are gone; with the last the block goes.
+    // Counts that many records as deleted; frees the block with the last one.
     void Release(int records) noexcept;
 
 private:
@@ -67,22 +67,24 @@ private:
     std::size_t m_size;
     CRecordKeep* m_keep;
 
-    static constexpr int kFilling = 1 << 30; // more than a block's records; replaced by their number when it is full
+    static constexpr int kFilling = 1 << 30; // more than a block's records; replaced by their number when the block is
+                                             // full
 };
 
-// Makes the records of one file. Blocks begin small and double, so that a file of three records takes little.
-// Ownership: whoever gets a record deletes it with `delete` or in its array; the store may be gone by then.
+// Makes the records of one file. Blocks begin small and double in size, so that a file of three records needs little
+// memory.
+// Ownership: the caller deletes a record with `delete` or in its array; the store may already be gone.
 // Results:   exhausted memory raises std::bad_alloc.
 class CRecordStore
 {
 public:
-    // The records borrow from `keep`, which each block then holds.
+    // The records borrow from `keep`, which every block keeps alive.
     explicit CRecordStore(CRecordKeep* keep) noexcept : m_keep(keep) {}
     CRecordStore(const CRecordStore&) = delete;
     CRecordStore& operator=(const CRecordStore&) = delete;
     ~CRecordStore() { CloseBlock(); }
 
-    // A new T, whose member m_nPlace the store sets.
+    // A new T. The store sets its member m_nPlace.
     template <class T>
     T* Make()
     {
@@ -98,7 +100,7 @@ public:
         return record;
     }
 
-    // The same for a record that owns something from the start, so that its destructor has to run.
+    // As above, for a record that owns something from the start, so that its destructor has to run.
     template <class T>
     T* MakeOwning()
     {
@@ -112,15 +114,15 @@ private:
     void CloseBlock() noexcept;
 
     CRecordKeep* m_keep;
-    char* m_start = nullptr; // of the block that is being filled
+    char* m_start = nullptr; // of the block being filled
     char* m_at = nullptr;
     std::size_t m_left = 0;
     int m_made = 0;
     std::size_t m_nextSize = 1024;
 };
 
-// Deletes `count` records, null entries left out, in order. Records of one block that own nothing are not even looked
-// at: they are given back together.
+// Deletes `count` records, skipping null entries, in order. Records of one block that own nothing are released
+// together, without looking at them.
 template <class T>
 void DeleteRecords(T* const* records, std::ptrdiff_t count) noexcept
 {
@@ -152,7 +154,7 @@ void DeleteRecords(T* const* records, std::ptrdiff_t count) noexcept
         block->Release(released);
 }
 
-// What `delete` does to a record of either kind. The destructor is the one of its dynamic type.
+// The effect of `delete` on a record of either kind. Runs the destructor of its dynamic type.
 template <class T>
 void DeleteRecord(T* record) noexcept
 {
