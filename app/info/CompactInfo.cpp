@@ -14,8 +14,8 @@ template <class List, class Count>
 std::int64_t Sum(const List& list, Count count)
 {
     std::int64_t sum = 0;
-    for (std::int64_t i = 0; i < list.GetSize(); ++i)
-        sum += count(*list.GetAt(i));
+    for (const auto& record : list.Records())
+        sum += count(record);
     return sum;
 }
 
@@ -76,12 +76,11 @@ Part PartOf(const CODBcomponents& components)
     Part part{"components", components.m_sLayerName, components.m_sUnits, components.m_dRescaleFactor};
     part.records = components.m_arrCmps.GetSize();
     part.pieces = Sum(components.m_arrCmps, [](const CODBcmp& each) { return each.m_arrToes.GetSize(); });
-    for (std::int64_t i = 0; i < components.m_arrCmps.GetSize(); ++i)
+    for (const CODBcmp& component : components.m_arrCmps.Records())
     {
-        const CODBcmp& component = *components.m_arrCmps.GetAt(i);
         part.extents.Add(component.m_ptLocation);
-        for (std::int64_t k = 0; k < component.m_arrToes.GetSize(); ++k)
-            part.extents.Add(component.m_arrToes.GetAt(k)->m_ptLocation);
+        for (const CODBcmpToe& toe : component.m_arrToes.Records())
+            part.extents.Add(toe.m_ptLocation);
     }
     return part;
 }
@@ -92,10 +91,10 @@ Part PartOf(const CODBdata& data)
     Part part{"packages", "", data.m_sUnits, data.m_dRescaleFactor};
     part.records = data.m_arrPkgs.GetSize();
     part.pieces = Sum(data.m_arrPkgs, [](const CODBdataPkg& each) { return each.m_arrPins.GetSize(); });
-    for (std::int64_t i = 0; i < data.m_arrPkgs.GetSize(); ++i)
+    for (const CODBdataPkg& package : data.m_arrPkgs.Records())
     {
-        part.extents.Add(data.m_arrPkgs.GetAt(i)->m_ptLowerLeft);
-        part.extents.Add(data.m_arrPkgs.GetAt(i)->m_ptUpperRight);
+        part.extents.Add(package.m_ptLowerLeft);
+        part.extents.Add(package.m_ptUpperRight);
     }
     return part;
 }
@@ -106,12 +105,9 @@ Part PartOf(const CODBnetlist& netlist)
     part.hasFactor = false;
     part.records = netlist.m_arrNets.GetSize();
     part.pieces = Sum(netlist.m_arrNets, [](const CODBnet& each) { return each.m_arrPts.GetSize(); });
-    for (std::int64_t i = 0; i < netlist.m_arrNets.GetSize(); ++i)
-    {
-        const CODBnetPtArray& points = netlist.m_arrNets.GetAt(i)->m_arrPts;
-        for (std::int64_t k = 0; k < points.GetSize(); ++k)
-            part.extents.Add(points.GetAt(k)->m_ptPosition);
-    }
+    for (const CODBnet& net : netlist.m_arrNets.Records())
+        for (const CODBnetPt& point : net.m_arrPts.Records())
+            part.extents.Add(point.m_ptPosition);
     return part;
 }
 
@@ -128,12 +124,12 @@ Table PartsOf(const CODB& model)
                  {"Bottom", "bottom", true},
                  {"Right", "right", true},
                  {"Top", "top", true}});
-    for (std::int64_t i = 0; i < model.m_arrLayers.GetSize(); ++i)
-        AddRow(table, PartOf("layer", *model.m_arrLayers.GetAt(i)));
+    for (const CODBlayer& layer : model.m_arrLayers.Records())
+        AddRow(table, PartOf("layer", layer));
     AddRow(table, PartOf("profile", *model.m_pSingleLayer));
     AddRow(table, PartOf(*model.m_pComponents));
-    for (std::int64_t i = 0; i < model.m_arrSpecialSymbols.GetSize(); ++i)
-        AddRow(table, PartOf(*model.m_arrSpecialSymbols.GetAt(i)));
+    for (const CODBSpecialSymbol& symbol : model.m_arrSpecialSymbols.Records())
+        AddRow(table, PartOf(symbol));
     AddRow(table, PartOf(*model.m_pData));
     AddRow(table, PartOf(model.m_netlist));
     return table;
@@ -207,13 +203,11 @@ void WriteStep(JsonOutput& json, const CString& name, CODB& model)
 
 void ForEachModel(const CJOBX& job, const std::function<void(const CString&, CODB&)>& show)
 {
-    const CJOBXstepObjArray& steps = job.m_pSteps->m_arrSteps;
-    for (__int64 i = 0; i < steps.GetSize(); ++i)
-        if (const CJOBXstepObj* const step = steps.GetAt(i))
-        {
-            const std::unique_ptr<CODB> model(pMakeCompactModel(job, step));
-            show(step->m_sName, *model);
-        }
+    for (const CJOBXstepObj& step : job.m_pSteps->m_arrSteps.Records())
+    {
+        const std::unique_ptr<CODB> model(pMakeCompactModel(job, &step));
+        show(step.m_sName, *model);
+    }
 }
 } // namespace
 

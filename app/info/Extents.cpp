@@ -81,9 +81,8 @@ void Extents::AddArc(const CPointD& start, const CPointD& end, const CPointD& ce
 void Extents::Add(const CJOBXlayer& layer)
 {
     const CJOBXlayObjArray& features = *layer.GetFeatures();
-    for (__int64 i = 0; i < features.GetSize(); ++i)
-        if (const CJOBXlayObj* const feature = features.GetAt(i))
-            Add(*feature);
+    for (const CJOBXlayObj& feature : features.Records())
+        Add(feature);
 }
 
 void Extents::Add(const CJOBXlayObj& feature)
@@ -91,9 +90,8 @@ void Extents::Add(const CJOBXlayObj& feature)
     if (const auto* const surface = dynamic_cast<const CJOBXlayObjSurface*>(&feature))
     {
         const CJOBXlayObjSurfaceOBArray& contours = *surface->GetContours();
-        for (__int64 i = 0; i < contours.GetSize(); ++i)
-            if (const CJOBXlayObjSurfaceOB* const contour = contours.GetAt(i))
-                AddContour(*contour->GetODBlayObjOXArray());
+        for (const CJOBXlayObjSurfaceOB& contour : contours.Records())
+            AddContour(*contour.GetODBlayObjOXArray());
     }
     else if (const auto* const line = dynamic_cast<const CJOBXlayObjLine*>(&feature))
     {
@@ -112,18 +110,16 @@ void Extents::Add(const CJOBXlayObj& feature)
 
 void Extents::Add(const CODBlayer& layer)
 {
-    for (__int64 i = 0; i < layer.m_arrFeatures.GetSize(); ++i)
-        if (const CODBlayObj* const feature = layer.m_arrFeatures.GetAt(i))
-            Add(*feature);
+    for (const CODBlayObj& feature : layer.m_arrFeatures.Records())
+        Add(feature);
 }
 
 void Extents::Add(const CODBlayObj& feature)
 {
     if (const auto* const surface = dynamic_cast<const CODBlayObjSurface*>(&feature))
     {
-        for (__int64 i = 0; i < surface->m_arrContours.GetSize(); ++i)
-            if (const CODBlayObjSurfaceOB* const contour = surface->m_arrContours.GetAt(i))
-                AddContour(contour->m_arrElements);
+        for (const CODBlayObjSurfaceOB& contour : surface->m_arrContours.Records())
+            AddContour(contour.m_arrElements);
     }
     else if (const auto* const line = dynamic_cast<const CODBlayObjLine*>(&feature))
     {
@@ -144,11 +140,9 @@ template <class Elements>
 void Extents::AddContour(const Elements& contour)
 {
     CPointD previous;
-    for (__int64 i = 0; i < contour.GetSize(); ++i)
+    for (const auto& each : contour.Records())
     {
-        if (contour.GetAt(i) == nullptr)
-            continue;
-        const ContourElement element(*contour.GetAt(i));
+        const ContourElement element(each);
         if (element.kind == "OE")
             continue;
         if (element.kind == "OC")

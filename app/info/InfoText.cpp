@@ -102,16 +102,14 @@ void PrintMatrix(Output& output, const CJOBXmatrix& matrix)
     output.Write(fmt::format("\nMatrix: {}, {}\n\n", Count(matrix.m_arrSteps.GetSize(), "step"),
                              Count(matrix.m_arrLayers.GetSize(), "layer")));
     Table steps({{"Column", "", true}, {"Step", ""}});
-    for (__int64 i = 0; i < matrix.m_arrSteps.GetSize(); ++i)
-        if (const CJOBXmatrixStep* const step = matrix.m_arrSteps.GetAt(i))
-            steps.Add({CellOf(step->m_nColumn), CellOf(step->m_sName)});
+    for (const CJOBXmatrixStep& step : matrix.m_arrSteps.Records())
+        steps.Add({CellOf(step.m_nColumn), CellOf(step.m_sName)});
     steps.PrintAligned(output, kIndent);
     output.Put('\n');
     Table layers({{"Row", "", true}, {"Layer", ""}, {"Context", ""}, {"Type", ""}, {"Polarity", ""}, {"Span", ""}});
-    for (__int64 i = 0; i < matrix.m_arrLayers.GetSize(); ++i)
-        if (const CJOBXmatrixLayer* const layer = matrix.m_arrLayers.GetAt(i))
-            layers.Add({CellOf(layer->m_nRow), CellOf(layer->m_sName), CellOf(layer->m_sContext),
-                        CellOf(layer->m_sType), CellOf(layer->m_sPolarity), Span(*layer)});
+    for (const CJOBXmatrixLayer& layer : matrix.m_arrLayers.Records())
+        layers.Add({CellOf(layer.m_nRow), CellOf(layer.m_sName), CellOf(layer.m_sContext), CellOf(layer.m_sType),
+                    CellOf(layer.m_sPolarity), Span(layer)});
     layers.PrintAligned(output, kIndent);
 }
 
@@ -171,12 +169,10 @@ void PrintStepRepeats(Output& output, const CJOBXstepRepeatArray& entries)
                  {"Angle", "", true},
                  {"Mirror", ""},
                  {"Flip", ""}});
-    for (__int64 i = 0; i < entries.GetSize(); ++i)
-        if (const CJOBXstepRepeat* const entry = entries.GetAt(i))
-            table.Add({CellOf(entry->m_sName), CellOf(entry->m_ptPosition.x), CellOf(entry->m_ptPosition.y),
-                       CellOf(entry->m_ptPitch.x), CellOf(entry->m_ptPitch.y), CellOf(entry->m_ptCount.x),
-                       CellOf(entry->m_ptCount.y), CellOf(entry->m_dAngle), CellOf(entry->m_sMirror),
-                       CellOf(entry->m_sFlip)});
+    for (const CJOBXstepRepeat& entry : entries.Records())
+        table.Add({CellOf(entry.m_sName), CellOf(entry.m_ptPosition.x), CellOf(entry.m_ptPosition.y),
+                   CellOf(entry.m_ptPitch.x), CellOf(entry.m_ptPitch.y), CellOf(entry.m_ptCount.x),
+                   CellOf(entry.m_ptCount.y), CellOf(entry.m_dAngle), CellOf(entry.m_sMirror), CellOf(entry.m_sFlip)});
     output.Put('\n');
     table.PrintAligned(output, kIndent);
 }
@@ -303,15 +299,12 @@ void PrintSystemAttributes(Output& output, const CJOBXsysAttrDataArray& attribut
         return;
     output.Write(fmt::format("\nSystem attributes: {}\n\n", attributes.GetSize()));
     Table table({{"Attribute", ""}, {"Options", ""}});
-    for (__int64 i = 0; i < attributes.GetSize(); ++i)
+    for (const CJOBXsysAttrData& attribute : attributes.Records())
     {
-        const CJOBXsysAttrData* const attribute = attributes.GetAt(i);
-        if (attribute == nullptr)
-            continue;
         std::string options;
-        for (INT_PTR k = 0; k < attribute->m_arrOptions.GetSize(); ++k)
-            options += fmt::format("{}{}", k == 0 ? "" : ", ", attribute->m_arrOptions[k].View());
-        table.Add({CellOf(attribute->m_sName), options});
+        for (INT_PTR k = 0; k < attribute.m_arrOptions.GetSize(); ++k)
+            options += fmt::format("{}{}", k == 0 ? "" : ", ", attribute.m_arrOptions[k].View());
+        table.Add({CellOf(attribute.m_sName), options});
     }
     table.PrintAligned(output, kIndent);
 }

@@ -13,9 +13,8 @@ using RowByName = std::unordered_map<CString, std::size_t>;
 RowByName RowsOf(const CJOBXmatrixLayerArray& layers)
 {
     RowByName rows;
-    for (__int64 i = 0; i < layers.GetSize(); ++i)
-        if (const CJOBXmatrixLayer* const layer = layers.GetAt(i))
-            rows.try_emplace(MakeLower(layer->m_sName), rows.size());
+    for (const CJOBXmatrixLayer& layer : layers.Records())
+        rows.try_emplace(MakeLower(layer.m_sName), rows.size());
     return rows;
 }
 
@@ -41,16 +40,13 @@ LayerSummary Summarize(const CJOBXlayer& layer, const CString& name)
     summary.attributeTexts = layer.m_arrAttributeTexts;
     const CJOBXlayObjArray& features = *layer.GetFeatures();
     summary.features = features.GetSize();
-    for (__int64 i = 0; i < features.GetSize(); ++i)
+    for (const CJOBXlayObj& feature : features.Records())
     {
-        const CJOBXlayObj* const feature = features.GetAt(i);
-        if (feature == nullptr)
-            continue;
-        const CString type = feature->GetType();
+        const CString type = feature.GetType();
         for (std::size_t kind = 0; kind < kFeatureKinds.size(); ++kind)
             if (type.GetLength() == 1 && type[0] == kFeatureKinds[kind])
                 ++summary.byKind[kind];
-        if (const auto* const surface = dynamic_cast<const CJOBXlayObjSurface*>(feature))
+        if (const auto* const surface = dynamic_cast<const CJOBXlayObjSurface*>(&feature))
             summary.contours += surface->GetContours()->GetSize();
     }
     return summary;
@@ -63,13 +59,12 @@ ComponentsSummary Summarize(const CJOBXcomponents& file)
     summary.attributeNames = file.m_arrAttributeNames;
     summary.attributeTexts = file.m_arrAttributeTexts;
     summary.components = file.m_arrCmps.GetSize();
-    for (__int64 i = 0; i < file.m_arrCmps.GetSize(); ++i)
-        if (const CJOBXcmp* const component = file.m_arrCmps.GetAt(i))
-        {
-            summary.toeprints += component->m_arrTops.GetSize();
-            summary.properties += component->m_arrProperties.GetSize();
-            summary.attributes += component->m_arrAttributes.GetSize();
-        }
+    for (const CJOBXcmp& component : file.m_arrCmps.Records())
+    {
+        summary.toeprints += component.m_arrTops.GetSize();
+        summary.properties += component.m_arrProperties.GetSize();
+        summary.attributes += component.m_arrAttributes.GetSize();
+    }
     return summary;
 }
 
@@ -78,21 +73,18 @@ void SummarizeEda(StepSummary& summary, const CJOBXdata& data)
     summary.edaHeader = data.m_sHeader;
     summary.edaLayers = data.m_arrLayerNames;
     summary.nets = data.m_arrNets.GetSize();
-    for (__int64 i = 0; i < data.m_arrNets.GetSize(); ++i)
-        if (const CJOBXdataNet* const net = data.m_arrNets.GetAt(i))
-            summary.subnets += CountSubnets(*net);
+    for (const CJOBXdataNet& net : data.m_arrNets.Records())
+        summary.subnets += CountSubnets(net);
     summary.packages = data.m_arrPkgs.GetSize();
-    for (__int64 i = 0; i < data.m_arrPkgs.GetSize(); ++i)
-        if (const CJOBXdataPkg* const package = data.m_arrPkgs.GetAt(i))
-            summary.pins += package->m_arrPins.GetSize();
+    for (const CJOBXdataPkg& package : data.m_arrPkgs.Records())
+        summary.pins += package.m_arrPins.GetSize();
 }
 
 void SummarizeNetlist(StepSummary& summary, const CJOBXnetArray& nets)
 {
     summary.netlistNets = nets.GetSize();
-    for (__int64 i = 0; i < nets.GetSize(); ++i)
-        if (const CJOBXnet* const net = nets.GetAt(i))
-            summary.netlistPoints += net->m_arrPts.GetSize();
+    for (const CJOBXnet& net : nets.Records())
+        summary.netlistPoints += net.m_arrPts.GetSize();
 }
 
 StepSummary Summarize(const CJOBXstepObj& step, const RowByName& rows)
@@ -102,13 +94,11 @@ StepSummary Summarize(const CJOBXstepObj& step, const RowByName& rows)
     summary.header = step.GetHeader();
     summary.profile = Summarize(*step.GetProfile(), step.GetProfile()->m_sName);
     summary.extents.Add(*step.GetProfile());
-    for (__int64 i = 0; i < step.m_arrLayers.GetSize(); ++i)
-        if (const CJOBXlayer* const layer = step.m_arrLayers.GetAt(i))
-            summary.layers.push_back(Summarize(*layer, layer->m_sName));
+    for (const CJOBXlayer& layer : step.m_arrLayers.Records())
+        summary.layers.push_back(Summarize(layer, layer.m_sName));
     SortByRow(summary.layers, rows, [](const LayerSummary& layer) { return layer.name; });
-    for (__int64 i = 0; i < step.m_arrComponents.GetSize(); ++i)
-        if (const CJOBXcomponents* const file = step.m_arrComponents.GetAt(i))
-            summary.components.push_back(Summarize(*file));
+    for (const CJOBXcomponents& file : step.m_arrComponents.Records())
+        summary.components.push_back(Summarize(file));
     SortByRow(summary.components, rows, [](const ComponentsSummary& file) { return file.layerName; });
     SummarizeEda(summary, *step.GetEda()->m_pData);
     SummarizeNetlist(summary, step.GetNetlist()->m_arrNets);
@@ -120,15 +110,13 @@ JobSummary::JobSummary(const CJOBX& theJob) : job(theJob)
 {
     const RowByName rows = RowsOf(job.m_pMatrix->m_arrLayers);
     const CJOBXstepObjArray& read = job.m_pSteps->m_arrSteps;
-    for (__int64 i = 0; i < read.GetSize(); ++i)
-        if (const CJOBXstepObj* const step = read.GetAt(i))
-            steps.push_back(Summarize(*step, rows));
+    for (const CJOBXstepObj& step : read.Records())
+        steps.push_back(Summarize(step, rows));
     for (const CJOBXSpecialSymbol* const symbol : SortedRecords<CJOBXSpecialSymbol>(
              *job.m_pSpecialSymbols, [](const CJOBXSpecialSymbol& each) { return each.m_sPath.View(); }))
         symbols.push_back(
             Summarize(*symbol->GetLayer(), CKUtility::GetInstance()->GetSegmntFromFilePath(symbol->m_sPath, 2)));
     const CJOBXfontsStandardArray& characters = job.m_pFonts->m_arrCharacters;
-    for (__int64 i = 0; i < characters.GetSize(); ++i)
-        if (const CJOBXfontsStandard* const character = characters.GetAt(i))
-            strokes += character->m_arrStrokes.GetSize();
+    for (const CJOBXfontsStandard& character : characters.Records())
+        strokes += character.m_arrStrokes.GetSize();
 }

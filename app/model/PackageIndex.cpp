@@ -2,9 +2,9 @@
 
 PackageIndex::PackageIndex(const CJOBXdataPkgArray& packages) : m_packages(packages)
 {
-    for (__int64 i = 0; i < packages.GetSize(); ++i)
-        if (const CJOBXdataPkg* const package = packages.GetAt(i); package != nullptr && package->m_nNumber >= 0)
-            m_byNumber.try_emplace(package->m_nNumber, package);
+    for (const CJOBXdataPkg& package : packages.Records())
+        if (package.m_nNumber >= 0)
+            m_byNumber.try_emplace(package.m_nNumber, &package);
 }
 
 const CJOBXdataPkg* PackageIndex::Find(int reference) const

@@ -14,22 +14,19 @@ SubnetCounts& SubnetCounts::operator+=(const SubnetCounts& other)
 SubnetCounts CountSubnets(const CJOBXdataNet& net)
 {
     SubnetCounts counts;
-    for (__int64 i = 0; i < net.m_arrSnts.GetSize(); ++i)
+    for (const CJOBXSnt& subnet : net.m_arrSnts.Records())
     {
-        const CJOBXSnt* const subnet = net.m_arrSnts.GetAt(i);
-        if (subnet == nullptr)
-            continue;
-        if (subnet->m_sKind == "TOP")
+        if (subnet.m_sKind == "TOP")
             ++counts.toeprints;
-        else if (subnet->m_sKind == "VIA")
+        else if (subnet.m_sKind == "VIA")
             ++counts.vias;
-        else if (subnet->m_sKind == "TRC")
+        else if (subnet.m_sKind == "TRC")
             ++counts.traces;
-        else if (subnet->m_sKind == "PLN")
+        else if (subnet.m_sKind == "PLN")
             ++counts.planes;
         else
             ++counts.others;
-        counts.features += subnet->m_arrNetObjs.GetSize();
+        counts.features += subnet.m_arrNetObjs.GetSize();
     }
     return counts;
 }

@@ -74,9 +74,8 @@ public:
     {
         Key(key);
         m_writer.StartArray();
-        for (std::int64_t i = 0; i < list.GetSize(); ++i)
-            if (const auto* const record = list.GetAt(i))
-                write(*record);
+        for (const auto& record : list.Records())
+            write(record);
         m_writer.EndArray();
     }
 

@@ -17,10 +17,8 @@ class StepTables
 public:
     explicit StepTables(const CJOBX& job)
     {
-        const CJOBXstepObjArray& steps = job.m_pSteps->m_arrSteps;
-        for (__int64 i = 0; i < steps.GetSize(); ++i)
-            if (const CJOBXstepObj* const step = steps.GetAt(i))
-                m_steps.try_emplace(MakeLower(step->m_sName), step);
+        for (const CJOBXstepObj& step : job.m_pSteps->m_arrSteps.Records())
+            m_steps.try_emplace(MakeLower(step.m_sName), &step);
     }
     // Null if the job has no such step.
     const CJOBXstepObj* Find(const CString& name) const
@@ -119,22 +117,19 @@ private:
 std::unique_ptr<CODBstepRepeatArray> SinglePlaces(const CJOBXstepRepeatArray& table)
 {
     auto places = std::make_unique<CODBstepRepeatArray>();
-    for (__int64 k = 0; k < table.GetSize(); ++k)
+    for (const CJOBXstepRepeat& entry : table.Records())
     {
-        const CJOBXstepRepeat* const entry = table.GetAt(k);
-        if (entry == nullptr)
-            continue;
-        for (int i = 0; i < entry->m_ptCount.x; ++i)
-            for (int j = 0; j < entry->m_ptCount.y; ++j)
+        for (int i = 0; i < entry.m_ptCount.x; ++i)
+            for (int j = 0; j < entry.m_ptCount.y; ++j)
             {
                 CODBstepRepeat& place = *places->Own(std::make_unique<CODBstepRepeat>());
-                place.m_sName = entry->m_sName;
-                place.m_ptPosition.SetData(entry->m_ptPosition.x + i * entry->m_ptPitch.x,
-                                           entry->m_ptPosition.y + j * entry->m_ptPitch.y);
+                place.m_sName = entry.m_sName;
+                place.m_ptPosition.SetData(entry.m_ptPosition.x + i * entry.m_ptPitch.x,
+                                           entry.m_ptPosition.y + j * entry.m_ptPitch.y);
                 place.m_ptCount.SetData(1, 1);
-                place.m_dAngle = entry->m_dAngle;
-                place.m_sMirror = entry->m_sMirror;
-                place.m_sFlip = entry->m_sFlip;
+                place.m_dAngle = entry.m_dAngle;
+                place.m_sMirror = entry.m_sMirror;
+                place.m_sFlip = entry.m_sFlip;
             }
     }
     return places;

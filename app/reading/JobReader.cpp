@@ -31,9 +31,8 @@ private:
 CStringArray NamesOf(const CJOBXmatrixStepArray& steps)
 {
     CStringArray names;
-    for (__int64 i = 0; i < steps.GetSize(); ++i)
-        if (const CJOBXmatrixStep* const step = steps.GetAt(i))
-            names.Add(step->m_sName);
+    for (const CJOBXmatrixStep& step : steps.Records())
+        names.Add(step.m_sName);
     return names;
 }
 
@@ -87,13 +86,10 @@ void PrintMissing(const std::vector<std::string>& missing)
 void NameAsOutside(CJOBX& job, const std::string& path)
 {
     job.SetODBProjectName(CKUtility::GetInstance()->GetSegmntFromFilePath(path.c_str(), 2));
-    for (__int64 i = 0; i < job.m_pSpecialSymbols->GetSize(); ++i)
+    for (CJOBXSpecialSymbol& symbol : job.m_pSpecialSymbols->Records())
     {
-        CJOBXSpecialSymbol* const symbol = job.m_pSpecialSymbols->GetAt(i);
-        if (symbol == nullptr)
-            continue;
-        symbol->m_sPath = CString(PathOutside(path, std::string(symbol->m_sPath.View())).c_str());
-        symbol->m_sName = CString(PathOutside(path, std::string(symbol->m_sName.View())).c_str());
+        symbol.m_sPath = CString(PathOutside(path, std::string(symbol.m_sPath.View())).c_str());
+        symbol.m_sName = CString(PathOutside(path, std::string(symbol.m_sName.View())).c_str());
     }
 }
 
@@ -187,13 +183,11 @@ std::vector<const CJOBXstepObj*> StepsNamed(const CJOBX& job, const std::vector<
 {
     std::vector<const CJOBXstepObj*> all;
     CStringArray known;
-    const CJOBXstepObjArray& steps = job.m_pSteps->m_arrSteps;
-    for (__int64 i = 0; i < steps.GetSize(); ++i)
-        if (const CJOBXstepObj* const step = steps.GetAt(i))
-        {
-            all.push_back(step);
-            known.Add(step->m_sName);
-        }
+    for (const CJOBXstepObj& step : job.m_pSteps->m_arrSteps.Records())
+    {
+        all.push_back(&step);
+        known.Add(step.m_sName);
+    }
     if (names.empty())
         return all;
     std::vector<const CJOBXstepObj*> chosen;

@@ -220,18 +220,16 @@ private:
     void LookIntoLayers(bool mayRepeat, const std::string& whose, const CString& place)
     {
         const Directories directories = DirectoriesIn(place);
-        const CJOBXmatrixLayerArray& layers = m_job.m_pMatrix->m_arrLayers;
-        for (__int64 i = 0; i < layers.GetSize(); ++i)
+        for (const CJOBXmatrixLayer& layer : m_job.m_pMatrix->m_arrLayers.Records())
         {
-            const CJOBXmatrixLayer* const layer = layers.GetAt(i);
-            if (layer == nullptr || layer->m_sName.IsEmpty())
+            if (layer.m_sName.IsEmpty())
                 continue;
-            const CString name = MakeLower(layer->m_sName);
-            const std::string both = fmt::format("{}, layer \"{}\"", whose, Shown(layer->m_sName));
+            const CString name = MakeLower(layer.m_sName);
+            const std::string both = fmt::format("{}, layer \"{}\"", whose, Shown(layer.m_sName));
             if (const auto found = directories.find(name); found != directories.end())
-                LookInto(*layer, both, found->second);
+                LookInto(layer, both, found->second);
             else if (!(mayRepeat && IsInAnyStep(name)) && !IsTold(Files().CKPathCombine(place, name)) &&
-                     !IsTold(Files().CKPathCombine(place, layer->m_sName)))
+                     !IsTold(Files().CKPathCombine(place, layer.m_sName)))
                 Add(both + " has no directory");
         }
     }
@@ -260,15 +258,13 @@ private:
         if (!m_inAnyStep)
         {
             m_inAnyStep.emplace();
-            const CJOBXmatrixStepArray& steps = m_job.m_pMatrix->m_arrSteps;
-            for (__int64 i = 0; i < steps.GetSize(); ++i)
-                if (const CJOBXmatrixStep* const step = steps.GetAt(i))
-                {
-                    const CString directory = Files().FindPath(m_steps, step->m_sName);
-                    const CString layers = Files().FindPath(directory, "layers");
-                    m_inAnyStep->merge(DirectoriesIn(layers));
-                    m_isAnyUnknown = m_isAnyUnknown || IsTold(directory) || IsTold(layers);
-                }
+            for (const CJOBXmatrixStep& step : m_job.m_pMatrix->m_arrSteps.Records())
+            {
+                const CString directory = Files().FindPath(m_steps, step.m_sName);
+                const CString layers = Files().FindPath(directory, "layers");
+                m_inAnyStep->merge(DirectoriesIn(layers));
+                m_isAnyUnknown = m_isAnyUnknown || IsTold(directory) || IsTold(layers);
+            }
         }
         return m_isAnyUnknown || m_inAnyStep->contains(layer);
     }

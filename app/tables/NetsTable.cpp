@@ -46,9 +46,8 @@ constexpr ColumnOf<NetRow> kNetColumns[] = {
 PointsByName CountPoints(const CJOBXnetArray& nets)
 {
     PointsByName points;
-    for (__int64 i = 0; i < nets.GetSize(); ++i)
-        if (const CJOBXnet* const net = nets.GetAt(i))
-            points[net->m_sName] += net->m_arrPts.GetSize();
+    for (const CJOBXnet& net : nets.Records())
+        points[net.m_sName] += net.m_arrPts.GetSize();
     return points;
 }
 
@@ -70,9 +69,9 @@ void VisitNets(const CJOBXstepObj& step, Add add)
                    found == points.end() ? std::optional<std::int64_t>() : found->second});
     }
     // Nets that only the netlist knows.
-    for (__int64 i = 0; i < listed.GetSize(); ++i)
-        if (const CJOBXnet* const net = listed.GetAt(i); net != nullptr && shown.insert(net->m_sName).second)
-            add(NetRow{step, net->m_sName, net->m_nNumber, {}, {}, points.at(net->m_sName)});
+    for (const CJOBXnet& net : listed.Records())
+        if (shown.insert(net.m_sName).second)
+            add(NetRow{step, net.m_sName, net.m_nNumber, {}, {}, points.at(net.m_sName)});
 }
 } // namespace
 

@@ -45,8 +45,8 @@ bool IsOwnDirectory(const CString& name)
 
 bool IsStep(const CJOBXstepObjArray& steps, const CString& name)
 {
-    for (__int64 i = 0; i < steps.GetSize(); ++i)
-        if (const CJOBXstepObj* const step = steps.GetAt(i); step != nullptr && step->m_sName.CompareNoCase(name) == 0)
+    for (const CJOBXstepObj& step : steps.Records())
+        if (step.m_sName.CompareNoCase(name) == 0)
             return true;
     return false;
 }
@@ -66,9 +66,8 @@ bool TakesPlaceOfOwn(const CString& name, const CJOBXstepObjArray& steps)
 template <class Visit>
 void ForEachSymbol(const CJOBX& job, Visit visit)
 {
-    for (__int64 i = 0; i < job.m_pSpecialSymbols->GetSize(); ++i)
-        if (const CJOBXSpecialSymbol* const symbol = job.m_pSpecialSymbols->GetAt(i))
-            visit(*symbol);
+    for (const CJOBXSpecialSymbol& symbol : job.m_pSpecialSymbols->Records())
+        visit(symbol);
 }
 
 void CheckSymbolNames(const CJOBX& job)

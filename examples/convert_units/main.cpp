@@ -54,16 +54,13 @@ void PrintStep(const CJOBXstepObj& step)
 {
     int features = 0;
     int pads = 0;
-    for (__int64 i = 0; i < step.m_arrLayers.GetSize(); ++i)
-    {
-        const CJOBXlayObjArray& all = *step.m_arrLayers.GetAt(i)->GetFeatures();
-        for (__int64 k = 0; k < all.GetSize(); ++k)
+    for (const CJOBXlayer& layer : step.m_arrLayers.Records())
+        for (const CJOBXlayObj& feature : layer.GetFeatures()->Records())
         {
             ++features;
-            if (dynamic_cast<const CJOBXlayObjPad*>(all.GetAt(k)) != nullptr)
+            if (dynamic_cast<const CJOBXlayObjPad*>(&feature) != nullptr)
                 ++pads;
         }
-    }
     std::printf("%s: %d layers, %d features, %d of them pads\n", step.m_sName.GetString(),
                 static_cast<int>(step.m_arrLayers.GetSize()), features, pads);
 }
@@ -79,8 +76,8 @@ int Convert(const char* path, const char* directory, double factor)
         return 1;
     job.ParseODBOfMFC(path, steps); // with a list of steps, so that the user symbols are written too
 
-    for (__int64 i = 0; i < job.m_pSteps->m_arrSteps.GetSize(); ++i)
-        PrintStep(*job.m_pSteps->m_arrSteps.GetAt(i));
+    for (const CJOBXstepObj& step : job.m_pSteps->m_arrSteps.Records())
+        PrintStep(step);
 
     job.UnitConvert(factor);
     const WriteFailures failures;

@@ -13,18 +13,17 @@ namespace
 const CJOBXcomponents* FindSide(const CJOBXstepObj& step, const CString& side)
 {
     const char* const layer = side == "B" ? "comp_+_bot" : "comp_+_top";
-    for (__int64 i = 0; i < step.m_arrComponents.GetSize(); ++i)
-        if (step.m_arrComponents.GetAt(i)->m_sLayerName.CompareNoCase(layer) == 0)
-            return step.m_arrComponents.GetAt(i);
+    for (const CJOBXcomponents& file : step.m_arrComponents.Records())
+        if (file.m_sLayerName.CompareNoCase(layer) == 0)
+            return &file;
     return nullptr;
 }
 
 // A "TOP" subnet is a pin: its side chooses the components file, and its two numbers are positions in lists.
 void PrintPins(const CJOBXstepObj& step, const CJOBXdataNet& net)
 {
-    for (__int64 i = 0; i < net.m_arrSnts.GetSize(); ++i)
+    for (const CJOBXSnt& subnet : net.m_arrSnts.Records())
     {
-        const CJOBXSnt& subnet = *net.m_arrSnts.GetAt(i);
         const CJOBXcomponents* const file = subnet.m_sKind == "TOP" ? FindSide(step, subnet.m_sSide) : nullptr;
         const CJOBXcmp* const component = file != nullptr ? file->m_arrCmps.GetAt(subnet.m_nComponentNumber) : nullptr;
         const CJOBXcmpTop* const pin =
@@ -49,19 +48,15 @@ const CJOBXlayObj* FindFeature(const CJOBXstepObj& step, const CJOBXdataNetObj& 
 void PrintVias(const CJOBXstepObj& step, const CJOBXdataNet& net)
 {
     int features = 0;
-    for (__int64 i = 0; i < net.m_arrSnts.GetSize(); ++i)
-    {
-        const CJOBXSnt& subnet = *net.m_arrSnts.GetAt(i);
-        for (__int64 k = 0; k < subnet.m_arrNetObjs.GetSize(); ++k)
+    for (const CJOBXSnt& subnet : net.m_arrSnts.Records())
+        for (const CJOBXdataNetObj& reference : subnet.m_arrNetObjs.Records())
         {
-            const CJOBXdataNetObj& reference = *subnet.m_arrNetObjs.GetAt(k);
             const CJOBXlayObj* const feature = FindFeature(step, reference);
             features += feature != nullptr ? 1 : 0;
             const auto* const hole = dynamic_cast<const CJOBXlayObjPad*>(feature);
             if (subnet.m_sKind == "VIA" && reference.m_sKind == "H" && hole != nullptr)
                 std::printf("  via at %g %g\n", hole->GetCenterPoint().x, hole->GetCenterPoint().y);
         }
-    }
     std::printf("  %d features\n", features);
 }
 
@@ -72,9 +67,8 @@ void PrintComponent(const CJOBXdata& eda, const CJOBXcmp& component)
     if (package == nullptr)
         return;
     std::printf("%s: package %s\n", component.m_sName.GetString(), package->m_sName.GetString());
-    for (__int64 i = 0; i < component.m_arrTops.GetSize(); ++i)
+    for (const CJOBXcmpTop& toeprint : component.m_arrTops.Records())
     {
-        const CJOBXcmpTop& toeprint = *component.m_arrTops.GetAt(i);
         const CJOBXdataPkgPin* const pin = package->m_arrPins.GetAt(toeprint.m_nPin);
         const CJOBXdataNet* const net = eda.m_arrNets.GetAt(toeprint.m_nNet);
         if (pin != nullptr && net != nullptr)
@@ -93,11 +87,11 @@ void PrintBoardSize(const CJOBXlayer& profile)
     const CJOBXlayObjOXArray& elements = *edge->GetODBlayObjOXArray();
     CPointD low = elements.GetAt(0)->GetPoint();
     CPointD high = low;
-    for (__int64 i = 1; i < elements.GetSize(); ++i)
+    for (const CJOBXlayObjOX& element : elements.Records())
     {
-        if (elements.GetAt(i)->GetKind() == "OE")
+        if (element.GetKind() == "OE")
             break; // the end has no point
-        const CPointD point = elements.GetAt(i)->GetPoint();
+        const CPointD point = element.GetPoint();
         low.SetData(std::min(low.x, point.x), std::min(low.y, point.y));
         high.SetData(std::max(high.x, point.x), std::max(high.y, point.y));
     }
@@ -107,9 +101,8 @@ void PrintBoardSize(const CJOBXlayer& profile)
 // The matrix says which layers are drill layers, and what they drill through. Each pad is a hole, its symbol the size.
 void PrintDrills(const CJOBXmatrix& matrix, const CJOBXstepObj& step)
 {
-    for (__int64 i = 0; i < matrix.m_arrLayers.GetSize(); ++i)
+    for (const CJOBXmatrixLayer& row : matrix.m_arrLayers.Records())
     {
-        const CJOBXmatrixLayer& row = *matrix.m_arrLayers.GetAt(i);
         const CJOBXlayer* const layer = row.m_sType == "DRILL" ? step.ScanLayerObjDataInLayer(row.m_sName) : nullptr;
         if (layer == nullptr)
             continue;
@@ -118,8 +111,8 @@ void PrintDrills(const CJOBXmatrix& matrix, const CJOBXstepObj& step)
         for (__int64 symbol = 0; symbol < layer->m_arrSymbolNames.GetSize(); ++symbol)
         {
             int holes = 0;
-            for (__int64 k = 0; k < layer->GetFeatures()->GetSize(); ++k)
-                if (layer->GetFeatures()->GetAt(k)->GetSymbolNumber() == layer->m_arrSymbolNumbers.GetAt(symbol))
+            for (const CJOBXlayObj& feature : layer->GetFeatures()->Records())
+                if (feature.GetSymbolNumber() == layer->m_arrSymbolNumbers.GetAt(symbol))
                     ++holes;
             std::printf("  %s: %d holes\n", layer->m_arrSymbolNames.GetAt(symbol).GetString(), holes);
         }
@@ -129,10 +122,10 @@ void PrintDrills(const CJOBXmatrix& matrix, const CJOBXstepObj& step)
 // The component of that name, on either side.
 const CJOBXcmp* FindComponent(const CJOBXstepObj& step, const CString& name)
 {
-    for (__int64 i = 0; i < step.m_arrComponents.GetSize(); ++i)
-        for (__int64 k = 0; k < step.m_arrComponents.GetAt(i)->m_arrCmps.GetSize(); ++k)
-            if (step.m_arrComponents.GetAt(i)->m_arrCmps.GetAt(k)->m_sName == name)
-                return step.m_arrComponents.GetAt(i)->m_arrCmps.GetAt(k);
+    for (const CJOBXcomponents& file : step.m_arrComponents.Records())
+        for (const CJOBXcmp& component : file.m_arrCmps.Records())
+            if (component.m_sName == name)
+                return &component;
     return nullptr;
 }
 

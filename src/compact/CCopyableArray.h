@@ -31,8 +31,7 @@ public:
     // Rescales every element; skips null entries.
     void vRescale(double factor)
     {
-        for (__int64 i = 0; i < this->GetSize(); ++i)
-            if (T* const element = this->GetAt(i))
-                element->vRescale(factor);
+        for (T& element : this->Records())
+            element.vRescale(factor);
     }
 };

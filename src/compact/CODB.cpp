@@ -86,16 +86,15 @@ void CODB::vChangeUnit(int /*unit*/)
         ChangeUnit(m_arrLayers.GetAt(i));
     ChangeUnit(m_pSingleLayer.get());
     ChangeUnit(m_pComponents.get());
-    for (__int64 i = 0; i < m_arrSpecialSymbols.GetSize(); ++i)
-        if (CODBSpecialSymbol* const symbol = m_arrSpecialSymbols.GetAt(i))
-            TakesFactor(*symbol);
+    for (CODBSpecialSymbol& symbol : m_arrSpecialSymbols.Records())
+        TakesFactor(symbol);
     ChangeUnit(m_pData.get());
 }
 
 CODBlayer* CODB::pGetODBlayerFromName(const CString& name) const
 {
-    for (__int64 i = 0; i < m_arrLayers.GetSize(); ++i)
-        if (CODBlayer* const layer = m_arrLayers.GetAt(i); layer != nullptr && layer->m_sName == name)
-            return layer;
+    for (CODBlayer& layer : m_arrLayers.Records())
+        if (layer.m_sName == name)
+            return &layer;
     return nullptr;
 }

@@ -24,8 +24,8 @@ CODBnetArray* CODBnetArray::clone() const
 
 CODBnet* CODBnetArray::pGetODBnetWithName(const CString& name) const
 {
-    for (__int64 i = 0; i < GetSize(); ++i)
-        if (CODBnet* const net = GetAt(i); net != nullptr && net->m_sName == name)
-            return net;
+    for (CODBnet& net : Records())
+        if (net.m_sName == name)
+            return &net;
     return nullptr;
 }

@@ -24,8 +24,8 @@ CODBnetPtArray* CODBnetPtArray::clone() const
 
 CODBnetPt* CODBnetPtArray::pGetODBnetPtWithPt(const CPointD& point) const
 {
-    for (__int64 i = 0; i < GetSize(); ++i)
-        if (CODBnetPt* const netPoint = GetAt(i); netPoint != nullptr && point == netPoint->m_ptPosition)
-            return netPoint;
+    for (CODBnetPt& netPoint : Records())
+        if (point == netPoint.m_ptPosition)
+            return &netPoint;
     return nullptr;
 }

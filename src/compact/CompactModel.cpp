@@ -192,23 +192,20 @@ void Convert(const CJOBXcomponentsArray& files, CODBcomponents& to)
     MergedTable names(to.m_arrAttributeNames, to.m_arrAttributeNameNumbers);
     MergedTable texts(to.m_arrAttributeTexts, to.m_arrAttributeTextNumbers);
     int count = 0;
-    for (__int64 i = 0; i < files.GetSize(); ++i)
+    for (const CJOBXcomponents& file : files.Records())
     {
-        const CJOBXcomponents* const file = files.GetAt(i);
-        if (file == nullptr)
-            continue;
-        to.m_sUnits = ++count == 1 ? file->m_sUnits : to.m_sUnits;
-        to.m_sLayerName = count == 1 ? file->m_sLayerName : "";
-        to.m_sRelativePath = count == 1 ? file->m_sRelativePath : "";
-        names.AddFile(file->m_arrAttributeNames, file->m_arrAttributeNameNumbers);
-        texts.AddFile(file->m_arrAttributeTexts, file->m_arrAttributeTextNumbers);
+        to.m_sUnits = ++count == 1 ? file.m_sUnits : to.m_sUnits;
+        to.m_sLayerName = count == 1 ? file.m_sLayerName : "";
+        to.m_sRelativePath = count == 1 ? file.m_sRelativePath : "";
+        names.AddFile(file.m_arrAttributeNames, file.m_arrAttributeNameNumbers);
+        texts.AddFile(file.m_arrAttributeTexts, file.m_arrAttributeTextNumbers);
         const __int64 first = to.m_arrCmps.GetSize();
-        ConvertAll(file->m_arrCmps, to.m_arrCmps);
+        ConvertAll(file.m_arrCmps, to.m_arrCmps);
         for (__int64 k = first; k < to.m_arrCmps.GetSize(); ++k)
         {
             CODBcmp& component = *to.m_arrCmps.GetAt(k);
             if (component.m_nSide == -1)
-                component.m_nSide = SideOf(file->m_sLayerName);
+                component.m_nSide = SideOf(file.m_sLayerName);
             for (__int64 n = 0; n < component.m_arrAttributes.GetSize(); ++n)
             {
                 CJOBXProperty& attribute = *component.m_arrAttributes.GetAt(n);
@@ -255,9 +252,8 @@ CODB* pMakeCompactModel(const CJOBX& job, const CJOBXstepObj* step)
 CODB* pMakeCompactModel(const CJOBX& job, const CString& stepName)
 {
     const CJOBXstepObjArray& steps = job.m_pSteps->m_arrSteps;
-    for (__int64 i = 0; i < steps.GetSize(); ++i)
-        if (const CJOBXstepObj* const step = steps.GetAt(i);
-            step != nullptr && step->m_sName.CompareNoCase(stepName) == 0)
-            return pMakeCompactModel(job, step);
+    for (const CJOBXstepObj& step : steps.Records())
+        if (step.m_sName.CompareNoCase(stepName) == 0)
+            return pMakeCompactModel(job, &step);
     return nullptr;
 }

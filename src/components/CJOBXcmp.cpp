@@ -52,7 +52,6 @@ CJOBXcmpArray::~CJOBXcmpArray() = default;
 void CJOBXcmpArray::UnitConvert(const double& factor)
 {
     const double by = factor; // it may be a member of what is converted
-    for (__int64 i = 0; i < GetSize(); ++i)
-        if (CJOBXcmp* const component = GetAt(i))
-            component->UnitConvert(by);
+    for (CJOBXcmp& component : Records())
+        component.UnitConvert(by);
 }

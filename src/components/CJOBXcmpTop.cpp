@@ -34,7 +34,6 @@ int CJOBXcmpTopArray::nGetCmpPinIndexWithPinID(int pin) const
 void CJOBXcmpTopArray::UnitConvert(const double& factor)
 {
     const double by = factor; // it may be a member of what is converted
-    for (__int64 i = 0; i < GetSize(); ++i)
-        if (CJOBXcmpTop* const top = GetAt(i))
-            top->UnitConvert(by);
+    for (CJOBXcmpTop& top : Records())
+        top.UnitConvert(by);
 }

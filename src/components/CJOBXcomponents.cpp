@@ -40,7 +40,6 @@ CJOBXcomponentsArray::~CJOBXcomponentsArray() = default;
 void CJOBXcomponentsArray::UnitConvert(const double& factor)
 {
     const double by = factor; // it may be a member of what is converted
-    for (__int64 i = 0; i < GetSize(); ++i)
-        if (CJOBXcomponents* const components = GetAt(i))
-            components->UnitConvert(by);
+    for (CJOBXcomponents& components : Records())
+        components.UnitConvert(by);
 }

@@ -55,13 +55,10 @@ void WriteTable(CTextWriter& out, std::string_view title, std::string_view mark,
 void WriteComponent(CTextWriter& out, const CJOBXcmp& component)
 {
     WriteHead(out, component);
-    for (__int64 i = 0; i < component.m_arrProperties.GetSize(); ++i)
-        if (const CLProperty* const property = component.m_arrProperties.GetAt(i))
-            CTextLine(out) << components_format::kProperty << ' ' << property->m_sName << " '" << property->m_sValue
-                           << "'\n";
-    for (__int64 i = 0; i < component.m_arrTops.GetSize(); ++i)
-        if (const CJOBXcmpTop* const top = component.m_arrTops.GetAt(i))
-            WriteToeprint(out, *top, component.m_dRotation); // not the toeprint's own rotation: intended
+    for (const CLProperty& property : component.m_arrProperties.Records())
+        CTextLine(out) << components_format::kProperty << ' ' << property.m_sName << " '" << property.m_sValue << "'\n";
+    for (const CJOBXcmpTop& top : component.m_arrTops.Records())
+        WriteToeprint(out, top, component.m_dRotation); // not the toeprint's own rotation: intended
 }
 
 void CJOBXcmp::WriteODBData(std::FILE* file) const
@@ -80,14 +77,12 @@ void CJOBXcomponents::WriteODBData(CString dir) const
     WriteTable(out, "#Component attribute text strings\n", components_format::kTextMark, m_arrAttributeTextNumbers,
                m_arrAttributeTexts);
     out << "#\n";
-    for (__int64 i = 0; i < m_arrCmps.GetSize(); ++i)
-        if (const CJOBXcmp* const component = m_arrCmps.GetAt(i))
-            WriteComponent(out, *component);
+    for (const CJOBXcmp& component : m_arrCmps.Records())
+        WriteComponent(out, component);
 }
 
 void CJOBXcomponentsArray::WriteODBData(CString dir) const
 {
-    for (__int64 i = 0; i < GetSize(); ++i)
-        if (const CJOBXcomponents* const components = GetAt(i))
-            components->WriteODBData(dir);
+    for (const CJOBXcomponents& components : Records())
+        components.WriteODBData(dir);
 }

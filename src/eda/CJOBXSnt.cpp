@@ -30,9 +30,8 @@ CJOBXSnt* CJOBXSnt::pGetSameODBSnt() const
     same->m_sKind = m_sKind;
     same->m_ptPosition = m_ptPosition;
     same->m_sText = m_sText;
-    for (__int64 i = 0; i < m_arrNetObjs.GetSize(); ++i)
-        if (const CJOBXdataNetObj* const object = m_arrNetObjs.GetAt(i))
-            same->m_arrNetObjs.Own(std::unique_ptr<CJOBXdataNetObj>(object->pGetSameODBdataNetObj()));
+    for (const CJOBXdataNetObj& object : m_arrNetObjs.Records())
+        same->m_arrNetObjs.Own(std::unique_ptr<CJOBXdataNetObj>(object.pGetSameODBdataNetObj()));
     return same.release();
 }
 
@@ -41,9 +40,9 @@ CJOBXSntArray::~CJOBXSntArray() = default;
 CJOBXSnt* CJOBXSntArray::pGetODBSntWithProperty(const CString& kind, const CString& side, int component,
                                                 int toeprint) const
 {
-    for (__int64 i = 0; i < GetSize(); ++i)
-        if (CJOBXSnt* const subnet = GetAt(i); subnet != nullptr && IsSame(*subnet, kind, side, component, toeprint))
-            return subnet;
+    for (CJOBXSnt& subnet : Records())
+        if (IsSame(subnet, kind, side, component, toeprint))
+            return &subnet;
     return nullptr;
 }
 

@@ -22,9 +22,9 @@ CJOBXdataNetArray::~CJOBXdataNetArray() = default;
 
 CJOBXdataNet* CJOBXdataNetArray::GetNetData(int number) const
 {
-    for (__int64 i = 0; i < GetSize(); ++i)
-        if (CJOBXdataNet* const net = GetAt(i); net != nullptr && net->m_nNumber == number)
-            return net;
+    for (CJOBXdataNet& net : Records())
+        if (net.m_nNumber == number)
+            return &net;
     return nullptr;
 }
 

@@ -23,9 +23,8 @@ CJOBXdataNetObjArray::~CJOBXdataNetObjArray() = default;
 int CJOBXdataNetObjArray::nGetNumberOfHoles() const
 {
     int holes = 0;
-    for (__int64 i = 0; i < GetSize(); ++i)
-        if (const CJOBXdataNetObj* const object = GetAt(i);
-            object != nullptr && object->m_sKind.View() == eda_format::kHole)
+    for (const CJOBXdataNetObj& object : Records())
+        if (object.m_sKind.View() == eda_format::kHole)
             ++holes;
     return holes;
 }

@@ -35,7 +35,6 @@ CJOBXdataPkgArray::~CJOBXdataPkgArray() = default;
 void CJOBXdataPkgArray::UnitConvert(const double& factor)
 {
     const double by = factor; // it may be a member of a package
-    for (__int64 i = 0; i < GetSize(); ++i)
-        if (CJOBXdataPkg* const package = GetAt(i))
-            package->UnitConvert(by);
+    for (CJOBXdataPkg& package : Records())
+        package.UnitConvert(by);
 }

@@ -54,16 +54,15 @@ bool CJOBXdataPkgPinArray::operator==(const CJOBXdataPkgPinArray& other) const
 
 CPointD CJOBXdataPkgPinArray::GetPkgPinLocation(const CString& name) const
 {
-    for (__int64 i = 0; i < GetSize(); ++i)
-        if (const CJOBXdataPkgPin* const pin = GetAt(i); pin != nullptr && pin->m_sName == name)
-            return pin->m_ptCenter;
+    for (const CJOBXdataPkgPin& pin : Records())
+        if (pin.m_sName == name)
+            return pin.m_ptCenter;
     return {kNowhere, kNowhere};
 }
 
 void CJOBXdataPkgPinArray::UnitConvert(const double& factor)
 {
     const double by = factor; // it may be a member of a pin
-    for (__int64 i = 0; i < GetSize(); ++i)
-        if (CJOBXdataPkgPin* const pin = GetAt(i))
-            pin->UnitConvert(by);
+    for (CJOBXdataPkgPin& pin : Records())
+        pin.UnitConvert(by);
 }

@@ -30,9 +30,8 @@ void Write(CTextWriter& out, const CJOBXdataPkgPin& pin);
 template <class T>
 void WriteAll(CTextWriter& out, const COwningPtrArray<T>& records)
 {
-    for (__int64 i = 0; i < records.GetSize(); ++i)
-        if (const T* const record = records.GetAt(i))
-            Write(out, *record);
+    for (const T& record : records.Records())
+        Write(out, record);
 }
 
 void WriteHead(CTextWriter& writer, const CJOBXSnt& subnet)
@@ -177,10 +176,8 @@ void Write(CTextWriter& out, const CJOBXdataPkg& package)
 {
     WriteHead(out, package);
     WriteAll(out, package.m_arrOutlines);
-    for (__int64 i = 0; i < package.m_arrAttributes.GetSize(); ++i)
-        if (const CLProperty* const attribute = package.m_arrAttributes.GetAt(i))
-            CTextLine(out) << eda_format::kProperty << ' ' << attribute->m_sName << " '" << attribute->m_sValue
-                           << "'\n";
+    for (const CLProperty& attribute : package.m_arrAttributes.Records())
+        CTextLine(out) << eda_format::kProperty << ' ' << attribute.m_sName << " '" << attribute.m_sValue << "'\n";
     WriteAll(out, package.m_arrPins);
 }
 

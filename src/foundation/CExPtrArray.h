@@ -4,6 +4,8 @@
 #include "foundation/framework/CArray.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <iterator>
 #include <memory>
 #include <new>
 
@@ -217,6 +219,65 @@ bool CExPtrArray<TYPE, ARG_TYPE>::DeleteLastElement()
     return true;
 }
 
+// The records of an array in index order, null entries left out; COwningPtrArray::Records answers it. For a range-based
+// `for` and the standard algorithms. A view of the array, which must outlive it.
+// Results: records may be changed, and entries replaced by SetAt, while iterating. Adding or removing entries makes the
+//          range and its iterators invalid, as with a std::vector; to remove meanwhile, go over the indexes.
+template <class RECORD>
+class CRecordRange
+{
+    using Entry = RECORD* const*;
+
+public:
+    class Iterator
+    {
+    public:
+        using iterator_category = std::forward_iterator_tag;
+        using value_type = RECORD;
+        using difference_type = std::ptrdiff_t;
+        using pointer = RECORD*;
+        using reference = RECORD&;
+
+        Iterator() = default;
+        Iterator(Entry at, Entry end) : m_at(at), m_end(end) { SkipNulls(); }
+
+        RECORD& operator*() const { return **m_at; }
+        RECORD* operator->() const { return *m_at; }
+        Iterator& operator++()
+        {
+            ++m_at;
+            SkipNulls();
+            return *this;
+        }
+        Iterator operator++(int)
+        {
+            const Iterator before = *this;
+            ++*this;
+            return before;
+        }
+        bool operator==(const Iterator& other) const { return m_at == other.m_at; }
+
+    private:
+        void SkipNulls()
+        {
+            while (m_at != m_end && *m_at == nullptr)
+                ++m_at;
+        }
+
+        Entry m_at = nullptr;
+        Entry m_end = nullptr;
+    };
+
+    CRecordRange(Entry first, __int64 count) : m_begin(first), m_end(first + count) {}
+
+    Iterator begin() const { return {m_begin, m_end}; }
+    Iterator end() const { return {m_end, m_end}; }
+
+private:
+    Entry m_begin;
+    Entry m_end;
+};
+
 // A pointer array that owns its elements: its destructor deletes them. Not copyable; the copyable arrays of the model
 // say so and copy deeply.
 template <class T>
@@ -227,6 +288,10 @@ public:
     COwningPtrArray(const COwningPtrArray&) = delete;
     COwningPtrArray& operator=(const COwningPtrArray&) = delete;
     ~COwningPtrArray() override { this->DeleteAll(); }
+
+    // The records that are not null, in order: for (const CJOBXnet& net : nets.Records()).
+    // Gives access to them as GetAt does, whether or not the array is const.
+    CRecordRange<T> Records() const { return {this->m_pData, this->m_nSize}; }
 
     // Appends an element and takes it over; when that fails it is deleted and the exception goes on. Returns the
     // element.

@@ -115,9 +115,8 @@ void CJOBXPropertyArray::Serialize(CArchive& archive)
         // A null entry has no archived form: it is neither counted nor stored, and stays in the list.
         const auto missing = std::count(GetData(), GetData() + GetSize(), nullptr);
         archive << (kListVersion | kLongCount) << static_cast<ULONGLONG>(GetSize() - missing);
-        for (__int64 i = 0; i < GetSize(); ++i)
-            if (CJOBXProperty* const property = GetAt(i))
-                property->Serialize(archive);
+        for (CJOBXProperty& property : Records())
+            property.Serialize(archive);
         return;
     }
     DeleteAll();
@@ -167,9 +166,8 @@ int CJOBXPropertyArray::ExistSameData(const CJOBXProperty* property) const
 CString CJOBXPropertyArray::GetReport_ForPickingProperty() const
 {
     CString report;
-    for (__int64 i = 0; i < GetSize(); ++i)
-        if (const CJOBXProperty* const property = GetAt(i))
-            report += property->GetReport_ForPickingProperty() + "\r\n";
+    for (const CJOBXProperty& property : Records())
+        report += property.GetReport_ForPickingProperty() + "\r\n";
     return report.TrimRight();
 }
 
@@ -178,8 +176,7 @@ void CJOBXPropertyArray::Write2AsciiFile(FILE* file, int level) const
     if (file == nullptr || GetSize() == 0)
         return;
     std::fprintf(file, "%s(PROPERTY\n", Indent(level).GetString());
-    for (__int64 i = 0; i < GetSize(); ++i)
-        if (const CJOBXProperty* const property = GetAt(i))
-            property->Write2AsciiFile(file, level + 1);
+    for (const CJOBXProperty& property : Records())
+        property.Write2AsciiFile(file, level + 1);
     std::fprintf(file, "%s)\n", Indent(level).GetString());
 }

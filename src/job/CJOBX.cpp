@@ -41,9 +41,8 @@ int ReportNoData()
 CStringArray StepNames(const CJOBXmatrix& matrix)
 {
     CStringArray names;
-    for (__int64 i = 0; i < matrix.m_arrSteps.GetSize(); ++i)
-        if (const CJOBXmatrixStep* const step = matrix.m_arrSteps.GetAt(i))
-            names.Add(step->m_sName);
+    for (const CJOBXmatrixStep& step : matrix.m_arrSteps.Records())
+        names.Add(step.m_sName);
     return names;
 }
 
@@ -89,25 +88,21 @@ std::unique_ptr<CJOBXSpecialSymbol> ReadSymbol(const CString& featuresFile, cons
 bool Repeats(const CJOBXstepObj& step, const CString& upperName)
 {
     const CJOBXstepRepeatArray& repeats = step.GetHeader()->m_arrStepRepeats;
-    for (__int64 i = 0; i < repeats.GetSize(); ++i)
-        if (const CJOBXstepRepeat* const entry = repeats.GetAt(i);
-            entry != nullptr && MakeUpper(entry->m_sName) == upperName)
+    for (const CJOBXstepRepeat& entry : repeats.Records())
+        if (MakeUpper(entry.m_sName) == upperName)
             return true;
     return false;
 }
 
 void AddSymbolWrites(CWriteTasks& tasks, const CJOBXSpecialSymbolArray& symbols, const CString& jobDirectory)
 {
-    for (__int64 i = 0; i < symbols.GetSize(); ++i)
+    for (const CJOBXSpecialSymbol& symbol : symbols.Records())
     {
-        const CJOBXSpecialSymbol* const symbol = symbols.GetAt(i);
-        if (symbol == nullptr)
-            continue;
-        if (!IsEntryName(symbol->m_sName))
-            tasks.Run(); // it may lead to where another symbol's file goes
+        if (!IsEntryName(symbol.m_sName))
+            tasks.Run(); // it may lead to where another &symbol's file goes
         // Beside "steps", not in "symbols": intended.
-        const CString folder = tasks.MakeFreshDirectory(jobDirectory, symbol->m_sName, __FILE__, __LINE__);
-        const CJOBXlayer* const layer = symbol->GetLayer();
+        const CString folder = tasks.MakeFreshDirectory(jobDirectory, symbol.m_sName, __FILE__, __LINE__);
+        const CJOBXlayer* const layer = symbol.GetLayer();
         if (!folder.IsEmpty())
             tasks.Add(layer->GetFeatures()->GetSize(), [layer, folder] { layer->WriteODBData(folder, 0, 1); });
     }

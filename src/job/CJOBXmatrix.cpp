@@ -38,9 +38,9 @@ CString CJOBXmatrix::GetBottomLayerName() const
 CJOBXmatrixLayer* CJOBXmatrix::pGetMatrixLayerFromName(CString& name) const
 {
     name.MakeUpper();
-    for (__int64 i = 0; i < m_arrLayers.GetSize(); ++i)
-        if (CJOBXmatrixLayer* const layer = m_arrLayers.GetAt(i); layer != nullptr && layer->m_sName == name)
-            return layer;
+    for (CJOBXmatrixLayer& layer : m_arrLayers.Records())
+        if (layer.m_sName == name)
+            return &layer;
     return nullptr;
 }
 

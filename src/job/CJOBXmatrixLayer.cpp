@@ -6,9 +6,8 @@ namespace
 {
 void SetTextOfAll(const CJOBXmatrixLayerArray& layers, CString CJOBXmatrixLayer::*member, const CString& text)
 {
-    for (__int64 i = 0; i < layers.GetSize(); ++i)
-        if (CJOBXmatrixLayer* const layer = layers.GetAt(i))
-            layer->*member = text;
+    for (CJOBXmatrixLayer& layer : layers.Records())
+        layer.*member = text;
 }
 } // namespace
 
@@ -22,18 +21,17 @@ CJOBXmatrixLayerArray::~CJOBXmatrixLayerArray() = default;
 
 int CJOBXmatrixLayerArray::IsDrillLayer(const CString& name) const
 {
-    for (__int64 i = 0; i < GetSize(); ++i)
-        if (const CJOBXmatrixLayer* const layer = GetAt(i);
-            layer != nullptr && layer->m_sType == "DRILL" && layer->m_sName.CompareNoCase(name) == 0)
+    for (const CJOBXmatrixLayer& layer : Records())
+        if (layer.m_sType == "DRILL" && layer.m_sName.CompareNoCase(name) == 0)
             return 1;
     return 0;
 }
 
 CJOBXmatrixLayer* CJOBXmatrixLayerArray::GetMatrixLayer(const CString& name) const
 {
-    for (__int64 i = 0; i < GetSize(); ++i)
-        if (CJOBXmatrixLayer* const layer = GetAt(i); layer != nullptr && layer->m_sName.CompareNoCase(name) == 0)
-            return layer;
+    for (CJOBXmatrixLayer& layer : Records())
+        if (layer.m_sName.CompareNoCase(name) == 0)
+            return &layer;
     return nullptr;
 }
 

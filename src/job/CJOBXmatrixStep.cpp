@@ -12,7 +12,6 @@ CJOBXmatrixStepArray::~CJOBXmatrixStepArray() = default;
 
 void CJOBXmatrixStepArray::SetODBmatrixStepArrayName(const CString& name)
 {
-    for (__int64 i = 0; i < GetSize(); ++i)
-        if (CJOBXmatrixStep* const step = GetAt(i))
-            step->m_sName = name;
+    for (CJOBXmatrixStep& step : Records())
+        step.m_sName = name;
 }

@@ -17,9 +17,9 @@ CJOBXsysAttrDataArray::~CJOBXsysAttrDataArray() = default;
 
 CJOBXsysAttrData* CJOBXsysAttrDataArray::pGetODBsysAttrDataFromName(const CString& name) const
 {
-    for (__int64 i = 0; i < GetSize(); ++i)
-        if (CJOBXsysAttrData* const definition = GetAt(i); definition != nullptr && definition->m_sName == name)
-            return definition;
+    for (CJOBXsysAttrData& definition : Records())
+        if (definition.m_sName == name)
+            return &definition;
     return nullptr;
 }
 

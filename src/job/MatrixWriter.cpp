@@ -52,12 +52,11 @@ void matrix_format::WriteBlock(CTextWriter& out, const CJOBXmatrixLayer& layer)
 
 void matrix_format::WriteBlocks(CTextWriter& out, const CJOBXmatrixLayerArray& layers)
 {
-    for (__int64 i = 0; i < layers.GetSize(); ++i)
-        if (const CJOBXmatrixLayer* const layer = layers.GetAt(i))
-        {
-            matrix_format::WriteBlock(out, *layer);
-            out << '\n';
-        }
+    for (const CJOBXmatrixLayer& layer : layers.Records())
+    {
+        matrix_format::WriteBlock(out, layer);
+        out << '\n';
+    }
 }
 
 void CJOBXmatrixStep::WriteODBData(FILE* file) const
@@ -82,10 +81,9 @@ void matrix_format::WriteBlock(CTextWriter& out, const CJOBXmatrixStep& step)
 
 void matrix_format::WriteBlocks(CTextWriter& out, const CJOBXmatrixStepArray& steps)
 {
-    for (__int64 i = 0; i < steps.GetSize(); ++i)
-        if (const CJOBXmatrixStep* const step = steps.GetAt(i))
-        {
-            matrix_format::WriteBlock(out, *step);
-            out << '\n';
-        }
+    for (const CJOBXmatrixStep& step : steps.Records())
+    {
+        matrix_format::WriteBlock(out, step);
+        out << '\n';
+    }
 }

@@ -21,7 +21,6 @@ int CJOBXSpecialSymbolArray::nGetSpecialSymbolIndex(const CString& name) const
 void CJOBXSpecialSymbolArray::UnitConvert(const double& factor)
 {
     const double by = factor; // it may be a member of what is converted
-    for (__int64 i = 0; i < GetSize(); ++i)
-        if (CJOBXSpecialSymbol* const symbol = GetAt(i))
-            symbol->GetLayer()->UnitConvert(by);
+    for (CJOBXSpecialSymbol& symbol : Records())
+        symbol.GetLayer()->UnitConvert(by);
 }

@@ -21,7 +21,6 @@ CJOBXfontsStandardArray::~CJOBXfontsStandardArray() = default;
 void CJOBXfontsStandardArray::UnitConvert(const double& factor)
 {
     const double by = factor; // it may be a member of what is converted
-    for (__int64 i = 0; i < GetSize(); ++i)
-        if (CJOBXfontsStandard* const character = GetAt(i))
-            character->UnitConvert(by);
+    for (CJOBXfontsStandard& character : Records())
+        character.UnitConvert(by);
 }

@@ -21,7 +21,6 @@ CJOBXfontsStandardObjArray::~CJOBXfontsStandardObjArray() = default;
 void CJOBXfontsStandardObjArray::UnitConvert(const double& factor)
 {
     const double by = factor; // it may be a member of what is converted
-    for (__int64 i = 0; i < GetSize(); ++i)
-        if (CJOBXfontsStandardObj* const stroke = GetAt(i))
-            stroke->UnitConvert(by);
+    for (CJOBXfontsStandardObj& stroke : Records())
+        stroke.UnitConvert(by);
 }

@@ -342,9 +342,8 @@ void CJOBXlayObjSurfaceOBArray::UnitConvert(const double& factor)
 
 void CJOBXlayObjSurfaceOBArray::vRescale(double factor)
 {
-    for (__int64 i = 0; i < GetSize(); ++i)
-        if (CJOBXlayObjSurfaceOB* const contour = GetAt(i))
-            contour->vRescale(factor);
+    for (CJOBXlayObjSurfaceOB& contour : Records())
+        contour.vRescale(factor);
 }
 
 CJOBXlayObjSurface::CJOBXlayObjSurface() = default;
@@ -375,7 +374,6 @@ void CJOBXlayObjArray::UnitConvert(const double& factor)
 
 void CJOBXlayObjArray::vRescale(double factor)
 {
-    for (__int64 i = 0; i < GetSize(); ++i)
-        if (CJOBXlayObj* const object = GetAt(i))
-            object->vRescale(factor);
+    for (CJOBXlayObj& object : Records())
+        object.vRescale(factor);
 }

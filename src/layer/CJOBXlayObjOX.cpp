@@ -190,7 +190,6 @@ void CJOBXlayObjOXArray::UnitConvert(const double& factor)
 
 void CJOBXlayObjOXArray::vRescale(double factor)
 {
-    for (__int64 i = 0; i < GetSize(); ++i)
-        if (CJOBXlayObjOX* const element = GetAt(i))
-            element->vRescale(factor);
+    for (CJOBXlayObjOX& element : Records())
+        element.vRescale(factor);
 }

@@ -155,10 +155,9 @@ CJOBXlayerArray::~CJOBXlayerArray() = default;
 
 CJOBXlayer* CJOBXlayerArray::GetODBlayerFromName(const CString& name) const
 {
-    for (__int64 i = 0; i < GetSize(); ++i)
-        if (CJOBXlayer* const layer = GetAt(i);
-            layer != nullptr && AsciiEqualNoCase(layer->m_sName.View(), name.View()))
-            return layer;
+    for (CJOBXlayer& layer : Records())
+        if (AsciiEqualNoCase(layer.m_sName.View(), name.View()))
+            return &layer;
     return nullptr;
 }
 
@@ -176,9 +175,8 @@ void CJOBXlayerArray::WriteODBData(CString stepDirectory) const
 void CJOBXlayerArray::UnitConvert(const double& factor)
 {
     const double by = factor; // it may be a member of what is converted
-    for (__int64 i = 0; i < GetSize(); ++i)
-        if (CJOBXlayer* const layer = GetAt(i))
-            layer->UnitConvert(by);
+    for (CJOBXlayer& layer : Records())
+        layer.UnitConvert(by);
 }
 
 void AddLayerWrites(CWriteTasks& tasks, const CJOBXlayerArray& layers, const CString& stepDirectory)

@@ -91,17 +91,16 @@ bool CJOBXtoolDataArray::operator!=(const CJOBXtoolDataArray& other) const
 
 void CJOBXtoolDataArray::UnitConvert(double factor)
 {
-    for (__int64 i = 0; i < GetSize(); ++i)
-        if (CJOBXtoolData* const tool = GetAt(i))
-            tool->UnitConvert(factor);
+    for (CJOBXtoolData& tool : Records())
+        tool.UnitConvert(factor);
 }
 
 int CJOBXtoolDataArray::GetSameToolNum(const CJOBXtoolData* candidate) const
 {
     if (candidate == nullptr)
         return -1;
-    for (__int64 i = 0; i < GetSize(); ++i)
-        if (const CJOBXtoolData* const tool = GetAt(i); tool != nullptr && AreEqualButForNumber(*tool, *candidate))
-            return tool->m_nNum;
+    for (const CJOBXtoolData& tool : Records())
+        if (AreEqualButForNumber(tool, *candidate))
+            return tool.m_nNum;
     return 0;
 }

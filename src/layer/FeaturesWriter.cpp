@@ -159,9 +159,8 @@ void WriteContours(CTextWriter& out, const CJOBXlayObjSurface& surface)
         if (contours.GetAt(i) == nullptr)
             continue;
         const CJOBXlayObjOXArray& elements = *contours.GetAt(i)->GetODBlayObjOXArray();
-        for (__int64 k = 0; k < elements.GetSize(); ++k)
-            if (const CJOBXlayObjOX* const element = elements.GetAt(k))
-                WriteElement(out, *element);
+        for (const CJOBXlayObjOX& element : elements.Records())
+            WriteElement(out, element);
         if (const CJOBXlayObjOX* const last = elements.GetLastElement())
             out << last->GetKind() << '\n';
     }
@@ -262,8 +261,7 @@ void WriteFeatures(CTextWriter& out, const CJOBXlayer& layer)
     out << "#Layer features\n#\n";
     CAttributeText attributes;
     const CJOBXlayObjArray& features = *layer.GetFeatures();
-    for (__int64 i = 0; i < features.GetSize(); ++i)
-        if (const CJOBXlayObj* const feature = features.GetAt(i))
-            Write(out, *feature, attributes);
+    for (const CJOBXlayObj& feature : features.Records())
+        Write(out, feature, attributes);
     out << '\n';
 }

@@ -25,13 +25,12 @@ void CJOBXfontsStandardArray::WriteODBData(FILE* file) const
 
 void font_format::Write(CTextWriter& out, const CJOBXfontsStandardArray& characters)
 {
-    for (__int64 i = 0; i < characters.GetSize(); ++i)
-        if (const CJOBXfontsStandard* const character = characters.GetAt(i))
-        {
-            out << '\n' << font_format::kCharacter << ' ' << character->m_sName << '\n';
-            font_format::Write(out, character->m_arrStrokes);
-            out << font_format::kCharacterEnd << '\n';
-        }
+    for (const CJOBXfontsStandard& character : characters.Records())
+    {
+        out << '\n' << font_format::kCharacter << ' ' << character.m_sName << '\n';
+        font_format::Write(out, character.m_arrStrokes);
+        out << font_format::kCharacterEnd << '\n';
+    }
 }
 
 void CJOBXfontsStandardObjArray::WriteODBData(FILE* file) const
@@ -42,9 +41,8 @@ void CJOBXfontsStandardObjArray::WriteODBData(FILE* file) const
 
 void font_format::Write(CTextWriter& out, const CJOBXfontsStandardObjArray& strokes)
 {
-    for (__int64 i = 0; i < strokes.GetSize(); ++i)
-        if (const CJOBXfontsStandardObj* const stroke = strokes.GetAt(i))
-            out << font_format::kStroke << ' ' << General{stroke->m_ptStart.x} << ' ' << General{stroke->m_ptStart.y}
-                << ' ' << General{stroke->m_ptEnd.x} << ' ' << General{stroke->m_ptEnd.y} << ' ' << stroke->m_sPolarity
-                << ' ' << stroke->m_sShape << ' ' << General{stroke->m_dWidth} << '\n';
+    for (const CJOBXfontsStandardObj& stroke : strokes.Records())
+        out << font_format::kStroke << ' ' << General{stroke.m_ptStart.x} << ' ' << General{stroke.m_ptStart.y} << ' '
+            << General{stroke.m_ptEnd.x} << ' ' << General{stroke.m_ptEnd.y} << ' ' << stroke.m_sPolarity << ' '
+            << stroke.m_sShape << ' ' << General{stroke.m_dWidth} << '\n';
 }

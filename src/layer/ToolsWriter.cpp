@@ -27,13 +27,12 @@ void WriteRecord(CTextWriter& out, const CJOBXtoolData& tool)
 // Every tool's block, between two empty lines.
 void WriteBlocks(CTextWriter& out, const CJOBXtoolDataArray& tools)
 {
-    for (__int64 i = 0; i < tools.GetSize(); ++i)
-        if (const CJOBXtoolData* const tool = tools.GetAt(i))
-        {
-            out << '\n' << tools_format::kBlock << '\n';
-            WriteRecord(out, *tool);
-            out << "}\n\n";
-        }
+    for (const CJOBXtoolData& tool : tools.Records())
+    {
+        out << '\n' << tools_format::kBlock << '\n';
+        WriteRecord(out, tool);
+        out << "}\n\n";
+    }
 }
 } // namespace
 

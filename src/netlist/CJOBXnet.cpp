@@ -21,7 +21,6 @@ CJOBXnetArray::~CJOBXnetArray() = default;
 void CJOBXnetArray::UnitConvert(const double& factor)
 {
     const double by = factor; // it may be a member of what is converted
-    for (__int64 i = 0; i < GetSize(); ++i)
-        if (CJOBXnet* const net = GetAt(i))
-            net->UnitConvert(by);
+    for (CJOBXnet& net : Records())
+        net.UnitConvert(by);
 }

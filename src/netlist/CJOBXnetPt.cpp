@@ -56,7 +56,6 @@ CJOBXnetPtArray::~CJOBXnetPtArray() = default;
 void CJOBXnetPtArray::UnitConvert(const double& factor)
 {
     const double by = factor; // it may be a member of what is converted
-    for (__int64 i = 0; i < GetSize(); ++i)
-        if (CJOBXnetPt* const point = GetAt(i))
-            point->UnitConvert(by);
+    for (CJOBXnetPt& point : Records())
+        point.UnitConvert(by);
 }

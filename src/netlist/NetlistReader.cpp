@@ -23,9 +23,8 @@ class CFirstNets
 public:
     explicit CFirstNets(const CJOBXnetArray& nets)
     {
-        for (__int64 i = 0; i < nets.GetSize(); ++i)
-            if (CJOBXnet* const net = nets.GetAt(i))
-                Add(*net);
+        for (CJOBXnet& net : nets.Records())
+            Add(net);
     }
 
     void Add(CJOBXnet& net) { m_nets.try_emplace(m_nets.end(), net.m_nNumber, &net); }

@@ -30,20 +30,15 @@ void CJOBXnetArray::WriteODBData(CString dir) const
     CTextWriter out(CKUtility::GetInstance()->CKPathCombine(dir, netlist_format::kNetlist, __FILE__, __LINE__),
                     __FILE__, __LINE__);
     out << netlist_format::kComment << "\nUNITS=" << m_sUnits << '\n' << netlist_format::kComment << '\n';
-    for (__int64 i = 0; i < GetSize(); ++i)
-        if (const CJOBXnet* const net = GetAt(i))
-            CTextLine(out) << netlist_format::kNet << net->m_nNumber << ' ' << net->m_sName << '\n';
+    for (const CJOBXnet& net : Records())
+        CTextLine(out) << netlist_format::kNet << net.m_nNumber << ' ' << net.m_sName << '\n';
     out << netlist_format::kComment << '\n'
         << netlist_format::kComment << "Netlist points\n"
         << netlist_format::kComment << '\n';
-    for (__int64 i = 0; i < GetSize(); ++i)
+    for (const CJOBXnet& net : Records())
     {
-        const CJOBXnet* const net = GetAt(i);
-        if (net == nullptr)
-            continue;
-        for (__int64 k = 0; k < net->m_arrPts.GetSize(); ++k)
-            if (const CJOBXnetPt* const point = net->m_arrPts.GetAt(k))
-                WritePoint(out, *point, net->m_nNumber);
+        for (const CJOBXnetPt& point : net.m_arrPts.Records())
+            WritePoint(out, point, net.m_nNumber);
     }
 }
 

@@ -60,22 +60,18 @@ T* NullWhenEmpty(std::unique_ptr<T> array)
 void AddComponents(CWriteTasks& tasks, const CJOBXstepObj& step, const CString& layersDirectory)
 {
     std::set<CString> taken;
-    for (__int64 i = 0; i < step.m_arrLayers.GetSize(); ++i)
-        if (const CJOBXlayer* const layer = step.m_arrLayers.GetAt(i);
-            layer != nullptr && layer->GetComponents()->GetSize() > 0)
-            taken.insert(MakeUpper(layer->m_sName));
-    for (__int64 i = 0; i < step.m_arrComponents.GetSize(); ++i)
+    for (const CJOBXlayer& layer : step.m_arrLayers.Records())
+        if (layer.GetComponents()->GetSize() > 0)
+            taken.insert(MakeUpper(layer.m_sName));
+    for (const CJOBXcomponents& components : step.m_arrComponents.Records())
     {
-        const CJOBXcomponents* const components = step.m_arrComponents.GetAt(i);
-        if (components == nullptr)
-            continue;
-        const CString layer = tasks.MakeEntryDirectory(layersDirectory, components->m_sLayerName, __FILE__, __LINE__);
+        const CString layer = tasks.MakeEntryDirectory(layersDirectory, components.m_sLayerName, __FILE__, __LINE__);
         if (layer.IsEmpty())
             continue;
-        if (!taken.insert(MakeUpper(components->m_sLayerName)).second)
+        if (!taken.insert(MakeUpper(components.m_sLayerName)).second)
             tasks.Run();
-        tasks.Add(kLinesOfPart * components->m_arrCmps.GetSize(),
-                  [components, layer] { components->WriteODBData(layer); });
+        tasks.Add(kLinesOfPart * components.m_arrCmps.GetSize(),
+                  [&components, layer] { components.WriteODBData(layer); });
     }
 }
 } // namespace
@@ -212,19 +208,16 @@ CJOBXcomponentsArray* CJOBXstepObj::ScaneODBComponents(int id)
         [&]
         {
             auto result = std::make_unique<CJOBXcomponentsArray>();
-            for (__int64 i = 0; i < m_arrComponents.GetSize(); ++i)
+            for (CJOBXcomponents& file : m_arrComponents.Records())
             {
-                CJOBXcomponents* const file = m_arrComponents.GetAt(i);
-                if (file == nullptr)
-                    continue;
                 auto scanned = std::make_unique<CJOBXcomponents>();
-                scanned->m_sLayerName = file->m_sLayerName;
-                scanned->m_arrAttributeNames = file->m_arrAttributeNames;
-                scanned->m_arrAttributeNameNumbers = file->m_arrAttributeNameNumbers;
-                scanned->m_arrAttributeTexts = file->m_arrAttributeTexts;
-                scanned->m_arrAttributeTextNumbers = file->m_arrAttributeTextNumbers;
+                scanned->m_sLayerName = file.m_sLayerName;
+                scanned->m_arrAttributeNames = file.m_arrAttributeNames;
+                scanned->m_arrAttributeNameNumbers = file.m_arrAttributeNameNumbers;
+                scanned->m_arrAttributeTexts = file.m_arrAttributeTexts;
+                scanned->m_arrAttributeTextNumbers = file.m_arrAttributeTextNumbers;
                 MoveMatching(
-                    file->m_arrCmps, [id](const CJOBXcmp& component) { return component.m_nPkgRef == id; },
+                    file.m_arrCmps, [id](const CJOBXcmp& component) { return component.m_nPkgRef == id; },
                     [&](std::unique_ptr<CJOBXcmp> component) { scanned->m_arrCmps.Own(std::move(component)); });
                 if (scanned->m_arrCmps.GetSize() > 0)
                     result->Own(std::move(scanned));
@@ -240,15 +233,12 @@ CJOBXdataNetArray* CJOBXstepObj::ScanUsedODBcmpIDDataIndataNet(int componentNumb
         {
             auto result = std::make_unique<CJOBXdataNetArray>();
             CJOBXdataNetArray& nets = m_pEda->m_pData->m_arrNets;
-            for (__int64 i = 0; i < nets.GetSize(); ++i)
+            for (CJOBXdataNet& net : nets.Records())
             {
-                CJOBXdataNet* const net = nets.GetAt(i);
-                if (net == nullptr)
-                    continue;
                 auto scanned = std::make_unique<CJOBXdataNet>();
-                scanned->m_sName = net->m_sName;
+                scanned->m_sName = net.m_sName;
                 MoveMatching(
-                    net->m_arrSnts,
+                    net.m_arrSnts,
                     [&](const CJOBXSnt& subnet) {
                         return subnet.m_sKind == "TOP" && subnet.m_nComponentNumber == componentNumber &&
                                subnet.m_sSide == side;
@@ -284,9 +274,8 @@ void CJOBXstepObjArray::WriteODBData(CString directory, int withEda) const
 void CJOBXstepObjArray::UnitConvert(const double& factor)
 {
     const double by = factor; // it may be a member of what is converted
-    for (__int64 i = 0; i < GetSize(); ++i)
-        if (CJOBXstepObj* const step = GetAt(i))
-            step->UnitConvert(by);
+    for (CJOBXstepObj& step : Records())
+        step.UnitConvert(by);
 }
 
 void AddStepWrites(CWriteTasks& tasks, const CJOBXstepObj& step, const CString& stepsDirectory, int withEda)
@@ -316,7 +305,6 @@ void AddStepWrites(CWriteTasks& tasks, const CJOBXstepObj& step, const CString& 
 
 void AddStepWrites(CWriteTasks& tasks, const CJOBXstepObjArray& steps, const CString& directory, int withEda)
 {
-    for (__int64 i = 0; i < steps.GetSize(); ++i)
-        if (const CJOBXstepObj* const step = steps.GetAt(i))
-            AddStepWrites(tasks, *step, directory, withEda);
+    for (const CJOBXstepObj& step : steps.Records())
+        AddStepWrites(tasks, step, directory, withEda);
 }

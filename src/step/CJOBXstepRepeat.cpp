@@ -21,7 +21,6 @@ CJOBXstepRepeatArray::~CJOBXstepRepeatArray() = default;
 void CJOBXstepRepeatArray::UnitConvert(const double& factor)
 {
     const double by = factor; // it may be a member of what is converted
-    for (__int64 i = 0; i < GetSize(); ++i)
-        if (CJOBXstepRepeat* const entry = GetAt(i))
-            entry->UnitConvert(by);
+    for (CJOBXstepRepeat& entry : Records())
+        entry.UnitConvert(by);
 }

@@ -21,7 +21,6 @@ CJOBXstephdrArray::~CJOBXstephdrArray() = default;
 void CJOBXstephdrArray::UnitConvert(const double& factor)
 {
     const double by = factor; // it may be a member of what is converted
-    for (__int64 i = 0; i < GetSize(); ++i)
-        if (CJOBXstephdr* const header = GetAt(i))
-            header->UnitConvert(by);
+    for (CJOBXstephdr& header : Records())
+        header.UnitConvert(by);
 }

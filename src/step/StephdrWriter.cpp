@@ -45,9 +45,8 @@ void WriteSettings(CTextWriter& out, const CJOBXstephdr& header)
 
 void WriteStepRepeats(CTextWriter& out, const CJOBXstepRepeatArray& entries)
 {
-    for (__int64 i = 0; i < entries.GetSize(); ++i)
-        if (const CJOBXstepRepeat* const entry = entries.GetAt(i))
-            WriteEntry(out, *entry);
+    for (const CJOBXstepRepeat& entry : entries.Records())
+        WriteEntry(out, entry);
 }
 
 void CJOBXstepRepeatArray::WriteODBData(std::FILE* file) const
@@ -73,7 +72,6 @@ void CJOBXstephdr::WriteODBData(CString stepDir) const
 
 void CJOBXstephdrArray::WriteODBData(CString stepDir) const
 {
-    for (__int64 i = 0; i < GetSize(); ++i)
-        if (const CJOBXstephdr* const header = GetAt(i))
-            header->WriteODBData(stepDir);
+    for (const CJOBXstephdr& header : Records())
+        header.WriteODBData(stepDir);
 }

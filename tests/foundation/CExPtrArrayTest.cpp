@@ -4,8 +4,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <iterator>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace
@@ -386,3 +389,55 @@ REGISTER_TYPED_TEST_SUITE_P(PtrArrayOf, DeletesItsElements);
 INSTANTIATE_TYPED_TEST_SUITE_P(Foundation, PtrArrayOf, FoundationTypes);
 INSTANTIATE_TYPED_TEST_SUITE_P(Main, PtrArrayOf, MainTypes);
 INSTANTIATE_TYPED_TEST_SUITE_P(Compact, PtrArrayOf, CompactTypes);
+
+TEST(PtrArray, RecordsAreThoseThatAreNotNullInOrder)
+{
+    Owning array;
+    EXPECT_EQ(array.Records().begin(), array.Records().end());
+    std::vector<Counted*> made = Fill(array, 3);
+    array.InsertAt(0, nullptr, 2);
+    array.InsertAt(3, nullptr, 1);
+    array.Add(nullptr);
+    std::vector<const Counted*> seen;
+    for (const Counted& record : std::as_const(array).Records())
+        seen.push_back(&record);
+    EXPECT_EQ(seen, std::vector<const Counted*>(made.begin(), made.end()));
+    Owning nulls;
+    nulls.SetSize(3);
+    EXPECT_EQ(nulls.Records().begin(), nulls.Records().end());
+}
+
+TEST(PtrArray, RecordsMayBeChangedAndReplacedWhileIterating)
+{
+    COwningPtrArray<CLProperty> array;
+    for (const char* const name : {"a", "b", "c"})
+        array.Own(std::make_unique<CLProperty>(name, ""));
+    CString names;
+    for (CLProperty& property : array.Records())
+    {
+        names += property.m_sName;
+        property.m_sValue = "changed";
+        if (property.m_sName == "a")
+        {
+            delete array.GetAt(1);
+            array.SetAt(1, nullptr);
+        }
+    }
+    EXPECT_EQ(names, "ac");
+    EXPECT_EQ(array.GetAt(2)->m_sValue, "changed");
+}
+
+TEST(PtrArray, RecordsWorkWithTheStandardAlgorithms)
+{
+    COwningPtrArray<CLProperty> array;
+    array.Own(std::make_unique<CLProperty>("a", "1"));
+    array.Add(nullptr);
+    array.Own(std::make_unique<CLProperty>("b", "2"));
+    const auto records = std::as_const(array).Records();
+    static_assert(std::forward_iterator<decltype(records.begin())>);
+    const auto found =
+        std::find_if(records.begin(), records.end(), [](const CLProperty& record) { return record.m_sName == "b"; });
+    ASSERT_NE(found, records.end());
+    EXPECT_EQ(found->m_sValue, "2");
+    EXPECT_EQ(std::distance(records.begin(), records.end()), 2);
+}
