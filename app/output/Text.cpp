@@ -37,7 +37,7 @@ std::size_t CharacterLength(std::string_view bytes) noexcept
     return isOverlong || isSurrogate || isTooLarge ? 0 : length;
 }
 
-// The number of a well-formed character.
+// The code point of a well-formed character.
 char32_t CodePointOf(std::string_view character) noexcept
 {
     const auto first = static_cast<unsigned char>(character[0]);
@@ -49,7 +49,8 @@ char32_t CodePointOf(std::string_view character) noexcept
     return number;
 }
 
-// Control characters, which terminals obey, invisible ones, and those that break lines or change the direction of text.
+// Whether it is a control character, which terminals obey, an invisible one, or one that breaks lines or changes the
+// direction of text.
 bool IsControl(std::string_view character) noexcept
 {
     struct Range

@@ -1,4 +1,4 @@
-// Texts of a job are bytes of unknown encoding; these functions make them fit for output.
+// Texts of a job are bytes of unknown encoding. These functions prepare them for output.
 #pragma once
 
 #include <array>
@@ -9,7 +9,7 @@
 // Whether the bytes are well-formed UTF-8: no overlong forms, no surrogates, nothing above U+10FFFF.
 bool IsUtf8(std::string_view bytes) noexcept;
 
-// Every byte as the character of that number, U+0000 to U+00FF, in UTF-8.
+// Converts every byte to the character of that number, U+0000 to U+00FF, in UTF-8.
 std::string BytesAsCharacters(std::string_view bytes);
 
 // Makes a text printable, so that a text of a file cannot control a terminal or deceive its reader: control characters,
@@ -22,8 +22,8 @@ std::string Quoted(std::string_view bytes);
 // How many characters a printable text has.
 std::size_t CharacterCount(std::string_view utf8) noexcept;
 
-// The shortest decimal form that round-trips; "inf", "-inf", "nan" and "-nan" for infinities and NaN, and "-0.0" for
-// negative zero, which readers of JSON would take for an integer without the point.
+// The shortest decimal form that round-trips. Infinities and NaN are "inf", "-inf", "nan" and "-nan". Negative zero is
+// "-0.0", because JSON readers take "-0" for an integer.
 class NumberText
 {
 public:

@@ -68,7 +68,7 @@ void VisitNets(const CJOBXstepObj& step, Add add)
         add(NetRow{step, net->m_sName, net->m_nNumber, i, CountSubnets(*net),
                    found == points.end() ? std::optional<std::int64_t>() : found->second});
     }
-    // Nets that only the netlist knows.
+    // Nets that only the netlist has.
     for (const CJOBXnet& net : listed.Records())
         if (shown.insert(net.m_sName).second)
             add(NetRow{step, net.m_sName, net.m_nNumber, {}, {}, points.at(net.m_sName)});

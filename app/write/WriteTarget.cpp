@@ -59,7 +59,7 @@ void CheckOutputDirectory(const fs::path& directory)
                                     Quoted(parent.empty() ? "." : parent.string())));
 }
 
-// Whether `place`, or its existing part, is that directory or inside it, whatever links and mounts lead there.
+// Whether `place`, or the part of it that exists, is that directory or inside it, even through links and mounts.
 bool IsIn(const fs::path& place, const fs::path& directory)
 {
     std::error_code error;
