@@ -219,10 +219,10 @@ bool CExPtrArray<TYPE, ARG_TYPE>::DeleteLastElement()
     return true;
 }
 
-// The records of an array in index order, null entries left out; COwningPtrArray::Records answers it. For a range-based
+// The records of an array in index order, without null entries; returned by COwningPtrArray::Records. For a range-based
 // `for` and the standard algorithms. A view of the array, which must outlive it.
-// Results: records may be changed, and entries replaced by SetAt, while iterating. Adding or removing entries makes the
-//          range and its iterators invalid, as with a std::vector; to remove meanwhile, go over the indexes.
+// Results:   records may be changed, and entries replaced by SetAt, while iterating. Adding or removing entries
+//            invalidates the range and its iterators, as with a std::vector; to remove entries in a loop, use indexes.
 template <class RECORD>
 class CRecordRange
 {
@@ -278,8 +278,8 @@ private:
     Entry m_end;
 };
 
-// A pointer array that owns its elements: its destructor deletes them. Not copyable; the copyable arrays of the model
-// say so and copy deeply.
+// A pointer array that owns its elements: its destructor deletes them. Not copyable, except for derived arrays that say
+// so; their copies are deep.
 template <class T>
 class COwningPtrArray : public CExPtrArray<T*, T*>
 {
@@ -289,12 +289,11 @@ public:
     COwningPtrArray& operator=(const COwningPtrArray&) = delete;
     ~COwningPtrArray() override { this->DeleteAll(); }
 
-    // The records that are not null, in order: for (const CJOBXnet& net : nets.Records()).
-    // Gives access to them as GetAt does, whether or not the array is const.
+    // The records that are not null, in order: for (const CJOBXnet& net : nets.Records()). Like GetAt, gives access to
+    // them whether or not the array is const.
     CRecordRange<T> Records() const { return {this->m_pData, this->m_nSize}; }
 
-    // Appends an element and takes it over; when that fails it is deleted and the exception goes on. Returns the
-    // element.
+    // Appends an element, takes ownership of it and returns it. On failure, deletes it and passes the exception on.
     T* Own(std::unique_ptr<T> element)
     {
         this->Add(element.get());
