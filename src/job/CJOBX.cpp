@@ -99,8 +99,8 @@ void AddSymbolWrites(CWriteTasks& tasks, const CJOBXSpecialSymbolArray& symbols,
     for (const CJOBXSpecialSymbol& symbol : symbols.Records())
     {
         if (!IsEntryName(symbol.m_sName))
-            tasks.Run(); // it may lead to where another &symbol's file goes
-        // Beside "steps", not in "symbols": intended.
+            tasks.Run(); // the name may lead to the place of another symbol's file
+        // Beside "steps", not in "symbols"; intended.
         const CString folder = tasks.MakeFreshDirectory(jobDirectory, symbol.m_sName, __FILE__, __LINE__);
         const CJOBXlayer* const layer = symbol.GetLayer();
         if (!folder.IsEmpty())
