@@ -51,7 +51,7 @@ CJOBXcmpArray::~CJOBXcmpArray() = default;
 
 void CJOBXcmpArray::UnitConvert(const double& factor)
 {
-    const double by = factor; // it may be a member of what is converted
+    const double by = factor; // it may be a member of an object that is converted
     for (CJOBXcmp& component : Records())
         component.UnitConvert(by);
 }

@@ -33,7 +33,7 @@ int CJOBXcmpTopArray::nGetCmpPinIndexWithPinID(int pin) const
 
 void CJOBXcmpTopArray::UnitConvert(const double& factor)
 {
-    const double by = factor; // it may be a member of what is converted
+    const double by = factor; // it may be a member of an object that is converted
     for (CJOBXcmpTop& top : Records())
         top.UnitConvert(by);
 }

@@ -39,7 +39,7 @@ CJOBXcomponentsArray::~CJOBXcomponentsArray() = default;
 
 void CJOBXcomponentsArray::UnitConvert(const double& factor)
 {
-    const double by = factor; // it may be a member of what is converted
+    const double by = factor; // it may be a member of an object that is converted
     for (CJOBXcomponents& components : Records())
         components.UnitConvert(by);
 }

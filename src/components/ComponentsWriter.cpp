@@ -58,7 +58,7 @@ void WriteComponent(CTextWriter& out, const CJOBXcmp& component)
     for (const CLProperty& property : component.m_arrProperties.Records())
         CTextLine(out) << components_format::kProperty << ' ' << property.m_sName << " '" << property.m_sValue << "'\n";
     for (const CJOBXcmpTop& top : component.m_arrTops.Records())
-        WriteToeprint(out, top, component.m_dRotation); // not the toeprint's own rotation: intended
+        WriteToeprint(out, top, component.m_dRotation); // not the toeprint's own rotation; intended
 }
 
 void CJOBXcmp::WriteODBData(std::FILE* file) const

@@ -20,7 +20,7 @@ int CJOBXSpecialSymbolArray::nGetSpecialSymbolIndex(const CString& name) const
 
 void CJOBXSpecialSymbolArray::UnitConvert(const double& factor)
 {
-    const double by = factor; // it may be a member of what is converted
+    const double by = factor; // it may be a member of an object that is converted
     for (CJOBXSpecialSymbol& symbol : Records())
         symbol.GetLayer()->UnitConvert(by);
 }

@@ -20,7 +20,7 @@ CJOBXfontsStandardArray::~CJOBXfontsStandardArray() = default;
 
 void CJOBXfontsStandardArray::UnitConvert(const double& factor)
 {
-    const double by = factor; // it may be a member of what is converted
+    const double by = factor; // it may be a member of an object that is converted
     for (CJOBXfontsStandard& character : Records())
         character.UnitConvert(by);
 }

@@ -20,7 +20,7 @@ CJOBXfontsStandardObjArray::~CJOBXfontsStandardObjArray() = default;
 
 void CJOBXfontsStandardObjArray::UnitConvert(const double& factor)
 {
-    const double by = factor; // it may be a member of what is converted
+    const double by = factor; // it may be a member of an object that is converted
     for (CJOBXfontsStandardObj& stroke : Records())
         stroke.UnitConvert(by);
 }

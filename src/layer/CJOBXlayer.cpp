@@ -174,7 +174,7 @@ void CJOBXlayerArray::WriteODBData(CString stepDirectory) const
 
 void CJOBXlayerArray::UnitConvert(const double& factor)
 {
-    const double by = factor; // it may be a member of what is converted
+    const double by = factor; // it may be a member of an object that is converted
     for (CJOBXlayer& layer : Records())
         layer.UnitConvert(by);
 }

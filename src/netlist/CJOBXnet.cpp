@@ -20,7 +20,7 @@ CJOBXnetArray::~CJOBXnetArray() = default;
 
 void CJOBXnetArray::UnitConvert(const double& factor)
 {
-    const double by = factor; // it may be a member of what is converted
+    const double by = factor; // it may be a member of an object that is converted
     for (CJOBXnet& net : Records())
         net.UnitConvert(by);
 }

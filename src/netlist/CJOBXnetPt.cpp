@@ -55,7 +55,7 @@ CJOBXnetPtArray::~CJOBXnetPtArray() = default;
 
 void CJOBXnetPtArray::UnitConvert(const double& factor)
 {
-    const double by = factor; // it may be a member of what is converted
+    const double by = factor; // it may be a member of an object that is converted
     for (CJOBXnetPt& point : Records())
         point.UnitConvert(by);
 }

@@ -273,7 +273,7 @@ void CJOBXstepObjArray::WriteODBData(CString directory, int withEda) const
 
 void CJOBXstepObjArray::UnitConvert(const double& factor)
 {
-    const double by = factor; // it may be a member of what is converted
+    const double by = factor; // it may be a member of an object that is converted
     for (CJOBXstepObj& step : Records())
         step.UnitConvert(by);
 }

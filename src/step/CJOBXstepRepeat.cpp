@@ -20,7 +20,7 @@ CJOBXstepRepeatArray::~CJOBXstepRepeatArray() = default;
 
 void CJOBXstepRepeatArray::UnitConvert(const double& factor)
 {
-    const double by = factor; // it may be a member of what is converted
+    const double by = factor; // it may be a member of an object that is converted
     for (CJOBXstepRepeat& entry : Records())
         entry.UnitConvert(by);
 }

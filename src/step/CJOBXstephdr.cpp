@@ -20,7 +20,7 @@ CJOBXstephdrArray::~CJOBXstephdrArray() = default;
 
 void CJOBXstephdrArray::UnitConvert(const double& factor)
 {
-    const double by = factor; // it may be a member of what is converted
+    const double by = factor; // it may be a member of an object that is converted
     for (CJOBXstephdr& header : Records())
         header.UnitConvert(by);
 }
