@@ -43,17 +43,15 @@ TEST(CKDiagnostic, Report_HandsEveryFieldToTheSink)
 
 TEST(CKDiagnostic, SetDiagnosticSink_ReturnsTheFormerOne)
 {
-    CKDiagnosticSink* const before = CKUtility::GetInstance()->SetDiagnosticSink(nullptr);
-    RecordingSink first;
+    RecordingSink first; // its destructor sets the sink that was set before the test
     {
         RecordingSink second;
         EXPECT_EQ(CKUtility::GetInstance()->SetDiagnosticSink(&second), &second);
     }
-    EXPECT_EQ(CKUtility::GetInstance()->SetDiagnosticSink(&first), &first);
-    CKUtility::GetInstance()->SetDiagnosticSink(before);
+    EXPECT_EQ(CKUtility::GetInstance()->SetDiagnosticSink(nullptr), &first);
     CKUtility::GetInstance()->Report("", 0, "read", "x", 0);
     EXPECT_TRUE(first.all.empty());
-    CKUtility::GetInstance()->SetDiagnosticSink(&first);
+    EXPECT_EQ(CKUtility::GetInstance()->SetDiagnosticSink(&first), nullptr);
 }
 
 TEST(CKDiagnostic, Text_ReplacesWhatShowsNothingOrTurnsTheDirection)
