@@ -268,8 +268,10 @@ public:
         Entry m_end = nullptr;
     };
 
+    // The records among `count` entries from `first` on.
     CRecordRange(Entry first, __int64 count) : m_begin(first), m_end(first + count) {}
 
+    // Forward iterators that skip null entries.
     Iterator begin() const { return {m_begin, m_end}; }
     Iterator end() const { return {m_end, m_end}; }
 
