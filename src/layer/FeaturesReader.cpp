@@ -3,80 +3,51 @@
 #include "foundation/NumberedTable.h"
 #include "layer/CJOBXlayer.h"
 #include "layer/CPropertyIndex.h"
+#include "layer/FeatureBuilder.h"
 #include "layer/FeatureCursors.h"
-#include "layer/FeatureMaker.h"
+#include "layer/UsualFeatureLines.h"
 
-#include <algorithm>
 #include <cstring>
 #include <utility>
-#include <vector>
 
 namespace
 {
+// Whether what follows a ";" behind this list, and has no comma, cannot change the properties: the last item has a value,
+// whose number ends there.
+bool MayHaveTail(std::string_view list)
+{
+    return list.find('=', list.rfind(',') + 1) != std::string_view::npos;
+}
+
+// The attribute list up to a second ";", if what follows cannot change the properties. Exporters put a number there that
+// is another one in each line.
+std::string_view WithoutTail(std::string_view attributes)
+{
+    const std::size_t semicolon = attributes.find(features_format::kAttributes);
+    const std::string_view list = attributes.substr(0, semicolon);
+    if (semicolon == std::string_view::npos || attributes.find(',', semicolon) != std::string_view::npos)
+        return attributes;
+    return MayHaveTail(list) ? list : attributes;
+}
+
 class CFeaturesReading
 {
 public:
-    CFeaturesReading(CTextScanner& scanner, CJOBXlayer& layer)
-        : m_scanner(scanner), m_layer(layer), m_features(*layer.GetFeatures())
-    {
-    }
+    CFeaturesReading(CTextScanner& scanner, CJOBXlayer& layer) : m_scanner(scanner), m_layer(layer), m_builder(layer) {}
 
     void Read()
     {
-        for (ReadUsualLines(); m_scanner.NextLine(); ReadUsualLines())
+        for (ReadUsualLines(*this, m_scanner); m_scanner.NextLine(); ReadUsualLines(*this, m_scanner))
         {
             m_lastAttributes = {}; // may point into a piece of the file that is gone
             ReadLine(m_scanner.Line());
         }
-        m_features.FreeExtra();
+        m_builder.Finish();
     }
 
-private:
-    // Reads the lines that make up nearly all of a large file, in their usual form. ReadLine gives the same results for
-    // the same lines. This function only saves time.
-    void ReadUsualLines()
-    {
-        const std::string_view ahead = m_scanner.Ahead();
-        const char* const end = ahead.data() + ahead.size();
-        const int first = m_scanner.NumberAhead();
-        const char* at = ahead.data();
-        int lines = 0;
-        while (const char* const next = ReadUsualLine(at, end, first + lines))
-        {
-            at = next;
-            ++lines;
-        }
-        m_scanner.Took(at, lines);
-    }
-
-    // Where the next line begins, null if nothing was read.
-    const char* ReadUsualLine(const char* at, const char* end, int lineNumber)
-    {
-        if (end - at < 3)
-            return nullptr;
-        if (at[1] == ' ')
-            switch (at[0])
-            {
-            case features_format::kLine:
-                return ReadUsualFeature<LineFields>({at + 2, end}, end);
-            case features_format::kPad:
-                return ReadUsualFeature<PadFields>({at + 2, end}, end);
-            case features_format::kArc:
-                return ReadUsualFeature<ArcFields>({at + 2, end}, end);
-            default:
-                return nullptr;
-            }
-        if (at[0] != features_format::kContour || at[2] != ' ' || !m_contourIsOpen)
-            return nullptr;
-        if (at[1] == features_format::kSegment)
-            return ReadUsualElement<SegmentFields>({at + 3, end}, lineNumber);
-        return at[1] == features_format::kCurve && m_surface != nullptr
-                   ? ReadUsualElement<CurveFields>({at + 3, end}, lineNumber)
-                   : nullptr;
-    }
-
+    // For the usual lines. The results are those of ReadLine for the same lines.
     template <class Record>
-    const char* ReadUsualFeature(CStrictFields fields, const char* end)
+    const char* OnUsualFeature(CStrictFields fields, const char* end, int /*lineNumber*/)
     {
         Record record;
         if (!Take(fields, record))
@@ -84,20 +55,23 @@ private:
         const CJOBXPropertyArray* properties = nullptr;
         const char* const next = ReadUsualAttributes(fields, end, properties);
         if (next != nullptr)
-            AddFeature(record, properties);
+            m_builder.AddFeature(record, properties);
         return next;
     }
 
     template <class Record>
-    const char* ReadUsualElement(CStrictFields fields, int lineNumber)
+    const char* OnUsualElement(CStrictFields fields, int lineNumber)
     {
         Record record;
         if (!Take(fields, record) || !fields.LineEnd())
             return nullptr;
-        AddElement(record, lineNumber);
+        m_builder.AddElement(record, lineNumber);
         return fields.At();
     }
+    bool TakesSegments() const noexcept { return m_builder.HasContour(); }
+    bool TakesCurves() const noexcept { return m_builder.HasContour() && m_builder.HasSurface(); }
 
+private:
     // The attribute list, if any, and the end of the line. Most features have the same attributes as the one before.
     const char* ReadUsualAttributes(CStrictFields fields, const char* end, const CJOBXPropertyArray*& properties)
     {
@@ -107,10 +81,10 @@ private:
         const std::size_t size = m_lastAttributes.size();
         const auto left = static_cast<std::size_t>(end - text);
         if (size != 0 && left > size && std::memcmp(text, m_lastAttributes.data(), size) == 0)
-            if (CStrictFields rest(text + size, end); rest.LineEnd())
+            if (const char* const next = LineBehindLast({text + size, end}, end))
             {
                 properties = m_lastProperties;
-                return rest.At();
+                return next;
             }
         const auto* const newline = static_cast<const char*>(std::memchr(text, '\n', left));
         if (newline == nullptr || text == newline || *text == features_format::kAttributes)
@@ -118,42 +92,25 @@ private:
         const std::string_view raw(text, static_cast<std::size_t>(newline - text));
         if (raw.find('\0') != std::string_view::npos)
             return nullptr;
-        const std::string_view attributes = TrimmedRight(raw);
+        const std::string_view attributes = WithoutTail(TrimmedRight(raw));
         properties = PropertiesOf(attributes);
         m_lastProperties = properties;
         m_lastAttributes = attributes;
+        m_lastMayHaveTail = MayHaveTail(attributes);
         return newline + 1;
     }
-
-    template <class Record>
-    void AddFeature(const Record& record, const CJOBXPropertyArray* properties)
+    // Behind the attributes of the feature before: where the next line begins; null if the attributes are others.
+    const char* LineBehindLast(CStrictFields rest, const char* end) const
     {
-        Own(m_maker.Make(record, m_nextIndex, properties));
-        ++m_nextIndex;
-    }
-    void Own(std::unique_ptr<CJOBXlayObj> feature)
-    {
-        MakeRoom();
-        m_features.Add(feature.release());
-    }
-    template <class Record>
-    void AddElement(const Record& record, int lineNumber)
-    {
-        AddElement(m_maker.Make(record, lineNumber));
-    }
-    void AddElement(std::unique_ptr<CJOBXlayObjOX> element)
-    {
-        if (m_elements.size() == m_elements.capacity())
-            m_elements.reserve(std::max<std::size_t>(64, 2 * m_elements.size()));
-        m_elements.push_back(std::move(element));
-    }
-    // Doubles the capacity: the growth of the array itself suits short lists.
-    void MakeRoom()
-    {
-        if (m_features.GetSize() < m_room)
-            return;
-        m_room = std::max<__int64>(64, 2 * m_features.GetSize());
-        m_features.Reserve(m_room);
+        const char* const tail = rest.At();
+        if (rest.LineEnd())
+            return rest.At();
+        if (!m_lastMayHaveTail || *tail != features_format::kAttributes)
+            return nullptr;
+        for (const char* at = tail; at != end && *at != ',' && *at != '\0'; ++at)
+            if (*at == '\n')
+                return at + 1;
+        return nullptr;
     }
 
     // Only the first letters decide, in either case. "OE", "SE", "OB", "OS" and "OC" win over the records on purpose: a
@@ -235,14 +192,14 @@ private:
                                   AppendProperties(
                                       text, *list, [this](int number) { return m_names.Text(number); },
                                       [this](int number) { return m_texts.Text(number); });
-                                  return list->GetSize() > 0 ? m_maker.Properties().Keep(std::move(list)) : nullptr;
+                                  return list->GetSize() > 0 ? m_builder.Properties().Keep(std::move(list)) : nullptr;
                               });
     }
 
     // Null if there is no attribute list or it is empty.
     const CJOBXPropertyArray* PropertiesOf(const CLenientFields& fields)
     {
-        return fields.Attributes().empty() ? nullptr : PropertiesOf(fields.Attributes());
+        return fields.Attributes().empty() ? nullptr : PropertiesOf(WithoutTail(fields.Attributes()));
     }
 
     template <class Record>
@@ -251,7 +208,7 @@ private:
         CLenientFields fields(line);
         Record record;
         Take(fields, record);
-        AddFeature(record, PropertiesOf(fields));
+        m_builder.AddFeature(record, PropertiesOf(fields));
     }
 
     // An open surface is dropped. Its index is not used again.
@@ -260,15 +217,14 @@ private:
         CLenientFields fields(line);
         SurfaceFields record;
         Take(fields, record);
-        m_surface = m_maker.Make(record, m_nextIndex, PropertiesOf(fields));
-        ++m_nextIndex;
+        m_builder.OpenSurface(record, PropertiesOf(fields));
     }
 
     // Does not change an open contour.
     void OnSurfaceEnd()
     {
-        if (m_surface != nullptr)
-            Own(std::move(m_surface));
+        if (m_builder.HasSurface())
+            m_builder.CloseSurface();
     }
 
     void OnContourLine(std::string_view line, char second)
@@ -280,9 +236,9 @@ private:
         case features_format::kBegin:
             return OnContour(line);
         case features_format::kSegment:
-            return m_contourIsOpen ? OnElement<SegmentFields>(line) : void();
+            return TakesSegments() ? OnElement<SegmentFields>(line) : void();
         case features_format::kCurve: // also needs an open surface
-            return m_contourIsOpen && m_surface != nullptr ? OnElement<CurveFields>(line) : void();
+            return TakesCurves() ? OnElement<CurveFields>(line) : void();
         default:
             return;
         }
@@ -294,48 +250,33 @@ private:
         CLenientFields fields(line);
         Record record;
         Take(fields, record);
-        AddElement(record, m_scanner.LineNumber());
+        m_builder.AddElement(record, m_scanner.LineNumber());
     }
 
     // An open contour is dropped.
     void OnContour(std::string_view line)
     {
-        if (m_surface == nullptr)
+        if (!m_builder.HasSurface())
             return;
-        m_elements.clear();
-        m_contourIsOpen = true;
+        m_builder.OpenContour();
         OnElement<ContourFields>(line);
     }
 
     void OnContourEnd()
     {
-        if (m_surface == nullptr || !m_contourIsOpen)
-            return;
-        AddElement(m_maker.MakeEnd(m_scanner.LineNumber()));
-        auto contour = std::make_unique<CJOBXlayObjSurfaceOB>();
-        CJOBXlayObjOXArray& elements = *contour->GetODBlayObjOXArray();
-        elements.Reserve(static_cast<__int64>(m_elements.size()));
-        for (std::unique_ptr<CJOBXlayObjOX>& element : m_elements)
-            elements.Own(std::move(element));
-        m_elements.clear();
-        m_contourIsOpen = false;
-        m_surface->GetContours()->Own(std::move(contour));
+        if (m_builder.HasSurface() && m_builder.HasContour())
+            m_builder.CloseContour(m_scanner.LineNumber());
     }
 
     CTextScanner& m_scanner;
     CJOBXlayer& m_layer;
-    CJOBXlayObjArray& m_features;
     CNumberIndex m_names{m_layer.m_arrAttributeNameNumbers, m_layer.m_arrAttributeNames};
     CNumberIndex m_texts{m_layer.m_arrAttributeTextNumbers, m_layer.m_arrAttributeTexts};
-    CFeatureMaker m_maker;
+    CFeatureBuilder m_builder;
     CPropertyIndex m_index;
     std::string_view m_lastAttributes; // of the feature before, in the text; empty if unknown
     const CJOBXPropertyArray* m_lastProperties = nullptr;
-    __int64 m_room = 0; // of the features
-    int m_nextIndex = 0;
-    std::unique_ptr<CJOBXlayObjSurface> m_surface;
-    std::vector<std::unique_ptr<CJOBXlayObjOX>> m_elements; // of the open contour
-    bool m_contourIsOpen = false;
+    bool m_lastMayHaveTail = false;
 };
 } // namespace
 

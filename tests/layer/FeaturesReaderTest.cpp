@@ -743,6 +743,48 @@ TEST(FeaturesReader, ChangingOneFeaturesAttributesLeavesEqualOnesAlone)
     EXPECT_EQ(Properties(*layer->GetFeatures()->GetAt(1)), ".a#0=#-1");
 }
 
+// Whatever exporters put behind a second ";" is part of the last item's number, as AddPropertyData takes it.
+TEST(FeaturesReader, AttributesAreThoseOfTheWholeTextBehindTheFirstSemicolon)
+{
+    std::string text = "@0 .a\n@2 .pad_usage\n&1 one\n&5 five\n";
+    std::vector<std::string> lists;
+    for (const char* const list : {"0", "0=1", "0,2=1", "2=1,0", "0=", "=1", "0=1 ", "0=1,", "x=1", "0=-1"})
+        for (const char* const tail : {"", ";ID=5", ";ID=61417", ";", ";;ID=5", ";ID=5,0=1", ";ID=5;0", "; ID = 5"})
+            for (int twice = 0; twice < 2; ++twice) // the second one is compared with the first
+            {
+                lists.push_back(std::string(list) + tail);
+                text += "P 1 2 0 P 0 0;" + lists.back() + '\n';
+            }
+    for (const std::string& all : {text, Indented(text)})
+    {
+        const auto layer = Read(all);
+        ASSERT_EQ(layer->GetFeatures()->GetSize(), static_cast<__int64>(lists.size()));
+        for (std::size_t i = 0; i < lists.size(); ++i)
+        {
+            CJOBXlayObjPad expected;
+            layer->AddPropertyData(CString(std::string_view(Trimmed(lists[i]))), &expected);
+            EXPECT_EQ(Properties(*layer->GetFeatures()->GetAt(static_cast<__int64>(i))), Properties(expected))
+                << lists[i];
+        }
+    }
+}
+
+TEST(FeaturesReader, AttributesThatANumberBehindThemDoesNotChangeAreShared)
+{
+    std::string text = "@0 .a\n@2 .b\n&1 one\n";
+    for (int i = 0; i < 50; ++i)
+        text += "P 1 2 0 P 0 0;0,2=1;ID=" + std::to_string(i) + '\n';
+    for (const std::string& all : {text, Indented(text)})
+    {
+        const auto layer = Read(all);
+        for (int i = 0; i < 50; ++i)
+            EXPECT_EQ(layer->GetFeatures()->GetAt(i)->pGetProperty(0), layer->GetFeatures()->GetAt(0)->pGetProperty(0));
+    }
+    const auto flags = Read("@0 .a\n&1 one\nP 1 2 0 P 0 0;0;ID=1\nP 1 2 0 P 0 0;0;ID=2\n");
+    EXPECT_EQ(Properties(*flags->GetFeatures()->GetAt(0)), ".a#0=one#1");
+    EXPECT_EQ(Properties(*flags->GetFeatures()->GetAt(1)), ".a#0=#2");
+}
+
 TEST(FeaturesReader, AddPropertyDataAppendsWithTheLayersTables)
 {
     const auto layer = Read("@0 .a\n@2 .pad_usage\n&1 one\nL 0 0 0 0 0 P 0 ;0\nL 0 0 0 0 0 P 0 ;0\n");
