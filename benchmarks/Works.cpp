@@ -136,6 +136,17 @@ std::shared_ptr<void> ReadFile(const fs::path& path)
     return model;
 }
 
+// A job of features files whose features have unique numbers.
+void MakeNumberedJob(const fs::path& directory, double megabytes)
+{
+    JobPlan plan;
+    plan.megabytes = megabytes;
+    plan.nets = 0;
+    plan.components = 0;
+    plan.uniqueNumbers = true;
+    GenerateJob(plan, directory / "input");
+}
+
 std::shared_ptr<void> ReadFeaturesFile(const fs::path& input)
 {
     return ReadFile<CJOBXlayer>(input / "features");
@@ -164,6 +175,16 @@ std::shared_ptr<void> ReadJob(const fs::path& input)
 {
     return ReadFile<CJOBX>(input);
 }
+std::shared_ptr<void> ReadJobCompletely(const fs::path& input)
+{
+    auto job = std::make_shared<CJOBX>();
+    CJOBXreading reading;
+    reading.way = JOBXway::Complete;
+    job->SetReading(reading);
+    if (job->ParseODBOfMFC(input.c_str()) != 1)
+        throw std::runtime_error("cannot read " + input.string());
+    return job;
+}
 } // namespace
 
 const std::vector<ReadingWork>& ReadingWorks()
@@ -183,6 +204,12 @@ const std::vector<ReadingWork>& ReadingWorks()
         {"symbols.Z", "symbols, .Z", "", kReadAndSplitPlain, 10.0, false, true, MakePackedSymbols,
          RemoveUnpackedSymbols, ReadJob},
         {"job", "whole job, 1 thread", "", kSplit, 30.0, true, false, MakeJob, Restored, ReadJob},
+        {"job.complete", "whole job, complete, 1 thread", "", kSplit, 30.0, true, false, MakeJob, Restored,
+         ReadJobCompletely},
+        {"numbers", "features with unique numbers", "<= 1.30", kSplit, 30.0, true, false, MakeNumberedJob, Restored,
+         ReadJob},
+        {"numbers.complete", "features with unique numbers, complete", "<= 1.30", kSplit, 30.0, true, false,
+         MakeNumberedJob, Restored, ReadJobCompletely},
     };
     return works;
 }

@@ -53,6 +53,7 @@ struct Source
     JobCounts& counts;
     std::uint32_t symbols = 1;
     std::uint32_t texts = 1;
+    bool uniqueNumbers = false;
 };
 
 // A coordinate's text depends on its value alone, so that a line begins with the text that the last one ended with.
@@ -259,8 +260,17 @@ void PutBarcode(Source& source, const AttributeList& list)
     ++source.counts.barcodes;
 }
 
-void PutFeature(Source& source, Kind kind, Point& end, const AttributeList& list)
+// With a number behind it that no other feature of its layer has.
+AttributeList WithNumber(AttributeList list, std::int64_t number)
 {
+    constexpr std::int64_t kFirst = 60'000;
+    list.text += (list.text.empty() ? ";;ID=" : ";ID=") + std::to_string(kFirst + number);
+    return list;
+}
+
+void PutFeature(Source& source, Kind kind, Point& end, const AttributeList& attributes)
+{
+    const AttributeList list = source.uniqueNumbers ? WithNumber(attributes, source.counts.features) : attributes;
     switch (kind)
     {
     case Kind::Line:
@@ -328,6 +338,7 @@ void WriteLayerFeatures(const std::filesystem::path& path, std::uint64_t bytes, 
 {
     TextFile file(path);
     Source source{file, random, counts};
+    source.uniqueNumbers = plan.uniqueNumbers;
     file << "#\n#Units\n#\nU INCH\n";
     source.symbols = PutSymbolTable(file, plan, random);
     source.texts = 1 + FeaturesOf(bytes) / kFeaturesForText;

@@ -38,6 +38,7 @@ struct JobPlan
     int steps = 1;                          // the first repeats the others
     int symbols = 20;                       // user symbols
     bool compressSymbols = false;           // each as "features.Z"
+    bool uniqueNumbers = false;             // a tail ";0,2=1;ID=61417" for each feature of a layer
     std::optional<std::int64_t> nets;       // of all steps together; without a number as many as fit the size
     std::optional<std::int64_t> components; // likewise
     double balance = 1.0;                   // 1: every layer is equally large; 0: the first layer has it all

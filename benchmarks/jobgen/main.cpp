@@ -55,6 +55,7 @@ int Run(int argc, char** argv)
     app.add_option("--steps", plan.steps, "Steps; the first repeats the others")->capture_default_str();
     app.add_option("--symbols", plan.symbols, "User symbols")->capture_default_str();
     app.add_flag("--compress-symbols", plan.compressSymbols, "Write the user symbols as features.Z");
+    app.add_flag("--ids", plan.uniqueNumbers, "Give each feature of a layer a unique number, as \";0,2=1;ID=61417\"");
     app.add_option("--nets", plan.nets, "Nets of all steps together (default: as many as fit the size)");
     app.add_option("--components", plan.components,
                    "Components of all steps together (default: as many as fit the size)");

@@ -175,6 +175,24 @@ TEST(JobGenerator, CompressedSymbolsAreReadLikePlainOnes)
     ExpectSameRecords(CountModel(directory.Path("job")), generated);
 }
 
+TEST(JobGenerator, GivesEachFeatureOfALayerANumberThatAClassicReaderPassesOver)
+{
+    const TempDir directory;
+    JobPlan plan = SmallPlan();
+    plan.uniqueNumbers = true;
+    plan.steps = 1;
+    const JobCounts generated = Generate(plan, directory);
+    const JobCounts read = CountModel(directory.Path("job"));
+    EXPECT_EQ(read.features, generated.features);
+    EXPECT_EQ(read.lines, generated.lines);
+    EXPECT_EQ(read.texts, generated.texts);
+    std::int64_t tails = 0;
+    for (const auto& [name, text] : Tree(directory.Path("job")))
+        for (std::size_t at = 0; (at = text.find(";ID=", at)) != std::string::npos; ++at)
+            ++tails;
+    EXPECT_EQ(tails, generated.features);
+}
+
 TEST(JobGenerator, JobHasTheSizeAndTheNumbersThatWereAskedFor)
 {
     const TempDir directory;
