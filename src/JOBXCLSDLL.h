@@ -41,6 +41,7 @@
 #include "eda/CJOBXeda.h"
 #include "foundation/CExPtrArray.h"
 #include "foundation/CJOBXProperty.h"
+#include "foundation/CJOBXidentified.h"
 #include "foundation/CJOBXtailed.h"
 #include "foundation/CJOBXunit.h"
 #include "foundation/CLogFile.h"

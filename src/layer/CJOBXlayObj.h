@@ -2,6 +2,7 @@
 
 #include "foundation/CExPtrArray.h"
 #include "foundation/CJOBXProperty.h"
+#include "foundation/CJOBXidentified.h"
 #include "foundation/corekit/CPointD.h"
 #include "foundation/framework/CRaisingNew.h"
 #include "foundation/framework/CString.h"
@@ -19,7 +20,7 @@
 // geometry does not change.
 // Units:     lengths in the unit of their file, angles in degrees.
 // Ownership: owned by its layer's array; not copyable.
-class JOBX_API CJOBXlayObj
+class JOBX_API CJOBXlayObj : public CJOBXidentified
 {
 public:
     CJOBXlayObj() = default;
@@ -137,10 +138,10 @@ private:
     Extras& MakeExtras();
     void BorrowProperties(const CJOBXPropertyArray* list) noexcept;
 
+    int m_nDcode = 0; // beside the unique number, so that no room is lost
     // 0, or the address of the property list that the record borrows from its file, or, with the lowest bit set, the
     // address of the record's own extras.
     std::uintptr_t m_nLink = 0;
-    int m_nDcode = 0;
     int m_nSymbol = -1;
     int m_nIndex = 0;
     char m_cPolarity = 'P';
@@ -303,6 +304,13 @@ public:
     CString m_sBarcodeName;
     int m_nOrientation = 0; // as for a pad
     CPointD m_ptPosition;
+
+    // Of the orientations with an angle. Only complete reading looks for it.
+    double GetRotationAngle() const { return m_dAngle; }
+    void SetRotationAngle(double angle) { m_dAngle = angle; }
+
+private:
+    double m_dAngle = 0.0;
 };
 
 // One contour of a surface.

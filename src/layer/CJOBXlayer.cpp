@@ -124,6 +124,14 @@ CString CJOBXlayer::GetAttributeText(int number) const
     return FirstTextOfNumber(m_arrAttributeTextNumbers, m_arrAttributeTexts, number);
 }
 
+JOBXunit CJOBXlayer::GetSymbolUnit(int number) const
+{
+    const CString own = FirstTextOfNumber(m_arrSymbolNumbers, m_arrSymbolSecondFields, number);
+    if (AsciiEqualNoCase(own.View(), "M"))
+        return JOBXunit::Millimetre;
+    return AsciiEqualNoCase(own.View(), "I") ? JOBXunit::Inch : GetUnit();
+}
+
 int CJOBXlayer::nGetLayObjIndexFromSurfaceIndex(int n) const
 {
     for (__int64 i = n; i >= 0 && i < m_arrFeatures.GetSize(); ++i)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "foundation/CExPtrArray.h"
+#include "foundation/CJOBXidentified.h"
 #include "foundation/CJOBXunit.h"
 #include "foundation/corekit/CArrayN.h"
 #include "foundation/framework/CRaisingNew.h"
@@ -17,7 +18,7 @@ class CJOBXtool;
 // table is a pair of parallel arrays, numbers and texts.
 // Units:     lengths in the unit of the file; a unit change multiplies them but keeps the units text.
 // Ownership: owns its features, components and drill tools; not copyable.
-class JOBX_API CJOBXlayer : public CRaisingNew, public CJOBXmeasured
+class JOBX_API CJOBXlayer : public CRaisingNew, public CJOBXmeasured, public CJOBXidentified
 {
 public:
     CJOBXlayer();
@@ -47,6 +48,9 @@ public:
     CString GetSymbolName(int number) const;
     CString GetAttributeName(int number) const;
     CString GetAttributeText(int number) const;
+    // The unit of the lengths in the name of that symbol: its own if its entry has one, else that of the file. Only for
+    // layers that were read completely.
+    JOBXunit GetSymbolUnit(int number) const;
     // The index, from `n` on, of the first feature whose surface index is `n`; -1 if there is none or `n` is not a
     // valid index.
     int nGetLayObjIndexFromSurfaceIndex(int n) const;

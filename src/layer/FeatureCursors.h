@@ -1,4 +1,4 @@
-// Two ways to parse the fields of a feature line. FeatureLines.h says which fields there are.
+// Three ways to parse the fields of a feature line. FeatureLines.h says which fields there are.
 #pragma once
 
 #include "foundation/CTextScanner.h"
@@ -49,6 +49,9 @@ public:
     bool LastPoint(FeaturePoint& point) noexcept { return Point(point); }
     // Of a contour's arc, which has no attributes: ";" is an ordinary character.
     bool CurveClockwise(std::string_view& clockwise) noexcept { return Text(clockwise); }
+    bool OptionalInteger(int& value) noexcept { return LastInteger(value); }
+    // The classic reader looks for no angle in a barcode.
+    bool BarcodeAngle(int /*orientation*/, double& /*angle*/) noexcept { return true; }
     // "8 30 ;1=2": the code, and the angle if a blank follows the code.
     bool LastOrientation(int& code, double& angle) noexcept
     {
@@ -133,6 +136,16 @@ public:
     bool CurveClockwise(std::string_view& clockwise) noexcept { return LastClockwise(clockwise); }
     bool LastOrientation(int& code, double& angle) noexcept { return Digits(code) && (!Is(' ') || LastReal(angle)); }
 
+    // "ID=" and a number.
+    bool ID(__int64& id) noexcept
+    {
+        int number = 0;
+        if (!Is('I') || !Is('D') || !Is('=') || !Digits(number))
+            return false;
+        id = number;
+        return true;
+    }
+
     bool Is(char character) noexcept
     {
         if (m_at == m_end || *m_at != character)
@@ -178,4 +191,101 @@ private:
 
     const char* m_at;
     const char* m_end;
+};
+
+// Takes fields from the record part of any line, as lenient ones do, and remembers what is wrong with them: the first
+// field that is no number, whether there were too few fields, and what is left. Blanks and tabs separate.
+class CCheckedFields
+{
+public:
+    // The record is trimmed and has no tail; its keyword is passed over.
+    explicit CCheckedFields(std::string_view record) noexcept : m_rest(record) { NextField(); }
+
+    bool Real(double& value) noexcept
+    {
+        const std::string_view field = NextNeeded();
+        if (field.empty())
+            return true;
+        const auto read = ReadReal(field.data(), field.data() + field.size());
+        value = read.value;
+        return Numeric(field, read.end);
+    }
+    bool Integer(int& value) noexcept
+    {
+        const std::string_view field = NextNeeded();
+        return field.empty() || WholeNumber(field, value);
+    }
+    bool Text(std::string_view& value) noexcept
+    {
+        const std::string_view field = NextNeeded();
+        if (!field.empty())
+            value = field;
+        return true;
+    }
+    bool Point(FeaturePoint& point) noexcept { return Real(point.x) && Real(point.y); }
+    bool Polarity(std::string_view& polarity) noexcept { return Text(polarity); }
+    bool LastInteger(int& value) noexcept { return Integer(value); }
+    bool LastClockwise(std::string_view& clockwise) noexcept { return Text(clockwise); }
+    bool LastPoint(FeaturePoint& point) noexcept { return Point(point); }
+    bool CurveClockwise(std::string_view& clockwise) noexcept { return Text(clockwise); }
+    bool LastOrientation(int& code, double& angle) noexcept
+    {
+        Integer(code);
+        // Other codes may have an angle, which is 0 then.
+        return IsTurned(code) ? Real(angle) : m_rest.empty() || Real(angle);
+    }
+    bool BarcodeAngle(int orientation, double& angle) noexcept { return !IsTurned(orientation) || Real(angle); }
+    bool OptionalInteger(int& value) noexcept { return m_rest.empty() || Integer(value); }
+
+    // The text between the first quote and the last one of the record, whatever stands between them. A text without
+    // quotes is a field.
+    bool Quoted(std::string_view& text) noexcept
+    {
+        const std::size_t quote = m_rest.find(features_format::kQuote);
+        if (quote == std::string_view::npos)
+            return Text(text);
+        const std::string_view open = m_rest.substr(quote + 1);
+        const std::size_t end = open.rfind(features_format::kQuote);
+        m_hasOpenQuote = end == std::string_view::npos;
+        text = open.substr(0, end);
+        m_rest = m_hasOpenQuote ? std::string_view() : TrimmedLeft(open.substr(end + 1));
+        return true;
+    }
+
+    bool AreTooFew() const noexcept { return m_areTooFew; }
+    bool HasOpenQuote() const noexcept { return m_hasOpenQuote; }
+    std::string_view NoNumber() const noexcept { return m_noNumber; } // the first field that had to be one; or ""
+    std::string_view Left() const noexcept { return m_rest; }
+
+private:
+    static constexpr std::string_view kSeparators = " \t";
+
+    std::string_view NextField() noexcept
+    {
+        const std::string_view field = m_rest.substr(0, m_rest.find_first_of(kSeparators));
+        m_rest = TrimmedLeft(m_rest.substr(field.size()));
+        return field;
+    }
+    std::string_view NextNeeded() noexcept
+    {
+        m_areTooFew = m_areTooFew || m_rest.empty();
+        return NextField();
+    }
+    bool Numeric(std::string_view field, const char* end) noexcept
+    {
+        if (end != field.data() + field.size() && m_noNumber.empty())
+            m_noNumber = field;
+        return true;
+    }
+    bool WholeNumber(std::string_view field, int& value) noexcept
+    {
+        const auto read = ReadInteger(field.data(), field.data() + field.size());
+        value = read.value;
+        return Numeric(field, read.end);
+    }
+
+    std::string_view m_rest;
+    std::string_view m_noNumber;
+    bool m_areTooFew = false;
+    bool m_hasOpenQuote = false;
 };

@@ -45,6 +45,11 @@ struct PadFields : FeatureFields
     double angle = 0.0;
 };
 
+constexpr bool IsTurned(int orientation) noexcept
+{
+    return orientation == features_format::kTurned || orientation == features_format::kTurnedAndMirrored;
+}
+
 struct TextFields : FeatureFields
 {
     FeaturePoint position;
@@ -63,6 +68,7 @@ struct BarcodeFields : FeatureFields
     std::string_view name;
     std::string_view font;
     int orientation = 0;
+    double angle = 0.0;
     std::string_view eFlag;
     double width = 0.0;
     double height = 0.0;
@@ -147,28 +153,27 @@ bool Take(Fields& fields, TextFields& text)
 {
     const bool isPlaced = fields.Point(text.position) && fields.Text(text.font) && fields.Polarity(text.polarity) &&
                           fields.Integer(text.orientation);
-    const bool hasAngle =
-        text.orientation == features_format::kTurned || text.orientation == features_format::kTurnedAndMirrored;
-    if (!isPlaced || (hasAngle && !fields.Real(text.angle)) || !fields.Point(text.size) ||
+    if (!isPlaced || (IsTurned(text.orientation) && !fields.Real(text.angle)) || !fields.Point(text.size) ||
         !fields.Real(text.widthFactor))
         return false;
     int ignored = 0;
     const bool isQuoted = fields.Quoted(text.text);
-    return fields.LastInteger(isQuoted ? text.version : ignored);
+    return fields.OptionalInteger(isQuoted ? text.version : ignored);
 }
 
 template <class Fields>
 bool Take(Fields& fields, BarcodeFields& barcode)
 {
     if (!fields.Point(barcode.position) || !fields.Text(barcode.name) || !fields.Text(barcode.font) ||
-        !fields.Polarity(barcode.polarity) || !fields.Integer(barcode.orientation) || !fields.Text(barcode.eFlag) ||
+        !fields.Polarity(barcode.polarity) || !fields.Integer(barcode.orientation) ||
+        !fields.BarcodeAngle(barcode.orientation, barcode.angle) || !fields.Text(barcode.eFlag) ||
         !fields.Real(barcode.width) || !fields.Real(barcode.height) || !fields.Text(barcode.fasc) ||
         !fields.Text(barcode.cs) || !fields.Text(barcode.bg) || !fields.Text(barcode.astr) ||
         !fields.Text(barcode.astrPosition))
         return false;
     int ignored = 0;
     fields.Quoted(barcode.text);
-    return fields.LastInteger(ignored);
+    return fields.OptionalInteger(ignored);
 }
 
 template <class Fields>

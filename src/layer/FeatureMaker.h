@@ -98,6 +98,7 @@ public:
         barcode->m_sBarcodeName = fields.name;
         barcode->m_sFontName = fields.font;
         barcode->m_nOrientation = fields.orientation;
+        barcode->SetRotationAngle(fields.angle);
         barcode->m_sEFlag = fields.eFlag;
         barcode->m_dWidth = fields.width;
         barcode->m_dHeight = fields.height;

@@ -18,6 +18,9 @@ inline constexpr char kSymbol = '$';
 inline constexpr char kAttributeName = '@';
 inline constexpr char kAttributeText = '&';
 
+inline constexpr char kCount = 'F';      // of the features
+inline constexpr char kFileID[] = "ID="; // of the file itself
+
 // A line beginning with "O" belongs to a contour; one of these letters follows. "SE" ends a surface.
 inline constexpr char kContour = 'O';
 inline constexpr char kBegin = 'B';

@@ -287,13 +287,6 @@ void ReadFeatures(CTextScanner& scanner, CJOBXlayer& layer)
     reading->Read();
 }
 
-void ReadCompletely(const CReadingContext& context, CSourceFile& file, CJOBXlayer& layer)
-{
-    layer.SetUnit(context.job.unit);
-    if (file.WasRead())
-        ReadFeatures(file.Text(), layer);
-}
-
 CString PadUsageText(int number)
 {
     return number >= 0 && number <= 4 ? "tooling_hole" : "";

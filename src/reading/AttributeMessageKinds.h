@@ -22,8 +22,9 @@ inline constexpr CJOBXmessageKind kNoOption{
 inline constexpr CJOBXmessageKind kBadNumber{
     "ATR005", JOBXseverity::Warning, "The value of a number attribute is no number.",
     "0=abc where misc/userattr defines the attribute as INTEGER", "The value is kept as a text."};
-inline constexpr CJOBXmessageKind kBadID{"ATR006", JOBXseverity::Warning, "A unique number is no whole number.",
-                                         "P 1 2 0 P 0 0;;ID=x", "The record is read without a unique number."};
+inline constexpr CJOBXmessageKind kBadID{"ATR006", JOBXseverity::Warning,
+                                         "A unique number is no whole number, or too large.", "P 1 2 0 P 0 0;;ID=x",
+                                         "The record is read without a unique number."};
 inline constexpr CJOBXmessageKind kOddTail{"ATR007", JOBXseverity::Note,
                                            "What stands behind a record's attributes is not known.",
                                            "P 1 2 0 P 0 0;0=1;COLOR=red", "It is not kept in the model."};

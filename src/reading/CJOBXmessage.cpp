@@ -3,6 +3,7 @@
 #include "foundation/framework/AsciiText.h"
 #include "reading/AttributeMessageKinds.h"
 #include "reading/CJOBXreading.h"
+#include "reading/FeatureMessageKinds.h"
 #include "reading/FileMessageKinds.h"
 #include "reading/MatrixMessageKinds.h"
 #include "reading/UnitMessageKinds.h"
@@ -13,8 +14,8 @@
 namespace
 {
 // The kinds by area, in the order of their codes.
-constexpr std::span<const CJOBXmessageKind* const> kAreas[] = {attribute_message::kAll, file_message::kAll,
-                                                               matrix_message::kAll, unit_message::kAll};
+constexpr std::span<const CJOBXmessageKind* const> kAreas[] = {
+    attribute_message::kAll, feature_message::kAll, file_message::kAll, matrix_message::kAll, unit_message::kAll};
 
 CString WithoutControls(const CString& text)
 {

@@ -53,10 +53,10 @@ std::string_view NextPart(std::string_view& rest)
 }
 } // namespace
 
-CTailText CutTail(std::string_view line) noexcept
+CTailText CutTail(std::string_view line, std::size_t from) noexcept
 {
     CTailText tail;
-    const std::size_t semicolon = line.find(';');
+    const std::size_t semicolon = line.find(';', from);
     tail.record = TrimmedRight(line.substr(0, semicolon));
     if (semicolon == std::string_view::npos)
         return tail;
@@ -94,8 +94,9 @@ __int64 ReadTailID(const CTailText& tail, int line, CFileMessages& messages)
     return CJOBXtailed::kNoID;
 }
 
-void CAttributeReader::Append(std::string_view list, int line, CJOBXPropertyArray& properties)
+bool CAttributeReader::Append(std::string_view list, int line, CJOBXPropertyArray& properties)
 {
+    m_isSound = true;
     CAttributeListScanner items(list);
     for (std::string_view item; items.Next(item);)
     {
@@ -105,18 +106,19 @@ void CAttributeReader::Append(std::string_view list, int line, CJOBXPropertyArra
         property->m_nNumber = NumberOf(number);
         if (property->m_nNumber < 0)
         {
-            m_messages.Say(kBadItem, line, "The attribute ", Quoted{item}, " does not begin with a number.");
+            Say(kBadItem, line, "The attribute ", Quoted{item}, " does not begin with a number.");
             continue;
         }
         property->m_sName = m_names.Text(property->m_nNumber);
         if (property->m_sName.IsEmpty())
-            m_messages.Say(kNoName, line, "No attribute name has the number ", property->m_nNumber, ".");
+            Say(kNoName, line, "No attribute name has the number ", property->m_nNumber, ".");
         if (equals == std::string_view::npos)
             property->SetKind(JOBXattributeKind::Flag);
         else
             SetValue(*property, Trimmed(item.substr(equals + 1)), line);
         properties.Own(std::move(property));
     }
+    return m_isSound;
 }
 
 void CAttributeReader::Take(const CTailText& tail, int line, CJOBXtailed& record)
@@ -142,8 +144,8 @@ void CAttributeReader::SetValue(CJOBXProperty& property, std::string_view value,
     case JOBXattributeKind::Real:
         if (property.GetKind() == JOBXattributeKind::Integer ? IsInteger(value, whole) : IsReal(value))
             return;
-        m_messages.Say(kBadNumber, line, "The value ", Quoted{value}, " of the attribute ",
-                       Quoted{property.m_sName.View()}, " is no number.");
+        Say(kBadNumber, line, "The value ", Quoted{value}, " of the attribute ", Quoted{property.m_sName.View()},
+            " is no number.");
         property.SetKind(JOBXattributeKind::Text);
         return;
     case JOBXattributeKind::Flag:
@@ -158,7 +160,7 @@ void CAttributeReader::SetText(CJOBXProperty& property, std::string_view value, 
     if (property.m_nTextNumber >= 0 && m_texts.Has(property.m_nTextNumber))
         property.m_sValue = m_texts.Text(property.m_nTextNumber);
     else
-        m_messages.Say(kNoText, line, "No attribute text has the number ", Quoted{value}, ".");
+        Say(kNoText, line, "No attribute text has the number ", Quoted{value}, ".");
 }
 
 void CAttributeReader::SetOption(CJOBXProperty& property, const CAttributeTypes::Type& type, std::string_view value,
@@ -169,8 +171,7 @@ void CAttributeReader::SetOption(CJOBXProperty& property, const CAttributeTypes:
     if (property.m_nTextNumber >= 0 && index < type.options.size())
         property.m_sValue = std::string_view(type.options[index]);
     else if (!type.options.empty())
-        m_messages.Say(kNoOption, line, "The attribute ", Quoted{property.m_sName.View()}, " has no option ",
-                       Quoted{value}, ".");
+        Say(kNoOption, line, "The attribute ", Quoted{property.m_sName.View()}, " has no option ", Quoted{value}, ".");
 }
 
 // Without a definition: a whole number that is in the table of texts means that text, as exporters write it.

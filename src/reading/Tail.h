@@ -11,7 +11,7 @@
 
 #include <string_view>
 
-// A line split at its first ";". All parts are trimmed views of the line.
+// A line split at its first ";", or the first one from a position on. All parts are trimmed views of the line.
 struct CTailText
 {
     std::string_view record;
@@ -20,7 +20,7 @@ struct CTailText
     std::string_view rest;       // the last of any further parts; "" if there is none
     bool hasID = false;
 };
-CTailText CutTail(std::string_view line) noexcept;
+CTailText CutTail(std::string_view line, std::size_t from = 0) noexcept;
 
 // The number of an "ID=" part; CJOBXtailed::kNoID, with a message, if it is not a number.
 __int64 ReadTailID(const CTailText& tail, int line, CFileMessages& messages);
@@ -35,8 +35,8 @@ public:
     {
     }
 
-    // Appends the attributes of a list such as "0=1,2" with names, kinds and values.
-    void Append(std::string_view list, int line, CJOBXPropertyArray& properties);
+    // Appends the attributes of a list such as "0=1,2" with names, kinds and values. False if a message was reported.
+    bool Append(std::string_view list, int line, CJOBXPropertyArray& properties);
     // Stores the contents of a tail in a record.
     void Take(const CTailText& tail, int line, CJOBXtailed& record);
 
@@ -45,7 +45,14 @@ private:
     void SetText(CJOBXProperty& property, std::string_view value, int line);
     void SetOption(CJOBXProperty& property, const CAttributeTypes::Type& type, std::string_view value, int line);
     JOBXattributeKind GuessKind(std::string_view value);
+    template <class... Parts>
+    void Say(const CJOBXmessageKind& kind, int line, const Parts&... parts)
+    {
+        m_isSound = false;
+        m_messages.Say(kind, line, parts...);
+    }
 
+    bool m_isSound = true; // what was appended last
     CNumberIndex& m_names;
     CNumberIndex& m_texts;
     const CAttributeTypes& m_types;

@@ -81,7 +81,7 @@ const std::set<std::string> kWithoutOperations = {
     "CRaisingNew",                                              // only a base: each class that derives from it is tried
     "CKDiagnosticSink",                                         // the host's own
     "CJOBXmessageSink", "CJOBXblockTaker", "CJOBXgzipExpander", // likewise
-    "CJOBXreading",     "CJOBXmeasured",                        // no texts
+    "CJOBXreading",     "CJOBXidentified", "CJOBXmeasured",     // no texts
 };
 } // namespace
 
