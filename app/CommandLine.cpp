@@ -160,9 +160,40 @@ void TakeNoValuesForFlags(CLI::App& place)
             option->disable_flag_override();
 }
 
+// The option of that name, if it takes the next word as its value.
+const CLI::Option* OptionBeforeValue(const CLI::App& command, const std::string& word)
+{
+    const CLI::Option* const option = IsOption(word) ? command.get_option_no_throw(word) : nullptr;
+    return option != nullptr && option->get_items_expected_max() > 0 ? option : nullptr;
+}
+
+// The parser would take any next word as the value: "-o --force" would write to a directory "--force".
+void RefuseOptionsAsValues(const CLI::App& app, const std::vector<std::string>& words)
+{
+    const CLI::App* command = nullptr;
+    for (std::size_t at = 0; at + 1 < words.size() && words[at] != "--"; ++at)
+    {
+        if (command == nullptr)
+        {
+            for (const CLI::App* const each : app.get_subcommands([](const CLI::App*) { return true; }))
+                command = each->get_name() == words[at] ? each : command;
+            continue;
+        }
+        const CLI::Option* const option = OptionBeforeValue(*command, words[at]);
+        if (option == nullptr)
+            continue;
+        const std::string& value = words[++at];
+        if (value.starts_with("--"))
+            throw ExitError(ExitCode::WrongUsage,
+                            fmt::format("{0} needs a value; for the value \"{1}\" type {0}={1} (try: jobx {2} --help)",
+                                        option->get_name(), Printable(value), command->get_name()));
+    }
+}
+
 // Runs the command from the command line.
 void Parse(CLI::App& app, int argc, const char* const* argv)
 {
+    RefuseOptionsAsValues(app, {argv + std::min(argc, 1), argv + argc});
     try
     {
         app.parse(argc, argv);

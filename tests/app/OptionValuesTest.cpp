@@ -135,6 +135,25 @@ TEST(JobxOptionValues, AMissingValueASecondOneAndOneOfAFlagAreNamed)
     }
 }
 
+TEST(JobxOptionValues, TheNextOptionIsNotTakenAsTheValueUnlessItIsAttached)
+{
+    const TempDir directory;
+    MakeJob(directory, "");
+    for (const std::string& command : kCommands)
+        for (const auto& [option, hasValue] : OptionsOf(command))
+            if (hasValue)
+            {
+                SCOPED_TRACE(command + " " + option);
+                const std::string name = MainName(option);
+                EXPECT_EQ(ErrorOf(directory, command, {option, "--quiet"}),
+                          Line(command, name + " needs a value; for the value \"--quiet\" type " + name + "=--quiet"));
+            }
+    const std::string write = "cd " + ShellWord(directory.Path()) + "\n\"$JOBX\" write job --quiet ";
+    for (const std::string options : {"--output=--force", "-o--force --force", "--name -o -o out", "-o out --name=--x"})
+        EXPECT_EQ(RunShell(write + options).exitCode, 0) << options;
+    EXPECT_TRUE(directory.Exists("--force/job") && directory.Exists("out/-o") && directory.Exists("out/--x"));
+}
+
 TEST(JobxOptionValues, MissingAndSurplusArgumentsAreNamed)
 {
     const TempDir directory;
