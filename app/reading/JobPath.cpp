@@ -76,6 +76,9 @@ bool HasArchiveName(const std::string& path)
 
 void RaiseNoDirectory(const std::string& path, fs::file_type type)
 {
+    std::error_code error;
+    if (type == fs::file_type::not_found && fs::is_symlink(fs::symlink_status(path, error)))
+        RaiseUnreadable(fmt::format("{} is a broken link", Quoted(path)));
     if (type == fs::file_type::not_found)
         RaiseUnreadable(fmt::format("{} does not exist", Quoted(path)));
     if (type == fs::file_type::regular && (HasArchiveBytes(path) || HasArchiveName(path)))

@@ -11,6 +11,7 @@
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
+#include <initializer_list>
 #include <optional>
 #include <system_error>
 #include <unordered_map>
@@ -39,8 +40,14 @@ bool IsThere(const CString& path)
     return fs::exists(fs::symlink_status(std::string(path.View()), error));
 }
 
-// What is wrong with an existing file, "" if nothing is.
-std::string ProblemOfFile(const CString& path)
+bool IsBrokenLink(const CString& path)
+{
+    std::error_code error;
+    return IsThere(path) && fs::status(std::string(path.View()), error).type() == fs::file_type::not_found;
+}
+
+// Why an existing file cannot be read, "" if it can.
+std::string ReasonNotToRead(const CString& path)
 {
     const std::string name(path.View());
     std::error_code error;
@@ -54,7 +61,17 @@ std::string ProblemOfFile(const CString& path)
     if (file == nullptr)
         return "cannot be read: " + (error ? error : std::error_code(errno, std::generic_category())).message();
     std::fclose(file);
-    return fs::file_size(name, error) == 0 && !error ? "is empty" : "";
+    return "";
+}
+
+// What is wrong with an existing file, "" if nothing is.
+std::string ProblemOfFile(const CString& path)
+{
+    std::string reason = ReasonNotToRead(path);
+    std::error_code error;
+    if (reason.empty() && fs::file_size(std::string(path.View()), error) == 0 && !error)
+        reason = "is empty";
+    return reason;
 }
 
 // Whether a block of the file lacks its closing brace, as in a file that was cut short.
@@ -92,10 +109,11 @@ public:
             next += step != nullptr && step->m_sName == names[i] ? 1 : 0;
             if (step != nullptr && step->m_sName == names[i])
                 LookInto(*step);
-            else if (!IsTold(Files().FindPath(m_steps, names[i])))
-                Add(fmt::format("step \"{}\" of the matrix has no directory below \"steps\"", Shown(names[i])));
+            else
+                LookForStep(names[i]);
         }
         LookIntoSymbols();
+        LookIntoOthers();
         return std::move(m_lines);
     }
 
@@ -137,6 +155,41 @@ private:
         return isCut;
     }
 
+    // Adds a line for a directory that is absent or a broken link.
+    void AddDirectory(const std::string& whose, const CString& path, const std::string& absent)
+    {
+        Add(IsBrokenLink(path) ? fmt::format("{}: the directory is a broken link", whose) : whose + absent);
+    }
+
+    // Adds a line for each of these parts that is a broken link; all may be absent.
+    void AddBrokenLinks(const std::string& whose, const CString& place, std::initializer_list<const char*> names)
+    {
+        for (const char* const name : names)
+            if (IsBrokenLink(Files().FindPath(place, name)))
+                Add(fmt::format("{}: \"{}\" is a broken link", whose, name));
+    }
+
+    void LookForStep(const CString& name)
+    {
+        const CString path = Files().FindPath(m_steps, name);
+        if (!IsTold(path))
+            AddDirectory(fmt::format("step \"{}\" of the matrix", Shown(name)), path,
+                         " has no directory below \"steps\"");
+    }
+
+    // The font and the job information may be absent, and empty.
+    void LookIntoOthers()
+    {
+        AddBrokenLinks("the job", ".", {"fonts", "misc"});
+        for (const char* const name : {"fonts/standard", "misc/info"})
+        {
+            const CString path = Files().FindPath(".", name);
+            const std::string reason = IsThere(path) && !IsTold(path) ? ReasonNotToRead(path) : "";
+            if (!reason.empty())
+                Add(fmt::format("the job: the file \"{}\" {}", name, reason));
+        }
+    }
+
     void LookIntoMatrix()
     {
         const CJOBXmatrix& matrix = *m_job.m_pMatrix;
@@ -156,7 +209,7 @@ private:
             return;
         std::error_code error;
         if (fs::status(std::string(place.View()), error).type() != fs::file_type::directory)
-            return Add("\"symbols\" is not a directory");
+            return Add(IsBrokenLink(place) ? "\"symbols\" is a broken link" : "\"symbols\" is not a directory");
         std::vector<fs::path> entries;
         for (fs::directory_iterator entry(std::string(place.View()), error), end; !error && entry != end;
              entry.increment(error))
@@ -208,10 +261,13 @@ private:
             return;
         }
         const bool mayRepeat = LookIntoHeader(step, whose, directory);
+        AddBrokenLinks(whose, directory, {"eda", "netlists", "netlists/cadnet"});
         for (const char* const name : {"eda/data", "netlists/cadnet/netlist"})
             AddFile(whose, Files().FindPath(directory, name), name);
         const CString layers = Files().FindPath(directory, "layers");
-        if (!Files().IsDir(layers) && !IsTold(layers) && !mayRepeat)
+        if (IsBrokenLink(layers))
+            Add(fmt::format("{}: \"layers\" is a broken link", whose));
+        else if (!Files().IsDir(layers) && !IsTold(layers) && !mayRepeat)
             Add(fmt::format("{} has no directory \"layers\"", whose));
         else if (!IsTold(layers))
             LookIntoLayers(mayRepeat, whose, layers);
@@ -230,7 +286,7 @@ private:
                 LookInto(layer, both, found->second);
             else if (!(mayRepeat && IsInAnyStep(name)) && !IsTold(Files().CKPathCombine(place, name)) &&
                      !IsTold(Files().CKPathCombine(place, layer.m_sName)))
-                Add(both + " has no directory");
+                AddDirectory(both, Files().FindPath(place, layer.m_sName), " has no directory");
         }
     }
 

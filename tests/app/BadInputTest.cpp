@@ -54,6 +54,8 @@ TEST(JobxBadInput, AMissingPathIsNamed)
     ExpectFailure(RunJobx({"info", path}), 3, "\"" + path + "\" does not exist");
     ExpectFailure(RunJobx({"json", path}), 3, "\"" + path + "\" does not exist");
     ExpectFailure(RunJobx({"info", ""}), 3, "does not exist");
+    fs::create_symlink("gone", path);
+    ExpectFailure(RunJobx({"info", path}), 3, "\"" + path + "\" is a broken link");
 }
 
 TEST(JobxBadInput, AFileIsNoJob)

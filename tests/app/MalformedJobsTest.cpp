@@ -79,6 +79,7 @@ const std::vector<Fault>& Faults()
              fs::remove_all(job + "/steps/pcb");
              dir.Write("job/steps/pcb", "x");
          }},
+        {"the step's folder is a broken link", [](Dir, Path job) { MakeLink(job + "/steps/pcb", "gone"); }},
         {"no profile", [](Dir, Path job) { fs::remove(job + "/steps/pcb/profile"); }},
         {"the profile is empty", [](Dir dir, Path) { dir.Write("job/steps/pcb/profile", ""); }},
         {"the profile is a pipe", [](Dir, Path job) { MakePipe(job + "/steps/pcb/profile"); }},
@@ -90,6 +91,8 @@ const std::vector<Fault>& Faults()
          [](Dir dir, Path) { dir.Write("job/steps/pcb/stephdr", "X_DATUM=0\nSTEP-REPEAT {\nNAME=PCB\n"); }},
         {"no folder `layers`", [](Dir, Path job) { fs::remove_all(job + "/steps/pcb/layers"); }},
         {"no folder of the layer", [](Dir, Path job) { fs::remove_all(job + "/steps/pcb/layers/top"); }},
+        {"`layers` is a broken link", [](Dir, Path job) { MakeLink(job + "/steps/pcb/layers", "gone"); }},
+        {"the layer's folder is a broken link", [](Dir, Path job) { MakeLink(job + "/steps/pcb/layers/top", "gone"); }},
         {"no features", [](Dir, Path job) { fs::remove(job + "/steps/pcb/layers/top/features"); }},
         {"the features are empty", [](Dir dir, Path) { dir.Write("job/steps/pcb/layers/top/features", ""); }},
         {"the features are a pipe", [](Dir, Path job) { MakePipe(job + "/steps/pcb/layers/top/features"); }},
@@ -126,6 +129,14 @@ const std::vector<Fault>& Faults()
              MakeLink(job + "/steps/pcb/eda/data", "gone");
          }},
         {"a folder `eda` without `data`", [](Dir, Path job) { fs::create_directory(job + "/steps/pcb/eda"); }},
+        {"`eda` is a broken link", [](Dir, Path job) { MakeLink(job + "/steps/pcb/eda", "gone"); }},
+        {"`netlists` is a broken link", [](Dir, Path job) { MakeLink(job + "/steps/pcb/netlists", "gone"); }},
+        {"`netlists/cadnet` is a broken link",
+         [](Dir, Path job)
+         {
+             fs::create_directory(job + "/steps/pcb/netlists");
+             MakeLink(job + "/steps/pcb/netlists/cadnet", "gone");
+         }},
         {"the netlist is empty", [](Dir dir, Path) { dir.Write("job/steps/pcb/netlists/cadnet/netlist", ""); }},
         {"the netlist is a pipe",
          [](Dir, Path job)
@@ -160,6 +171,19 @@ const std::vector<Fault>& Faults()
          }},
         {"the features of a user symbol are empty", [](Dir dir, Path) { dir.Write("job/symbols/s/features", ""); }},
         {"`symbols` is a broken link", [](Dir, Path job) { MakeLink(job + "/symbols", "gone"); }},
+        {"`fonts/standard` is a pipe",
+         [](Dir, Path job)
+         {
+             fs::create_directory(job + "/fonts");
+             MakePipe(job + "/fonts/standard");
+         }},
+        {"`misc/info` is a broken link",
+         [](Dir, Path job)
+         {
+             fs::create_directory(job + "/misc");
+             MakeLink(job + "/misc/info", "gone");
+         }},
+        {"`misc` is a broken link", [](Dir, Path job) { MakeLink(job + "/misc", "gone"); }},
         {"a damaged `features.Z` of a user symbol", [](Dir dir, Path) { dir.Write("job/symbols/s/features.Z", "x"); }},
         {"`symbols` is a link to `/`", [](Dir, Path job) { MakeLink(job + "/symbols", "/"); }},
         {"`layers` is a link out of the job",
