@@ -20,6 +20,7 @@
 #include "reading/AttributeTypesReader.h"
 #include "reading/FileMessageKinds.h"
 #include "reading/MatrixMessageKinds.h"
+#include "reading/SystemAttributes.h"
 
 #include <map>
 #include <memory>
@@ -76,6 +77,7 @@ void CJobReading::ReadInfoAndSymbols()
     ReadCompletely(m_context, info, *m_target.m_pMisc);
     m_job.unit = m_target.m_pMisc->GetUnit();
     ReadAttributeTypes(m_context, misc, m_job.types);
+    AddSystemAttributes(m_job.types);
     ReadSymbols();
     m_messages.Deliver();
 }

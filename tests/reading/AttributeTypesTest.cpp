@@ -2,6 +2,7 @@
 
 #include "foundation/corekit/LzwEncoder.h"
 #include "reading/RecordedMessages.h"
+#include "reading/SystemAttributes.h"
 #include "support/TempDir.h"
 
 #include <gmock/gmock.h>
@@ -54,5 +55,20 @@ TEST_F(AttributeTypes, ComeFromTheDefinitionsOfAllTheFiles)
     EXPECT_THAT(
         sink.lines,
         ElementsAre("misc/sysattr: warning FIL007 The file is also there as \"sysattr.Z\", which is not read."));
+}
+
+TEST_F(AttributeTypes, OfTheSystemAreKnownUnlessTheJobDefinesThem)
+{
+    dir.Write("misc/userattr", "TEXT {\n NAME=.drill\n}\n");
+    CAttributeTypes types = Read();
+    AddSystemAttributes(types);
+    EXPECT_EQ(types.Find(".drill")->kind, JOBXattributeKind::Text);
+    ASSERT_NE(types.Find(".pad_usage"), nullptr);
+    EXPECT_EQ(types.Find(".pad_usage")->kind, JOBXattributeKind::Option);
+    EXPECT_EQ(types.Find(".pad_usage")->options.at(1), "via");
+    EXPECT_EQ(types.Find(".comp_mount_type")->options.at(2), "thmt");
+    EXPECT_EQ(types.Find(".comp_height")->kind, JOBXattributeKind::Real);
+    EXPECT_EQ(types.Find(".geometry")->kind, JOBXattributeKind::Text);
+    EXPECT_EQ(types.Find(".smd"), nullptr);
 }
 } // namespace

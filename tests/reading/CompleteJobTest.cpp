@@ -127,6 +127,17 @@ TEST(CompleteJob, SaysWhichPartsThatTheMatrixNamesAreMissing)
                             "steps/pcb/layers/top/features: error FIL001 The file is not there."));
 }
 
+// Without a definition a number that is in the table of texts would be taken for a text.
+TEST(CompleteJob, TellsOptionsOfSystemAttributesFromTexts)
+{
+    const SmallJob files;
+    files.Write("steps/pcb/layers/top/features", "$0 r10\n@0 .drill\n&0 text\nP 1 2 0 P 0 0;0=0\n");
+    const std::unique_ptr<CJOBX> job = files.Read(RecordedMessages().Reading());
+    const CJOBXProperty& property = *StepOf(*job).m_arrLayers.GetAt(0)->GetFeatures()->GetAt(0)->pGetProperty(0);
+    EXPECT_EQ(property.GetKind(), JOBXattributeKind::Option);
+    EXPECT_EQ(property.m_sValue, "plated");
+}
+
 TEST(CompleteJob, AllowsAStepThatRepeatsOthersToHaveFewerLayers)
 {
     const SmallJob files;
