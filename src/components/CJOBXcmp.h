@@ -3,6 +3,7 @@
 #include "components/CJOBXcmpTop.h"
 #include "foundation/CExPtrArray.h"
 #include "foundation/CJOBXProperty.h"
+#include "foundation/CJOBXtailed.h"
 #include "foundation/CPooledRecord.h"
 #include "foundation/JobxExport.h"
 #include "foundation/corekit/CLProperty.h"
@@ -14,7 +15,7 @@
 // One placed component: its package, place, names, properties, attributes and toeprints.
 // Units:     lengths in the unit of its file; the rotation in degrees as in the file.
 // Ownership: owned by its array; owns its toeprints, properties and attributes; not copyable.
-class JOBX_API CJOBXcmp : public CPooledRecord
+class JOBX_API CJOBXcmp : public CPooledRecord, public CJOBXtailed
 {
 public:
     CJOBXcmp();
@@ -31,6 +32,9 @@ public:
     // The first toeprint of that pin, null if there is none.
     CJOBXcmpTop* pGetODBcmpToeFromID(int pin) const;
 
+    // The line of its file on which it stands, counted from 1; 0 after classic reading.
+    int GetLine() const { return m_nLine; }
+    void SetLine(int line) { m_nLine = line; }
     // Multiplies its location and those of its toeprints by `factor`.
     void UnitConvert(const double& factor);
 
@@ -42,9 +46,15 @@ public:
     int m_nMirror = 0; // 1 if mirrored
     double m_dRotation = 0.0;
     CPointD m_ptLocation;
-    int m_nPkgRef = -1;                 // index into the EDA data's packages
-    CLPropertyArray m_arrProperties;    // from PRP lines
-    CJOBXPropertyArray m_arrAttributes; // from the texts after ";" on its line and those of its toeprints
+    int m_nPkgRef = -1; // index into the EDA data's packages
+
+private:
+    int m_nLine = 0; // here it takes no room
+
+public:
+    CLPropertyArray m_arrProperties; // from PRP lines
+    CJOBXPropertyArray
+        m_arrAttributes; // from the text after ";" on its line; in classic reading also on those of its toeprints
 };
 
 extern template class JOBX_API CExPtrArray<CJOBXcmp*, CJOBXcmp*>;

@@ -1,5 +1,3 @@
-#include "components/ComponentsReader.h"
-
 #include "components/CJOBXcomponents.h"
 #include "components/ComponentsFormat.h"
 #include "foundation/CListFiller.h"
@@ -176,13 +174,6 @@ int CJOBXcomponents::ParseODBOfMFC(CString path)
             ReadLines(text, *this);
             return 1;
         });
-}
-
-void ReadCompletely(const CReadingContext& context, CSourceFile& file, CJOBXcomponents& components)
-{
-    components.SetUnit(context.job.unit);
-    if (file.WasRead())
-        ReadLines(file.Text(), components);
 }
 
 void CJOBXcomponents::AddPropertyData(CString attributes, CJOBXcmp* component) const

@@ -1,8 +1,10 @@
 #pragma once
 
+#include "eda/CJOBXdataFgr.h"
 #include "eda/CJOBXdataNet.h"
 #include "eda/CJOBXdataPkg.h"
 #include "foundation/CJOBXunit.h"
+#include "foundation/corekit/CArrayN.h"
 #include "foundation/framework/CRaisingNew.h"
 
 // The EDA data of a step: its nets with their features, and its packages.
@@ -38,6 +40,21 @@ public:
     CJOBXdataPkgArray m_arrPkgs;
     CJOBXPropertyArray m_arrProperties;
     CString m_sUnits = "INCH"; // or "MM"; written, never read
+    // Set by hosts or by complete reading.
     CStringArray m_arrAttributeNames;
     CStringArray m_arrAttributeTexts;
+
+    // These are filled by complete reading only. All are borrowed.
+    CJOBXdataFgrArray* GetFeatureGroups() { return &m_arrFeatureGroups; }
+    const CJOBXdataFgrArray* GetFeatureGroups() const { return &m_arrFeatureGroups; }
+    // The numbers of the attribute names and texts, in parallel to them.
+    CArrayN* GetAttributeNameNumbers() { return &m_arrAttributeNameNumbers; }
+    const CArrayN* GetAttributeNameNumbers() const { return &m_arrAttributeNameNumbers; }
+    CArrayN* GetAttributeTextNumbers() { return &m_arrAttributeTextNumbers; }
+    const CArrayN* GetAttributeTextNumbers() const { return &m_arrAttributeTextNumbers; }
+
+private:
+    CJOBXdataFgrArray m_arrFeatureGroups;
+    CArrayN m_arrAttributeNameNumbers;
+    CArrayN m_arrAttributeTextNumbers;
 };

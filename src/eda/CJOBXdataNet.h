@@ -2,10 +2,11 @@
 
 #include "eda/CJOBXSnt.h"
 #include "foundation/CJOBXProperty.h"
+#include "foundation/CJOBXtailed.h"
 
 // A net: its name and its subnets.
 // Ownership: owned by its array, owns its subnets and properties; not copyable.
-class JOBX_API CJOBXdataNet : public CPooledRecord
+class JOBX_API CJOBXdataNet : public CPooledRecord, public CJOBXtailed
 {
 public:
     CJOBXdataNet() = default;

@@ -26,8 +26,9 @@ public:
     int m_nFeatureIndex = -1; // in the features of its layer
     int m_nLayerIndex = -1;   // in the layer names of the EDA data
     CString m_sKind;          // "C" copper, "L" laminate, "H" hole, or any other text of an FID line; "FGR"
-    CString m_sText;          // the rest of an FGR line
-    int m_nLineNumber = 0;    // in the source file, counted from 1
+    // The rest of an FGR line. Complete reading keeps here what follows the first ";" of an FID line.
+    CString m_sText;
+    int m_nLineNumber = 0; // in the source file, counted from 1
 };
 
 extern template class JOBX_API CExPtrArray<CJOBXdataNetObj*, CJOBXdataNetObj*>;

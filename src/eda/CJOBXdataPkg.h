@@ -2,12 +2,13 @@
 
 #include "eda/CJOBXdataPkgPin.h"
 #include "foundation/CJOBXProperty.h"
+#include "foundation/CJOBXtailed.h"
 #include "foundation/corekit/CLProperty.h"
 
 // A package: a footprint shared by components, with outlines and pins.
 // Units:     lengths in the unit of the file.
 // Ownership: owned by its array, owns its outlines, pins, properties and attributes; copies are deep.
-class JOBX_API CJOBXdataPkg : public CPooledRecord
+class JOBX_API CJOBXdataPkg : public CPooledRecord, public CJOBXtailed
 {
 public:
     CJOBXdataPkg() = default;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "foundation/CExPtrArray.h"
+#include "foundation/CJOBXtailed.h"
 #include "foundation/CPooledRecord.h"
 #include "foundation/corekit/CPointD.h"
 #include "foundation/framework/CString.h"
@@ -13,7 +14,7 @@
 // (see CJOBXdataPkgObjArray::vMakeGeometry).
 // Units:     lengths of the subclasses in the unit of the file; parameter texts are never converted.
 // Ownership: owned by its array; copies are deep. Copy with clone: assignment would slice a subclass.
-class JOBX_API CJOBXdataPkgObj : public CPooledRecord
+class JOBX_API CJOBXdataPkgObj : public CPooledRecord, public CJOBXtailed
 {
 public:
     CJOBXdataPkgObj() = default;

@@ -1,11 +1,12 @@
 #pragma once
 
 #include "eda/CJOBXdataPkgObj.h"
+#include "foundation/CJOBXtailed.h"
 
 // A pin of a package.
 // Units:     lengths in the unit of the file. A unit change does not change the hole size; this is intended.
 // Ownership: owned by its array, owns its outlines; copies are deep.
-class JOBX_API CJOBXdataPkgPin : public CPooledRecord
+class JOBX_API CJOBXdataPkgPin : public CPooledRecord, public CJOBXtailed
 {
 public:
     CJOBXdataPkgPin() = default;

@@ -1,5 +1,3 @@
-#include "eda/EdaReader.h"
-
 #include "eda/CJOBXdata.h"
 #include "eda/EdaFormat.h"
 #include "foundation/CListFiller.h"
@@ -338,11 +336,4 @@ int CJOBXdata::ParseODBOfMFC(CString path)
             ReadLines(text, *this);
             return text.WasRead() ? 1 : 0;
         });
-}
-
-void ReadCompletely(const CReadingContext& context, CSourceFile& file, CJOBXdata& data)
-{
-    data.SetUnit(context.job.unit);
-    if (file.WasRead())
-        ReadLines(file.Text(), data);
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "foundation/CExPtrArray.h"
+#include "foundation/CJOBXtailed.h"
 #include "foundation/CPooledRecord.h"
 #include "foundation/JobxExport.h"
 #include "foundation/framework/CString.h"
@@ -9,7 +10,7 @@
 // A net of the netlist: its number, its name and its test points.
 // Units:     lengths in the unit of its file.
 // Ownership: owned by its array; owns its points; not copyable.
-class JOBX_API CJOBXnet : public CPooledRecord
+class JOBX_API CJOBXnet : public CPooledRecord, public CJOBXtailed
 {
 public:
     CJOBXnet();

@@ -29,6 +29,16 @@ public:
     // Converts m_arrPts and the points of every net.
     void UnitConvert(const double& factor);
 
-    CJOBXnetPtArray m_arrPts; // points without a net; reading leaves it empty
+    CJOBXnetPtArray m_arrPts; // points without a net; classic reading leaves it empty
     CJOBXnetArray m_arrNets;
+
+    // The values of the H line, as in the file: "y" or "n". Filled by complete reading only.
+    const CString& GetOptimize() const { return m_sOptimize; }
+    void SetOptimize(const CString& value) { m_sOptimize = value; }
+    const CString& GetStaggered() const { return m_sStaggered; }
+    void SetStaggered(const CString& value) { m_sStaggered = value; }
+
+private:
+    CString m_sOptimize;
+    CString m_sStaggered;
 };

@@ -13,4 +13,6 @@ inline constexpr char kFolders[] = "netlists";
 inline constexpr std::string_view kHeader = "H";
 inline constexpr std::string_view kComment = "#";
 inline constexpr std::string_view kNet = "$";
+inline constexpr std::string_view kOptimize = "optimize";
+inline constexpr std::string_view kStaggered = "staggered";
 } // namespace netlist_format

@@ -1,5 +1,3 @@
-#include "netlist/NetlistReader.h"
-
 #include "foundation/CListFiller.h"
 #include "foundation/CTextCache.h"
 #include "foundation/CTextScanner.h"
@@ -159,11 +157,4 @@ int CJOBXnetlist::ParseODBOfMFC(CString path)
             ReadLines(text, m_arrNets);
             return text.WasRead() ? 1 : 0;
         });
-}
-
-void ReadCompletely(const CReadingContext& context, CSourceFile& file, CJOBXnetlist& netlist)
-{
-    netlist.SetUnit(context.job.unit);
-    if (file.WasRead())
-        ReadLines(file.Text(), netlist.m_arrNets);
 }

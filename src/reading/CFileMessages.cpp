@@ -31,7 +31,7 @@ bool CFileMessages::IsWanted(const CJOBXmessageKind& kind, int line)
 
 void CFileMessages::Add(const CJOBXmessageKind& kind, int line, std::string text)
 {
-    m_entries.push_back({&kind, line, std::move(text)});
+    m_entries.push_back({&kind, line, m_entries.size(), std::move(text)});
 }
 
 void CFileMessages::SayUnknown(const CJOBXmessageKind& kind, int line, const char* what, std::string_view name)
@@ -79,8 +79,9 @@ void CFileMessages::Deliver()
         return;
     AddUnknown();
     AddLeftOut();
-    std::stable_sort(m_entries.begin(), m_entries.end(),
-                     [](const Entry& a, const Entry& b) { return a.line < b.line; });
+    std::sort(m_entries.begin(), m_entries.end(),
+              [](const Entry& a, const Entry& b)
+              { return a.line != b.line ? a.line < b.line : a.order < b.order; }); // a stable sort would allocate
     const std::vector<Entry> entries = std::exchange(m_entries, {});
     m_counts.clear();
     m_unknown.clear();

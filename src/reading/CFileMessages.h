@@ -81,6 +81,7 @@ private:
     {
         const CJOBXmessageKind* kind = nullptr;
         int line = 0;
+        std::size_t order = 0; // of entries on one line
         std::string text;
     };
     struct Unknown

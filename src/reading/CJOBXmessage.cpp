@@ -3,9 +3,12 @@
 #include "foundation/framework/AsciiText.h"
 #include "reading/AttributeMessageKinds.h"
 #include "reading/CJOBXreading.h"
+#include "reading/ComponentsMessageKinds.h"
+#include "reading/EdaMessageKinds.h"
 #include "reading/FeatureMessageKinds.h"
 #include "reading/FileMessageKinds.h"
 #include "reading/MatrixMessageKinds.h"
+#include "reading/NetlistMessageKinds.h"
 #include "reading/UnitMessageKinds.h"
 
 #include <iterator>
@@ -15,7 +18,8 @@ namespace
 {
 // The kinds by area, in the order of their codes.
 constexpr std::span<const CJOBXmessageKind* const> kAreas[] = {
-    attribute_message::kAll, feature_message::kAll, file_message::kAll, matrix_message::kAll, unit_message::kAll};
+    attribute_message::kAll, components_message::kAll, eda_message::kAll,     feature_message::kAll,
+    file_message::kAll,      matrix_message::kAll,     netlist_message::kAll, unit_message::kAll};
 
 CString WithoutControls(const CString& text)
 {

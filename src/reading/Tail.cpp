@@ -61,6 +61,7 @@ CTailText CutTail(std::string_view line, std::size_t from) noexcept
     if (semicolon == std::string_view::npos)
         return tail;
     std::string_view rest = line.substr(semicolon + 1);
+    tail.whole = Trimmed(rest);
     for (bool isFirst = true; isFirst || !rest.empty(); isFirst = false)
     {
         const std::string_view part = NextPart(rest);

@@ -15,6 +15,7 @@
 struct CTailText
 {
     std::string_view record;
+    std::string_view whole;      // everything behind the first ";"
     std::string_view attributes; // "0=1,2"
     std::string_view id;         // the text after "ID="
     std::string_view rest;       // the last of any further parts; "" if there is none

@@ -15,6 +15,7 @@
 #include "reading/MatrixMessageKinds.h"
 #include "step/CJOBXstepObj.h"
 #include "step/CJOBXstephdr.h"
+#include "step/StepReferences.h"
 #include "step/StephdrReader.h"
 
 #include <map>
@@ -51,6 +52,7 @@ public:
         ShowStatus(m_step.m_pStatus, "Complete eda file reading");
         ReadFile(m_context, FindEntry(m_directory, "netlists/cadnet"), "netlist", Presence::Optional,
                  *m_step.m_pNetlist);
+        CheckReferences(m_context, m_directory, m_step);
         ShowStatus(m_step.m_pStatus, "Complete netlists file reading");
     }
 

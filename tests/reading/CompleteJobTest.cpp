@@ -71,7 +71,7 @@ TEST(CompleteJob, HasAllKindsOfFilesWhetherPlainOrCompressed)
         {"steps/pcb/stephdr", "X_DATUM=5\n"},
         {"steps/pcb/layers/top/features", "$0 r10\nP 1 2 0 P 0 0\n"},
         {"steps/pcb/layers/top/components", "# CMP 0\nCMP 0 1 2 0 N R1 PART\n"},
-        {"steps/pcb/eda/data", "NET A\n"},
+        {"steps/pcb/eda/data", "NET A\nPKG P 0 0 0 0 0\n"},
         {"steps/pcb/netlists/cadnet/netlist", "$0 A\n"},
     };
     for (const char* const ending : {"", ".Z"})

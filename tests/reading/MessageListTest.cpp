@@ -76,9 +76,22 @@ Change InsteadOfFeatures(const char* name, std::string text)
 }
 
 // What to do to a sound job so that the message comes.
+// These components, beside EDA data with one package and one net.
+Change WithEda(const char* components)
+{
+    return [components](const SmallJob& job)
+    {
+        job.Write("steps/pcb/eda/data", "NET A\nSNT VIA\nPKG P 0 0 0 0 0\n");
+        job.Write("steps/pcb/layers/comp_+_top/components", components);
+    };
+}
+
 const std::map<std::string, Change>& Triggers()
 {
     static const char kFeatures[] = "steps/pcb/layers/top/features";
+    static const char kComponents[] = "steps/pcb/layers/comp_+_top/components";
+    static const char kEda[] = "steps/pcb/eda/data";
+    static const char kNetlist[] = "steps/pcb/netlists/cadnet/netlist";
     static const char kCompressed[] = "steps/pcb/layers/top/features.Z";
     static const char kAttributes[] = "UNITS=MM\nOPTION {\nNAME=.mount\nOPTIONS=a;b\n}\nINTEGER {\nNAME=.count\n}\n"
                                       "TEXT {\nNAME=.string\n}\n";
@@ -112,6 +125,29 @@ const std::map<std::string, Change>& Triggers()
         {"FEA012", Write(kFeatures, "T 1 2 standard P 0 0.1 0.1 1 'abc\n")},
         {"FEA013", Write(kFeatures, "F 5\n")},
         {"FEA014", Write(kFeatures, "X 1 2 3\n")},
+        {"CMP001", Write(kComponents, "CMP 0 1 2\n")},
+        {"CMP002", Write(kComponents, "CMP 0 1 2 0 N A p\nPRP A 'b' 1\n")},
+        {"CMP003", Write(kComponents, "CMP 0 left 2 0 N A p\n")},
+        {"CMP004", Write(kComponents, "TOP 0 1 2 0 N 0 0 1\n")},
+        {"CMP005", Write(kComponents, "DSC x\n")},
+        {"CMP006", Write(kComponents, "CMP 0 1 2 0 X A p\n")},
+        {"CMP007", Write(kComponents, "# CMP 3\n")},
+        {"CMP008", Write(kComponents, "CMP 0 1 2 0 N A p\nCMP 0 1 2 0 N a p\n")},
+        {"CMP009", WithEda("CMP 1 1 2 0 N A p\n")},
+        {"CMP010", WithEda("CMP 0 1 2 0 N A p\nTOP 0 1 2 0 N 0 0 1\n")},
+        {"CMP011", WithEda("CMP 0 1 2 0 N A p\nTOP 0 1 2 0 N 1 0 1\n")},
+        {"EDA001", Write(kEda, "PKG A 1 2\n")},
+        {"EDA002", Write(kEda, "FGR TEXT x\n")},
+        {"EDA003", Write(kEda, "PKG A one 2 3 4 5\n")},
+        {"EDA004", Write(kEda, "SNT VIA\n")},
+        {"EDA005", Write(kEda, "XYZ\n")},
+        {"EDA006", Write(kEda, "LYR top\nFGR TEXT\nFID C 1 0\n")},
+        {"EDA007", Write(kEda, "#NET 5\n")},
+        {"EDA008", Write(kEda, "PKG A 1 2 3 4 5\nCT\n")},
+        {"EDA009", Write(kEda, "PKG A 1 2 3 4 5\nCE\n")},
+        {"EDA010", Write(kEda, "NET a\nNET A\n")},
+        {"EDA011", Write(kEda, "LYR top\nFGR TEXT\nFID C 0 1\n")},
+        {"EDA012", Write(kEda, "NET a\nSNT TOP T 0 0\n")},
         {"FIL001", Remove(kFeatures)},
         {"FIL002",
          [](const SmallJob& job)
@@ -128,6 +164,13 @@ const std::map<std::string, Change>& Triggers()
         {"MAT002", Write("steps/old/profile", "")},
         {"MAT003", Remove("steps/pcb/layers/top")},
         {"MAT004", Write("steps/pcb/layers/old/features", "")},
+        {"NET001", Write(kNetlist, "$0\n")},
+        {"NET002", Write(kNetlist, "H optimize n staggered n x\n")},
+        {"NET003", Write(kNetlist, "$x A\n")},
+        {"NET004", Write(kNetlist, "0 0.5 1 2 T e e\n")},
+        {"NET005", Write(kNetlist, "XYZ\n")},
+        {"NET006", Write(kNetlist, "$0 A\n$0 B\n")},
+        {"NET007", Write(kNetlist, "$0 a\n$1 A\n")},
         {"UNI001", Write("misc/info", "UNITS=CM\n")},
         {"UNI002", Write("misc/info", "UNITS=INCH\nUNITS=MM\n")},
     };

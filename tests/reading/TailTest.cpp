@@ -117,7 +117,7 @@ TEST_F(TailOfAFile, SaysWhatLeadsNowhere)
 
 TEST_F(TailOfAFile, GivesARecordItsAttributesAndItsNumber)
 {
-    struct Record : CJOBXtailed
+    struct TailedRecord : CJOBXtailed
     {
     } record;
     reader.Take(CutTail("NET A;0;ID=12"), 3, record);

@@ -112,6 +112,8 @@ void AddNets(MemoryOperations& all)
     AddMaking<CJOBXSntArray>(all, "CJOBXSntArray");
     AddMaking<CJOBXdataNet>(all, "CJOBXdataNet", kOfPool);
     AddMaking<CJOBXdataNetArray>(all, "CJOBXdataNetArray");
+    AddMaking<CJOBXdataFgr>(all, "CJOBXdataFgr");
+    AddMaking<CJOBXdataFgrArray>(all, "CJOBXdataFgrArray");
     AddMaking<CJOBXdataNetObj>(all, "CJOBXdataNetObj", kOfPool);
     AddMaking<CJOBXdataNetObjArray>(all, "CJOBXdataNetObjArray");
     AddUse<CJOBXSnt>(all, "CJOBXSnt", "pGetSameODBSnt", FillSubnet,

@@ -260,7 +260,7 @@ void AddUtility(MemoryOperations& all)
 }
 
 // Any class that derives from it.
-struct Tailed : CJOBXtailed
+struct Tailed : CRaisingNew, CJOBXtailed
 {
 };
 

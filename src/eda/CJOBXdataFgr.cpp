@@ -1,0 +1,7 @@
+#include "eda/CJOBXdataFgr.h"
+
+template class CExPtrArray<CJOBXdataFgr*, CJOBXdataFgr*>;
+
+CJOBXdataFgr::~CJOBXdataFgr() = default;
+
+CJOBXdataFgrArray::~CJOBXdataFgrArray() = default;

@@ -1,0 +1,432 @@
+#include "eda/CJOBXdata.h"
+#include "eda/EdaFormat.h"
+#include "eda/EdaReader.h"
+#include "foundation/CListFiller.h"
+#include "foundation/CTextCache.h"
+#include "reading/CCheckedRecord.h"
+#include "reading/CFileUnit.h"
+#include "reading/CFirstNames.h"
+#include "reading/EdaMessageKinds.h"
+#include "reading/SharedRecords.h"
+#include "reading/Tail.h"
+
+#include <memory>
+
+namespace
+{
+constexpr CCheckedRecord::Kinds kEdaFields{eda_message::kTooFew, eda_message::kTooMany, eda_message::kNotNumber};
+
+// What is open in the outlines of a package or pin.
+enum class Open
+{
+    Nothing,
+    Contour,
+    Polygon // in a contour, or by itself
+};
+
+class CCompleteEdaReading
+{
+public:
+    CCompleteEdaReading(const CReadingContext& context, CSourceFile& file, CJOBXdata& data)
+        : m_text(file.Text()),
+          m_messages(file.Messages()),
+          m_data(data),
+          m_unit(m_messages, data, context.job.unit),
+          m_attributes(m_names, m_texts, context.job.types, m_messages)
+    {
+    }
+
+    void Read()
+    {
+        while (m_text.NextLine())
+            ReadLine(m_text.Line());
+        CloseOutline();
+        FinishLists();
+        m_data.m_sUnits = m_data.GetUnit() == JOBXunit::Millimetre ? "MM" : "INCH";
+    }
+
+private:
+    struct Record
+    {
+        std::string_view keyword;
+        void (CCompleteEdaReading::*read)(CCheckedRecord& fields, const CTailText& tail);
+    };
+    // The most frequent ones first.
+    static const Record kRecords[18];
+
+    int Line() const noexcept { return m_text.LineNumber(); }
+
+    void ReadLine(std::string_view line)
+    {
+        if (line.front() == '#')
+            return ReadComment(Trimmed(line.substr(1)));
+        if (IsTableEntry(line))
+            return ReadTableEntry(line);
+        if (m_unit.Take(line, Line()))
+            return;
+        const CTailText tail = CutTail(line);
+        CCheckedRecord fields(tail.record, Line(), m_messages, kEdaFields);
+        for (const Record& record : kRecords)
+            if (fields.Is(record.keyword))
+                return (this->*record.read)(fields, tail);
+        m_messages.SayUnknown(eda_message::kUnknown, Line(), "record", fields.Keyword());
+    }
+
+    // Comments hold the attribute tables and the numbers of nets and packages.
+    void ReadComment(std::string_view comment)
+    {
+        if (IsTableEntry(comment))
+            return ReadTableEntry(comment);
+        ReadNumber(comment, eda_format::kNet, m_data.m_arrNets.GetSize());
+        ReadNumber(comment, eda_format::kPackage, m_data.m_arrPkgs.GetSize());
+    }
+    void ReadTableEntry(std::string_view entry)
+    {
+        AddTableEntry(entry, *m_data.GetAttributeNameNumbers(), m_data.m_arrAttributeNames,
+                      *m_data.GetAttributeTextNumbers(), m_data.m_arrAttributeTexts);
+    }
+    // "NET 3" and "PKG 3" announce the record that comes next.
+    void ReadNumber(std::string_view comment, std::string_view keyword, __int64 position)
+    {
+        int number = 0;
+        if (IsNumbered(comment, keyword, number) && number != position)
+            m_messages.Say(eda_message::kOtherNumber, Line(), "The comment says ", Quoted{comment},
+                           ", but the position is ", static_cast<long long>(position), ".");
+    }
+
+    void OnHeader(CCheckedRecord& fields, const CTailText& tail)
+    {
+        std::string_view text;
+        if (!fields.IsAtEnd() && fields.Rest(text))
+            m_data.m_sHeader = text;
+        SayTail(tail);
+    }
+    void OnLayers(CCheckedRecord& fields, const CTailText& tail)
+    {
+        CString name;
+        while (!fields.IsAtEnd() && fields.Text(name))
+            m_data.m_arrLayerNames.Add(name);
+        SayTail(tail);
+    }
+
+    void OnNet(CCheckedRecord& fields, const CTailText& tail)
+    {
+        BeginRecord();
+        auto net = std::make_unique<CJOBXdataNet>();
+        net->m_nNumber = static_cast<int>(m_data.m_arrNets.GetSize());
+        std::string_view name;
+        if (fields.Rest(name))
+            net->m_sName = name;
+        m_attributes.Take(tail, Line(), *net);
+        CheckName(name);
+        m_net = m_data.m_arrNets.Own(std::move(net));
+        m_subnets.Begin(m_net->m_arrSnts);
+        m_properties = &m_net->m_arrProperties;
+    }
+    void CheckName(std::string_view name)
+    {
+        if (const int before = m_netNames.LineBefore(name, Line()); before != 0 && !name.empty())
+            m_messages.Say(eda_message::kSameName, Line(), "The net ", Quoted{name},
+                           " has the name of the net on line ", before, ".");
+    }
+
+    void OnSubnet(CCheckedRecord& fields, const CTailText& tail)
+    {
+        if (m_net == nullptr)
+            return SayNoOwner(fields, "net");
+        auto subnet = std::make_unique<CJOBXSnt>();
+        subnet->m_nLineNumber = Line();
+        fields.Text(subnet->m_sKind);
+        if (subnet->m_sKind.View() == eda_format::kToeprint)
+        {
+            fields.Text(subnet->m_sSide);
+            fields.Integer(subnet->m_nComponentNumber);
+            fields.Integer(subnet->m_nToeprintNumber);
+        }
+        else if (subnet->m_sKind.View() == eda_format::kPlane)
+        {
+            fields.Text(subnet->m_sFillType);
+            fields.Text(subnet->m_sCutoutType);
+            fields.Real(subnet->m_dFillSize);
+        }
+        fields.End();
+        m_attributes.Take(tail, Line(), *subnet);
+        CJOBXSnt* const kept = m_subnets.Own(std::move(subnet));
+        m_features.Begin(kept->m_arrNetObjs);
+        m_hasFeatures = true;
+    }
+
+    void OnFeature(CCheckedRecord& fields, const CTailText& tail)
+    {
+        if (!m_hasFeatures)
+            return SayNoOwner(fields, "subnet or feature group");
+        auto object = std::make_unique<CJOBXdataNetObj>();
+        object->m_nLineNumber = Line();
+        std::string_view kind;
+        if (fields.Text(kind))
+            object->m_sKind = m_cache.Of(kind);
+        fields.Integer(object->m_nLayerIndex);
+        if (object->m_nLayerIndex >= m_data.m_arrLayerNames.GetSize() || object->m_nLayerIndex < 0)
+            m_messages.Say(eda_message::kNoLayer, Line(), "The layer number ", object->m_nLayerIndex,
+                           " is not in the list of layers, which has ",
+                           static_cast<long long>(m_data.m_arrLayerNames.GetSize()), " names.");
+        fields.Integer(object->m_nFeatureIndex);
+        fields.End();
+        if (!tail.whole.empty())
+            object->m_sText = tail.whole;
+        m_features.Own(std::move(object));
+    }
+
+    void OnPackage(CCheckedRecord& fields, const CTailText& tail)
+    {
+        BeginRecord();
+        auto package = std::make_unique<CJOBXdataPkg>();
+        package->m_nNumber = static_cast<int>(m_data.m_arrPkgs.GetSize());
+        fields.Text(package->m_sName);
+        fields.Real(package->m_dPitch);
+        fields.Point(package->m_ptLowerLeft);
+        fields.Point(package->m_ptUpperRight);
+        fields.End();
+        m_attributes.Take(tail, Line(), *package);
+        m_package = m_data.m_arrPkgs.Own(std::move(package));
+        m_properties = &m_package->m_arrProperties;
+        m_pins.Begin(m_package->m_arrPins);
+        m_packageOutlines.Begin(m_package->m_arrOutlines);
+        m_outlines = &m_packageOutlines;
+    }
+
+    void OnPin(CCheckedRecord& fields, const CTailText& tail)
+    {
+        CloseOutline();
+        if (m_package == nullptr)
+            return SayNoOwner(fields, "package");
+        auto pin = std::make_unique<CJOBXdataPkgPin>();
+        fields.Text(pin->m_sName);
+        fields.Text(pin->m_sType);
+        fields.Point(pin->m_ptCenter);
+        fields.Real(pin->m_dHoleSize);
+        fields.Text(pin->m_sElectricalType);
+        fields.Text(pin->m_sMountType);
+        fields.End();
+        m_attributes.Take(tail, Line(), *pin);
+        CJOBXdataPkgPin* const kept = m_pins.Own(std::move(pin));
+        m_pinOutlines.Begin(kept->m_arrOutlines);
+        m_outlines = &m_pinOutlines;
+    }
+
+    void OnFeatureGroup(CCheckedRecord& fields, const CTailText& tail)
+    {
+        BeginRecord();
+        auto group = std::make_unique<CJOBXdataFgr>();
+        group->m_nLineNumber = Line();
+        fields.Text(group->m_sKind);
+        fields.End();
+        m_attributes.Take(tail, Line(), *group);
+        CJOBXdataFgr* const kept = m_data.GetFeatureGroups()->Own(std::move(group));
+        m_properties = &kept->m_arrProperties;
+        m_features.Begin(kept->m_arrNetObjs);
+        m_hasFeatures = true;
+    }
+
+    void OnProperty(CCheckedRecord& fields, const CTailText& /*tail*/)
+    {
+        if (m_properties == nullptr)
+            return SayNoOwner(fields, "net, package or feature group");
+        auto property = std::make_unique<CJOBXProperty>();
+        const CPropertyText text(m_text.Line());
+        property->m_sName = m_cache.Of(text.name);
+        property->m_sValue = text.value;
+        if (text.hasQuotes)
+            property->SetKind(JOBXattributeKind::Text);
+        CFieldScanner values(text.numbers);
+        for (CString value; values.Text(value);)
+            property->m_arrFurtherValues.Add(value);
+        m_properties->Own(std::move(property));
+    }
+
+    template <int Numbers, int Words>
+    void OnShape(CCheckedRecord& fields, const CTailText& tail)
+    {
+        ReadOutline(fields, tail, Numbers, Words);
+    }
+    void OnContour(CCheckedRecord& fields, const CTailText& tail)
+    {
+        if (ReadOutline(fields, tail, 0, 0))
+            OpenOutline(Open::Contour);
+    }
+    void OnContourEnd(CCheckedRecord& fields, const CTailText& tail)
+    {
+        if (ReadOutline(fields, tail, 0, 0))
+            CloseOutline(Open::Contour, Open::Nothing);
+    }
+    void OnPolygon(CCheckedRecord& fields, const CTailText& tail)
+    {
+        if (ReadOutline(fields, tail, 2, 1))
+            OpenOutline(Open::Polygon);
+    }
+    void OnSegment(CCheckedRecord& fields, const CTailText& tail)
+    {
+        if (ReadOutline(fields, tail, 2, 0) && m_open != Open::Polygon)
+            SayNeverOpened();
+    }
+    void OnCurve(CCheckedRecord& fields, const CTailText& tail)
+    {
+        if (ReadOutline(fields, tail, 4, 1) && m_open != Open::Polygon)
+            SayNeverOpened();
+    }
+    void OnPolygonEnd(CCheckedRecord& fields, const CTailText& tail)
+    {
+        if (ReadOutline(fields, tail, 0, 0))
+            CloseOutline(Open::Polygon, m_isInContour ? Open::Contour : Open::Nothing);
+    }
+
+    // One line of an outline, which has so many numbers and then so many words; false when there is nothing to which it
+    // could belong.
+    bool ReadOutline(CCheckedRecord& fields, const CTailText& tail, int numbers, int words)
+    {
+        if (m_outlines == nullptr)
+        {
+            SayNoOwner(fields, "package or pin");
+            return false;
+        }
+        auto record = std::make_unique<CJOBXdataPkgObj>();
+        record->m_nLineNumber = Line();
+        record->m_sKeyword = fields.Keyword();
+        AddParameters(tail.record, record->m_arrParameters);
+        double number = 0.0;
+        for (int i = 0; i < numbers; ++i)
+            fields.Real(number);
+        std::string_view word;
+        for (int i = 0; i < words; ++i)
+            fields.Text(word);
+        fields.End();
+        m_attributes.Take(tail, Line(), *record);
+        m_outlines->Own(std::move(record));
+        return true;
+    }
+    void AddParameters(std::string_view record, CStringArray& parameters)
+    {
+        CFieldScanner fields(record);
+        fields.Skip();
+        for (std::string_view field; fields.Text(field);)
+            parameters.Add(m_cache.Of(field));
+    }
+    void OpenOutline(Open open)
+    {
+        if (m_open == open || m_open == Open::Polygon)
+            SayNeverClosed();
+        m_isInContour = open == Open::Contour || m_open == Open::Contour;
+        m_open = open;
+        m_openLine = Line();
+    }
+    void CloseOutline(Open open, Open then)
+    {
+        if (m_open == Open::Polygon && open == Open::Contour)
+            SayNeverClosed();
+        else if (m_open != open)
+            SayNeverOpened();
+        m_open = then;
+        m_isInContour = then == Open::Contour;
+    }
+    // Where a record begins that cannot be inside an outline.
+    void CloseOutline()
+    {
+        if (m_open != Open::Nothing)
+            SayNeverClosed();
+        m_open = Open::Nothing;
+        m_isInContour = false;
+        m_outlines = nullptr;
+    }
+    void SayNeverClosed()
+    {
+        m_messages.Say(eda_message::kNeverClosed, m_openLine, "The ", m_open == Open::Polygon ? "polygon" : "contour",
+                       " that begins here is not closed.");
+    }
+    void SayNeverOpened()
+    {
+        m_messages.Say(eda_message::kNeverOpened, Line(), "The line ", Quoted{m_text.Line()},
+                       " is outside of a contour.");
+    }
+
+    // A net, package or feature group: nothing that was open goes on.
+    void BeginRecord()
+    {
+        CloseOutline();
+        m_net = nullptr;
+        m_package = nullptr;
+        m_hasFeatures = false;
+    }
+    void FinishLists()
+    {
+        m_subnets.Finish();
+        m_features.Finish();
+        m_pins.Finish();
+        m_packageOutlines.Finish();
+        m_pinOutlines.Finish();
+    }
+    void SayNoOwner(const CCheckedRecord& fields, const char* owner)
+    {
+        m_messages.Say(eda_message::kNoOwner, Line(), "The record ", Quoted{fields.Keyword()}, " belongs to no ", owner,
+                       ".");
+    }
+    // HDR and LYR have no place for attributes.
+    void SayTail(const CTailText& tail)
+    {
+        if (!tail.whole.empty())
+            m_messages.Say(eda_message::kTooMany, Line(), "The attributes ", Quoted{tail.whole},
+                           " of this record are not kept.");
+    }
+
+    CTextScanner& m_text;
+    CFileMessages& m_messages;
+    CJOBXdata& m_data;
+    CFileUnit m_unit;
+    CNumberIndex m_names{*m_data.GetAttributeNameNumbers(), m_data.m_arrAttributeNames};
+    CNumberIndex m_texts{*m_data.GetAttributeTextNumbers(), m_data.m_arrAttributeTexts};
+    CAttributeReader m_attributes;
+    CTextCache m_cache{};
+    CFirstNames m_netNames;
+    // The records that are open; null until the first one.
+    CJOBXdataNet* m_net = nullptr;
+    CJOBXdataPkg* m_package = nullptr;
+    CJOBXPropertyArray* m_properties = nullptr;
+    CListFiller<CJOBXdataPkgObj>* m_outlines = nullptr;
+    bool m_hasFeatures = false; // whether features have a record to belong to
+    Open m_open = Open::Nothing;
+    bool m_isInContour = false;
+    int m_openLine = 0;
+    CListFiller<CJOBXSnt> m_subnets{};
+    CListFiller<CJOBXdataNetObj> m_features{};
+    CListFiller<CJOBXdataPkgPin> m_pins{};
+    CListFiller<CJOBXdataPkgObj> m_packageOutlines{};
+    CListFiller<CJOBXdataPkgObj> m_pinOutlines{};
+};
+
+const CCompleteEdaReading::Record CCompleteEdaReading::kRecords[18] = {
+    {eda_format::kFeature, &CCompleteEdaReading::OnFeature},
+    {eda_format::kSubnet, &CCompleteEdaReading::OnSubnet},
+    {eda_format::kNet, &CCompleteEdaReading::OnNet},
+    {eda_format::kPin, &CCompleteEdaReading::OnPin},
+    {eda_format::kSegment, &CCompleteEdaReading::OnSegment},
+    {eda_format::kCurve, &CCompleteEdaReading::OnCurve},
+    {eda_format::kPolygon, &CCompleteEdaReading::OnPolygon},
+    {eda_format::kPolygonEnd, &CCompleteEdaReading::OnPolygonEnd},
+    {eda_format::kContour, &CCompleteEdaReading::OnContour},
+    {eda_format::kContourEnd, &CCompleteEdaReading::OnContourEnd},
+    {eda_format::kRectangle, &CCompleteEdaReading::OnShape<4, 0>},
+    {eda_format::kCircle, &CCompleteEdaReading::OnShape<3, 0>},
+    {eda_format::kSquare, &CCompleteEdaReading::OnShape<3, 0>},
+    {eda_format::kPackage, &CCompleteEdaReading::OnPackage},
+    {eda_format::kProperty, &CCompleteEdaReading::OnProperty},
+    {eda_format::kFeatureGroup, &CCompleteEdaReading::OnFeatureGroup},
+    {eda_format::kHeader, &CCompleteEdaReading::OnHeader},
+    {eda_format::kLayers, &CCompleteEdaReading::OnLayers},
+};
+} // namespace
+
+void ReadCompletely(const CReadingContext& context, CSourceFile& file, CJOBXdata& data)
+{
+    data.SetUnit(context.job.unit);
+    if (file.WasRead())
+        CCompleteEdaReading(context, file, data).Read();
+}

@@ -1,0 +1,158 @@
+#include "step/StepReferences.h"
+
+#include "eda/CJOBXdata.h"
+#include "eda/CJOBXeda.h"
+#include "eda/EdaFormat.h"
+#include "foundation/framework/AsciiText.h"
+#include "reading/ComponentsMessageKinds.h"
+#include "reading/EdaMessageKinds.h"
+#include "step/CJOBXstepObj.h"
+
+#include <string>
+#include <vector>
+
+namespace
+{
+constexpr std::string_view kTopSide = "T";
+constexpr std::string_view kTopComponents = "comp_+_top";
+constexpr std::string_view kBottomComponents = "comp_+_bot";
+
+template <class Array>
+bool Holds(const Array& array, int index)
+{
+    return index >= 0 && index < array.GetSize();
+}
+
+// Calls `use` with each record that is not null.
+template <class Array, class Use>
+void ForEach(const Array& records, Use use)
+{
+    for (__int64 i = 0; i < records.GetSize(); ++i)
+        if (const auto* const record = records.GetAt(i))
+            use(*record);
+}
+
+// The first of `records` whose name, given by `nameOf`, is `name` in any letter case; null if there is none.
+template <class Array, class NameOf>
+auto FindNamed(const Array& records, std::string_view name, NameOf nameOf) -> decltype(records.GetAt(0))
+{
+    for (__int64 i = 0; i < records.GetSize(); ++i)
+        if (const auto record = records.GetAt(i); record != nullptr && AsciiEqualNoCase(nameOf(*record).View(), name))
+            return record;
+    return nullptr;
+}
+
+class CReferenceCheck
+{
+public:
+    CReferenceCheck(const CReadingContext& context, const CString& directory, const CJOBXstepObj& step)
+        : m_context(context),
+          m_directory(context.job.BelowJob(directory)),
+          m_step(step),
+          m_data(*step.GetEda()->m_pData)
+    {
+        for (INT_PTR i = 0; i < m_data.m_arrLayerNames.GetSize(); ++i)
+            m_layers.push_back(FindNamed(step.m_arrLayers, m_data.m_arrLayerNames[i].View(),
+                                         [](const CJOBXlayer& layer) { return layer.m_sName; }));
+    }
+
+    void Check()
+    {
+        ForEach(m_data.m_arrNets, [this](const CJOBXdataNet& net)
+                { ForEach(net.m_arrSnts, [this](const CJOBXSnt& subnet) { CheckSubnet(subnet); }); });
+        ForEach(*m_data.GetFeatureGroups(), [this](const CJOBXdataFgr& group) { CheckFeatures(group.m_arrNetObjs); });
+        if (m_data.m_arrNets.GetSize() == 0 && m_data.m_arrPkgs.GetSize() == 0)
+            return;
+        ForEach(m_step.m_arrComponents, [this](const CJOBXcomponents& file) { CheckComponents(file); });
+    }
+
+private:
+    void CheckSubnet(const CJOBXSnt& subnet)
+    {
+        CheckToeprint(subnet);
+        CheckFeatures(subnet.m_arrNetObjs);
+    }
+    void CheckFeatures(const CJOBXdataNetObjArray& objects)
+    {
+        ForEach(objects, [this](const CJOBXdataNetObj& object) { CheckFeature(object); });
+    }
+    void CheckFeature(const CJOBXdataNetObj& object)
+    {
+        const auto index = static_cast<std::size_t>(object.m_nLayerIndex);
+        if (object.m_nLayerIndex < 0 || index >= m_layers.size() || m_layers[index] == nullptr)
+            return; // reported while reading
+        const CJOBXlayObjArray& features = *m_layers[index]->GetFeatures();
+        if (!Holds(features, object.m_nFeatureIndex))
+            Eda().Say(eda_message::kNoFeature, object.m_nLineNumber, "The layer ",
+                      Quoted{m_layers[index]->m_sName.View()}, " has no feature ", object.m_nFeatureIndex, "; it has ",
+                      static_cast<long long>(features.GetSize()), " features.");
+    }
+
+    void CheckToeprint(const CJOBXSnt& subnet)
+    {
+        if (subnet.m_sKind.View() != eda_format::kToeprint)
+            return;
+        const CJOBXcomponents* const file =
+            FindNamed(m_step.m_arrComponents, subnet.m_sSide.View() == kTopSide ? kTopComponents : kBottomComponents,
+                      [](const CJOBXcomponents& components) { return components.m_sLayerName; });
+        if (file == nullptr)
+            return;
+        if (!Holds(file->m_arrCmps, subnet.m_nComponentNumber))
+            Eda().Say(eda_message::kNoComponent, subnet.m_nLineNumber, "The side ", Quoted{subnet.m_sSide.View()},
+                      " has no component ", subnet.m_nComponentNumber, ".");
+        else if (const CJOBXcmp& component = *file->m_arrCmps.GetAt(subnet.m_nComponentNumber);
+                 !Holds(component.m_arrTops, subnet.m_nToeprintNumber))
+            Eda().Say(eda_message::kNoComponent, subnet.m_nLineNumber, "The component ",
+                      Quoted{component.m_sName.View()}, " has no toeprint ", subnet.m_nToeprintNumber, ".");
+    }
+
+    void CheckComponents(const CJOBXcomponents& file)
+    {
+        CFileMessages& messages =
+            m_context.messages.Of(m_directory + "/layers/" + std::string(file.m_sRelativePath.View()));
+        ForEach(file.m_arrCmps, [&](const CJOBXcmp& component) { CheckComponent(messages, component); });
+    }
+    void CheckComponent(CFileMessages& messages, const CJOBXcmp& component)
+    {
+        const bool hasPackage = Holds(m_data.m_arrPkgs, component.m_nPkgRef);
+        if (!hasPackage)
+            messages.Say(components_message::kNoPackage, component.GetLine(), "The component ",
+                         Quoted{component.m_sName.View()}, " has package ", component.m_nPkgRef, " of ",
+                         static_cast<long long>(m_data.m_arrPkgs.GetSize()), ".");
+        ForEach(component.m_arrTops,
+                [&](const CJOBXcmpTop& top)
+                {
+                    if (hasPackage && !Holds(m_data.m_arrPkgs.GetAt(component.m_nPkgRef)->m_arrPins, top.m_nPin))
+                        messages.Say(components_message::kNoPin, component.GetLine(), "The package of ",
+                                     Quoted{component.m_sName.View()}, " has no pin ", top.m_nPin, ".");
+                    CheckNet(messages, component, top);
+                });
+    }
+    // -1 means that the toeprint is not connected.
+    void CheckNet(CFileMessages& messages, const CJOBXcmp& component, const CJOBXcmpTop& top)
+    {
+        if (top.m_nNet == -1)
+            return;
+        if (!Holds(m_data.m_arrNets, top.m_nNet))
+            messages.Say(components_message::kNoNet, component.GetLine(), "The toeprint ", Quoted{top.m_sName.View()},
+                         " of ", Quoted{component.m_sName.View()}, " names the net ", top.m_nNet, " of ",
+                         static_cast<long long>(m_data.m_arrNets.GetSize()), ".");
+        else if (top.m_nSubnet != -1 && !Holds(m_data.m_arrNets.GetAt(top.m_nNet)->m_arrSnts, top.m_nSubnet))
+            messages.Say(components_message::kNoNet, component.GetLine(), "The toeprint ", Quoted{top.m_sName.View()},
+                         " of ", Quoted{component.m_sName.View()}, " names the subnet ", top.m_nSubnet, " of the net ",
+                         Quoted{m_data.m_arrNets.GetAt(top.m_nNet)->m_sName.View()}, ", which does not exist.");
+    }
+    CFileMessages& Eda() { return m_context.messages.Of(m_directory + "/eda/data"); }
+
+    const CReadingContext& m_context;
+    std::string m_directory; // below the job
+    const CJOBXstepObj& m_step;
+    const CJOBXdata& m_data;
+    std::vector<const CJOBXlayer*> m_layers; // by number; null for a layer that the step does not have
+};
+} // namespace
+
+void CheckReferences(const CReadingContext& context, const CString& directory, const CJOBXstepObj& step)
+{
+    CReferenceCheck(context, directory, step).Check();
+}

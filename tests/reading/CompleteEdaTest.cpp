@@ -1,0 +1,178 @@
+#include "SmallJob.h"
+
+#include "eda/CJOBXdata.h"
+#include "eda/CJOBXeda.h"
+#include "job/CJOBXsteps.h"
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+namespace complete_eda_test
+{
+namespace
+{
+struct Result
+{
+    std::unique_ptr<CJOBX> job;
+    std::vector<std::string> messages;
+
+    const CJOBXdata& Data() const { return *job->m_pSteps->m_arrSteps.GetAt(0)->GetEda()->m_pData; }
+    const CJOBXdataNet& Net(int i) const { return *Data().m_arrNets.GetAt(i); }
+    const CJOBXdataPkg& Package(int i) const { return *Data().m_arrPkgs.GetAt(i); }
+};
+
+Result Read(const std::string& text)
+{
+    const SmallJob small;
+    small.Write("steps/pcb/eda/data", text);
+    RecordedMessages sink;
+    Result result{small.Read(sink.Reading()), {}};
+    result.messages = sink.lines;
+    return result;
+}
+
+std::string Text(const CString& text)
+{
+    return std::string(text.View());
+}
+
+std::string Attributes(const CJOBXtailed& record)
+{
+    std::ostringstream out;
+    if (const CJOBXPropertyArray* const list = record.pGetTailAttributes())
+        for (__int64 i = 0; i < list->GetSize(); ++i)
+            out << Text(list->GetAt(i)->m_sName) << '/' << static_cast<int>(list->GetAt(i)->GetKind()) << '/'
+                << Text(list->GetAt(i)->m_sValue) << ' ';
+    return out.str();
+}
+
+std::string Prefix(const std::string& message)
+{
+    return message.substr(0, message.find(' ', message.find(' ', message.find(' ') + 1) + 1));
+}
+
+// The messages about the EDA data: "line: severity code".
+std::vector<std::string> Codes(const Result& result)
+{
+    std::vector<std::string> codes;
+    const std::string file = "steps/pcb/eda/data:";
+    for (const std::string& message : result.messages)
+        if (message.starts_with(file))
+            codes.push_back(Prefix(message.substr(file.size())));
+    return codes;
+}
+
+using Strings = std::vector<std::string>;
+} // namespace
+
+TEST(CompleteEda, NetNamesDoNotContainTheTail)
+{
+    const Result result =
+        Read("#@0 .critical_net\n#&0 a text\nLYR top\nNET POWER\\N1500 ;0;ID=1246\nNET GND ;;ID=7\nNET X\n");
+    EXPECT_EQ(Codes(result), Strings{});
+    ASSERT_EQ(result.Data().m_arrNets.GetSize(), 3);
+    EXPECT_EQ(Text(result.Net(0).m_sName), "POWER\\N1500");
+    EXPECT_EQ(result.Net(0).GetID(), 1246);
+    EXPECT_EQ(Attributes(result.Net(0)), ".critical_net/1/ ");
+    EXPECT_EQ(result.Net(1).GetID(), 7);
+    EXPECT_EQ(result.Net(2).GetID(), CJOBXtailed::kNoID);
+    EXPECT_EQ(result.Net(2).m_nNumber, 2) << "the position";
+}
+
+TEST(CompleteEda, PackagesPinsAndOutlinesWithTailsAreRead)
+{
+    const Result result = Read("@0 .pin\n&3 x\nPKG R0603 0.063 -1 -2 3 4;0=3;ID=5\nRC -1 -2 4 6;;ID=6\n"
+                               "PRP NAME 'it's' 1 2.5\nPIN 1 S -0.5 0 0.1 E S;;ID=8\nCT\nOB 0 0 I\nOS 1 0\n"
+                               "OC 0 0 0.5 0 Y\nOE\nCE\nPIN 2 T 0.5 0 0 E S\nCR 0 0 1\nPKG EMPTY 0 0 0 0 0;\n");
+    EXPECT_EQ(Codes(result), Strings{});
+    ASSERT_EQ(result.Data().m_arrPkgs.GetSize(), 2);
+    const CJOBXdataPkg& package = result.Package(0);
+    EXPECT_EQ(Text(package.m_sName), "R0603");
+    EXPECT_EQ(package.m_dPitch, 0.063);
+    EXPECT_EQ(package.m_ptLowerLeft, CPointD(-1, -2));
+    EXPECT_EQ(package.m_ptUpperRight, CPointD(3, 4));
+    EXPECT_EQ(package.GetID(), 5);
+    EXPECT_EQ(Attributes(package), ".pin/4/x ");
+    ASSERT_EQ(package.m_arrOutlines.GetSize(), 1);
+    EXPECT_EQ(package.m_arrOutlines.GetAt(0)->m_arrParameters.GetSize(), 4);
+    EXPECT_EQ(package.m_arrOutlines.GetAt(0)->GetID(), 6);
+    ASSERT_EQ(package.m_arrProperties.GetSize(), 1);
+    EXPECT_EQ(Text(package.m_arrProperties.GetAt(0)->m_sValue), "it's");
+    EXPECT_EQ(package.m_arrProperties.GetAt(0)->m_arrFurtherValues.GetSize(), 2);
+    ASSERT_EQ(package.m_arrPins.GetSize(), 2);
+    EXPECT_EQ(package.m_arrPins.GetAt(0)->GetID(), 8);
+    EXPECT_EQ(Text(package.m_arrPins.GetAt(0)->m_sMountType), "S");
+    EXPECT_EQ(package.m_arrPins.GetAt(0)->m_arrOutlines.GetSize(), 6);
+    EXPECT_EQ(package.m_arrPins.GetAt(1)->m_arrOutlines.GetSize(), 1);
+    EXPECT_EQ(Text(result.Package(1).m_sName), "EMPTY");
+}
+
+TEST(CompleteEda, UnitsOfTheFileWinOverThoseOfTheJob)
+{
+    EXPECT_EQ(Read("HDR x\n").Data().GetUnit(), JOBXunit::Millimetre) << "misc/info";
+    const Result result = Read("HDR x\nUNITS=INCH\n");
+    EXPECT_EQ(result.Data().GetUnit(), JOBXunit::Inch);
+    EXPECT_EQ(Text(result.Data().m_sUnits), "INCH");
+    EXPECT_EQ(result.Data().dGetFactorToMM(), 25.4);
+}
+
+TEST(CompleteEda, FeatureGroupsBelongToNoNet)
+{
+    const Result result = Read("LYR top\nNET A\nSNT TOP T 0 0;;ID=4\nFID C 0 0;;ID=9\nSNT PLN S E 0.5\nFGR TEXT;;ID=3\n"
+                               "PRP STRING 'R1'\nFID C 0 0\n");
+    EXPECT_EQ(Codes(result), Strings{"3: error EDA012"});
+    ASSERT_EQ(result.Net(0).m_arrSnts.GetSize(), 2);
+    const CJOBXSnt& subnet = *result.Net(0).m_arrSnts.GetAt(0);
+    EXPECT_EQ(subnet.GetID(), 4);
+    EXPECT_EQ(subnet.m_nToeprintNumber, 0);
+    ASSERT_EQ(subnet.m_arrNetObjs.GetSize(), 1);
+    EXPECT_EQ(Text(subnet.m_arrNetObjs.GetAt(0)->m_sText), ";ID=9");
+    EXPECT_EQ(result.Net(0).m_arrSnts.GetAt(1)->m_dFillSize, 0.5);
+    EXPECT_EQ(result.Net(0).m_arrSnts.GetAt(1)->m_arrNetObjs.GetSize(), 0);
+    ASSERT_EQ(result.Data().GetFeatureGroups()->GetSize(), 1);
+    const CJOBXdataFgr& group = *result.Data().GetFeatureGroups()->GetAt(0);
+    EXPECT_EQ(Text(group.m_sKind), "TEXT");
+    EXPECT_EQ(group.GetID(), 3);
+    EXPECT_EQ(group.m_arrNetObjs.GetSize(), 1);
+    ASSERT_EQ(group.m_arrProperties.GetSize(), 1);
+    EXPECT_EQ(Text(group.m_arrProperties.GetAt(0)->m_sValue), "R1");
+}
+
+TEST(CompleteEda, WhatIsWrongIsReportedWithItsLine)
+{
+    const struct
+    {
+        const char* text;
+        Strings codes;
+    } kCases[] = {
+        {"PKG A 1 2\n", {"1: error EDA001"}},
+        {"LYR top\nNET A\nSNT VIA\nFID C 0 0 5\n", {"4: warning EDA002"}},
+        {"PKG A one 2 3 4 5\n", {"1: error EDA003"}},
+        {"PKG A inf 2 3 4 5\n", {"1: error EDA003"}},
+        {"SNT VIA\nFID C 0 0\nPIN 1 S 0 0 0 E S\nRC 0 0 1 1\nPRP A 'b'\n",
+         {"1: error EDA004", "2: error EDA004", "3: error EDA004", "4: error EDA004", "5: error EDA004"}},
+        {"XYZ 1\nxyz 2\nABC\n", {"1: note EDA005", "2: note EDA005", "3: note EDA005"}},
+        {"LYR top\nNET A\nSNT VIA\nFID C 1 0\n", {"4: error EDA006"}},
+        {"# NET 0\nNET A\n#NET 5\nNET B\n# PKG 1\n", {"3: warning EDA007", "5: warning EDA007"}},
+        {"PKG A 1 2 3 4 5\nCT\nOB 0 0 I\nPIN 1 S 0 0 0 E S\n", {"3: error EDA008"}},
+        {"PKG A 1 2 3 4 5\nCT\n", {"2: error EDA008"}},
+        {"PKG A 1 2 3 4 5\nOS 0 0\nOE\nCE\n", {"2: error EDA009", "3: error EDA009", "4: error EDA009"}},
+        {"NET gnd\nNET GND\n", {"2: warning EDA010"}},
+        {"LYR top\nNET A\nSNT VIA\nFID C 0 1\n", {"4: error EDA011"}},
+    };
+    for (const auto& test : kCases)
+        EXPECT_EQ(Codes(Read(test.text)), test.codes) << test.text;
+}
+
+TEST(CompleteEda, ClassicReadingOfTheSameFileStaysAsItWas)
+{
+    const SmallJob small;
+    small.Write("steps/pcb/eda/data", "NET A ;;ID=1\nPKG P 0 0 0 0 0;;ID=2\nFGR TEXT\n");
+    const auto job = small.Read(CJOBXreading());
+    const CJOBXdata& data = *job->m_pSteps->m_arrSteps.GetAt(0)->GetEda()->m_pData;
+    EXPECT_EQ(data.m_arrNets.GetSize(), 0) << "a net with a tail and no comment";
+    EXPECT_EQ(data.m_arrPkgs.GetSize(), 0);
+    EXPECT_EQ(data.GetFeatureGroups()->GetSize(), 0);
+}
+} // namespace complete_eda_test
