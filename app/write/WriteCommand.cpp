@@ -186,6 +186,9 @@ constexpr const char* kWriteFooter =
 The job is written beside that place first and moved there when it is complete and on the disk, so a failure changes
 nothing. It is scaled first, then its steps are reordered, then it gets its name.
 
+--force replaces a job or an empty directory, and nothing else: a directory with neither matrix/matrix nor steps is not
+a job.
+
 What is not written:
   user symbols  if the whole job is read; with --step they are written, beside "steps"
   the font      unless the current directory has a file named "standard"
@@ -253,7 +256,7 @@ void AddWriteCommand(CLI::App& app)
         ->type_name("DIR");
     AddSteps(command, arguments->read.steps);
     AddChanges(command, options);
-    command.add_flag("--force", options.force, "Replace an existing directory");
+    command.add_flag("--force", options.force, "Replace an existing directory if it is a job or empty");
     command.add_flag("--allow-incomplete", options.allowIncomplete,
                      "With --force: replace the directory even if parts of the job are missing");
     command.footer(kWriteFooter);

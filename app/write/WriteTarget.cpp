@@ -1,5 +1,6 @@
 #include "write/WriteTarget.h"
 
+#include "JOBXCLSDLL.h"
 #include "output/ExitError.h"
 #include "output/Text.h"
 
@@ -76,6 +77,24 @@ bool IsIn(const fs::path& place, const fs::path& directory)
         at = above;
     }
 }
+// Whether the directory has the matrix or the steps of a job, whatever their letter case.
+bool LooksLikeJob(const std::string& directory)
+{
+    const CKUtility& files = *CKUtility::GetInstance();
+    return files.DoesFileExist(files.FindPath(files.FindPath(directory.c_str(), "matrix"), "matrix")) ||
+           files.IsDir(files.FindPath(directory.c_str(), "steps"));
+}
+
+// Refuses everything but jobs and empty directories: a mistyped name must not cost other files.
+void CheckReplacedDirectory(const fs::path& path)
+{
+    std::error_code error;
+    const bool isEmpty = fs::is_empty(path, error);
+    if (error)
+        RaiseUnwritable(fmt::format("cannot read the directory {}: {}", Quoted(path.string()), error.message()));
+    if (!isEmpty && !LooksLikeJob(path.string()))
+        RaiseUnwritable(fmt::format("{} is neither a job nor empty: it is not replaced", Quoted(path.string())));
+}
 } // namespace
 
 void CheckTarget(const WriteTarget& target, const std::string& jobPath)
@@ -93,6 +112,7 @@ void CheckTarget(const WriteTarget& target, const std::string& jobPath)
         return;
     if (TypeOf(path) != fs::file_type::directory)
         RaiseUnwritable(fmt::format("{} exists and is not a directory", Quoted(path.string())));
+    CheckReplacedDirectory(path);
     if (!target.replace)
         RaiseUnwritable(fmt::format("{} exists: --force replaces it", Quoted(path.string())));
 }

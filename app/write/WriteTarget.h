@@ -11,5 +11,6 @@ struct WriteTarget
 };
 
 // Raises ExitError if the name cannot name a directory, if the output directory neither exists nor has a parent, if
-// something is in the way, or if the job at `jobPath` would be replaced or written into.
+// something is in the way that is neither a job nor an empty directory, or if the job at `jobPath` would be replaced or
+// written into.
 void CheckTarget(const WriteTarget& target, const std::string& jobPath);

@@ -16,7 +16,7 @@ namespace
 // Writes the sample over a former job, with the recorder loaded.
 ProgramResult Write(const TempDir& directory, const std::string& failing)
 {
-    directory.Write("out/blinker/former", "former");
+    directory.Write("out/blinker/steps/former", "former");
     return RunShell("JOBX_FLUSHES=" + ShellWord(directory.Path("flushes")) + " JOBX_FLUSH_FAILS=" + ShellWord(failing) +
                     " LD_PRELOAD=" + ShellWord(JOBX_FLUSH_RECORDER) + " \"$JOBX\" write --quiet --force -o " +
                     ShellWord(directory.Path("out")) + " " + ShellWord(CopySample(directory)));
@@ -52,7 +52,7 @@ TEST(JobxWriteFlushes, AFailureIsAnErrorAndTheFormerJobStays)
         EXPECT_EQ(result.exitCode, 4);
         EXPECT_THAT(result.err, testing::MatchesRegex("jobx: cannot flush [^\n]*: Input/output error\n"));
         EXPECT_THAT(result.err, testing::HasSubstr(failing + "\""));
-        EXPECT_TRUE(directory.Exists("out/blinker/former"));
+        EXPECT_TRUE(directory.Exists("out/blinker/steps/former"));
         EXPECT_EQ(std::distance(fs::directory_iterator(directory.Path("out")), fs::directory_iterator()), 1);
     }
 }
@@ -65,7 +65,7 @@ TEST(JobxWriteFlushes, AFailureOfTheOutputDirectoryIsAWarningBecauseTheJobIsInIt
     EXPECT_EQ(result.err, "jobx: warning: cannot flush \"" + directory.Path("out") +
                               "\": Input/output error; the job is in its place, but a power failure could still undo "
                               "that\n");
-    EXPECT_FALSE(directory.Exists("out/blinker/former"));
+    EXPECT_FALSE(directory.Exists("out/blinker/steps/former"));
     EXPECT_TRUE(directory.Exists("out/blinker/steps/PCB/layers/top/features"));
     EXPECT_EQ(std::distance(fs::directory_iterator(directory.Path("out")), fs::directory_iterator()), 1);
 }
@@ -80,7 +80,7 @@ TEST(JobxWriteFlushes, AnOutputDirectoryThatCannotBeReadKeepsTheFormerJob)
     const TempDir directory;
     fs::permissions(directory.Path(), fs::perms::all);
     const std::string job = MakeJob(directory, "L 0 0 1 1 0 P 0\n");
-    directory.Write("out/job/former", "former");
+    directory.Write("out/job/steps/former", "former");
     const bool isRoot = RunShell("test \"$(id -u)\" = 0").exitCode == 0;
     const std::string run =
         (isRoot ? std::string("setpriv --reuid=65534 --regid=65534 --clear-groups ") : std::string()) + "\"$JOBX\" ";
@@ -92,7 +92,7 @@ TEST(JobxWriteFlushes, AnOutputDirectoryThatCannotBeReadKeepsTheFormerJob)
     RunShell("chmod a+rwx " + out);
     EXPECT_EQ(result.exitCode, 4);
     EXPECT_EQ(result.err, "jobx: cannot flush \"" + directory.Path("out") + "\": Permission denied\n");
-    EXPECT_TRUE(directory.Exists("out/job/former"));
+    EXPECT_TRUE(directory.Exists("out/job/steps/former"));
     EXPECT_EQ(std::distance(fs::directory_iterator(directory.Path("out")), fs::directory_iterator()), 1);
 }
 

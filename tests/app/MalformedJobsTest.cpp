@@ -210,15 +210,15 @@ std::string RowOf(const Fault& fault)
     const std::string job = MakeJob(directory, kLine);
     fault.make(directory, job);
     const ProgramResult info = RunJobx({"info", job, "--quiet"});
-    directory.Write("out/good/kept", "kept");
+    directory.Write("out/good/steps/kept", "kept");
     const ProgramResult write =
         RunJobx({"write", job, "-o", directory.Path("out"), "--name", "good", "--force", "--quiet"});
-    EXPECT_EQ(directory.Exists("out/good/kept"), write.exitCode != 0) << fault.name;
+    EXPECT_EQ(directory.Exists("out/good/steps/kept"), write.exitCode != 0) << fault.name;
     EXPECT_EQ(LinesOf(info.err).size(), 1U) << fault.name << ": " << info.err;
     const ProgramResult step =
         RunJobx({"write", job, "-o", directory.Path("out"), "--name", "good", "--force", "--quiet", "--step", "pcb"});
     EXPECT_NE(step.exitCode, 0) << fault.name;
-    EXPECT_TRUE(directory.Exists("out/good/kept")) << fault.name;
+    EXPECT_TRUE(directory.Exists("out/good/steps/kept")) << fault.name;
     const std::string line = WithoutPath(info.err.substr(0, info.err.find('\n')), job);
     return "| " + fault.name + " | " + std::to_string(info.exitCode) + " | " + std::to_string(write.exitCode) + " | `" +
            line + "` |";
@@ -242,7 +242,7 @@ TEST(MalformedJobs, AllowIncompleteReplacesAGoodJobByAnIncompleteOne)
     const TempDir directory;
     const std::string job = MakeJob(directory, kLine);
     fs::remove_all(job + "/steps/pcb/layers");
-    directory.Write("out/good/kept", "kept");
+    directory.Write("out/good/steps/kept", "kept");
     const std::vector<std::string> command = {"write",  job,    "-o",      directory.Path("out"),
                                               "--name", "good", "--force", "--quiet"};
     const ProgramResult refused = RunJobx(command);
@@ -250,11 +250,11 @@ TEST(MalformedJobs, AllowIncompleteReplacesAGoodJobByAnIncompleteOne)
     EXPECT_EQ(refused.err, "jobx: warning: step \"PCB\" has no directory \"layers\"\n"
                            "jobx: not all of the job could be read (step \"PCB\" has no directory \"layers\"); \"" +
                                directory.Path("out/good") + "\" is not replaced (--allow-incomplete replaces it)\n");
-    EXPECT_TRUE(directory.Exists("out/good/kept"));
+    EXPECT_TRUE(directory.Exists("out/good/steps/kept"));
     std::vector<std::string> allowed = command;
     allowed.emplace_back("--allow-incomplete");
     EXPECT_EQ(RunJobx(allowed).exitCode, 0);
-    EXPECT_FALSE(directory.Exists("out/good/kept"));
+    EXPECT_FALSE(directory.Exists("out/good/steps/kept"));
     EXPECT_TRUE(directory.Exists("out/good/steps/PCB/profile"));
 }
 
@@ -262,11 +262,11 @@ TEST(MalformedJobs, AWholeJobReplacesAnotherWithForceAlone)
 {
     const TempDir directory;
     const std::string job = CopySample(directory);
-    directory.Write("out/blinker/kept", "kept");
+    directory.Write("out/blinker/steps/kept", "kept");
     const ProgramResult result = RunJobx({"write", job, "-o", directory.Path("out"), "--force", "--quiet"});
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_EQ(result.err, "");
-    EXPECT_FALSE(directory.Exists("out/blinker/kept"));
+    EXPECT_FALSE(directory.Exists("out/blinker/steps/kept"));
 }
 
 TEST(MalformedJobs, EveryCommandSaysWhatIsMissing)
@@ -322,7 +322,7 @@ ProgramResult WriteWithout(const TempDir& directory, const std::string& part, co
     const std::string write = "\"$JOBX\" write " + ShellWord(job) + " --quiet -o " + ShellWord(directory.Path("out"));
     EXPECT_EQ(RunShell(write + " --steps pcb").exitCode, 0);
     fs::remove_all(job + "/" + part);
-    directory.Write("out/blinker/kept", "kept");
+    directory.Write("out/blinker/steps/kept", "kept");
     return RunShell(write + " --force " + options);
 }
 } // namespace
@@ -348,10 +348,10 @@ TEST(MalformedJobs, PartsThatAJobMayLackAreMissingIfTheReplacedJobHasThem)
             EXPECT_EQ(refused.err, "jobx: warning: " + line + "\njobx: not all of the job could be read (" + line +
                                        "); \"" + directory.Path("out/blinker") +
                                        "\" is not replaced (--allow-incomplete replaces it)\n");
-            EXPECT_TRUE(directory.Exists("out/blinker/kept"));
+            EXPECT_TRUE(directory.Exists("out/blinker/steps/kept"));
             const TempDir other;
             EXPECT_EQ(WriteWithout(other, row.part, steps + " --allow-incomplete").exitCode, 0);
-            EXPECT_FALSE(other.Exists("out/blinker/kept"));
+            EXPECT_FALSE(other.Exists("out/blinker/steps/kept"));
         }
 }
 
@@ -369,6 +369,7 @@ TEST(MalformedJobs, PartsThatAreLeftOutOnPurposeOrThatNeitherJobHasAreNotMissing
     }
     const TempDir unused;
     const std::string sample = CopySample(unused);
+    unused.MakeDir("out/blinker/steps");
     unused.Write("out/blinker/symbols/unused/features", kLine);
     EXPECT_EQ(RunJobx({"write", sample, "-o", unused.Path("out"), "--force", "--quiet"}).err, "");
 }

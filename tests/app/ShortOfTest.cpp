@@ -46,7 +46,7 @@ TEST(JobxShortOf, OpenFilesLeaveNoStagingDirectoryBehind)
     {
         SCOPED_TRACE(files);
         fs::remove_all(directory.Path("out"));
-        directory.Write("out/blinker/former", "former");
+        directory.Write("out/blinker/steps/former", "former");
         const ProgramResult result =
             RunShell("cd " + ShellWord(directory.Path()) + "\nulimit -n " + std::to_string(files) +
                      "\n\"$JOBX\" write --quiet blinker -o out --force --allow-incomplete");
@@ -54,7 +54,7 @@ TEST(JobxShortOf, OpenFilesLeaveNoStagingDirectoryBehind)
         for (const fs::directory_entry& entry : fs::directory_iterator(directory.Path("out")))
             entries.push_back(entry.path().filename().string());
         EXPECT_THAT(entries, testing::ElementsAre("blinker")) << result.err;
-        EXPECT_EQ(directory.Exists("out/blinker/former"), result.exitCode != 0) << result.err;
+        EXPECT_EQ(directory.Exists("out/blinker/steps/former"), result.exitCode != 0) << result.err;
         EXPECT_THAT(result.exitCode, testing::AnyOf(0, 3, 4, 127)) << result.err;
         failures += result.exitCode == 4 ? 1 : 0;
     }

@@ -308,6 +308,39 @@ TEST(JobxWriteRefuses, AFileInTheWayEvenWithForce)
     EXPECT_EQ(EntriesOf(directory.Path("out")), (Names{"job", "link"}));
 }
 
+TEST(JobxWriteRefuses, ADirectoryThatIsNoJobEvenWithForce)
+{
+    const TempDir directory;
+    const std::string job = MakeJob(directory, "L 0 0 1 1 0 P 0\n");
+    directory.Write("out/proj/src/main.cpp", "int main() {}\n");
+    directory.MakeDir("out/proj/matrix");
+    fs::create_directory_symlink("proj", directory.Path("out/link"));
+    const auto before = TreeOf(directory.Path("out"));
+    for (const std::string name : {"proj", "link"})
+        for (const std::string options : {"", " --force", " --force --allow-incomplete"})
+            ExpectRefusal(RunShell("exec \"$JOBX\" write " + ShellWord(job) + " --name " + name + options + " -o " +
+                                   ShellWord(directory.Path("out"))),
+                          4, "out/" + name + "\" is neither a job nor empty: it is not replaced\n");
+    EXPECT_EQ(TreeOf(directory.Path("out")), before);
+}
+
+TEST(JobxWrite, ForceReplacesAnEmptyDirectoryAndWhatHasAMatrixOrSteps)
+{
+    const TempDir directory;
+    const std::string job = MakeJob(directory, "L 0 0 1 1 0 P 0\n");
+    directory.MakeDir("out/empty");
+    directory.MakeDir("out/steps_only/STEPS");
+    directory.Write("out/matrix_only/Matrix/MATRIX", "former");
+    for (const std::string name : {"empty", "steps_only", "matrix_only"})
+    {
+        SCOPED_TRACE(name);
+        const ProgramResult result =
+            RunJobx({"write", job, "-o", directory.Path("out"), "--name", name, "--force", "--quiet"});
+        EXPECT_EQ(result.exitCode, 0) << result.err;
+        EXPECT_TRUE(directory.Exists("out/" + name + "/steps/PCB/profile"));
+    }
+}
+
 TEST(JobxWriteRefuses, ItsOwnInput)
 {
     const TempDir directory;
@@ -419,12 +452,12 @@ TEST(JobxWrite, ALinkInThePlaceOfTheTargetIsReplacedNotFollowed)
 {
     const TempDir directory;
     const std::string job = MakeJob(directory, "");
-    directory.Write("elsewhere/kept", "kept");
+    directory.Write("elsewhere/steps/kept", "kept");
     directory.MakeDir("out");
     fs::create_directory_symlink("../elsewhere", directory.Path("out/job"));
     EXPECT_EQ(RunJobx({"write", job, "-o", directory.Path("out"), "--force"}).exitCode, 0);
     EXPECT_FALSE(fs::is_symlink(directory.Path("out/job")));
-    EXPECT_EQ(EntriesOf(directory.Path("elsewhere")), Names{"kept"});
+    EXPECT_EQ(EntriesOf(directory.Path("elsewhere/steps")), Names{"kept"});
     EXPECT_EQ(EntriesOf(directory.Path("out")), Names{"job"}) << kNoStaging;
 }
 
