@@ -184,8 +184,7 @@ void AddDiffCommand(CLI::App& app, ExitCode& answer)
             "--tolerance", [options](const std::string& text) { options->rules.tolerance = ToleranceIn(text); },
             "Ignore coordinates and lengths that differ by at most T, in the unit of the files")
         ->type_name("T");
-    command.add_flag("--ignore-line-numbers", options->rules.ignoreLineNumbers,
-                     "Ignore the lines in which records stand in their files");
+    command.add_flag("--ignore-line-numbers", options->rules.ignoreLineNumbers, "Ignore differences in line numbers");
     command.add_flag("--json", options->json, "As a JSON document");
     command.callback([options, &answer] { answer = PrintDiff(*options); });
 }

@@ -17,9 +17,10 @@ std::vector<std::string> SplitAtCommas(const std::string& text)
     std::istringstream stream(text + ",");
     for (std::string piece; std::getline(stream, piece, ',');)
     {
-        if (piece.empty())
+        const std::size_t first = piece.find_first_not_of(' ');
+        if (first == std::string::npos)
             RaiseWrongUsage("--step needs step names, separated by commas");
-        pieces.push_back(piece);
+        pieces.push_back(piece.substr(first, piece.find_last_not_of(' ') - first + 1));
     }
     return pieces;
 }
@@ -103,7 +104,7 @@ void AddSystemAttributes(CLI::App& command, ReadOptions& read)
 void AddTableForms(CLI::App& command, TableForm& form)
 {
     CLI::Option* const csv = command.add_flag_callback(
-        "--csv", [&form] { form = TableForm::Csv; }, "As comma-separated values (RFC 4180)");
+        "--csv", [&form] { form = TableForm::Csv; }, "As comma-separated values (RFC 4180); lines end with CR LF");
     command
         .add_flag_callback(
             "--json", [&form] { form = TableForm::Json; }, "As a JSON array")

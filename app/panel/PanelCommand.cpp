@@ -17,7 +17,7 @@ namespace
 constexpr const char* kPanelFooter =
     R"(Each placement is one row, numbered from 1 in each step. A placement comes before those inside it. LEVEL counts
 from 1; PARENT is the number of the placement around it. X and Y give the position of the placed step's datum in the
-step of the first column, in the unit of the step headers. ANGLE is clockwise, the sum of all rotations. MIRROR is "YES"
+step of the first column. Lengths are in the unit of the file (see info). ANGLE is clockwise, the sum of all rotations. MIRROR is "YES"
 if the placement, or one around it, is mirrored. FLIP comes from the outermost placement.
 
 A step that repeats itself, directly or through others, is an error (exit code 3); so are more than 100000 placements.

@@ -106,6 +106,10 @@ void ReadAttributeFile(CJOBX& job, const std::string& path)
             ExitCode::UnreadableInput,
             fmt::format("the attribute file \"{}\" has a NAME or OPTIONS line without a value", Printable(path)));
     }
+    if (job.m_pSysAttrs->GetSize() == 0)
+        throw ExitError(ExitCode::UnreadableInput,
+                        fmt::format("the attribute file \"{}\" has no complete OPTION block: nothing was read from it",
+                                    Printable(path)));
 }
 
 // Returns the library's result; `names` receives the names of the requested steps.

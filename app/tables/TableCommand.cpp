@@ -13,13 +13,24 @@ struct TableCommand
 {
     const char* name;
     const char* about;
+    const char* footer;
     Table (*make)(const CJOBX& job);
 };
 
+constexpr const char* kPlainFooter = "Examples and exit codes: jobx --help";
+constexpr const char* kComponentsFooter =
+    R"(Lengths are in the unit of the file (see info). MIRROR is 1 for a mirrored component, else 0.
+
+Examples and exit codes: jobx --help)";
+constexpr const char* kPackagesFooter =
+    R"(Lengths are in the unit of the file (see info).
+
+Examples and exit codes: jobx --help)";
+
 constexpr TableCommand kTableCommands[] = {
-    {"nets", "Prints the nets as a table", NetsTable},
-    {"components", "Prints the placed components as a table", ComponentsTable},
-    {"packages", "Prints the packages as a table", PackagesTable},
+    {"nets", "Prints the nets as a table", kPlainFooter, NetsTable},
+    {"components", "Prints the placed components as a table", kComponentsFooter, ComponentsTable},
+    {"packages", "Prints the packages as a table", kPackagesFooter, PackagesTable},
 };
 
 struct TableOptions
@@ -41,6 +52,7 @@ void AddTableCommand(CLI::App& app, const TableCommand& table)
     CLI::App& command = AddJobCommand(app, table.name, table.about, options->read);
     AddSteps(command, options->read.steps);
     AddTableForms(command, options->form);
+    command.footer(table.footer);
     command.callback([&table, options] { PrintTable(table, *options); });
 }
 } // namespace

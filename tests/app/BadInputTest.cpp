@@ -289,6 +289,12 @@ TEST(JobxBadInput, AnAttributeFileThatCannotBeReadIsNamed)
     ExpectFailure(RunJobx({"json", job, "--sysattr", job}), 3, "is not a regular file");
     const std::string broken = directory.Write("broken", "OPTION {\nNAME =\n}\n");
     ExpectFailure(RunJobx({"info", job, "--sysattr", broken}), 3, "has a NAME or OPTIONS line without a value");
+    for (const std::string text : {"", "# Notes\nno definitions\n", "OPTION {\nNAME = .x\n"})
+    {
+        const std::string wrong = directory.Write("wrong", text);
+        ExpectFailure(RunJobx({"info", job, "--sysattr", wrong}), 3,
+                      "wrong\" has no complete OPTION block: nothing was read from it");
+    }
 }
 
 TEST(JobxBadInput, UnknownStepsAreWrongUsageAndTheKnownOnesAreNamed)
@@ -337,4 +343,6 @@ TEST(JobxUsage, HelpAndVersionAreData)
     EXPECT_EQ(version.exitCode, 0);
     EXPECT_THAT(version.out, MatchesRegex("jobx [0-9]+\\.[0-9]+\\.[0-9]+\n"));
     EXPECT_EQ(RunJobx({"json", "--help"}).exitCode, 0);
+    for (const std::string command : {"components", "packages", "panel"})
+        EXPECT_THAT(RunJobx({command, "--help"}).out, HasSubstr("Lengths are in the unit of the file (see info)."));
 }

@@ -79,12 +79,24 @@ TEST(JobxStepOption, WriteTakesEitherName)
     }
 }
 
+TEST(JobxStepOption, IgnoresBlanksAroundNames)
+{
+    const TempDir directory;
+    const std::string job = JobOfThreeSteps(directory);
+    for (const std::string command : {"nets", "panel", "json"})
+    {
+        const ProgramResult result = RunJobx({command, job, "--steps", " panel,  array "});
+        EXPECT_EQ(result.exitCode, 0) << result.err;
+        EXPECT_EQ(result.out, RunJobx({command, job, "--steps", "panel,array"}).out);
+    }
+}
+
 TEST(JobxStepOption, MayBeGivenOnceAndWithoutGaps)
 {
     const TempDir directory;
     const std::string job = JobOfThreeSteps(directory);
     EXPECT_EQ(RunJobx({"nets", job, "--step", "pcb", "--steps", "panel"}).exitCode, 2);
-    for (const std::string steps : {"", ",", "pcb,", ",pcb", "pcb,,panel"})
+    for (const std::string steps : {"", ",", "pcb,", ",pcb", "pcb,,panel", " ", "pcb, ,panel"})
         for (const std::string command : {"nets", "panel"})
             EXPECT_EQ(RunJobx({command, job, "--step", steps}).err,
                       "jobx: --step needs step names, separated by commas (try: jobx " + command + " --help)\n")
