@@ -34,7 +34,8 @@ void PrintPins(const CJOBXstepObj& step, const CJOBXdataNet& net)
     }
 }
 
-// A feature of a net is named by its layer's position in the EDA data's layer names and its own in that layer.
+// A feature of a net is identified by the position of its layer in the EDA data's layer names, and by its own position
+// in that layer.
 const CJOBXlayObj* FindFeature(const CJOBXstepObj& step, const CJOBXdataNetObj& reference)
 {
     const CStringArray& names = step.GetEda()->m_pData->m_arrLayerNames;
@@ -98,7 +99,8 @@ void PrintBoardSize(const CJOBXlayer& profile)
     std::printf("board: %g x %g %s\n", high.x - low.x, high.y - low.y, profile.m_sUnits.GetString());
 }
 
-// The matrix says which layers are drill layers, and what they drill through. Each pad is a hole, its symbol the size.
+// The matrix says which layers are drill layers, and may say what they drill through. Each pad is a hole, and its symbol
+// is the size. Lines and arcs are slots, which are not counted.
 void PrintDrills(const CJOBXmatrix& matrix, const CJOBXstepObj& step)
 {
     for (const CJOBXmatrixLayer& row : matrix.m_arrLayers.Records())
@@ -106,13 +108,16 @@ void PrintDrills(const CJOBXmatrix& matrix, const CJOBXstepObj& step)
         const CJOBXlayer* const layer = row.m_sType == "DRILL" ? step.ScanLayerObjDataInLayer(row.m_sName) : nullptr;
         if (layer == nullptr)
             continue;
-        std::printf("%s, from %s to %s\n", row.m_sName.GetString(), row.m_sStartName.GetString(),
-                    row.m_sEndName.GetString());
+        std::printf("%s", row.m_sName.GetString());
+        if (!row.m_sStartName.IsEmpty() && !row.m_sEndName.IsEmpty())
+            std::printf(", from %s to %s", row.m_sStartName.GetString(), row.m_sEndName.GetString());
+        std::printf("\n");
         for (__int64 symbol = 0; symbol < layer->m_arrSymbolNames.GetSize(); ++symbol)
         {
             int holes = 0;
             for (const CJOBXlayObj& feature : layer->GetFeatures()->Records())
-                if (feature.GetSymbolNumber() == layer->m_arrSymbolNumbers.GetAt(symbol))
+                if (dynamic_cast<const CJOBXlayObjPad*>(&feature) != nullptr &&
+                    feature.GetSymbolNumber() == layer->m_arrSymbolNumbers.GetAt(symbol))
                     ++holes;
             std::printf("  %s: %d holes\n", layer->m_arrSymbolNames.GetAt(symbol).GetString(), holes);
         }

@@ -158,6 +158,18 @@ TEST(Cookbook, PrintsWhatIsExpectedOfTheSample)
     EXPECT_EQ(result.err, "");
 }
 
+TEST(Cookbook, CountsNoSlotsAsHolesAndPrintsNoSpanThatTheMatrixDoesNotName)
+{
+    const TempDir directory;
+    const std::string job = CopySample(directory);
+    const ProgramResult result = RunShell("cd " + ShellWord(job) + R"(
+        echo 'L 0.1 0.1 0.2 0.1 0 P 0' >> steps/pcb/layers/drill/features
+        sed -i '/START_NAME=/d; /END_NAME=/d' matrix/matrix
+        )" + ShellWord(JOBX_COOKBOOK) + " . pcb RST U1");
+    EXPECT_EQ(result.exitCode, 0) << result.err;
+    EXPECT_THAT(result.out, HasSubstr("\nDRILL\n  r40: 4 holes\n"));
+}
+
 TEST(Cookbook, FailsForANetOrComponentThatDoesNotExist)
 {
     const TempDir directory;
