@@ -511,6 +511,26 @@ TEST(CompactModelOfStep, JoinsAttributeTablesUnderFreeNumbers)
     EXPECT_EQ(AttributesOf(*part.m_arrCmps.GetAt(1)), (Numbers{{1, -1}, {2, 3}, {7, -1}, {99, 99}}));
 }
 
+TEST(CompactModelOfStep, AttributesFollowTheirTextsIntoTheJoinedTable)
+{
+    CJOBX job;
+    CJOBXstepObj& step = *AddStep(job, "pcb");
+    for (const char* const text : {"from the top", "from the bottom"})
+    {
+        CJOBXcomponents* const file = AddFile(step, step.m_arrComponents.GetSize() == 0 ? "comp_+_top" : "comp_+_bot");
+        file->m_arrAttributeTexts = Texts({text});
+        file->m_arrAttributeTextNumbers.Add(3);
+        file->m_arrCmps.Add(new CJOBXcmp);
+        AddAttributes(*file->m_arrCmps.GetAt(0), {{-1, 3}});
+    }
+    const std::unique_ptr<CODB> model(pMakeCompactModel(job, &step));
+    const CODBcomponents& part = *model->m_pComponents;
+    EXPECT_TRUE(part.m_arrAttributeTexts == Texts({"from the top", "from the bottom"}));
+    EXPECT_EQ(NumbersOf(part.m_arrAttributeTextNumbers), (std::vector<int>{3, 0}));
+    EXPECT_EQ(AttributesOf(*part.m_arrCmps.GetAt(0)), (std::vector<std::pair<int, int>>{{-1, 3}}));
+    EXPECT_EQ(AttributesOf(*part.m_arrCmps.GetAt(1)), (std::vector<std::pair<int, int>>{{-1, 0}}));
+}
+
 TEST(CompactModelOfStep, SharesNothingWithTheJob)
 {
     auto job = std::make_unique<CJOBX>();
