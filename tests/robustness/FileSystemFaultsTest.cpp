@@ -428,11 +428,11 @@ TEST(FileSystemFaults, TheProgramKeepsTheOldJobWhenWritingFails)
     write.directory = dir.MakeDir("out");
     write.name = "job";
     write.force = true;
-    dir.Write("wanted/job/old", "old");
+    dir.Write("wanted/job/steps/old", "old");
     const auto oldJob = [&]
     {
         fs::remove_all(dir.Path("out/job"));
-        fs::copy(dir.Path("wanted/job"), dir.Path("out/job"));
+        fs::copy(dir.Path("wanted/job"), dir.Path("out/job"), fs::copy_options::recursive);
     };
     fs::remove_all(read.jobPath + "/symbols"); // named by paths: the program expects them to stay unwritten
     oldJob();
