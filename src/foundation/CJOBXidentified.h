@@ -10,6 +10,7 @@
 class JOBX_API CJOBXidentified
 {
 public:
+    // The number of a record that has none, and the largest that fits.
     static constexpr __int64 kNoID = -1;
     static constexpr __int64 kLargestID = 0xFFFFFFFE;
 
