@@ -20,7 +20,7 @@ public:
     };
 
     // The first definition of a name wins.
-    void Add(std::string_view name, Type type) { m_types.try_emplace(std::string(name), std::move(type)); }
+    void Add(std::string_view name, const Type& type) { m_types.try_emplace(std::string(name), type); }
     // Null if the job defines no attribute of that name.
     const Type* Find(std::string_view name) const
     {
