@@ -88,7 +88,7 @@ run_host "$work/by_hand/convert_units"
 
 echo "-- add_subdirectory"
 # Kept from run to run, not optimised, several sources at once: this only checks that a host can do it.
-cmake -S "$host" -B "$work/embedded" -G Ninja -DJOBX_SOURCES="$root" -DJOBX_PRECOMPILE=ON -DCMAKE_UNITY_BUILD=ON -DCMAKE_UNITY_BUILD_BATCH_SIZE=32 \
+cmake -S "$host" -B "$work/embedded" -G Ninja -DJOBX_SOURCES="$root" -DJOBX_PRECOMPILE=ON -DCMAKE_UNITY_BUILD=ON \
     -DCMAKE_CXX_FLAGS=-O0 >/dev/null
 cmake --build "$work/embedded" | tail -n 1
 run_host "$work/embedded/convert_units"
