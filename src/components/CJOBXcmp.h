@@ -3,8 +3,8 @@
 #include "components/CJOBXcmpTop.h"
 #include "foundation/CExPtrArray.h"
 #include "foundation/CJOBXProperty.h"
+#include "foundation/CJOBXrecord.h"
 #include "foundation/CJOBXtailed.h"
-#include "foundation/CPooledRecord.h"
 #include "foundation/JobxExport.h"
 #include "foundation/corekit/CLProperty.h"
 #include "foundation/corekit/CPointD.h"
@@ -15,7 +15,7 @@
 // One placed component: its package, place, names, properties, attributes and toeprints.
 // Units:     lengths in the unit of its file; the rotation in degrees as in the file.
 // Ownership: owned by its array; owns its toeprints, properties and attributes; not copyable.
-class JOBX_API CJOBXcmp : public CPooledRecord, public CJOBXtailed
+class JOBX_API CJOBXcmp : public CJOBXrecord, public CJOBXtailed
 {
 public:
     CJOBXcmp();

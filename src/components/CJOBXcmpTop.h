@@ -1,8 +1,8 @@
 #pragma once
 
 #include "foundation/CExPtrArray.h"
+#include "foundation/CJOBXrecord.h"
 #include "foundation/CJOBXtailed.h"
-#include "foundation/CPooledRecord.h"
 #include "foundation/JobxExport.h"
 #include "foundation/corekit/CPointD.h"
 #include "foundation/framework/CString.h"
@@ -10,7 +10,7 @@
 // A toeprint: the place where a pin of a placed component meets the board, and its net.
 // Units:     lengths in the unit of its file; the rotation in degrees as in the file.
 // Ownership: owned by its component's list; not copyable.
-class JOBX_API CJOBXcmpTop : public CPooledRecord, public CJOBXtailed
+class JOBX_API CJOBXcmpTop : public CJOBXrecord, public CJOBXtailed
 {
 public:
     CJOBXcmpTop();

@@ -7,7 +7,7 @@
 // A subnet: one connected piece of a net, such as a pin's copper, a trace, a via or a plane.
 // Units:     the plane fill size in the unit of the file; a unit change does not change it; this is intended.
 // Ownership: owned by its array, owns its net objects; not copyable, but pGetSameODBSnt makes a copy.
-class JOBX_API CJOBXSnt : public CPooledRecord, public CJOBXtailed
+class JOBX_API CJOBXSnt : public CJOBXrecord, public CJOBXtailed
 {
 public:
     CJOBXSnt() = default;

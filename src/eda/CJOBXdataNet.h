@@ -6,7 +6,7 @@
 
 // A net: its name and its subnets.
 // Ownership: owned by its array, owns its subnets and properties; not copyable.
-class JOBX_API CJOBXdataNet : public CPooledRecord, public CJOBXtailed
+class JOBX_API CJOBXdataNet : public CJOBXrecord, public CJOBXtailed
 {
 public:
     CJOBXdataNet() = default;

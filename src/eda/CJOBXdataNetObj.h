@@ -1,7 +1,7 @@
 #pragma once
 
 #include "foundation/CExPtrArray.h"
-#include "foundation/CPooledRecord.h"
+#include "foundation/CJOBXrecord.h"
 #include "foundation/framework/CString.h"
 
 #include <cstdio>
@@ -10,7 +10,7 @@
 // Units:     none; indexes count from 0.
 // Ownership: owned by its array; not copyable, but pGetSameODBdataNetObj makes a copy.
 // Boards have more of these than of any other record. Each takes 40 bytes, and the common kinds allocate nothing else.
-class JOBX_API CJOBXdataNetObj : public CPooledRecord
+class JOBX_API CJOBXdataNetObj : public CJOBXrecord
 {
 public:
     CJOBXdataNetObj() = default;

@@ -8,7 +8,7 @@
 // A package: a footprint shared by components, with outlines and pins.
 // Units:     lengths in the unit of the file.
 // Ownership: owned by its array, owns its outlines, pins, properties and attributes; copies are deep.
-class JOBX_API CJOBXdataPkg : public CPooledRecord, public CJOBXtailed
+class JOBX_API CJOBXdataPkg : public CJOBXrecord, public CJOBXtailed
 {
 public:
     CJOBXdataPkg() = default;

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "foundation/CExPtrArray.h"
+#include "foundation/CJOBXrecord.h"
 #include "foundation/CJOBXtailed.h"
-#include "foundation/CPooledRecord.h"
 #include "foundation/corekit/CPointD.h"
 #include "foundation/framework/CString.h"
 #include "foundation/framework/CStringArray.h"
@@ -14,7 +14,7 @@
 // (see CJOBXdataPkgObjArray::vMakeGeometry).
 // Units:     lengths of the subclasses in the unit of the file; parameter texts are never converted.
 // Ownership: owned by its array; copies are deep. Copy with clone: assignment would slice a subclass.
-class JOBX_API CJOBXdataPkgObj : public CPooledRecord, public CJOBXtailed
+class JOBX_API CJOBXdataPkgObj : public CJOBXrecord, public CJOBXtailed
 {
 public:
     CJOBXdataPkgObj() = default;

@@ -6,7 +6,7 @@
 // A pin of a package.
 // Units:     lengths in the unit of the file. A unit change does not change the hole size; this is intended.
 // Ownership: owned by its array, owns its outlines; copies are deep.
-class JOBX_API CJOBXdataPkgPin : public CPooledRecord, public CJOBXtailed
+class JOBX_API CJOBXdataPkgPin : public CJOBXrecord, public CJOBXtailed
 {
 public:
     CJOBXdataPkgPin() = default;

@@ -9,15 +9,6 @@
 #include <memory>
 #include <new>
 
-// Deletes the elements of an array in index order. Classes whose records are allocated in blocks have their own
-// function of this name.
-template <class T>
-void DeleteElements(T* const* elements, __int64 count)
-{
-    for (__int64 i = 0; i < count; ++i)
-        delete elements[i];
-}
-
 // A growable array of pointers with search, removal, deletion and reordering; the base of every list of the model.
 // Ownership: deletes elements only in the operations whose names begin with Delete. Its own destructor does not; the
 //            model's ...Array classes derive from COwningPtrArray below, whose destructor deletes them. An element may
@@ -206,7 +197,8 @@ void CExPtrArray<TYPE, ARG_TYPE>::DeleteAt(int index, int count)
 template <class TYPE, class ARG_TYPE>
 void CExPtrArray<TYPE, ARG_TYPE>::DeleteAll()
 {
-    DeleteElements(this->m_pData, this->m_nSize);
+    for (__int64 i = 0; i < this->m_nSize; ++i)
+        delete this->m_pData[i];
     Base::RemoveAll();
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "foundation/CExPtrArray.h"
-#include "foundation/CPooledRecord.h"
+#include "foundation/CJOBXrecord.h"
 #include "foundation/framework/CStringArray.h"
 
 #include <cstdio>
@@ -22,7 +22,7 @@ enum class JOBXattributeKind : unsigned char
 // An attribute or property of a feature, net, package or component: a name and a value, with their numbers in the
 // attribute tables of the file.
 // Ownership: a plain value; copies are deep.
-class JOBX_API CJOBXProperty : public CPooledRecord
+class JOBX_API CJOBXProperty : public CJOBXrecord
 {
 public:
     static constexpr int nVersion = 1; // the version stored in archives

@@ -1,6 +1,6 @@
 #include "layer/CJOBXlayObj.h"
 
-#include "foundation/CRecordStore.h"
+#include "foundation/CRecordPool.h"
 #include "foundation/ScaleLengths.h"
 #include "foundation/framework/AsciiText.h"
 #include "foundation/framework/Guarded.h"
@@ -11,10 +11,6 @@
 #include <algorithm>
 #include <string_view>
 
-void DeleteElements(CJOBXlayObj* const* elements, __int64 count)
-{
-    DeleteRecords(elements, count);
-}
 template class CExPtrArray<CJOBXlayObj*, CJOBXlayObj*>;
 template class CExPtrArray<CJOBXlayObjSurfaceOB*, CJOBXlayObjSurfaceOB*>;
 
@@ -56,11 +52,6 @@ CJOBXlayObj::~CJOBXlayObj()
     delete FindExtras();
 }
 
-void CJOBXlayObj::operator delete(CJOBXlayObj* record, std::destroying_delete_t) noexcept
-{
-    DeleteRecord(record);
-}
-
 CJOBXlayObj::Extras* CJOBXlayObj::FindExtras() const noexcept
 {
     // The address was put there with the mark. NOLINTNEXTLINE(performance-no-int-to-ptr)
@@ -75,8 +66,8 @@ CJOBXlayObj::Extras& CJOBXlayObj::MakeExtras()
     // Without the mark it is the borrowed list's address. NOLINTNEXTLINE(performance-no-int-to-ptr)
     made->borrowed = reinterpret_cast<const CJOBXPropertyArray*>(m_nLink);
     m_nLink = reinterpret_cast<std::uintptr_t>(made) | 1U;
-    if (m_nPlace != 0)
-        CRecordBlock::Of(this, m_nPlace).RecordOwnsSomething();
+    if (m_bIsOfFile)
+        CRecordChunk::Of(this).RecordOwnsSomething();
     return *made;
 }
 
@@ -357,7 +348,12 @@ void CJOBXlayObjSurface::ScaleGeometry(double factor)
 
 CJOBXlayObjArray::CJOBXlayObjArray() = default;
 
-CJOBXlayObjArray::~CJOBXlayObjArray() = default;
+// Elements that own nothing are given back together.
+CJOBXlayObjArray::~CJOBXlayObjArray()
+{
+    record_pool::Delete(m_pData, m_nSize);
+    RemoveAll();
+}
 
 int CJOBXlayObjArray::GetObjAtIndexCenterPoint(double x, double y, int /*start*/) const
 {

@@ -3,45 +3,29 @@
 #include "foundation/CExPtrArray.h"
 #include "foundation/CJOBXProperty.h"
 #include "foundation/CJOBXidentified.h"
+#include "foundation/CJOBXrecord.h"
 #include "foundation/corekit/CPointD.h"
 #include "foundation/framework/CRaisingNew.h"
 #include "foundation/framework/CString.h"
 #include "foundation/framework/CStringArray.h"
 #include "layer/CJOBXlayObjOX.h"
 
-#include <cstddef>
 #include <cstdint>
 #include <cstdio>
 #include <memory>
-#include <new>
 
 // One feature of a features file. The type text decides how it is handled: "L" line, "P" pad, "A" arc, "T" text, "B"
 // barcode, "S" surface. Any other text means no geometry. If the class of a record does not match its type text, its
 // geometry does not change.
 // Units:     lengths in the unit of their file, angles in degrees.
 // Ownership: owned by its layer's array; not copyable.
-class JOBX_API CJOBXlayObj : public CJOBXidentified
+class JOBX_API CJOBXlayObj : public CJOBXrecord, public CJOBXidentified
 {
 public:
     CJOBXlayObj() = default;
     CJOBXlayObj(const CJOBXlayObj&) = delete;
     CJOBXlayObj& operator=(const CJOBXlayObj&) = delete;
     virtual ~CJOBXlayObj();
-    // Frees the record's memory, wherever it was allocated.
-    static void operator delete(CJOBXlayObj* record, std::destroying_delete_t) noexcept;
-    // A record made by the host is allocated like any other object.
-    static void* operator new(std::size_t size) { return CRaisingNew::operator new(size); }
-    static void* operator new(std::size_t size, const std::nothrow_t& tag) noexcept
-    {
-        return CRaisingNew::operator new(size, tag);
-    }
-    static void* operator new(std::size_t /*size*/, void* place) noexcept { return place; }
-    static void operator delete(void* memory) noexcept { CRaisingNew::operator delete(memory); }
-    static void operator delete(void* memory, const std::nothrow_t& tag) noexcept
-    {
-        CRaisingNew::operator delete(memory, tag);
-    }
-    static void operator delete(void* /*memory*/, void* /*place*/) noexcept {}
     // 1 if the feature's centre is exactly (x, y). Only pads have a centre; all others return 0.
     virtual int CheckObjAtCenterPoint(double& x, double& y);
 
@@ -124,11 +108,6 @@ protected:
 
 private:
     friend class CFeatureMaker;
-    friend class CRecordStore;
-    template <class T>
-    friend void DeleteRecords(T* const* records, std::ptrdiff_t count) noexcept;
-    template <class T>
-    friend void DeleteRecord(T* record) noexcept;
 
     CString LongType() const;
     CString LongPolarity() const;
@@ -146,7 +125,7 @@ private:
     int m_nIndex = 0;
     char m_cPolarity = 'P';
     char m_cType = kEmptyText;
-    unsigned short m_nPlace = 0; // in the block of its file's records; 0 if allocated separately
+    bool m_bIsOfFile = false; // made by the reader of a file, among records that own nothing
 };
 
 // A straight line drawn with a symbol.
@@ -364,7 +343,6 @@ private:
     CJOBXlayObjSurfaceOBArray m_arrContours;
 };
 
-JOBX_API void DeleteElements(CJOBXlayObj* const* elements, __int64 count);
 extern template class JOBX_API CExPtrArray<CJOBXlayObj*, CJOBXlayObj*>;
 
 // The features of one file, in file order; owns them. The position of a surface is where its body ends.

@@ -1,16 +1,12 @@
 #include "layer/CJOBXlayObjOX.h"
 
-#include "foundation/CRecordStore.h"
+#include "foundation/CRecordPool.h"
 #include "layer/FeatureMaker.h"
 
 #include <algorithm>
 #include <array>
 #include <string_view>
 
-void DeleteElements(CJOBXlayObjOX* const* elements, __int64 count)
-{
-    DeleteRecords(elements, count);
-}
 template class CExPtrArray<CJOBXlayObjOX*, CJOBXlayObjOX*>;
 
 // For an element with an uncommon text.
@@ -66,11 +62,6 @@ CJOBXlayObjOX::~CJOBXlayObjOX()
     delete m_pTexts;
 }
 
-void CJOBXlayObjOX::operator delete(CJOBXlayObjOX* element, std::destroying_delete_t) noexcept
-{
-    DeleteRecord(element);
-}
-
 CJOBXlayObjOX* CJOBXlayObjOX::clone() const
 {
     return new CJOBXlayObjOX(*this);
@@ -81,8 +72,8 @@ CJOBXlayObjOX::Texts& CJOBXlayObjOX::MakeTexts()
     if (m_pTexts == nullptr)
     {
         m_pTexts = new Texts;
-        if (m_nPlace != 0)
-            CRecordBlock::Of(this, m_nPlace).RecordOwnsSomething();
+        if (m_bIsOfFile)
+            CRecordChunk::Of(this).RecordOwnsSomething();
     }
     return *m_pTexts;
 }
@@ -171,7 +162,12 @@ CJOBXlayObjOXArray& CJOBXlayObjOXArray::operator=(const CJOBXlayObjOXArray& othe
     return *this;
 }
 
-CJOBXlayObjOXArray::~CJOBXlayObjOXArray() = default;
+// Elements that own nothing are given back together.
+CJOBXlayObjOXArray::~CJOBXlayObjOXArray()
+{
+    record_pool::Delete(m_pData, m_nSize);
+    RemoveAll();
+}
 
 CJOBXlayObjOXArray* CJOBXlayObjOXArray::clone() const
 {

@@ -1,39 +1,21 @@
 #pragma once
 
 #include "foundation/CExPtrArray.h"
+#include "foundation/CJOBXrecord.h"
 #include "foundation/corekit/CPointD.h"
-#include "foundation/framework/CRaisingNew.h"
 #include "foundation/framework/CString.h"
-
-#include <cstddef>
-#include <new>
 
 // One element of a surface contour: its start ("OB"), a segment to a point ("OS"), an arc to a point ("OC"), or its end
 // ("OE").
 // Units:     points in the unit of their file.
 // Ownership: a plain value; copies are deep.
-class JOBX_API CJOBXlayObjOX
+class JOBX_API CJOBXlayObjOX : public CJOBXrecord
 {
 public:
     CJOBXlayObjOX() = default;
     CJOBXlayObjOX(const CJOBXlayObjOX& other);
     CJOBXlayObjOX& operator=(const CJOBXlayObjOX& other);
     virtual ~CJOBXlayObjOX();
-    // Frees the element's memory, wherever it was allocated.
-    static void operator delete(CJOBXlayObjOX* element, std::destroying_delete_t) noexcept;
-    // An element made by the host is allocated like any other object.
-    static void* operator new(std::size_t size) { return CRaisingNew::operator new(size); }
-    static void* operator new(std::size_t size, const std::nothrow_t& tag) noexcept
-    {
-        return CRaisingNew::operator new(size, tag);
-    }
-    static void* operator new(std::size_t /*size*/, void* place) noexcept { return place; }
-    static void operator delete(void* memory) noexcept { CRaisingNew::operator delete(memory); }
-    static void operator delete(void* memory, const std::nothrow_t& tag) noexcept
-    {
-        CRaisingNew::operator delete(memory, tag);
-    }
-    static void operator delete(void* /*memory*/, void* /*place*/) noexcept {}
     // A copy with every member; the caller owns it.
     virtual CJOBXlayObjOX* clone() const;
 
@@ -67,16 +49,11 @@ public:
 private:
     struct Texts;
     friend class CFeatureMaker;
-    friend class CRecordStore;
-    template <class T>
-    friend void DeleteRecords(T* const* records, std::ptrdiff_t count) noexcept;
-    template <class T>
-    friend void DeleteRecord(T* record) noexcept;
 
     Texts& MakeTexts();
 
     int m_nLineNumber = 0;
-    unsigned short m_nPlace = 0; // in the block of its file's records; 0 if allocated separately
+    bool m_bIsOfFile = false; // made by the reader of a file, among records that own nothing
     // Numbers of common texts. The last number of each means that the text is in m_pTexts.
     unsigned char m_nKind = 0;
     unsigned char m_nClockwise : 4 = 0;
@@ -88,7 +65,6 @@ private:
     double m_dY = 0.0;
 };
 
-JOBX_API void DeleteElements(CJOBXlayObjOX* const* elements, __int64 count);
 extern template class JOBX_API CExPtrArray<CJOBXlayObjOX*, CJOBXlayObjOX*>;
 
 // The elements of one contour, in order; owns them; copies are deep.

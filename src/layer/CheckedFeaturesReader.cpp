@@ -206,7 +206,7 @@ private:
                                   const bool isSound = m_silentAttributes.Append(text, 0, *list);
                                   if (isSound && list->GetSize() == 0)
                                       return nullptr;
-                                  const CJOBXPropertyArray* const kept = m_builder.Properties().Keep(std::move(list));
+                                  const CJOBXPropertyArray* const kept = m_builder.Keep(std::move(list));
                                   if (!isSound)
                                       m_unsound.insert(kept);
                                   return kept;

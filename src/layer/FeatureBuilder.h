@@ -15,12 +15,13 @@ class CFeatureBuilder
 public:
     explicit CFeatureBuilder(CJOBXlayer& layer) : m_features(*layer.GetFeatures()) {}
 
-    CFeatureProperties& Properties() noexcept { return m_maker.Properties(); }
+    // Takes over a property list that features are going to borrow.
+    const CJOBXPropertyArray* Keep(std::unique_ptr<CJOBXPropertyArray> list) { return m_maker.Keep(std::move(list)); }
     // How many features there were, surfaces that never ended among them.
     int Count() const noexcept { return m_nextIndex; }
     void Finish() { m_features.FreeExtra(); }
 
-    // `properties` is null or a list that Properties keeps.
+    // `properties` is null or a list that Keep took.
     template <class Record>
     CJOBXlayObj& AddFeature(const Record& record, const CJOBXPropertyArray* properties)
     {

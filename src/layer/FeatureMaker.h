@@ -1,8 +1,8 @@
-// How the features reader makes records: in the blocks of its file, all fields at once.
+// How the features reader makes records: side by side, every field at once.
 #pragma once
 
 #include "foundation/CJOBXProperty.h"
-#include "foundation/CRecordStore.h"
+#include "foundation/CRecordPool.h"
 #include "layer/CJOBXlayObj.h"
 #include "layer/FeatureLines.h"
 
@@ -12,7 +12,7 @@
 #include <vector>
 
 // The property lists shared by the features of a file. Features with equal attribute texts borrow one list until one of
-// them changes its own. The lists live as long as any block with features of the file.
+// them changes its own. The lists live as long as any chunk with features that borrow them.
 class CFeatureProperties : public CRecordKeep
 {
 public:
@@ -28,6 +28,7 @@ private:
 };
 
 // Makes the records of one file.
+// Threads: the maker is used on the thread that made it.
 class CFeatureMaker
 {
 public:
@@ -39,9 +40,13 @@ public:
     static constexpr unsigned char kClockwise = 1;
     static constexpr unsigned char kCounterClockwise = 2;
 
-    CFeatureMaker() : m_properties(new CFeatureProperties), m_plain(m_properties.get()), m_owning(m_properties.get()) {}
-
-    CFeatureProperties& Properties() noexcept { return *m_properties; }
+    // Takes over a list that features are going to borrow.
+    const CJOBXPropertyArray* Keep(std::unique_ptr<CJOBXPropertyArray> list)
+    {
+        if (m_properties == nullptr)
+            m_properties.reset(new CFeatureProperties);
+        return m_properties->Keep(std::move(list));
+    }
 
     // Make a record from its fields. `properties` is null or a list kept by CFeatureProperties.
     std::unique_ptr<CJOBXlayObj> Make(const LineFields& fields, int index, const CJOBXPropertyArray* properties)
@@ -148,7 +153,7 @@ private:
         void operator()(CFeatureProperties* properties) const noexcept { properties->Release(); }
     };
 
-    // Classes with short texts, so that nearly all their records own no memory: they have separate blocks.
+    // Classes with short texts, so that nearly all their records own no memory: they have separate chunks.
     template <class T>
     static constexpr bool kIsPlain = std::is_same_v<T, CJOBXlayObjLine> || std::is_same_v<T, CJOBXlayObjPad> ||
                                      std::is_same_v<T, CJOBXlayObjArc> || std::is_same_v<T, CJOBXlayObjOX>;
@@ -157,10 +162,10 @@ private:
     template <class T>
     std::unique_ptr<T> New()
     {
+        std::unique_ptr<T> record(record_pool::Make<T>(kIsPlain<T> ? m_plain : m_owning, m_properties.get()));
         if constexpr (kIsPlain<T>)
-            return std::unique_ptr<T>(m_plain.Make<T>());
-        else
-            return std::unique_ptr<T>(m_owning.MakeOwning<T>());
+            record->m_bIsOfFile = true;
+        return record;
     }
 
     std::unique_ptr<CJOBXlayObjOX> Element(int lineNumber, unsigned char kind, const FeaturePoint& point)
@@ -201,6 +206,6 @@ private:
     }
 
     std::unique_ptr<CFeatureProperties, Releaser> m_properties;
-    CRecordStore m_plain;
-    CRecordStore m_owning;
+    CRecordRoom& m_plain = record_pool::PlainRoom();
+    CRecordRoom& m_owning = record_pool::OwningRoom();
 };

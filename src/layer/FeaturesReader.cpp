@@ -192,7 +192,7 @@ private:
                                   AppendProperties(
                                       text, *list, [this](int number) { return m_names.Text(number); },
                                       [this](int number) { return m_texts.Text(number); });
-                                  return list->GetSize() > 0 ? m_builder.Properties().Keep(std::move(list)) : nullptr;
+                                  return list->GetSize() > 0 ? m_builder.Keep(std::move(list)) : nullptr;
                               });
     }
 

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "foundation/CExPtrArray.h"
+#include "foundation/CJOBXrecord.h"
 #include "foundation/CJOBXtailed.h"
-#include "foundation/CPooledRecord.h"
 #include "foundation/JobxExport.h"
 #include "foundation/framework/CString.h"
 #include "netlist/CJOBXnetPt.h"
@@ -10,7 +10,7 @@
 // A net of the netlist: its number, its name and its test points.
 // Units:     lengths in the unit of its file.
 // Ownership: owned by its array; owns its points; not copyable.
-class JOBX_API CJOBXnet : public CPooledRecord, public CJOBXtailed
+class JOBX_API CJOBXnet : public CJOBXrecord, public CJOBXtailed
 {
 public:
     CJOBXnet();

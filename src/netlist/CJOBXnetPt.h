@@ -1,8 +1,8 @@
 #pragma once
 
 #include "foundation/CExPtrArray.h"
+#include "foundation/CJOBXrecord.h"
 #include "foundation/CJOBXtailed.h"
-#include "foundation/CPooledRecord.h"
 #include "foundation/JobxExport.h"
 #include "foundation/corekit/CPointD.h"
 #include "foundation/framework/CString.h"
@@ -13,7 +13,7 @@
 // One test point of a net.
 // Units:     lengths in the unit of its file.
 // Ownership: owned by its array; not copyable.
-class JOBX_API CJOBXnetPt : public CPooledRecord, public CJOBXtailed
+class JOBX_API CJOBXnetPt : public CJOBXrecord, public CJOBXtailed
 {
 public:
     CJOBXnetPt();

@@ -4,7 +4,11 @@
 
 #include <gtest/gtest.h>
 
+#include <initializer_list>
+#include <memory>
+#include <string>
 #include <type_traits>
+#include <vector>
 
 namespace
 {
@@ -675,32 +679,57 @@ TEST(EdaModel, CopiedContourHasItsOwnElements)
     EXPECT_EQ(Printed(contour), "CT\nOS 5.000000 10.000000\nCE\n");
 }
 
-TEST(EdaModel, UnitChangeThatRanOutOfMemoryLosesNothing)
+namespace
 {
-    JOBX_REQUIRE_FAILING_ALLOCATION();
-    const std::initializer_list<const char*> lines = {"CR 1 2 3", "CT", "OB 1 2 I", "OE",
-                                                      "CE",       "CT", "OB x",     "SQ 1 2 3"};
-    const std::string wanted = ConvertedBy(2, lines);
-    long refused = 0;
-    for (bool done = false; !done;)
+// Changes the unit of these lines with one allocation after the other refused, until none is; expects all of them
+// afterwards. Returns how many were refused.
+long ConvertWithRefusedMemory(const std::vector<const char*>& lines, const std::string& wanted)
+{
+    for (long refused = 0;; ++refused)
     {
         CJOBXdataPkgObjArray outlines;
         for (const char* const line : lines)
             AddOutline(outlines, line);
+        bool done = false;
         try
         {
             FailingAllocation allocation(refused);
             outlines.UnitConvert(2);
             done = true;
-            ASSERT_FALSE(allocation.HasFailed()) << "a failure was swallowed";
+            EXPECT_FALSE(allocation.HasFailed()) << "a failure was swallowed";
         }
         catch (CMemoryException* exception)
         {
             exception->Delete();
-            ++refused;
             outlines.UnitConvert(2); // nothing was scaled yet
         }
         EXPECT_EQ(Printed(outlines), wanted) << refused;
+        if (done || testing::Test::HasFailure())
+            return refused;
     }
-    EXPECT_GT(refused, kRecordsHaveOwnBlocks ? 4 : 2);
+}
+} // namespace
+
+// Records share chunks, and memory is refused where a chunk is begun. With more and more records before the outlines
+// that happens at each of them.
+TEST(EdaModel, UnitChangeThatRanOutOfMemoryLosesNothing)
+{
+    JOBX_REQUIRE_FAILING_ALLOCATION();
+    std::vector<const char*> lines;
+    std::string wanted;
+    for (int i = 0; i < (kRecordsHaveOwnBlocks ? 1 : 30); ++i)
+    {
+        const std::initializer_list<const char*> some = {"CR 1 2 3", "CT", "OB 1 2 I", "OE",
+                                                         "CE",       "CT", "OB x",     "SQ 1 2 3"};
+        lines.insert(lines.end(), some);
+        wanted += ConvertedBy(2, some);
+    }
+    std::vector<std::unique_ptr<CJOBXlayObjOX>> others;
+    long refused = 0;
+    for (int i = 0; i < (kRecordsHaveOwnBlocks ? 1 : 100); ++i)
+    {
+        refused += ConvertWithRefusedMemory(lines, wanted);
+        others.push_back(std::make_unique<CJOBXlayObjOX>());
+    }
+    EXPECT_GT(refused, kRecordsHaveOwnBlocks ? 4 : 100);
 }

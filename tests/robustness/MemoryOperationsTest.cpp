@@ -77,7 +77,7 @@ std::string ClassOf(std::string_view symbol)
 
 // The public classes of which there is nothing to try.
 const std::set<std::string> kWithoutOperations = {
-    "CPooledRecord",                                            // only the base of records
+    "CJOBXrecord",                                              // only the base of records
     "CRaisingNew",                                              // only a base: each class that derives from it is tried
     "CKDiagnosticSink",                                         // the host's own
     "CJOBXmessageSink", "CJOBXblockTaker", "CJOBXgzipExpander", // likewise

@@ -1,12 +1,12 @@
 #pragma once
 
 #include "foundation/CExPtrArray.h"
-#include "foundation/CPooledRecord.h"
+#include "foundation/CJOBXrecord.h"
 #include "foundation/framework/CString.h"
 
 // A name and a value: the plain attribute of packages and components.
 // Ownership: a plain value; copies are deep.
-class JOBX_API CLProperty : public CPooledRecord
+class JOBX_API CLProperty : public CJOBXrecord
 {
 public:
     CLProperty() = default;

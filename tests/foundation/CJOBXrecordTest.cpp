@@ -1,4 +1,6 @@
-#include "foundation/CPooledRecord.h"
+#include "foundation/CJOBXrecord.h"
+
+#include "support/MemoryChecker.h"
 
 #include <gtest/gtest.h>
 
@@ -16,7 +18,7 @@
 
 namespace
 {
-class Record : public CPooledRecord
+class Record : public CJOBXrecord
 {
 public:
     explicit Record(int number) : m_nNumber(number) {}
@@ -71,7 +73,7 @@ std::unique_ptr<Record> MakeRecord(int number)
     case 3:
         return std::make_unique<RecordOf<1000>>(number);
     default:
-        return std::make_unique<RecordOf<2000>>(number); // too large to share a chunk
+        return std::make_unique<RecordOf<2000>>(number); // too large to share a block
     }
 }
 
@@ -94,13 +96,13 @@ int CountWhole(const Records& records)
 }
 } // namespace
 
-TEST(PooledRecord, ObjectsOfEverySizeKeepTheirBytesAndAlignment)
+TEST(Record, ObjectsOfEverySizeKeepTheirBytesAndAlignment)
 {
     const Records records = MakeRecords(3000);
     EXPECT_EQ(CountWhole(records), 3000);
 }
 
-TEST(PooledRecord, ObjectsAreDeletedInAnyOrder)
+TEST(Record, ObjectsAreDeletedInAnyOrder)
 {
     Records records = MakeRecords(3000);
     Records shuffled;
@@ -114,7 +116,7 @@ TEST(PooledRecord, ObjectsAreDeletedInAnyOrder)
     EXPECT_EQ(whole, 1500);
 }
 
-TEST(PooledRecord, ObjectsAreMadeAndDeletedOnDifferentThreadsAtOnce)
+TEST(Record, ObjectsAreMadeAndDeletedOnDifferentThreadsAtOnce)
 {
     constexpr int kThreads = 4;
     std::array<Records, kThreads> made;
@@ -144,27 +146,47 @@ TEST(PooledRecord, ObjectsAreMadeAndDeletedOnDifferentThreadsAtOnce)
     }
 }
 
-TEST(PooledRecord, MemoryComesBackWhenEveryObjectIsDeleted)
+#if defined(__GLIBC__) && !defined(JOBX_MEMORY_CHECKER)
+namespace
 {
-#if defined(__GLIBC__)
-    const auto allocated = []
-    {
-        const auto info = mallinfo2();
-        return info.uordblks + info.hblkhd;
-    };
+std::size_t AllocatedBytes()
+{
+    const auto info = mallinfo2();
+    return info.uordblks + info.hblkhd;
+}
+} // namespace
+
+TEST(Record, MemoryComesBackWhenEveryObjectIsDeleted)
+{
     MakeRecords(5000);
-    const std::size_t before = allocated();
+    const std::size_t before = AllocatedBytes();
     for (int round = 0; round < 10; ++round)
         MakeRecords(5000);
-    EXPECT_LT(allocated(), before + 1'000'000);
-#else
-    GTEST_SKIP() << "this C library does not tell how much memory is in use";
-#endif
+    EXPECT_EQ(AllocatedBytes(), before);
 }
 
-TEST(PooledRecord, DeletingNullDoesNothing)
+TEST(Record, FewObjectsTakeLittle)
 {
-    const std::size_t sizes[] = {sizeof(Record), sizeof(RecordOf<2000>)};
-    for (const std::size_t size : sizes)
-        EXPECT_NO_FATAL_FAILURE(CPooledRecord::operator delete(nullptr, size));
+    MakeRecords(1); // whatever a thread makes once only
+    const std::size_t before = AllocatedBytes();
+    const auto one = std::make_unique<Record>(1);
+    const auto other = std::make_unique<Record>(2);
+    EXPECT_LE(AllocatedBytes() - before, 8U * 1024);
+}
+
+TEST(Record, ManyObjectsTakeHardlyMoreThanTheirSizes)
+{
+    constexpr std::size_t kCount = 200'000;
+    std::vector<std::unique_ptr<Record>> records(kCount);
+    const std::size_t before = AllocatedBytes();
+    for (std::size_t i = 0; i < kCount; ++i)
+        records[i] = std::make_unique<RecordOf<20>>(static_cast<int>(i));
+    const auto taken = static_cast<double>(AllocatedBytes() - before);
+    EXPECT_LT(taken, 1.03 * kCount * sizeof(RecordOf<20>) + 512.0 * 1024);
+}
+#endif
+
+TEST(Record, DeletingNullDoesNothing)
+{
+    EXPECT_NO_FATAL_FAILURE(CJOBXrecord::operator delete(nullptr));
 }
