@@ -18,8 +18,8 @@ public:
     void WriteODBData(std::FILE* file) const;
 
     int m_nNumber = -1; // from the "# NET" line above it; -1 if there is none
+    int m_nFlag = 0;    // for the host; never set here
     CJOBXSntArray m_arrSnts;
-    int m_nFlag = 0; // for the host; never set here
     CString m_sName;
     CJOBXPropertyArray m_arrProperties;
 };
