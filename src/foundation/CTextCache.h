@@ -25,7 +25,7 @@ public:
     }
 
 private:
-    static constexpr std::size_t kShortest = 7; // shorter texts are stored inside the object
+    static constexpr std::size_t kShortest = 8; // shorter texts are stored inside the object
     static constexpr unsigned kSlotBits = 8;
 
     // The slot of a text, from its length and its first and last four characters. Texts that compete for a slot only

@@ -90,9 +90,9 @@ void CString::SetLengthInPlace(std::size_t length) noexcept
 {
     if (IsInside())
     {
-        m_rep.bytes[kTag] = static_cast<char>((length << 1U) | 1U);
         // Bytes after the text are zero, so that equal texts are equal words.
-        std::fill(m_rep.bytes + kText + length, m_rep.bytes + kText + kInsideCapacity + 1, '\0');
+        std::fill(m_rep.bytes + length, m_rep.bytes + kInsideCapacity, '\0');
+        m_rep.bytes[kInsideCapacity] = static_cast<char>(kInsideCapacity - length);
         return;
     }
     Shared()->length = static_cast<int>(length);
@@ -105,8 +105,8 @@ unsigned long long CString::InsideWord(const char* text, std::size_t length) noe
     made.word = 0;
     if constexpr (!kLittle)
     {
-        made.bytes[kTag] = static_cast<char>((length << 1U) | 1U);
-        std::copy_n(text, length, made.bytes + kText);
+        made.bytes[kInsideCapacity] = static_cast<char>(kInsideCapacity - length);
+        std::copy_n(text, length, made.bytes);
         return made.word;
     }
     // Built in a register, because loading a word right after storing its bytes one by one would stall.
@@ -124,7 +124,19 @@ unsigned long long CString::InsideWord(const char* text, std::size_t length) noe
         for (std::size_t i = length; i > 0; --i)
             bytes = bytes << 8U | static_cast<unsigned char>(text[i - 1]);
     }
-    return bytes << 8U | length << 1U | 1U;
+    return bytes | (kInsideCapacity - length) << kLastShift;
+}
+
+// An address that would look like a text inside counts as no memory; 64-bit systems hand out none unless asked to.
+CString::Block* CString::NewBlock(std::size_t length, std::size_t capacity)
+{
+    void* const memory = std::malloc(sizeof(Block) + capacity + 1);
+    if (memory == nullptr || static_cast<unsigned long long>(reinterpret_cast<std::uintptr_t>(memory)) >> kAddressBits)
+    {
+        std::free(memory);
+        AfxThrowMemoryException();
+    }
+    return new (memory) Block{{1}, static_cast<int>(length), static_cast<int>(capacity)};
 }
 
 void CString::Assign(const char* text, std::size_t length)
@@ -132,14 +144,11 @@ void CString::Assign(const char* text, std::size_t length)
     if (length > kLongestText)
         AfxThrowMemoryException();
     Rep made;
-    if (length <= kInsideCapacity)
+    if (length < kInsideCapacity || (length == kInsideCapacity && text[kMarked] != '\0'))
         made.word = InsideWord(text, length);
     else
     {
-        void* const memory = std::malloc(sizeof(Block) + length + 1);
-        if (memory == nullptr)
-            AfxThrowMemoryException();
-        auto* const block = new (memory) Block{{1}, static_cast<int>(length), static_cast<int>(length)};
+        Block* const block = NewBlock(length, length);
         std::memcpy(block->Text(), text, length);
         block->Text()[length] = '\0';
         made.word = reinterpret_cast<std::uintptr_t>(block);
@@ -154,16 +163,12 @@ char* CString::Unshare(std::size_t capacity)
     if (capacity > kLongestText)
         AfxThrowMemoryException();
     const auto length = static_cast<std::size_t>(GetLength());
-    if (IsInside() && capacity <= kInsideCapacity)
-        return m_rep.bytes + kText;
+    if (IsInside() && std::max(capacity, length) <= kBufferCapacity)
+        return m_rep.bytes;
     if (!IsInside() && static_cast<std::size_t>(Shared()->capacity) >= capacity &&
         Shared()->references.load(std::memory_order_acquire) == 1)
         return Shared()->Text();
-    const std::size_t room = std::max(capacity, length);
-    void* const memory = std::malloc(sizeof(Block) + room + 1);
-    if (memory == nullptr)
-        AfxThrowMemoryException();
-    auto* const block = new (memory) Block{{1}, static_cast<int>(length), static_cast<int>(room)};
+    Block* const block = NewBlock(length, std::max(capacity, length));
     std::memcpy(block->Text(), GetString(), length);
     block->Text()[length] = '\0';
     if (!IsInside())
@@ -286,7 +291,7 @@ void CString::ReleaseBufferSetLength(int length)
 
 int CString::GetAllocLength() const noexcept
 {
-    return IsInside() ? static_cast<int>(kInsideCapacity) : Shared()->capacity;
+    return IsInside() ? std::max(kBufferCapacity, GetLength()) : Shared()->capacity;
 }
 
 void CString::Preallocate(int length)

@@ -68,13 +68,13 @@ public:
     // In bytes, without the terminator.
     int GetLength() const noexcept
     {
-        return IsInside() ? static_cast<int>(static_cast<unsigned char>(m_rep.bytes[kTag]) >> 1U) : SharedLength();
+        return IsInside() ? kInsideCapacity - m_rep.bytes[kInsideCapacity] : SharedLength();
     }
     // Whether the text is empty; makes it empty.
     bool IsEmpty() const noexcept { return GetLength() == 0; }
     void Empty() noexcept { *this = CString(); }
     // The characters with a terminator, valid until the text changes or is destroyed.
-    LPCSTR GetString() const noexcept { return IsInside() ? m_rep.bytes + kText : SharedText(); }
+    LPCSTR GetString() const noexcept { return IsInside() ? m_rep.bytes : SharedText(); }
     operator LPCSTR() const noexcept { return GetString(); }
     // The bytes as a view, valid until the text changes or is destroyed.
     std::string_view View() const noexcept { return {GetString(), static_cast<std::size_t>(GetLength())}; }
@@ -206,33 +206,41 @@ public:
     friend CString operator+(char a, const CString& b) { return Joined({&a, 1}, b.View()); }
 
 private:
-    // Eight bytes in one of two forms. If the lowest bit of the word is set, the text is inside: its length in the
-    // other bits of that byte, up to six characters and the terminator in the other bytes. If it is clear, the word is
-    // the address of a shared block.
+    // Eight bytes in one of two forms. If the word is no address, the text is inside: up to seven characters, zeros, and
+    // in the last byte how many characters fewer than seven there are. For seven characters this zero is the terminator.
+    // Otherwise the word is the address of a shared block. Addresses use the low 48 bits only and end in four zero bits,
+    // so a text inside always has a bit that no address has; seven characters have it unless kMarked is a NUL.
     union Rep
     {
         unsigned long long word = kEmpty;
         char bytes[8];
     };
     static constexpr bool kLittle = std::endian::native == std::endian::little;
-    static constexpr unsigned long long kEmpty = 1;
-    static constexpr int kTag = kLittle ? 0 : 7;
-    static constexpr int kText = kLittle ? 1 : 0;
-    static constexpr std::size_t kInsideCapacity = 6;
+    static constexpr int kInsideCapacity = 7;
+    static constexpr int kBufferCapacity = 6; // of the text inside while a caller writes to it: never the last byte
+    static constexpr int kMarked = kLittle ? kInsideCapacity - 1 : 0;
+    static constexpr unsigned kAddressBits = 48;
+    static constexpr unsigned kFirstShift = kLittle ? 0 : 56; // of the first and the last byte in the word
+    static constexpr unsigned kLastShift = kLittle ? 56 : 0;
+    static constexpr unsigned long long kEmpty = static_cast<unsigned long long>(kInsideCapacity) << kLastShift;
     struct Block;
 
-    bool IsInside() const noexcept { return (m_rep.word & 1U) != 0; }
+    bool IsInside() const noexcept
+    {
+        return m_rep.word >> kAddressBits != 0 || (!kLittle && (m_rep.word & kInsideCapacity) != 0);
+    }
     Block* Shared() const noexcept;
     void AddReference() const noexcept;
     void Release() noexcept;
     int SharedLength() const noexcept;
     LPCSTR SharedText() const noexcept;
+    static Block* NewBlock(std::size_t length, std::size_t capacity);
     void Assign(const char* text, std::size_t length);                                   // `text` may be in this object
     static unsigned long long InsideWord(const char* text, std::size_t length) noexcept; // for a text that fits inside
     void SetCharacter(char character) noexcept                                           // only for the empty text
     {
-        constexpr unsigned kShift = kLittle ? 8 : 56;
-        m_rep.word = (1U << 1U) | 1U | static_cast<unsigned long long>(static_cast<unsigned char>(character)) << kShift;
+        m_rep.word = static_cast<unsigned long long>(static_cast<unsigned char>(character)) << kFirstShift |
+                     static_cast<unsigned long long>(kInsideCapacity - 1) << kLastShift;
     }
     void Fill(char character, int repeat); // only for the empty text
     int CompareBytes(std::string_view text) const noexcept { return View().compare(text); }

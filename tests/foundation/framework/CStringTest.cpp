@@ -121,11 +121,69 @@ TEST(String, Text_IsAlwaysTerminated)
     }
 }
 
-TEST(String, Text_OfUpToSixCharactersLiesInTheObject)
+TEST(String, Text_OfUpToSevenCharactersLiesInTheObject)
 {
-    for (int length = 0; length <= 6; ++length)
-        EXPECT_TRUE(LiesInside(CString('x', length))) << length;
-    EXPECT_FALSE(LiesInside(CString('x', 7)));
+    for (std::size_t length = 0; length <= 7; ++length)
+    {
+        const std::string bytes(length, 'x');
+        const CString text(bytes);
+        EXPECT_TRUE(LiesInside(text)) << length;
+        EXPECT_STREQ(text.GetString(), bytes.c_str());
+        EXPECT_EQ(Bytes(text), bytes);
+    }
+    EXPECT_FALSE(LiesInside(Text("xxxxxxxx")));
+}
+
+TEST(String, Text_OfSevenCharactersMayHaveNulsAnywhere)
+{
+    for (unsigned nuls = 0; nuls < 1U << 7U; ++nuls)
+    {
+        std::string bytes = "abcdefg";
+        for (unsigned i = 0; i < 7; ++i)
+            if ((nuls >> i & 1U) != 0)
+                bytes[i] = '\0';
+        const CString text(bytes);
+        EXPECT_EQ(Bytes(text), bytes);
+        EXPECT_EQ(Bytes(CString(text)), bytes);
+        EXPECT_EQ(text.GetString()[7], '\0');
+    }
+}
+
+TEST(String, Text_OfSevenCharactersCanBeChanged)
+{
+    for (int index = 0; index < 7; ++index)
+    {
+        CString text = "abcdefg";
+        text.SetAt(index, '\0');
+        std::string bytes = "abcdefg";
+        bytes[static_cast<std::size_t>(index)] = '\0';
+        EXPECT_EQ(Bytes(text), bytes);
+        text.SetAt(index, "abcdefg"[index]);
+        EXPECT_EQ(text, CString("abcdefg"));
+        EXPECT_EQ(CString("abcdefg"), text);
+    }
+    CString text = "abcdefg";
+    text.ReleaseBuffer();
+    EXPECT_EQ(text, "abcdefg");
+    text.Truncate(7);
+    EXPECT_EQ(text, "abcdefg");
+    text += 'h';
+    EXPECT_EQ(text, "abcdefgh");
+    text = "abcdefg";
+    text.Truncate(3);
+    EXPECT_EQ(text, CString("abc"));
+}
+
+TEST(String, Buffer_OfAnyLengthMayBeFilledWithNuls)
+{
+    for (int room = 0; room <= 9; ++room)
+        for (const char* const before : {"", "abc", "abcdef", "abcdefg"})
+        {
+            CString text = before;
+            std::memset(text.GetBuffer(room), 0, static_cast<std::size_t>(std::max(room, text.GetLength())) + 1);
+            text.ReleaseBuffer(room);
+            EXPECT_EQ(Bytes(text), std::string(static_cast<std::size_t>(room), '\0')) << before;
+        }
 }
 
 TEST(String, Copy_OfALongTextSharesItUntilOneChanges)
@@ -576,7 +634,7 @@ TEST(String, Operators_CompareWithTextsAndCharacters)
     EXPECT_FALSE(CString("aa") == 'a');
     EXPECT_FALSE(CString() == 'a');
     const CString shortText = "abcdef";
-    CString longForm = "abcdefg";
+    CString longForm = "abcdefgh";
     longForm.Truncate(6); // same text, lies in a block
     EXPECT_TRUE(shortText == longForm && longForm == shortText);
     EXPECT_FALSE(LiesInside(longForm));
