@@ -28,13 +28,7 @@ public:
     ~CValueArray() override = default;
 
     // Swaps the elements of two arrays without copying them.
-    void Swap(CValueArray& other) noexcept
-    {
-        std::swap(this->m_pData, other.m_pData);
-        std::swap(this->m_nSize, other.m_nSize);
-        std::swap(this->m_nMaxSize, other.m_nMaxSize);
-        std::swap(this->m_nGrowBy, other.m_nGrowBy);
-    }
+    void Swap(CValueArray& other) noexcept { this->SwapBuffers(other); }
 
     // The same size and equal elements at each index; an array always equals itself.
     bool operator==(const CValueArray& other) const

@@ -15,7 +15,8 @@
 
 // The framework's growable array: elements of TYPE in one contiguous block, passed as ARG_TYPE.
 // Ownership: deletes its buffer, but never the objects that its elements point to.
-// Growth:    appending to a full array adds size/8 elements, at least 4 and at most 1024, or the step of SetSize.
+// Growth:    appending to a full array adds size/8 elements, at least 4 and at most 1024, or the step of SetSize, which
+//            is at most 2^23 - 1.
 // Results:   a bad index or range raises CInvalidArgException, exhausted memory CMemoryException.
 template <class TYPE, class ARG_TYPE = const TYPE&>
 class CArray : public CObject
@@ -47,7 +48,7 @@ public:
         if (size < 0)
             AfxThrowInvalidArgException();
         if (growBy >= 0)
-            m_nGrowBy = growBy;
+            m_nGrowBy = std::min(growBy, kLargestStep) & kLargestStep;
         if (size == 0)
         {
             RemoveAll();
@@ -223,27 +224,44 @@ protected:
         return index;
     }
 
+    // Exchanges the elements and the growth step with those of the other array, without copying.
+    void SwapBuffers(CArray& other) noexcept
+    {
+        std::swap(m_pData, other.m_pData);
+        std::swap(m_nSize, other.m_nSize);
+        const INT_PTR capacity = m_nMaxSize; // no reference can be bound to a bit field
+        const INT_PTR step = m_nGrowBy;
+        m_nMaxSize = other.m_nMaxSize;
+        m_nGrowBy = other.m_nGrowBy;
+        other.m_nMaxSize = capacity & kLargestCapacity;
+        other.m_nGrowBy = step & kLargestStep;
+    }
+
     TYPE* m_pData = nullptr;
     INT_PTR m_nSize = 0;
-    INT_PTR m_nMaxSize = 0;
-    INT_PTR m_nGrowBy = 0;
+    // Both in one word, because a job has very many small arrays.
+    INT_PTR m_nMaxSize : 40 = 0;
+    INT_PTR m_nGrowBy : 24 = 0;
 
 private:
     static constexpr INT_PTR kMinGrow = 4;
     static constexpr INT_PTR kMaxGrow = 1024;
+    static constexpr INT_PTR kLargestCapacity = (INT_PTR{1} << 39U) - 1; // what the members above can hold
+    static constexpr INT_PTR kLargestStep = (INT_PTR{1} << 23U) - 1;
 
     INT_PTR GrownCapacity(INT_PTR needed) const
     {
         if (m_pData == nullptr)
-            return std::max(needed, m_nGrowBy);
-        const INT_PTR step = m_nGrowBy != 0 ? m_nGrowBy : std::clamp<INT_PTR>(m_nSize / 8, kMinGrow, kMaxGrow);
-        return std::max(needed, m_nMaxSize + step);
+            return std::max<INT_PTR>(needed, m_nGrowBy);
+        const INT_PTR step = m_nGrowBy != 0 ? INT_PTR{m_nGrowBy} : std::clamp<INT_PTR>(m_nSize / 8, kMinGrow, kMaxGrow);
+        return std::max<INT_PTR>(needed, m_nMaxSize + step);
     }
 
     void Reallocate(INT_PTR capacity)
     {
         static_assert(alignof(TYPE) <= alignof(std::max_align_t), "blocks have the C library's alignment");
-        if (static_cast<ULONGLONG>(capacity) > std::numeric_limits<std::ptrdiff_t>::max() / sizeof(TYPE))
+        if (capacity > kLargestCapacity ||
+            static_cast<ULONGLONG>(capacity) > std::numeric_limits<std::ptrdiff_t>::max() / sizeof(TYPE))
             AfxThrowMemoryException();
         const auto bytes = static_cast<std::size_t>(capacity) * sizeof(TYPE);
         if constexpr (std::is_trivially_copyable_v<TYPE>)
@@ -266,7 +284,7 @@ private:
             m_pData = block;
             memory.release(); // NOLINT(bugprone-unused-return-value): m_pData now owns the block
         }
-        m_nMaxSize = capacity;
+        m_nMaxSize = capacity & kLargestCapacity;
     }
 
     // Makes room before `index`, which is at most the size.
