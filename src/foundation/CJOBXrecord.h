@@ -16,8 +16,10 @@ class JOBX_API CJOBXrecord : public CRaisingNew
 public:
     using CRaisingNew::operator new; // at a place of the caller's
     using CRaisingNew::operator delete;
+    // Room for a record. Exhausted memory raises CMemoryException; the form with a tag then returns null.
     static void* operator new(std::size_t size);
     static void* operator new(std::size_t size, const std::nothrow_t& tag) noexcept;
+    // Give the room back; null is allowed.
     static void operator delete(void* record) noexcept;
     static void operator delete(void* record, const std::nothrow_t& tag) noexcept;
 
