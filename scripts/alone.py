@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
-"""Compiles every source of the program and the tests by itself: scripts/alone.py [SOURCE...]
+"""Compiles every source of the tests by itself: scripts/alone.py [SOURCE...]
 
 The builds that run the tests compile many sources as one, where a source that forgets an include, or uses a name of
 another source, goes unnoticed. This only looks for errors and warnings, and makes no objects. The preset "clang" says how;
-its precompiled headers are made first. The optimised build compiles the sources of the library by themselves.
+its precompiled headers are made first. The optimised build compiles the sources of the library and the program by themselves.
 """
 
 import json
@@ -24,7 +24,7 @@ def commands(wanted):
     found = {}
     for entry in entries:
         path = os.path.relpath(entry["file"], ROOT)
-        if path.endswith(".cpp") and not path.startswith(("src/", "build/")) and (not wanted or path in wanted):
+        if path.endswith(".cpp") and not path.startswith(("app/", "src/", "build/")) and (not wanted or path in wanted):
             found[path] = shlex.split(entry["command"])
     return found
 

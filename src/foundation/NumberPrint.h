@@ -13,7 +13,7 @@ namespace number_print
 inline constexpr std::size_t kLongest = 400;
 
 // The numbers below 1000 with leading zeros, three characters each.
-inline constexpr auto kPadded = []
+constexpr std::array<char[4], 1000> PaddedNumbers()
 {
     std::array<char[4], 1000> table{};
     for (unsigned n = 0; n < table.size(); ++n)
@@ -23,10 +23,11 @@ inline constexpr auto kPadded = []
         table[n][2] = static_cast<char>('0' + n % 10);
     }
     return table;
-}();
+}
+inline constexpr auto kPadded = PaddedNumbers();
 
 // Without leading zeros; the fourth byte is the number of characters.
-inline constexpr auto kShort = []
+constexpr std::array<char[4], 1000> ShortNumbers()
 {
     std::array<char[4], 1000> table{};
     for (unsigned n = 0; n < table.size(); ++n)
@@ -37,7 +38,8 @@ inline constexpr auto kShort = []
         table[n][3] = static_cast<char>(length);
     }
     return table;
-}();
+}
+inline constexpr auto kShort = ShortNumbers();
 
 // Both store up to four characters, which may be more than they count.
 inline char* PrintBelow1000(char* at, std::uint32_t number) noexcept
