@@ -1,46 +1,66 @@
 #include "write/SignalHold.h"
 
+#include <atomic>
 #include <csignal>
 
 namespace
 {
-#if defined(SIGHUP)
-constexpr int kHeld[] = {SIGINT, SIGTERM, SIGHUP};
-#else
-constexpr int kHeld[] = {SIGINT, SIGTERM};
-#endif
+// Worker threads get signals too.
+std::atomic<int> came{0};
+static_assert(std::atomic<int>::is_always_lock_free);
 
-volatile std::sig_atomic_t came = 0;
+// The signals that end a process by default, without those of a crash.
+std::vector<int> EndingSignals()
+{
+    std::vector<int> signals = {SIGINT, SIGTERM};
+#if !defined(_WIN32)
+    signals.insert(signals.end(),
+                   {SIGHUP, SIGQUIT, SIGALRM, SIGUSR1, SIGUSR2, SIGVTALRM, SIGPROF, SIGXCPU, SIGPIPE, SIGXFSZ});
+#endif
+#if defined(SIGPOLL)
+    signals.push_back(SIGPOLL);
+#endif
+#if defined(SIGPWR)
+    signals.push_back(SIGPWR);
+#endif
+#if defined(SIGSTKFLT)
+    signals.push_back(SIGSTKFLT);
+#endif
+#if defined(SIGRTMIN)
+    for (int signal = SIGRTMIN; signal <= SIGRTMAX; ++signal)
+        signals.push_back(signal);
+#endif
+    return signals;
+}
 
 extern "C" void JobxOnSignal(int signal)
 {
     came = signal;
-    std::signal(signal, JobxOnSignal); // some systems reset the handler when they call it
+#if defined(_WIN32)
+    std::signal(signal, JobxOnSignal); // the system resets the handler when it calls it
+#endif
 }
 } // namespace
 
 SignalHold::SignalHold()
 {
     came = 0;
-    int at = 0;
-    for (const int signal : kHeld)
+    const std::vector<int> signals = EndingSignals();
+    m_before.reserve(signals.size()); // no exception once a signal is held
+    for (const int signal : signals)
     {
-        Handler& before = m_before[at++];
-        before = std::signal(signal, JobxOnSignal);
+        const Handler before = std::signal(signal, JobxOnSignal);
         if (before == SIG_IGN)
-            std::signal(signal, SIG_IGN); // the parent process has it ignored
+            std::signal(signal, SIG_IGN); // by jobx itself, or by the process that started it
+        else if (before != SIG_ERR)
+            m_before.emplace_back(signal, before);
     }
 }
 
 SignalHold::~SignalHold()
 {
-    int at = 0;
-    for (const int signal : kHeld)
-    {
-        const Handler before = m_before[at++];
-        if (before != SIG_ERR)
-            std::signal(signal, before);
-    }
+    for (const auto& [signal, before] : m_before)
+        std::signal(signal, before);
     if (came != 0)
         std::raise(came);
 }

@@ -1,7 +1,11 @@
 #pragma once
 
-// While it lives, delays the signals that ask the process to end, so that work that leaves files behind is finished or
-// undone first. The destructor lets the last delayed signal take effect.
+#include <utility>
+#include <vector>
+
+// While it lives, delays the signals that end the process unless handled, so that work that leaves files behind is
+// finished or undone first. The destructor lets the last delayed signal take effect. Signals of a crash, as SIGSEGV, and
+// those that the process ignores are left alone.
 // Threads:   only one at a time may exist, in the thread that made it.
 class SignalHold
 {
@@ -17,7 +21,5 @@ public:
 private:
     using Handler = void (*)(int);
 
-    static constexpr int kSignals = 3;
-
-    Handler m_before[kSignals] = {};
+    std::vector<std::pair<int, Handler>> m_before; // each held signal with its former handler
 };

@@ -7,7 +7,7 @@
 // A new directory ".jobx-<random>" in the output directory, which is made too if its parent exists.
 // Results: failures raise ExitError, which names the path and the system's reason, and leave nothing changed.
 // Disk:    the destructor removes the directory with everything in it, and an output directory that was made for
-//          nothing. A killed process leaves the directory. The job is one level further down, so the directory does not
+//          nothing. A process that crashes or is killed by SIGKILL leaves it. The job is one level further down, so the directory does not
 //          look like a job.
 class StagingDirectory
 {
