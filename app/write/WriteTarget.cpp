@@ -47,17 +47,27 @@ fs::file_type TypeOf(const fs::path& path)
     return type;
 }
 
+// What an entry that is no directory is.
+const char* NoDirectory(const fs::path& path)
+{
+    std::error_code ignored;
+    const bool isBroken = fs::is_symlink(path, ignored) && !fs::exists(path, ignored);
+    return isBroken ? "is a broken link" : "is not a directory";
+}
+
 void CheckOutputDirectory(const fs::path& directory)
 {
     const fs::file_type type = TypeOf(directory);
     if (type == fs::file_type::directory)
         return;
-    if (type != fs::file_type::not_found)
-        RaiseUnwritable(fmt::format("{} is not a directory", Quoted(directory.string())));
-    const fs::path parent = WithoutLastSeparator(directory).parent_path();
-    if (TypeOf(parent.empty() ? "." : parent) != fs::file_type::directory)
-        RaiseUnwritable(fmt::format("cannot make the directory {}: {} is not a directory", Quoted(directory.string()),
-                                    Quoted(parent.empty() ? "." : parent.string())));
+    const fs::path entry = WithoutLastSeparator(directory);
+    std::error_code ignored;
+    if (type != fs::file_type::not_found || fs::is_symlink(entry, ignored))
+        RaiseUnwritable(fmt::format("{} {}", Quoted(directory.string()), NoDirectory(entry)));
+    const fs::path parent = entry.has_parent_path() ? entry.parent_path() : fs::path(".");
+    if (TypeOf(parent) != fs::file_type::directory)
+        RaiseUnwritable(fmt::format("cannot make the directory {}: {} {}", Quoted(directory.string()),
+                                    Quoted(parent.string()), NoDirectory(parent)));
 }
 
 // Whether `place`, or the part of it that exists, is that directory or inside it, even through links and mounts.
@@ -111,7 +121,7 @@ void CheckTarget(const WriteTarget& target, const std::string& jobPath)
     if (!fs::exists(fs::symlink_status(path, error)))
         return;
     if (TypeOf(path) != fs::file_type::directory)
-        RaiseUnwritable(fmt::format("{} exists and is not a directory", Quoted(path.string())));
+        RaiseUnwritable(fmt::format("{} exists and {}", Quoted(path.string()), NoDirectory(path)));
     CheckReplacedDirectory(path);
     if (!target.replace)
         RaiseUnwritable(fmt::format("{} exists: --force replaces it", Quoted(path.string())));

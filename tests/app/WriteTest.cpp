@@ -302,10 +302,33 @@ TEST(JobxWriteRefuses, AFileInTheWayEvenWithForce)
     EXPECT_EQ(directory.Read("out/job"), "a file");
     ExpectRefusal(RunJobx({"write", job, "-o", directory.Path("out/job")}), 4, "out/job\" is not a directory");
     EXPECT_EQ(directory.Read("out/job"), "a file");
+    EXPECT_EQ(EntriesOf(directory.Path("out")), Names{"job"});
+}
+
+TEST(JobxWriteRefuses, ABrokenLinkInTheWayWhichItCallsByItsName)
+{
+    const TempDir directory;
+    const std::string job = MakeJob(directory, "");
+    directory.MakeDir("out");
     fs::create_symlink("nowhere", directory.Path("out/link"));
-    ExpectRefusal(RunJobx({"write", job, "-o", directory.Path("out"), "--name", "link", "--force"}), 4,
-                  "is not a directory");
-    EXPECT_EQ(EntriesOf(directory.Path("out")), (Names{"job", "link"}));
+    const auto before = TreeOf(directory.Path("out"));
+    const std::string link = directory.Path("out/link");
+    for (const std::string options : {"", " --force"})
+    {
+        const auto expectLine = [&](const std::string& arguments, const std::string& line)
+        {
+            const ProgramResult result = RunShell("exec \"$JOBX\" write " + ShellWord(job) + options + arguments);
+            EXPECT_EQ(result.exitCode, 4);
+            EXPECT_EQ(result.err, "jobx: " + line + "\n");
+        };
+        expectLine(" -o " + ShellWord(link), "\"" + link + "\" is a broken link");
+        expectLine(" -o " + ShellWord(link + "/"), "\"" + link + "/\" is a broken link");
+        expectLine(" -o " + ShellWord(link + "/new"),
+                   "cannot make the directory \"" + link + "/new\": \"" + link + "\" is a broken link");
+        expectLine(" --name link -o " + ShellWord(directory.Path("out")),
+                   "\"" + link + "\" exists and is a broken link");
+    }
+    EXPECT_EQ(TreeOf(directory.Path("out")), before);
 }
 
 TEST(JobxWriteRefuses, ADirectoryThatIsNoJobEvenWithForce)
