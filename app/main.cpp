@@ -9,8 +9,14 @@
 #include <exception>
 #include <new>
 
+#if !defined(_WIN32)
+#include <sys/resource.h>
+#endif
+
 namespace
 {
+constexpr unsigned long kLeastStack = 256 * 1024; // bytes; with less, buffers of the library may not fit
+
 int End(ExitCode code, const std::string& line)
 {
     PrintError(line);
@@ -35,6 +41,16 @@ int EndWithoutMemory()
     std::fputs("jobx: out of memory\n", stderr);
     return static_cast<int>(ExitCode::OutOfMemory);
 }
+
+bool IsStackLargeEnough()
+{
+#if defined(_WIN32)
+    return true;
+#else
+    ::rlimit limit = {};
+    return ::getrlimit(RLIMIT_STACK, &limit) != 0 || limit.rlim_cur >= kLeastStack;
+#endif
+}
 } // namespace
 
 int main(int argc, char** argv)
@@ -45,6 +61,8 @@ int main(int argc, char** argv)
 #if defined(SIGXFSZ)
     std::signal(SIGXFSZ, SIG_IGN); // so does writing beyond the allowed size of a file
 #endif
+    if (!IsStackLargeEnough())
+        return End(ExitCode::OutOfMemory, "the stack is limited to less than 256 KB (ulimit -s)");
     CKUtility::GetInstance()->SetDiagnosticSink(nullptr); // each command sets its own and reports failures itself
     try
     {

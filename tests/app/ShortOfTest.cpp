@@ -36,6 +36,18 @@ TEST(JobxShortOf, MemoryIsAnErrorOfItsOwn)
     EXPECT_EQ(std::distance(fs::directory_iterator(directory.Path("out")), fs::directory_iterator()), 1);
 }
 
+TEST(JobxShortOf, StackIsSaidAtOnce)
+{
+    const TempDir directory;
+    const std::string job = CopySample(directory);
+    const std::string write = "\"$JOBX\" write --quiet " + ShellWord(job) + " -o " + ShellWord(directory.Path("out"));
+    const ProgramResult result = RunShell("ulimit -s 255\n" + write);
+    EXPECT_EQ(result.exitCode, 71);
+    EXPECT_EQ(result.err, "jobx: the stack is limited to less than 256 KB (ulimit -s)\n");
+    EXPECT_FALSE(directory.Exists("out"));
+    EXPECT_EQ(RunShell("ulimit -s 256\n" + write).exitCode, 0);
+}
+
 TEST(JobxShortOf, OpenFilesLeaveNoStagingDirectoryBehind)
 {
     const TempDir directory;
