@@ -6,6 +6,7 @@
 #include <atomic>
 #include <chrono>
 #include <cstdlib>
+#include <ctime>
 #include <mutex>
 #include <omp.h>
 #include <set>
@@ -95,4 +96,24 @@ TEST_F(WorkerTeam, AllItsThreadsWorkAtTheSameTimeAndTheCallersIsOneOfThem)
               });
     EXPECT_EQ(members.size(), 4U);
     EXPECT_EQ(members.count(std::this_thread::get_id()), 1U);
+}
+
+TEST_F(WorkerTeam, MembersThatWaitForTheLastUseNoProcessorTime)
+{
+    constexpr auto kLastOneTakes = std::chrono::milliseconds(400);
+    constexpr double kMostSeconds = 0.2;
+    for (const bool isCallerLast : {false, true})
+    {
+        const auto caller = std::this_thread::get_id();
+        std::atomic<bool> hasLast{false};
+        const std::clock_t begin = std::clock(); // of the whole process
+        RunOnTeam(4,
+                  [&]
+                  {
+                      if ((std::this_thread::get_id() == caller) == isCallerLast && !hasLast.exchange(true))
+                          std::this_thread::sleep_for(kLastOneTakes);
+                  });
+        EXPECT_TRUE(hasLast);
+        EXPECT_LT(static_cast<double>(std::clock() - begin) / CLOCKS_PER_SEC, kMostSeconds);
+    }
 }

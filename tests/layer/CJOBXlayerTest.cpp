@@ -150,6 +150,27 @@ TEST(LayObj, UnitChangeScalesWhatItsKindSays)
     EXPECT_EQ(layer.m_sUnits, "INCH");
 }
 
+TEST(LayObj, UnitConvert_ByALengthOfItsOwnUsesTheValueGiven)
+{
+    CJOBXlayerArray layers;
+    CJOBXlayer& layer = *layers.Own(std::make_unique<CJOBXlayer>());
+    auto* const first = Add<CJOBXlayObjBarcode>(layer, "B");
+    auto* const second = Add<CJOBXlayObjBarcode>(layer, "B");
+    auto* const last = Add<CJOBXlayObjBarcode>(*layers.Own(std::make_unique<CJOBXlayer>()), "B");
+    first->m_dHeight = 2;
+    first->m_dWidth = 1;
+    second->m_dWidth = 1;
+    last->m_dWidth = 1;
+    first->UnitConvert(first->m_dHeight);
+    EXPECT_EQ(first->m_dWidth, 2);
+    layer.GetFeatures()->UnitConvert(first->m_dHeight);
+    EXPECT_EQ(second->m_dWidth, 4);
+    layer.UnitConvert(first->m_dWidth);
+    EXPECT_EQ(second->m_dWidth, 32);
+    layers.UnitConvert(second->m_dWidth);
+    EXPECT_EQ(last->m_dWidth, 32);
+}
+
 TEST(LayObj, TypeTextDecidesAndOneThatDoesNotFitChangesNothing)
 {
     CJOBXlayObjPad pad;
