@@ -149,7 +149,8 @@ TEST(JobxOptionValues, TheNextOptionIsNotTakenAsTheValueUnlessItIsAttached)
                           Line(command, name + " needs a value; for the value \"--quiet\" type " + name + "=--quiet"));
             }
     const std::string write = "cd " + ShellWord(directory.Path()) + "\n\"$JOBX\" write job --quiet ";
-    for (const std::string options : {"--output=--force", "-o--force --force", "--name -o -o out", "-o out --name=--x"})
+    for (const std::string options :
+         {"--output=--force", "-o--force --force", "--name -o -o out", "-o out --name -o --force", "-o out --name=--x"})
         EXPECT_EQ(RunShell(write + options).exitCode, 0) << options;
     EXPECT_TRUE(directory.Exists("--force/job") && directory.Exists("out/-o") && directory.Exists("out/--x"));
 }

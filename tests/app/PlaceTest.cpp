@@ -163,6 +163,22 @@ TEST(JobxLinks, EachLinkOutHasItsLineAndFilesInsideTheJobAreRead)
     EXPECT_THAT(result.out, HasSubstr("Symbols of the job: 1\n"));
 }
 
+TEST(JobxLinks, AThousandLinksOutHaveTheirLinesAndTheRestIsCounted)
+{
+    constexpr int kLinks = 1003;
+    const TempDir directory;
+    const std::string job = MakeJob(directory, "L 0 0 1 1 0 P 0\n");
+    directory.MakeDir("outside");
+    directory.MakeDir("job/symbols");
+    for (int i = 0; i < kLinks; ++i)
+        fs::create_directory_symlink("../../outside", job + "/symbols/s" + std::to_string(i));
+    const ProgramResult result = RunJobx({"info", job});
+    EXPECT_EQ(result.exitCode, 0);
+    const std::vector<std::string> lines = LinesOf(result.err);
+    ASSERT_EQ(lines.size(), 1001U);
+    EXPECT_EQ(lines.back(), "jobx: warning: 3 further file operations failed");
+}
+
 TEST(JobxLinks, DirectoriesInsideTheJobAreRead)
 {
     const TempDir directory;

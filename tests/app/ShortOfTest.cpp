@@ -1,6 +1,8 @@
 // What jobx does when the system gives it little memory or few open files.
 #include "RunProgram.h"
 
+#include "output/ExitError.h"
+#include "reading/InsideJob.h"
 #include "support/MemoryChecker.h"
 
 #include <gmock/gmock.h>
@@ -10,6 +12,53 @@
 namespace fs = std::filesystem;
 
 #if defined(__linux__) && !defined(JOBX_MEMORY_CHECKER)
+
+#include <sys/resource.h>
+#include <unistd.h>
+
+namespace
+{
+// While it lives, this process can open no file.
+class NoMoreFiles
+{
+public:
+    NoMoreFiles()
+    {
+        ::getrlimit(RLIMIT_NOFILE, &m_before);
+        const int free = ::dup(0);
+        ::close(free);
+        const ::rlimit none = {static_cast<::rlim_t>(free), m_before.rlim_max};
+        ::setrlimit(RLIMIT_NOFILE, &none);
+    }
+    NoMoreFiles(const NoMoreFiles&) = delete;
+    NoMoreFiles& operator=(const NoMoreFiles&) = delete;
+    ~NoMoreFiles() { ::setrlimit(RLIMIT_NOFILE, &m_before); }
+
+private:
+    ::rlimit m_before = {};
+};
+} // namespace
+
+TEST(JobxShortOf, OpenFilesKeepItInTheDirectoryToWhichItCouldNotReturn)
+{
+    const TempDir directory;
+    const fs::path before = fs::current_path();
+    std::string line;
+    {
+        const NoMoreFiles none;
+        try
+        {
+            const InsideJob inside(directory.Path());
+        }
+        catch (const ExitError& error)
+        {
+            line = error.what();
+        }
+    }
+    EXPECT_EQ(line, "cannot enter the directory \"" + directory.Path() + "\": Too many open files");
+    EXPECT_EQ(fs::current_path(), before);
+    fs::current_path(before);
+}
 
 TEST(JobxShortOf, MemoryIsAnErrorOfItsOwn)
 {
