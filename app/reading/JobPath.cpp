@@ -98,6 +98,9 @@ void CheckJobDirectory(const std::string& path)
         RaiseNoDirectory(path, type);
     if (const fs::directory_iterator entries(path, error); error)
         RaiseUnreadable(fmt::format("cannot read the directory {}: {}", Quoted(path), error.message()));
+    // The library takes a file of that name for the directory, and finds no step in it.
+    if (const CKUtility& files = *CKUtility::GetInstance(); files.DoesFileExist(files.FindPath(path.c_str(), "steps")))
+        RaiseUnreadable(fmt::format("{} is not a job: its \"steps\" is not a directory", Quoted(path)));
 }
 
 void CheckAttributeFile(const std::string& path)

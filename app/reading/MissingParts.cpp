@@ -161,12 +161,17 @@ private:
         Add(IsBrokenLink(path) ? fmt::format("{}: the directory is a broken link", whose) : whose + absent);
     }
 
-    // Adds a line for each of these parts that is a broken link; all may be absent.
-    void AddBrokenLinks(const std::string& whose, const CString& place, std::initializer_list<const char*> names)
+    // Adds a line for each of these directories that is something else; all may be absent.
+    void AddNoDirectories(const std::string& whose, const CString& place, std::initializer_list<const char*> names)
     {
         for (const char* const name : names)
-            if (IsBrokenLink(Files().FindPath(place, name)))
+        {
+            const CString path = Files().FindPath(place, name);
+            if (IsBrokenLink(path))
                 Add(fmt::format("{}: \"{}\" is a broken link", whose, name));
+            else if (IsThere(path) && !Files().IsDir(path) && !IsTold(path))
+                Add(fmt::format("{}: \"{}\" is not a directory", whose, name));
+        }
     }
 
     void LookForStep(const CString& name)
@@ -180,7 +185,7 @@ private:
     // The font and the job information may be absent, and empty.
     void LookIntoOthers()
     {
-        AddBrokenLinks("the job", ".", {"fonts", "misc"});
+        AddNoDirectories("the job", ".", {"fonts", "misc"});
         for (const char* const name : {"fonts/standard", "misc/info"})
         {
             const CString path = Files().FindPath(".", name);
@@ -256,12 +261,12 @@ private:
         const bool isWrong = AddFile(whose, profile, "profile");
         if (step.GetProfile()->m_sName.IsEmpty())
         {
-            if (!isWrong || !IsThere(profile))
+            if (!isWrong)
                 Add(fmt::format("{} has no profile and was not read", whose));
             return;
         }
         const bool mayRepeat = LookIntoHeader(step, whose, directory);
-        AddBrokenLinks(whose, directory, {"eda", "netlists", "netlists/cadnet"});
+        AddNoDirectories(whose, directory, {"eda", "netlists", "netlists/cadnet"});
         for (const char* const name : {"eda/data", "netlists/cadnet/netlist"})
             AddFile(whose, Files().FindPath(directory, name), name);
         const CString layers = Files().FindPath(directory, "layers");

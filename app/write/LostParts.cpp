@@ -2,6 +2,7 @@
 
 #include "output/Text.h"
 #include "reading/Files.h"
+#include "write/JobEntries.h"
 
 #include <fmt/core.h>
 
@@ -52,13 +53,13 @@ std::set<CString> SymbolsAt(const CString& path)
     return names;
 }
 
-std::set<CString> SymbolsOf(const CJOBX& job)
+// The user symbols in lower case, and whether they will be written.
+std::map<CString, bool> SymbolsOf(const CJOBX& job)
 {
-    std::set<CString> names;
-    for (__int64 i = 0; i < job.m_pSpecialSymbols->GetSize(); ++i)
-        if (const CJOBXSpecialSymbol* const symbol = job.m_pSpecialSymbols->GetAt(i))
-            names.insert(NameIn(symbol->m_sName));
-    return names;
+    std::map<CString, bool> areWritten;
+    for (const CJOBXSpecialSymbol& symbol : job.m_pSpecialSymbols->Records())
+        areWritten[NameIn(symbol.m_sName)] |= !IsNamedByPath(symbol);
+    return areWritten;
 }
 
 // The symbols used by layers of the steps: names in lower case, and as spelled there.
@@ -104,10 +105,12 @@ std::vector<std::string> FindLostParts(const CJOBX& job, const std::string& path
     for (__int64 i = 0; withEda && i < steps.GetSize(); ++i)
         if (const CJOBXstepObj* const step = steps.GetAt(i))
             AddLostFiles(lines, *step, path.c_str(), replaced.c_str());
-    const std::set<CString> present = SymbolsOf(job);
+    const std::map<CString, bool> areWritten = SymbolsOf(job);
     const std::set<CString> before = SymbolsAt(replaced.c_str());
     for (const auto& [key, name] : SymbolsUsedIn(steps))
-        if (before.contains(key) && !present.contains(key))
-            lines.push_back(fmt::format("the user symbol \"{}\" is missing", Printable(name.View())));
+        if (const auto found = areWritten.find(key);
+            before.contains(key) && (found == areWritten.end() || !found->second))
+            lines.push_back(fmt::format("the user symbol \"{}\" is {}", Printable(name.View()),
+                                        found == areWritten.end() ? "missing" : "not written without --step"));
     return lines;
 }

@@ -6,6 +6,6 @@
 #include <vector>
 
 // One line for each part that a job may lack but that the job to be replaced has: EDA data and netlists of steps,
-// unless they are left out on purpose, and user symbols used by layers. `job` was read at `path`.
+// unless they are left out on purpose, and user symbols used by layers, which may also be read but not written. `job` was read at `path`.
 std::vector<std::string> FindLostParts(const CJOBX& job, const std::string& path, const std::string& replaced,
                                        bool withEda);

@@ -5,6 +5,7 @@
 #include "output/Messages.h"
 #include "output/Text.h"
 #include "reading/JobPath.h"
+#include "write/JobEntries.h"
 #include "write/LostParts.h"
 #include "write/SignalHold.h"
 #include "write/StagingDirectory.h"
@@ -23,26 +24,6 @@ namespace fs = std::filesystem;
 
 namespace
 {
-// The directories that the writer makes in a job's directory.
-constexpr const char* kOwnDirectories[] = {"fonts", "matrix", "misc",     "steps", "symbols",  "input",
-                                           "ext",   "output", "stackups", "user",  "whltemps", "wheels"};
-
-// The components of a path without empty ones, "." and the root.
-std::vector<CString> ComponentsOf(const CString& name)
-{
-    std::vector<CString> components;
-    for (const fs::path& part : fs::path(std::string(name.View())))
-        if (!part.empty() && part != "." && part != part.root_path())
-            components.emplace_back(part.string().c_str());
-    return components;
-}
-
-bool IsOwnDirectory(const CString& name)
-{
-    return std::any_of(std::begin(kOwnDirectories), std::end(kOwnDirectories),
-                       [&](const char* own) { return name.CompareNoCase(own) == 0; });
-}
-
 bool IsStep(const CJOBXstepObjArray& steps, const CString& name)
 {
     for (const CJOBXstepObj& step : steps.Records())
@@ -81,12 +62,6 @@ void CheckSymbolNames(const CJOBX& job)
                                                       "directory of that name",
                                                       Printable(symbol.m_sName.View())));
                   });
-}
-
-// Whether the name is a path, as after a read of the whole job: the writer does not write such a symbol.
-bool IsNamedByPath(const CJOBXSpecialSymbol& symbol)
-{
-    return ComponentsOf(symbol.m_sName).size() > 1;
 }
 
 void PrintNote(const std::string& line)
@@ -152,8 +127,9 @@ void CheckReplacement(const ReadJob& source, const std::string& path, const Writ
         return;
     const std::size_t others = missing.size() - 1;
     throw ExitError(ExitCode::UnreadableInput,
-                    fmt::format("not all of the job could be read ({}{}); \"{}\" is not replaced (--allow-incomplete "
-                                "replaces it)",
+                    fmt::format("{} ({}{}); \"{}\" is not replaced (--allow-incomplete replaces it)",
+                                source.missing.empty() ? "parts of the job to be replaced would be lost"
+                                                       : "not all of the job could be read",
                                 missing.front(), others == 0 ? "" : fmt::format(", and {} more", others),
                                 Printable(place.string())));
 }
@@ -186,8 +162,8 @@ constexpr const char* kWriteFooter =
 The job is written beside that place first and moved there when it is complete and on the disk, so a failure changes
 nothing. It is scaled first, then its steps are reordered, then it gets its name.
 
---force replaces a job or an empty directory, and nothing else: a directory with neither matrix/matrix nor steps is not
-a job.
+--force replaces a job or an empty directory, and nothing else. A directory is a job if it has matrix/matrix, or steps
+and nothing that is foreign to jobs.
 
 What is not written:
   user symbols  if the whole job is read; with --step they are written, beside "steps"

@@ -3,6 +3,7 @@
 #include "JOBXCLSDLL.h"
 #include "output/ExitError.h"
 #include "output/Text.h"
+#include "write/JobEntries.h"
 
 #include <fmt/core.h>
 
@@ -87,12 +88,21 @@ bool IsIn(const fs::path& place, const fs::path& directory)
         at = above;
     }
 }
-// Whether the directory has the matrix or the steps of a job, whatever their letter case.
+bool HasForeignEntries(const std::string& directory)
+{
+    std::error_code error;
+    for (fs::directory_iterator entry(directory, error), end; !error && entry != end; entry.increment(error))
+        if (!IsOwnDirectory(entry->path().filename().string().c_str()))
+            return true;
+    return bool(error);
+}
+
+// Whether the directory has the matrix of a job, or else steps and nothing foreign. Letter case is ignored.
 bool LooksLikeJob(const std::string& directory)
 {
     const CKUtility& files = *CKUtility::GetInstance();
     return files.DoesFileExist(files.FindPath(files.FindPath(directory.c_str(), "matrix"), "matrix")) ||
-           files.IsDir(files.FindPath(directory.c_str(), "steps"));
+           (files.IsDir(files.FindPath(directory.c_str(), "steps")) && !HasForeignEntries(directory));
 }
 
 // Refuses everything but jobs and empty directories: a mistyped name must not cost other files.

@@ -337,9 +337,11 @@ TEST(JobxWriteRefuses, ADirectoryThatIsNoJobEvenWithForce)
     const std::string job = MakeJob(directory, "L 0 0 1 1 0 P 0\n");
     directory.Write("out/proj/src/main.cpp", "int main() {}\n");
     directory.MakeDir("out/proj/matrix");
+    directory.MakeDir("out/features/steps"); // of another trade
+    directory.Write("out/features/login.feature", "Feature: Login\n");
     fs::create_directory_symlink("proj", directory.Path("out/link"));
     const auto before = TreeOf(directory.Path("out"));
-    for (const std::string name : {"proj", "link"})
+    for (const std::string name : {"proj", "link", "features"})
         for (const std::string options : {"", " --force", " --force --allow-incomplete"})
             ExpectRefusal(RunShell("exec \"$JOBX\" write " + ShellWord(job) + " --name " + name + options + " -o " +
                                    ShellWord(directory.Path("out"))),
@@ -353,7 +355,9 @@ TEST(JobxWrite, ForceReplacesAnEmptyDirectoryAndWhatHasAMatrixOrSteps)
     const std::string job = MakeJob(directory, "L 0 0 1 1 0 P 0\n");
     directory.MakeDir("out/empty");
     directory.MakeDir("out/steps_only/STEPS");
+    directory.MakeDir("out/steps_only/Symbols");
     directory.Write("out/matrix_only/Matrix/MATRIX", "former");
+    directory.Write("out/matrix_only/notes.txt", "foreign");
     for (const std::string name : {"empty", "steps_only", "matrix_only"})
     {
         SCOPED_TRACE(name);
