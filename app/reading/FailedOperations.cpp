@@ -12,6 +12,8 @@
 
 namespace
 {
+constexpr const char* kLeadsOut = "it leads out of the job (--follow-links follows it)";
+
 bool IsLinkOut(const CKDiagnostic& diagnostic)
 {
     return diagnostic.operation == "follow" && diagnostic.systemError == EXDEV;
@@ -21,7 +23,7 @@ bool IsLinkOut(const CKDiagnostic& diagnostic)
 std::string ReasonOf(const CKDiagnostic& diagnostic)
 {
     if (IsLinkOut(diagnostic))
-        return "it leads out of the job (--follow-links follows it)";
+        return kLeadsOut;
     if (diagnostic.operation == "list" && diagnostic.systemError == EOVERFLOW)
         return "it has more entries than --max-entries allows";
     return diagnostic.systemError == 0 ? "no reason given" : std::generic_category().message(diagnostic.systemError);
@@ -45,6 +47,8 @@ void FailedOperations::OnDiagnostic(const CKDiagnostic& diagnostic)
     if (isLink ? m_nLinks == kPrintedLinks : m_first.size() - m_nLinks == kPrinted)
     {
         ++m_nMore;
+        if (isLink)
+            m_moreLinks.insert(shown.path);
         return;
     }
     m_first.push_back(shown);
@@ -79,5 +83,7 @@ std::string FailedOperations::ReasonFor(const CString& path) const
     const auto found = std::find_if(m_first.begin(), m_first.end(),
                                     [&](const CKDiagnostic& diagnostic)
                                     { return diagnostic.path == path && diagnostic.systemError != ENOENT; });
-    return found == m_first.end() ? std::string() : ReasonOf(*found);
+    if (found != m_first.end())
+        return ReasonOf(*found);
+    return m_moreLinks.contains(path) ? kLeadsOut : std::string();
 }

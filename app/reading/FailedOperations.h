@@ -12,7 +12,7 @@
 std::string ReasonOf(const CKDiagnostic& diagnostic);
 
 // Collects the failed file operations of the library while it lives, and prints the first of them as warnings. Links
-// out of the job are counted separately, and each of them gets a line.
+// out of the job are counted separately: each of the first thousand gets a line.
 // Threads:   one lives at a time.
 class FailedOperations : public CKDiagnosticSink
 {
@@ -40,6 +40,7 @@ private:
     std::string m_jobPath;
     std::vector<CKDiagnostic> m_first;
     std::set<std::tuple<CString, CString, int>> m_seen; // operation, path and error
+    std::set<CString> m_moreLinks;                      // paths that have no line
     std::size_t m_nLinks = 0;                           // among the first
     std::size_t m_nMore = 0;
 };
