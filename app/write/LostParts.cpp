@@ -17,23 +17,29 @@ CString NameIn(const CString& path)
     return Files().GetSegmntFromFilePath(path, 2).MakeLower();
 }
 
-// Whether there is EDA data. A job written without EDA data has an empty file.
-bool ReadsEda(const CString& step)
+constexpr const char* kEda = "eda/data";
+constexpr const char* kNetlist = "netlists/cadnet/netlist";
+
+// A job written without EDA data has an empty file.
+bool HasContents(const CJOBXdata& data)
 {
-    const CString path = Files().FindPath(step, "eda/data");
-    CJOBXdata data;
-    if (Files().DoesFileExist(path))
-        data.ParseODBOfMFC(path);
     return data.m_arrNets.GetSize() > 0 || data.m_arrPkgs.GetSize() > 0;
 }
 
-bool ReadsNetlist(const CString& step)
+bool HasContents(const CJOBXnetlist& netlist)
 {
-    const CString path = Files().FindPath(step, "netlists/cadnet/netlist");
-    CJOBXnetlist netlist;
-    if (Files().DoesFileExist(path))
-        netlist.ParseODBOfMFC(path);
     return netlist.m_arrNets.GetSize() > 0;
+}
+
+// Whether a file of the step in that directory has contents. It may be absent.
+template <class Model>
+bool HasContentsIn(const CString& step, const char* file)
+{
+    const CString path = Files().FindPath(step, file);
+    Model model;
+    if (Files().DoesFileExist(path))
+        model.ParseODBOfMFC(path);
+    return HasContents(model);
 }
 
 // The names of the user symbols of the job at `path`, in lower case. In a written job they are beside "steps".
@@ -85,15 +91,17 @@ void AddLostFiles(std::vector<std::string>& lines, const CJOBXstepObj& step, con
 {
     const auto directoryIn = [&](const CString& job)
     { return Files().FindPath(Files().FindPath(job, "steps"), step.m_sName); };
-    const auto add = [&](const char* file)
+    const auto add = [&](const char* file, const char* contents)
     {
-        if (!Files().DoesFileExist(Files().FindPath(directoryIn(path), file)))
-            lines.push_back(fmt::format("step \"{}\" has no file \"{}\"", Printable(step.m_sName.View()), file));
+        const std::string whose = fmt::format("step \"{}\"", Printable(step.m_sName.View()));
+        lines.push_back(Files().DoesFileExist(Files().FindPath(directoryIn(path), file))
+                            ? fmt::format("{}: the file \"{}\" holds no {}", whose, file, contents)
+                            : fmt::format("{} has no file \"{}\"", whose, file));
     };
-    if (ReadsEda(directoryIn(replaced)))
-        add("eda/data");
-    if (ReadsNetlist(directoryIn(replaced)))
-        add("netlists/cadnet/netlist");
+    if (!HasContents(*step.m_pEda->m_pData) && HasContentsIn<CJOBXdata>(directoryIn(replaced), kEda))
+        add(kEda, "EDA data");
+    if (!HasContents(*step.m_pNetlist) && HasContentsIn<CJOBXnetlist>(directoryIn(replaced), kNetlist))
+        add(kNetlist, "netlist");
 }
 } // namespace
 

@@ -449,6 +449,29 @@ TEST(MalformedJobs, PartsThatAJobMayLackAreMissingIfTheReplacedJobHasThem)
         }
 }
 
+TEST(MalformedJobs, AFileWithoutItsContentsLosesThoseOfTheReplacedJob)
+{
+    struct Row
+    {
+        std::string file;
+        std::string contents;
+    };
+    for (const Row& row : std::vector<Row>{{"eda/data", "EDA data"}, {"netlists/cadnet/netlist", "netlist"}})
+    {
+        const TempDir directory;
+        const std::string job = CopySample(directory);
+        const std::string write =
+            "\"$JOBX\" write " + ShellWord(job) + " --quiet -o " + ShellWord(directory.Path("out")) + " --steps pcb";
+        ASSERT_EQ(RunShell(write).exitCode, 0);
+        directory.Write("blinker/steps/pcb/" + row.file, "of another format\n");
+        const ProgramResult result = RunShell(write + " --force");
+        EXPECT_EQ(result.exitCode, 3);
+        EXPECT_EQ(LinesOf(result.err).front(), "jobx: warning: step \"PCB\": the file \"" + row.file + "\" holds no " +
+                                                   row.contents + ", but the job to be replaced has it");
+        EXPECT_EQ(RunShell(write + " --force --no-eda").exitCode, 0);
+    }
+}
+
 TEST(MalformedJobs, SymbolsThatAreReadButNotWrittenAreLostToo)
 {
     const TempDir directory;
