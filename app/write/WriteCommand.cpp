@@ -211,6 +211,8 @@ void RunWrite(const ReadOptions& read, const WriteOptions& options)
     const CString readName = CKUtility::GetInstance()->GetSegmntFromFilePath(path.c_str(), 2);
     const WriteTarget target{options.directory, options.name.value_or(std::string(readName.View())), options.force};
     CheckTarget(target, path);
+    if (read.followLinks)
+        CheckLinks(target, path);
     const ReadJob source = ReadGoodJobDirectory(read);
     if (!options.allowIncomplete)
         CheckReplacement(source, path, target, options.withEda);

@@ -117,6 +117,16 @@ void CheckReplacedDirectory(const fs::path& path)
 }
 } // namespace
 
+void CheckLinks(const WriteTarget& target, const std::string& jobPath)
+{
+    const fs::path path = fs::path(target.directory) / target.name;
+    std::error_code error;
+    for (fs::recursive_directory_iterator entry(jobPath, error), end; !error && entry != end; entry.increment(error))
+        if (entry->is_symlink(error) && IsIn(entry->path(), path))
+            RaiseUnwritable(fmt::format("{} has a part of the input job, by the link {}: it cannot be replaced",
+                                        Quoted(path.string()), Quoted(entry->path().string())));
+}
+
 void CheckTarget(const WriteTarget& target, const std::string& jobPath)
 {
     CheckName(target.name);

@@ -14,3 +14,6 @@ struct WriteTarget
 // something is in the way that is neither a job nor an empty directory, or if the job at `jobPath` would be replaced or
 // written into.
 void CheckTarget(const WriteTarget& target, const std::string& jobPath);
+
+// Raises ExitError if a link in the job at `jobPath` leads into the directory that would be replaced.
+void CheckLinks(const WriteTarget& target, const std::string& jobPath);

@@ -392,6 +392,28 @@ TEST(JobxWriteRefuses, ItsOwnInput)
     EXPECT_EQ(TreeOf(directory.Path()), before);
 }
 
+TEST(JobxWriteRefuses, WhatLinksOfTheInputLeadTo)
+{
+    const TempDir directory;
+    MakeJob(directory, "L 0 0 1 1 0 P 0\n");
+    directory.MakeDir("links");
+    for (const std::string part : {"matrix", "steps"})
+        fs::create_directory_symlink("../job/" + part, directory.Path("links/" + part));
+    const auto before = TreeOf(directory.Path());
+    const std::vector<std::string> write = {
+        "write", directory.Path("links"), "--follow-links", "--name", "job", "--force", "-o", directory.Path()};
+    ExpectRefusal(RunJobx(write), 4, "job\" has a part of the input job, by the link \"" + directory.Path("links/"));
+    EXPECT_EQ(TreeOf(directory.Path()), before);
+    fs::rename(directory.Path("job"), directory.Path("other"));
+    for (const std::string part : {"matrix", "steps"})
+    {
+        fs::remove(directory.Path("links/" + part));
+        fs::create_directory_symlink("../other/" + part, directory.Path("links/" + part));
+    }
+    directory.Write("job/matrix/matrix", "former");
+    EXPECT_EQ(RunJobx(write).exitCode, 0);
+}
+
 TEST(JobxWriteRefuses, ANameThatIsNoneOfADirectory)
 {
     const TempDir directory;
