@@ -103,12 +103,56 @@ void AddLostFiles(std::vector<std::string>& lines, const CJOBXstepObj& step, con
     if (!HasContents(*step.m_pNetlist) && HasContentsIn<CJOBXnetlist>(directoryIn(replaced), kNetlist))
         add(kNetlist, "netlist");
 }
+
+template <class Records>
+std::set<CString> NamesOf(const Records& records)
+{
+    std::set<CString> names;
+    for (const auto& record : records.Records())
+        names.insert(MakeLower(record.m_sName));
+    return names;
+}
+
+// The names of the layers that the steps have directories for, in lower case.
+std::set<CString> LayersIn(const CJOBXstepObjArray& steps)
+{
+    std::set<CString> names;
+    for (const CJOBXstepObj& step : steps.Records())
+    {
+        names.merge(NamesOf(step.m_arrLayers));
+        for (const CJOBXcomponents& components : step.m_arrComponents.Records())
+            names.insert(MakeLower(components.m_sLayerName));
+    }
+    return names;
+}
+
+// Steps and layers that are there but not in the matrix, as if it had been cut short, and that the replaced job names.
+void AddUnnamed(std::vector<std::string>& lines, const CJOBX& job, const CString& path, const CString& replaced)
+{
+    const CString directory = Files().FindPath(replaced, "matrix");
+    CJOBXmatrix before;
+    if (Files().DoesFileExist(Files().FindPath(directory, "matrix")))
+        before.ParseODBOfMFC(directory);
+    const auto add = [&](const char* kind, const CString& name)
+    { lines.push_back(fmt::format("the matrix does not name the {} \"{}\"", kind, Printable(name.View()))); };
+    const std::set<CString> steps = NamesOf(job.m_pMatrix->m_arrSteps);
+    const CString place = Files().FindPath(path, "steps");
+    for (const CJOBXmatrixStep& step : before.m_arrSteps.Records())
+        if (!steps.contains(MakeLower(step.m_sName)) && Files().IsDir(Files().FindPath(place, step.m_sName)))
+            add("step", step.m_sName);
+    const std::set<CString> layers = NamesOf(job.m_pMatrix->m_arrLayers);
+    const std::set<CString> present = LayersIn(job.m_pSteps->m_arrSteps);
+    for (const CJOBXmatrixLayer& layer : before.m_arrLayers.Records())
+        if (const CString key = MakeLower(layer.m_sName); !layers.contains(key) && present.contains(key))
+            add("layer", layer.m_sName);
+}
 } // namespace
 
 std::vector<std::string> FindLostParts(const CJOBX& job, const std::string& path, const std::string& replaced,
                                        bool withEda)
 {
     std::vector<std::string> lines;
+    AddUnnamed(lines, job, path.c_str(), replaced.c_str());
     const CJOBXstepObjArray& steps = job.m_pSteps->m_arrSteps;
     for (__int64 i = 0; withEda && i < steps.GetSize(); ++i)
         if (const CJOBXstepObj* const step = steps.GetAt(i))

@@ -449,6 +449,30 @@ TEST(MalformedJobs, PartsThatAJobMayLackAreMissingIfTheReplacedJobHasThem)
         }
 }
 
+TEST(MalformedJobs, AMatrixCutBetweenItsBlocksLosesRowsOfTheReplacedJob)
+{
+    const TempDir directory;
+    const std::string job = CopySample(directory);
+    const std::string write =
+        "\"$JOBX\" write " + ShellWord(job) + " --quiet -o " + ShellWord(directory.Path("out")) + " --steps pcb";
+    ASSERT_EQ(RunShell(write).exitCode, 0);
+    const std::string matrix = directory.Read("blinker/matrix/matrix");
+    const std::size_t layer = matrix.rfind("LAYER {");
+    const std::size_t step = matrix.rfind("STEP {");
+    const auto lineFor = [](const std::string& row)
+    { return "jobx: warning: the matrix does not name the " + row + ", but the job to be replaced has it"; };
+    directory.Write("blinker/matrix/matrix", matrix.substr(0, layer));
+    const ProgramResult noLayer = RunShell(write + " --force");
+    EXPECT_EQ(noLayer.exitCode, 3);
+    EXPECT_EQ(LinesOf(noLayer.err).front(), lineFor("layer \"NOTES\""));
+    directory.Write("blinker/matrix/matrix", matrix.substr(0, step) + matrix.substr(matrix.find("LAYER {")));
+    const ProgramResult noStep = RunShell(write + " --force");
+    EXPECT_EQ(noStep.exitCode, 3);
+    EXPECT_EQ(LinesOf(noStep.err).front(), lineFor("step \"PANEL\""));
+    fs::remove_all(job + "/steps/panel"); // the step is not there: it was removed on purpose
+    EXPECT_EQ(RunShell(write + " --force").exitCode, 0);
+}
+
 TEST(MalformedJobs, AFileWithoutItsContentsLosesThoseOfTheReplacedJob)
 {
     struct Row
