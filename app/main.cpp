@@ -15,7 +15,7 @@
 
 namespace
 {
-constexpr unsigned long kLeastStack = 256 * 1024; // bytes; with less, buffers of the library may not fit
+constexpr unsigned long kLeastStack = 256UL * 1024; // bytes; with less, buffers of the library may not fit
 
 int End(ExitCode code, const std::string& line)
 {
