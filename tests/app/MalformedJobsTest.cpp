@@ -213,6 +213,11 @@ const std::vector<Fault>& Faults()
     return kFaults;
 }
 
+std::string FirstLineOf(const std::string& text)
+{
+    return text.substr(0, text.find('\n'));
+}
+
 std::string WithoutPath(std::string text, const std::string& path)
 {
     for (std::size_t at = text.find(path); at != std::string::npos; at = text.find(path, at))
@@ -236,7 +241,7 @@ std::string RowOf(const Fault& fault)
         RunJobx({"write", job, "-o", directory.Path("out"), "--name", "good", "--force", "--quiet", "--step", "pcb"});
     EXPECT_NE(step.exitCode, 0) << fault.name;
     EXPECT_TRUE(directory.Exists("out/good/steps/kept")) << fault.name;
-    const std::string line = WithoutPath(info.err.substr(0, info.err.find('\n')), job);
+    const std::string line = WithoutPath(FirstLineOf(info.err), job);
     return "| " + fault.name + " | " + std::to_string(info.exitCode) + " | " + std::to_string(write.exitCode) + " | `" +
            line + "` |";
 }
@@ -301,7 +306,7 @@ std::string RowOf(const Surroundings& surroundings)
     EXPECT_EQ(directory.Exists("out/good/steps/kept"), write.exitCode != 0) << surroundings.name;
     EXPECT_EQ(info.out.find("Symbols of the job: 1\n") != std::string::npos, info.err.empty()) << info.out;
     EXPECT_LE(LinesOf(info.err).size(), 1U) << info.err;
-    const std::string line = WithoutPath(info.err.substr(0, info.err.find('\n')), job);
+    const std::string line = WithoutPath(FirstLineOf(info.err), job);
     return "| " + surroundings.name + " | " + std::to_string(info.exitCode) + " | " + std::to_string(write.exitCode) +
            " | " + (line.empty() ? "none" : "`" + line + "`") + " |";
 }
@@ -464,11 +469,11 @@ TEST(MalformedJobs, AMatrixCutBetweenItsBlocksLosesRowsOfTheReplacedJob)
     directory.Write("blinker/matrix/matrix", matrix.substr(0, layer));
     const ProgramResult noLayer = RunShell(write + " --force");
     EXPECT_EQ(noLayer.exitCode, 3);
-    EXPECT_EQ(LinesOf(noLayer.err).front(), lineFor("layer \"NOTES\""));
+    EXPECT_EQ(FirstLineOf(noLayer.err), lineFor("layer \"NOTES\""));
     directory.Write("blinker/matrix/matrix", matrix.substr(0, step) + matrix.substr(matrix.find("LAYER {")));
     const ProgramResult noStep = RunShell(write + " --force");
     EXPECT_EQ(noStep.exitCode, 3);
-    EXPECT_EQ(LinesOf(noStep.err).front(), lineFor("step \"PANEL\""));
+    EXPECT_EQ(FirstLineOf(noStep.err), lineFor("step \"PANEL\""));
     fs::remove_all(job + "/steps/panel"); // the step is not there: it was removed on purpose
     EXPECT_EQ(RunShell(write + " --force").exitCode, 0);
 }
@@ -490,8 +495,8 @@ TEST(MalformedJobs, AFileWithoutItsContentsLosesThoseOfTheReplacedJob)
         directory.Write("blinker/steps/pcb/" + row.file, "of another format\n");
         const ProgramResult result = RunShell(write + " --force");
         EXPECT_EQ(result.exitCode, 3);
-        EXPECT_EQ(LinesOf(result.err).front(), "jobx: warning: step \"PCB\": the file \"" + row.file + "\" holds no " +
-                                                   row.contents + ", but the job to be replaced has it");
+        EXPECT_EQ(FirstLineOf(result.err), "jobx: warning: step \"PCB\": the file \"" + row.file + "\" holds no " +
+                                               row.contents + ", but the job to be replaced has it");
         EXPECT_EQ(RunShell(write + " --force --no-eda").exitCode, 0);
     }
 }
