@@ -66,7 +66,7 @@ CJOBXlayObj::Extras& CJOBXlayObj::MakeExtras()
     // Without the mark it is the borrowed list's address. NOLINTNEXTLINE(performance-no-int-to-ptr)
     made->borrowed = reinterpret_cast<const CJOBXPropertyArray*>(m_nLink);
     m_nLink = reinterpret_cast<std::uintptr_t>(made) | 1U;
-    if (m_bIsOfFile)
+    if (m_bIsAmongPlain)
         CRecordChunk::Of(this).RecordOwnsSomething();
     return *made;
 }
@@ -104,14 +104,6 @@ CString CJOBXlayObj::LongType() const
 CString CJOBXlayObj::LongPolarity() const
 {
     return LongText(m_cPolarity, &Extras::polarity);
-}
-
-void CJOBXlayObj::BorrowProperties(const CJOBXPropertyArray* list) noexcept
-{
-    if (Extras* const extras = FindExtras())
-        extras->borrowed = list;
-    else
-        m_nLink = reinterpret_cast<std::uintptr_t>(list);
 }
 
 int CJOBXlayObj::CheckObjAtCenterPoint(double& /*x*/, double& /*y*/)

@@ -106,16 +106,24 @@ protected:
     // The text of a character that marks another text.
     CString LongText(char text, CString Extras::*kept) const;
 
-private:
-    friend class CFeatureMaker;
+    // How the reader of a file begins a record. `properties` is null or a list that the record borrows; `isAmongPlain`:
+    // the record is among those that own nothing.
+    static void Begin(CJOBXlayObj& feature, char type, char polarity, const CJOBXPropertyArray* properties,
+                      bool isAmongPlain) noexcept
+    {
+        feature.m_nLink = reinterpret_cast<std::uintptr_t>(properties);
+        feature.m_cPolarity = polarity;
+        feature.m_cType = type;
+        feature.m_bIsAmongPlain = isAmongPlain;
+    }
 
+private:
     CString LongType() const;
     CString LongPolarity() const;
 
     Extras* FindExtras() const noexcept;
     const CJOBXPropertyArray* FindProperties() const noexcept;
     Extras& MakeExtras();
-    void BorrowProperties(const CJOBXPropertyArray* list) noexcept;
 
     int m_nDcode = 0; // beside the unique number, so that no room is lost
     // 0, or the address of the property list that the record borrows from its file, or, with the lowest bit set, the
@@ -125,7 +133,7 @@ private:
     int m_nIndex = 0;
     char m_cPolarity = 'P';
     char m_cType = kEmptyText;
-    bool m_bIsOfFile = false; // made by the reader of a file, among records that own nothing
+    bool m_bIsAmongPlain = false; // among records that own nothing
 };
 
 // A straight line drawn with a symbol.
@@ -146,8 +154,6 @@ public:
     void ScaleGeometry(double factor);
 
 private:
-    friend class CFeatureMaker;
-
     Place m_ptEnd;
     Place m_ptStart;
 };
@@ -179,8 +185,6 @@ public:
     void ScaleGeometry(double factor);
 
 private:
-    friend class CFeatureMaker;
-
     int m_nOrientation = 0;
     int m_nResizeFlag = 0;
     double m_dResizeFactor = 0.0;
@@ -211,8 +215,6 @@ public:
     void ScaleGeometry(double factor);
 
 private:
-    friend class CFeatureMaker;
-
     CString LongClockwise() const;
 
     char m_cClockwise = kEmptyText;

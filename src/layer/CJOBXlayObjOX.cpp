@@ -72,7 +72,7 @@ CJOBXlayObjOX::Texts& CJOBXlayObjOX::MakeTexts()
     if (m_pTexts == nullptr)
     {
         m_pTexts = new Texts;
-        if (m_bIsOfFile)
+        if (m_bIsAmongPlain)
             CRecordChunk::Of(this).RecordOwnsSomething();
     }
     return *m_pTexts;

@@ -46,14 +46,27 @@ public:
     void UnitConvert(const double& factor);
     void vRescale(double factor);
 
+protected:
+    // How the reader of a file begins an element, among records that own nothing: with the numbers of common texts.
+    static void Begin(CJOBXlayObjOX& element, unsigned char kind, const CPointD& point, const CPointD& center = {},
+                      unsigned char clockwise = 0) noexcept
+    {
+        element.m_bIsAmongPlain = true;
+        element.m_nKind = kind;
+        element.m_nClockwise = clockwise & 15U;
+        element.m_dCenterX = center.GetX();
+        element.m_dCenterY = center.GetY();
+        element.m_dX = point.GetX();
+        element.m_dY = point.GetY();
+    }
+
 private:
     struct Texts;
-    friend class CFeatureMaker;
 
     Texts& MakeTexts();
 
     int m_nLineNumber = 0;
-    bool m_bIsOfFile = false; // made by the reader of a file, among records that own nothing
+    bool m_bIsAmongPlain = false; // among records that own nothing
     // Numbers of common texts. The last number of each means that the text is in m_pTexts.
     unsigned char m_nKind = 0;
     unsigned char m_nClockwise : 4 = 0;

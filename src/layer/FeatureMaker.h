@@ -53,32 +53,29 @@ public:
     {
         auto line = New<CJOBXlayObjLine>();
         Fill(*line, features_format::kLine, fields, index, properties);
-        line->m_ptStart = PlaceOf(fields.start);
-        line->m_ptEnd = PlaceOf(fields.end);
+        line->SetStartPoint(PointOf(fields.start));
+        line->SetEndPoint(PointOf(fields.end));
         return line;
     }
     std::unique_ptr<CJOBXlayObj> Make(const ArcFields& fields, int index, const CJOBXPropertyArray* properties)
     {
         auto arc = New<CJOBXlayObjArc>();
         Fill(*arc, features_format::kArc, fields, index, properties);
-        arc->m_ptStart = PlaceOf(fields.start);
-        arc->m_ptEnd = PlaceOf(fields.end);
-        arc->m_ptCenter = PlaceOf(fields.center);
-        if (IsOneCharacter(fields.clockwise))
-            arc->m_cClockwise = fields.clockwise.front();
-        else
-            arc->SetClockwise(CString(fields.clockwise));
+        arc->SetStartPoint(PointOf(fields.start));
+        arc->SetEndPoint(PointOf(fields.end));
+        arc->SetCenterPoint(PointOf(fields.center));
+        arc->SetClockwise(CString(fields.clockwise));
         return arc;
     }
     std::unique_ptr<CJOBXlayObj> Make(const PadFields& fields, int index, const CJOBXPropertyArray* properties)
     {
         auto pad = New<CJOBXlayObjPad>();
         Fill(*pad, features_format::kPad, fields, index, properties);
-        pad->m_ptCenter = PlaceOf(fields.center);
-        pad->m_nResizeFlag = fields.resizeFlag;
-        pad->m_dResizeFactor = fields.resizeFactor;
-        pad->m_nOrientation = fields.orientation;
-        pad->m_dAngle = fields.angle;
+        pad->SetCenterPoint(PointOf(fields.center));
+        pad->SetResizeFlag(fields.resizeFlag);
+        pad->SetResizeFactor(fields.resizeFactor);
+        pad->SetOrientation(fields.orientation);
+        pad->SetRotationAngle(fields.angle);
         return pad;
     }
     std::unique_ptr<CJOBXlayObj> Make(const TextFields& fields, int index, const CJOBXPropertyArray* properties)
@@ -136,12 +133,9 @@ public:
     }
     std::unique_ptr<CJOBXlayObjOX> Make(const CurveFields& fields, int lineNumber)
     {
-        auto element = Element(lineNumber, kArc, fields.point);
-        element->m_dCenterX = fields.center.x;
-        element->m_dCenterY = fields.center.y;
-        if (fields.clockwise == "Y" || fields.clockwise == "N")
-            element->m_nClockwise = (fields.clockwise == "Y" ? kClockwise : kCounterClockwise) & 15U;
-        else
+        const unsigned char clockwise = NumberOfDirection(fields.clockwise);
+        auto element = Element(lineNumber, kArc, fields.point, fields.center, clockwise);
+        if (clockwise == 0)
             element->SetClockwise(CString(fields.clockwise));
         return element;
     }
@@ -158,50 +152,61 @@ private:
     static constexpr bool kIsPlain = std::is_same_v<T, CJOBXlayObjLine> || std::is_same_v<T, CJOBXlayObjPad> ||
                                      std::is_same_v<T, CJOBXlayObjArc> || std::is_same_v<T, CJOBXlayObjOX>;
 
+    // What only derived classes may do.
+    struct Feature : CJOBXlayObj
+    {
+        using CJOBXlayObj::IsCharacter;
+
+        static void Begin(CJOBXlayObj& feature, char type, char polarity, const CJOBXPropertyArray* properties,
+                          bool isAmongPlain) noexcept
+        {
+            CJOBXlayObj::Begin(feature, type, polarity, properties, isAmongPlain);
+        }
+    };
+    struct OfContour : CJOBXlayObjOX
+    {
+        static void Begin(CJOBXlayObjOX& element, unsigned char kind, const CPointD& point, const CPointD& center,
+                          unsigned char clockwise) noexcept
+        {
+            CJOBXlayObjOX::Begin(element, kind, point, center, clockwise);
+        }
+    };
+
     // A record of that class with its defaults.
     template <class T>
     std::unique_ptr<T> New()
     {
-        std::unique_ptr<T> record(record_pool::Make<T>(kIsPlain<T> ? m_plain : m_owning, m_properties.get()));
-        if constexpr (kIsPlain<T>)
-            record->m_bIsOfFile = true;
-        return record;
+        return std::unique_ptr<T>(record_pool::Make<T>(kIsPlain<T> ? m_plain : m_owning, m_properties.get()));
     }
 
-    std::unique_ptr<CJOBXlayObjOX> Element(int lineNumber, unsigned char kind, const FeaturePoint& point)
+    std::unique_ptr<CJOBXlayObjOX> Element(int lineNumber, unsigned char kind, const FeaturePoint& point,
+                                           const FeaturePoint& center = {}, unsigned char clockwise = 0)
     {
         auto element = New<CJOBXlayObjOX>();
-        element->m_nLineNumber = lineNumber;
-        element->m_nKind = kind;
-        element->m_dX = point.x;
-        element->m_dY = point.y;
+        OfContour::Begin(*element, kind, PointOf(point), PointOf(center), clockwise);
+        element->SetLineNumber(lineNumber);
         return element;
     }
 
+    // 0 for an uncommon text.
+    static unsigned char NumberOfDirection(std::string_view text) noexcept
+    {
+        if (text == "Y")
+            return kClockwise;
+        return text == "N" ? kCounterClockwise : 0;
+    }
     static CPointD PointOf(const FeaturePoint& point) { return {point.x, point.y}; }
-    static CJOBXlayObj::Place PlaceOf(const FeaturePoint& point) noexcept
-    {
-        CJOBXlayObj::Place place;
-        place.x = point.x;
-        place.y = point.y;
-        return place;
-    }
-    static bool IsOneCharacter(std::string_view text) noexcept
-    {
-        return text.size() == 1 && CJOBXlayObj::IsCharacter(text.front());
-    }
 
-    static void Fill(CJOBXlayObj& feature, char type, const FeatureFields& fields, int index,
+    template <class T>
+    static void Fill(T& feature, char type, const FeatureFields& fields, int index,
                      const CJOBXPropertyArray* properties)
     {
-        feature.m_nLink = reinterpret_cast<std::uintptr_t>(properties);
-        feature.m_nDcode = fields.dcode;
-        feature.m_nSymbol = fields.symbol;
-        feature.m_nIndex = index;
-        feature.m_cType = type;
-        if (IsOneCharacter(fields.polarity))
-            feature.m_cPolarity = fields.polarity.front();
-        else
+        const bool isUsual = fields.polarity.size() == 1 && Feature::IsCharacter(fields.polarity.front());
+        Feature::Begin(feature, type, isUsual ? fields.polarity.front() : 'P', properties, kIsPlain<T>);
+        feature.SetDcode(fields.dcode);
+        feature.SetSymbolNumber(fields.symbol);
+        feature.SetFeatureIndex(index);
+        if (!isUsual)
             feature.SetPolarity(CString(fields.polarity));
     }
 
