@@ -3,6 +3,7 @@
 #include "eda/EdaReader.h"
 #include "foundation/CListFiller.h"
 #include "foundation/CTextCache.h"
+#include "foundation/FieldTexts.h"
 #include "reading/CCheckedRecord.h"
 #include "reading/CFileUnit.h"
 #include "reading/CFirstNames.h"
@@ -239,8 +240,7 @@ private:
         if (text.hasQuotes)
             property->SetKind(JOBXattributeKind::Text);
         CFieldScanner values(text.numbers);
-        for (CString value; values.Text(value);)
-            property->m_arrFurtherValues.Add(value);
+        AddFields(property->m_arrFurtherValues, values, m_cache);
         m_properties->Own(std::move(property));
     }
 
@@ -308,8 +308,7 @@ private:
     {
         CFieldScanner fields(record);
         fields.Skip();
-        for (std::string_view field; fields.Text(field);)
-            parameters.Add(m_cache.Of(field));
+        AddFields(parameters, fields, m_cache);
     }
     void OpenOutline(Open open)
     {

@@ -3,6 +3,7 @@
 #include "foundation/CListFiller.h"
 #include "foundation/CTextCache.h"
 #include "foundation/CTokenScanner.h"
+#include "foundation/FieldTexts.h"
 #include "foundation/KeywordTable.h"
 #include "foundation/framework/Guarded.h"
 
@@ -93,18 +94,6 @@ bool Contains(std::string_view line, std::string_view upperKeyword)
     return false;
 }
 
-void AddFields(EdaReading& reading, CStringArray& texts, CFieldScanner fields)
-{
-    INT_PTR count = 0;
-    std::string_view field;
-    for (CFieldScanner counted = fields; counted.Text(field);)
-        ++count;
-    INT_PTR at = texts.GetSize();
-    texts.SetSize(at + count);
-    for (; fields.Text(field); ++at)
-        texts[at] = reading.textCache.Of(field);
-}
-
 void AddNet(EdaReading& reading, std::string_view line, int number)
 {
     auto net = std::make_unique<CJOBXdataNet>();
@@ -143,7 +132,7 @@ void OnHeader(EdaReading& reading, std::string_view line)
 void OnLayers(EdaReading& reading, std::string_view line)
 {
     reading.inside = Inside::Nothing;
-    AddFields(reading, reading.data.m_arrLayerNames, CFieldScanner(WithoutKeyword(line)));
+    AddFields(reading.data.m_arrLayerNames, CFieldScanner(WithoutKeyword(line)), reading.textCache);
 }
 
 void OnNumberedNet(EdaReading& reading, std::string_view line)
@@ -229,7 +218,7 @@ void OnProperty(EdaReading& reading, std::string_view line)
     property->m_sName = reading.textCache.Of(fields.Token());
     CFieldScanner values(fields.Rest());
     values.Text(property->m_sValue); // quotes are kept, and a quoted text with blanks is split
-    AddFields(reading, property->m_arrFurtherValues, values);
+    AddFields(property->m_arrFurtherValues, values, reading.textCache);
     properties->Own(std::move(property));
 }
 
@@ -290,7 +279,7 @@ void OnAnyOther(EdaReading& reading, std::string_view line)
     CFieldScanner fields(line);
     record->m_nLineNumber = reading.text.LineNumber();
     fields.Text(record->m_sKeyword);
-    AddFields(reading, record->m_arrParameters, fields);
+    AddFields(record->m_arrParameters, fields, reading.textCache);
     outlines->Own(std::move(record));
 }
 

@@ -1,6 +1,7 @@
 #include "foundation/CRecordPool.h"
 
 #include "foundation/CJOBXrecord.h"
+#include "foundation/framework/CArray.h"
 #include "foundation/framework/CException.h"
 
 #include <algorithm>
@@ -60,7 +61,7 @@ char* NextMultiple(char* at, std::size_t to) noexcept
 // An object may stand at each multiple of this: its size is a multiple of the alignment that it needs.
 constexpr std::size_t AlignmentOf(std::size_t size) noexcept
 {
-    return size % 16 == 0 ? 16 : 8;
+    return size % alignof(std::max_align_t) == 0 ? alignof(std::max_align_t) : kRecordAlignment;
 }
 
 // What the thread works on. It counts the records that it deletes in the chunk of the last of them, and tells the chunk
@@ -293,11 +294,24 @@ void record_pool::Released(CRecordChunk& chunk, std::int64_t records) noexcept
         ofThread.FinishDeleting();
 }
 
+void* record_pool::NewBlock(std::size_t size)
+{
+    const std::size_t room = RoundedUp(size, kRecordAlignment);
+    void* const place = ofThread.general.Find(room);
+    ofThread.general.Take(room);
+    return place;
+}
+
+void JobxReturnBlock(void* block) noexcept
+{
+    record_pool::Released(CRecordChunk::Of(block), 1);
+}
+
 void* CJOBXrecord::operator new(std::size_t size)
 {
     if (!kRecordsHaveOwnBlocks && size > kLargestRecord)
         return NewOwnBlock(size);
-    const std::size_t room = RoundedUp(size, 8);
+    const std::size_t room = RoundedUp(size, kRecordAlignment);
     void* const place = ofThread.general.FindAligned(room, AlignmentOf(room));
     ofThread.general.Take(room);
     return place;

@@ -1,5 +1,5 @@
-// Where the records of a job lie: side by side in chunks, so that making and destroying one costs next to nothing and
-// no bytes are spent between them.
+// Where the records of a job lie, and the short lists in them: side by side in chunks, so that making and destroying one
+// costs next to nothing and no bytes are spent between them.
 //
 // A chunk is a block of memory: a header, then pages. A page begins at a multiple of kRecordPage with the address of
 // its chunk, so that a record's address leads there. The chunk is freed as a whole when the last of its records is
@@ -133,8 +133,12 @@ private:
     static constexpr std::size_t kSmallestChunk = std::size_t{8} * 1024;
 };
 
+// Of the sizes and addresses of all records.
+inline constexpr std::size_t kRecordAlignment = 8;
 // What is larger than this has a block of its own.
 inline constexpr std::size_t kLargestRecord = 1024;
+// A list of more bytes has a block of its own, of which the allocator takes little.
+inline constexpr std::size_t kLargestBlock = 256;
 
 // The chunks of this thread and what happens to records.
 namespace record_pool
@@ -165,7 +169,7 @@ T* Construct(CRecordRoom& room, void* place)
 template <class T>
 T* Make(CRecordRoom& room, CRecordKeep* keep)
 {
-    static_assert(alignof(T) <= alignof(double) && sizeof(T) <= kLargestRecord && sizeof(T) % alignof(double) == 0);
+    static_assert(alignof(T) <= kRecordAlignment && sizeof(T) <= kLargestRecord && sizeof(T) % kRecordAlignment == 0);
     void* const place = room.Find(sizeof(T));
     room.Take(sizeof(T));
     if (keep != nullptr && !room.Chunk()->KeptLast(*keep))
@@ -178,6 +182,25 @@ T* Make(CRecordRoom& room, CRecordKeep* keep)
 
 // That many records of the chunk are gone.
 void Released(CRecordChunk& chunk, std::int64_t records) noexcept;
+
+// Room of that size among the records that this thread makes with `new`; JobxReturnBlock takes it back.
+void* NewBlock(std::size_t size);
+
+// Lets an array without elements put so many there, if they are few enough.
+template <class Array>
+void MakeRoom(Array& array, std::ptrdiff_t count)
+{
+    struct Open : Array
+    {
+        static void UseBlock(Array& opened, void* block, std::ptrdiff_t capacity)
+        {
+            Array::UseBlock(opened, block, capacity);
+        }
+    };
+    const std::size_t size = static_cast<std::size_t>(count) * sizeof *array.GetData();
+    if (array.GetData() == nullptr && size - 1 < kLargestBlock)
+        Open::UseBlock(array, NewBlock(size), count);
+}
 
 // Whether a record of a host's may have a block of its own somewhere.
 bool AreThereOwnBlocks() noexcept;

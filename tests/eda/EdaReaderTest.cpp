@@ -423,6 +423,22 @@ TEST(EdaReader, UnknownLinesBecomeOutlinesInsidePackagesAndPinsOnly)
     EXPECT_EQ(Described("PKG P 1 0 0 1 1\nLYR l\nCR 1\n"), "layers [l]\npackage -1 [P] 1 from 0,0 to 1,1\n");
 }
 
+TEST(EdaReader, OutlineKeepsEveryFieldHoweverManyThereAre)
+{
+    for (const int count : {7, 8, 9, 31, 33, 500})
+    {
+        std::string line = "XY";
+        std::string expected = "package -1 [P] 1 from 0,0 to 1,1\n  @2 [XY]";
+        for (int i = 0; i < count; ++i)
+        {
+            const std::string field = std::to_string(10'000'000 * (i % 3) + i);
+            line += ' ' + field;
+            expected += " [" + field + ']';
+        }
+        EXPECT_EQ(Described("PKG P 1 0 0 1 1\n" + line + '\n'), expected + '\n') << count;
+    }
+}
+
 TEST(EdaReader, CommentThatHoldsANumberWithoutBeginningWithItIsAnOutline)
 {
     EXPECT_EQ(Described("#note # PKG 5\n"), "");

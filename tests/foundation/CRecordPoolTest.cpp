@@ -2,6 +2,8 @@
 #include "foundation/CRecordPool.h"
 
 #include "foundation/CJOBXrecord.h"
+#include "foundation/corekit/CArrayN.h"
+#include "foundation/framework/CStringArray.h"
 
 #include <gtest/gtest.h>
 
@@ -76,6 +78,23 @@ std::vector<Record*> MakePlain(int count, CRecordKeep* keep = nullptr)
     for (int i = 0; i < count; ++i)
         records.push_back(record_pool::Make<Record>(record_pool::PlainRoom(), keep));
     return records;
+}
+
+// A list of the numbers from 1 on that lies beside the records of a thread that has ended. They keep `keep`, and so does
+// the list alone.
+void FillAlone(CArrayN& numbers, int count, Kept* keep)
+{
+    std::thread(
+        [&]
+        {
+            const std::unique_ptr<Record> record(new Record);
+            record_pool::MakeRoom(numbers, count);
+            CRecordChunk::Of(kRecordsHaveOwnBlocks ? static_cast<void*>(numbers.GetData()) : record.get()).Keep(*keep);
+            for (int i = 1; i <= count; ++i)
+                numbers.Add(i);
+            keep->Release();
+        })
+        .join();
 }
 
 void Delete(const std::vector<Record*>& records)
@@ -267,4 +286,66 @@ TEST(RecordPool, WhatAThreadFillsAndCountsIsClosedWhenItEnds)
     EXPECT_TRUE(isGone);
     Delete(others);
     EXPECT_TRUE(areOthersGone);
+}
+
+TEST(RecordPool, AShortListLiesAmongTheRecordsUntilItIsEmptied)
+{
+    bool isGone = false;
+    CArrayN numbers;
+    FillAlone(numbers, 5, new Kept(isGone));
+    EXPECT_FALSE(isGone);
+    ASSERT_EQ(numbers.GetSize(), 5);
+    EXPECT_EQ(numbers[4], 5);
+    numbers.RemoveAll();
+    EXPECT_TRUE(isGone);
+    EXPECT_EQ(numbers.Add(7), 0);
+    EXPECT_EQ(numbers[0], 7);
+}
+
+TEST(RecordPool, AListThatGrowsMovesOutFromAmongTheRecords)
+{
+    bool isGone = false;
+    CArrayN numbers;
+    FillAlone(numbers, 3, new Kept(isGone));
+    numbers.Add(4);
+    EXPECT_TRUE(isGone);
+    ASSERT_EQ(numbers.GetSize(), 4);
+    for (int i = 0; i < 4; ++i)
+        EXPECT_EQ(numbers[i], i + 1);
+}
+
+TEST(RecordPool, AListThatIsSwappedTakesItsPlaceAlong)
+{
+    bool isGone = false;
+    CArrayN numbers;
+    FillAlone(numbers, 3, new Kept(isGone));
+    CArrayN others;
+    others.Add(9);
+    others.Swap(numbers);
+    numbers.RemoveAll();
+    EXPECT_FALSE(isGone);
+    EXPECT_EQ(others[2], 3);
+    others.FreeExtra();
+    EXPECT_FALSE(isGone);
+    others.SetSize(1);
+    others.FreeExtra();
+    EXPECT_TRUE(isGone);
+    EXPECT_EQ(others[0], 1);
+}
+
+TEST(RecordPool, ALongListOrOneThatHasABlockStaysOutside)
+{
+    const std::unique_ptr<Record> record(new Record);
+    CStringArray texts;
+    texts.Add("a");
+    const CString* const data = texts.GetData();
+    record_pool::MakeRoom(texts, 3);
+    EXPECT_EQ(texts.GetData(), data);
+    CArrayN numbers;
+    record_pool::MakeRoom(numbers, static_cast<std::ptrdiff_t>(kLargestBlock / sizeof(int)) + 1);
+    EXPECT_EQ(numbers.GetData(), nullptr);
+    record_pool::MakeRoom(numbers, 0);
+    EXPECT_EQ(numbers.GetData(), nullptr);
+    record_pool::MakeRoom(numbers, static_cast<std::ptrdiff_t>(kLargestBlock / sizeof(int)));
+    EXPECT_NE(numbers.GetData(), nullptr);
 }

@@ -13,6 +13,9 @@
 #include <type_traits>
 #include <utility>
 
+// Takes back a block that the library gave to an array for its elements.
+JOBX_API void JobxReturnBlock(void* block) noexcept;
+
 // The framework's growable array: elements of TYPE in one contiguous block, passed as ARG_TYPE.
 // Ownership: deletes its buffer, but never the objects that its elements point to.
 // Growth:    appending to a full array adds size/8 elements, at least 4 and at most 1024, or the step of SetSize, which
@@ -80,11 +83,11 @@ public:
     // Removes every element and frees the buffer.
     void RemoveAll()
     {
+        if (m_pData == nullptr)
+            return;
         std::destroy(m_pData, m_pData + m_nSize);
-        std::free(m_pData);
-        m_pData = nullptr;
+        ReplaceBlock(nullptr, 0);
         m_nSize = 0;
-        m_nMaxSize = 0;
     }
 
     // The element at that index, to read or change; SetAt replaces it. A bad index raises CInvalidArgException.
@@ -231,22 +234,34 @@ protected:
         std::swap(m_nSize, other.m_nSize);
         const INT_PTR capacity = m_nMaxSize; // no reference can be bound to a bit field
         const INT_PTR step = m_nGrowBy;
+        const auto isLent = m_nIsLent;
         m_nMaxSize = other.m_nMaxSize;
         m_nGrowBy = other.m_nGrowBy;
+        m_nIsLent = other.m_nIsLent;
         other.m_nMaxSize = capacity & kLargestCapacity;
         other.m_nGrowBy = step & kLargestStep;
+        other.m_nIsLent = isLent & 1U;
+    }
+
+    // Makes an array without a block use this one, which has room for `capacity` elements. JobxReturnBlock takes it back.
+    static void UseBlock(CArray& array, void* block, INT_PTR capacity) noexcept
+    {
+        array.m_pData = static_cast<TYPE*>(block);
+        array.m_nMaxSize = capacity & kLargestCapacity;
+        array.m_nIsLent = 1;
     }
 
     TYPE* m_pData = nullptr;
     INT_PTR m_nSize = 0;
-    // Both in one word, because a job has very many small arrays.
-    INT_PTR m_nMaxSize : 40 = 0;
+    // All in one word, because a job has very many small arrays.
+    INT_PTR m_nMaxSize : 39 = 0;
     INT_PTR m_nGrowBy : 24 = 0;
+    ULONGLONG m_nIsLent : 1 = 0; // whether JobxReturnBlock takes the block, not std::free
 
 private:
     static constexpr INT_PTR kMinGrow = 4;
     static constexpr INT_PTR kMaxGrow = 1024;
-    static constexpr INT_PTR kLargestCapacity = (INT_PTR{1} << 39U) - 1; // what the members above can hold
+    static constexpr INT_PTR kLargestCapacity = (INT_PTR{1} << 38U) - 1; // what the members above can hold
     static constexpr INT_PTR kLargestStep = (INT_PTR{1} << 23U) - 1;
 
     INT_PTR GrownCapacity(INT_PTR needed) const
@@ -265,26 +280,43 @@ private:
             AfxThrowMemoryException();
         const auto bytes = static_cast<std::size_t>(capacity) * sizeof(TYPE);
         if constexpr (std::is_trivially_copyable_v<TYPE>)
-        {
-            // The system moves large blocks page by page, so small growth steps are cheap.
-            auto* const block = static_cast<TYPE*>(std::realloc(static_cast<void*>(m_pData), bytes));
-            if (block == nullptr)
-                AfxThrowMemoryException();
-            m_pData = block;
-        }
-        else
-        {
-            std::unique_ptr<void, void (*)(void*)> memory(std::malloc(bytes), std::free);
-            if (memory == nullptr)
-                AfxThrowMemoryException();
-            auto* const block = static_cast<TYPE*>(memory.get());
-            std::uninitialized_move(m_pData, m_pData + m_nSize, block); // may raise; then nothing has changed
-            std::destroy(m_pData, m_pData + m_nSize);
-            std::free(m_pData);
-            m_pData = block;
-            memory.release(); // NOLINT(bugprone-unused-return-value): m_pData now owns the block
-        }
+            if (m_nIsLent == 0)
+                return ExtendBlock(bytes, capacity);
+        MoveToNewBlock(bytes, capacity);
+    }
+
+    // The system moves large blocks page by page, so small growth steps are cheap.
+    void ExtendBlock(std::size_t bytes, INT_PTR capacity)
+    {
+        auto* const block = static_cast<TYPE*>(std::realloc(static_cast<void*>(m_pData), bytes));
+        if (block == nullptr)
+            AfxThrowMemoryException();
+        m_pData = block;
         m_nMaxSize = capacity & kLargestCapacity;
+    }
+
+    void MoveToNewBlock(std::size_t bytes, INT_PTR capacity)
+    {
+        std::unique_ptr<void, void (*)(void*)> memory(std::malloc(bytes), std::free);
+        if (memory == nullptr)
+            AfxThrowMemoryException();
+        auto* const block = static_cast<TYPE*>(memory.get());
+        std::uninitialized_move(m_pData, m_pData + m_nSize, block); // may raise; then nothing has changed
+        std::destroy(m_pData, m_pData + m_nSize);
+        memory.release(); // NOLINT(bugprone-unused-return-value): m_pData is going to own the block
+        ReplaceBlock(block, capacity);
+    }
+
+    // Frees the block, whose elements are gone, and owns that one instead.
+    void ReplaceBlock(TYPE* block, INT_PTR capacity) noexcept
+    {
+        if (m_nIsLent != 0)
+            JobxReturnBlock(m_pData);
+        else
+            std::free(m_pData);
+        m_pData = block;
+        m_nMaxSize = capacity & kLargestCapacity;
+        m_nIsLent = 0;
     }
 
     // Makes room before `index`, which is at most the size.
