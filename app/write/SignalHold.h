@@ -4,8 +4,8 @@
 #include <vector>
 
 // While it lives, delays the signals that end the process unless handled, so that work that leaves files behind is
-// finished or undone first. The destructor lets the last delayed signal take effect. Signals of a crash, such as SIGSEGV, and
-// those that the process ignores are left alone.
+// finished or undone first. The destructor lets the last delayed signal take effect. Signals of a crash, such as
+// SIGSEGV, and those that the process ignores are left alone.
 // Threads:   only one at a time may exist, in the thread that made it.
 class SignalHold
 {
