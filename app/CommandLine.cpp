@@ -36,8 +36,8 @@ Examples:
   jobx diff board newer                what differs between two jobs
   jobx write board -o out              the job as the library writes it, in out/board
 
-A job is a directory; unpack an archive (.tgz, .zip) first. Reading unpacks compressed user symbols in place: a file
-"features" appears beside symbols/NAME/features.Z. Nothing else in the job changes.
+A job is a directory; unpack an archive (.tgz, .zip) first. Reading changes nothing in it, except with --legacy and for
+write: they unpack compressed user symbols in place, so a file "features" appears beside symbols/NAME/features.Z.
 
 Data goes to standard output; messages and the progress line go to standard error.
 
@@ -47,6 +47,7 @@ Exit codes:
   2  wrong usage, or a step that the job does not have
   3  the input cannot be read
   4  the output cannot be written
+  5  with --strict: the job has errors
   70 an internal error
   71 out of memory
 

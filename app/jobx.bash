@@ -3,10 +3,10 @@
 
 _jobx_options() {
     case $1 in
-    info) echo "--compact --follow-links --help --json --max-entries --quiet --step --steps --sysattr" ;;
-    nets | components | packages | panel) echo "--csv --follow-links --help --json --max-entries --quiet --step --steps" ;;
-    json) echo "--follow-links --help --latin1 --max-entries --quiet --step --steps --sysattr" ;;
-    diff) echo "--follow-links --help --ignore-line-numbers --json --max-entries --quiet --tolerance" ;;
+    info) echo "--compact --follow-links --help --json --legacy --max-entries --messages --quiet --step --steps --strict --sysattr" ;;
+    nets | components | packages | panel) echo "--csv --follow-links --help --json --legacy --max-entries --messages --quiet --step --steps --strict" ;;
+    json) echo "--follow-links --help --latin1 --legacy --max-entries --messages --quiet --step --steps --strict --sysattr" ;;
+    diff) echo "--follow-links --help --ignore-line-numbers --json --legacy --max-entries --messages --quiet --strict --tolerance" ;;
     write) echo "--allow-incomplete --follow-links --force --help --max-entries --name --no-eda --output --quiet --rebuild-steps --scale --step --steps" ;;
     *) echo "--help --version" ;;
     esac
@@ -32,6 +32,10 @@ _jobx() {
 
     case $before in
     --scale | --tolerance | --name | --max-entries)
+        return
+        ;;
+    --messages)
+        mapfile -t COMPREPLY < <(compgen -W "all none" -- "$current")
         return
         ;;
     --sysattr)

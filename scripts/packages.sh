@@ -1,7 +1,7 @@
 # Installs what the scripts need on a Debian system. Meant to be sourced.
 # shellcheck shell=bash disable=SC2034
 
-JOBX_BUILD_PACKAGES=(g++ cmake ninja-build libcli11-dev libfmt-dev rapidjson-dev)
+JOBX_BUILD_PACKAGES=(g++ cmake ninja-build libcli11-dev libfmt-dev rapidjson-dev zlib1g-dev)
 JOBX_TEST_PACKAGES=(libgtest-dev libgmock-dev libbenchmark-dev ncompress locales python3 python3-jsonschema)
 JOBX_BENCH_PACKAGES=(libbenchmark-dev)
 JOBX_CHECK_PACKAGES=(binutils clang-14 clang-format-14 clang-tidy-14 cppcheck doxygen libclang-rt-14-dev libomp-14-dev

@@ -64,7 +64,28 @@ bool HasValues(const DiffExample& example)
     return !std::holds_alternative<std::monostate>(example.a) || !std::holds_alternative<std::monostate>(example.b);
 }
 
-void PrintText(const DiffCollector& collector)
+// Errors of reading; what they hide could not be compared.
+struct ReadErrors
+{
+    std::int64_t a = 0;
+    std::int64_t b = 0;
+};
+
+std::string ErrorsOf(const char* job, std::int64_t count)
+{
+    return count == 0 ? "" : fmt::format("{} has {} error{}", job, count, count == 1 ? "" : "s");
+}
+
+void PrintErrors(Output& output, const ReadErrors& errors)
+{
+    const std::string a = ErrorsOf("A", errors.a);
+    const std::string b = ErrorsOf("B", errors.b);
+    if (a.empty() && b.empty())
+        return;
+    output.Write(fmt::format("{}{}{}: some of it could not be compared\n", a, !a.empty() && !b.empty() ? ", " : "", b));
+}
+
+void PrintText(const DiffCollector& collector, const ReadErrors& errors)
 {
     Output output;
     for (const DiffGroup& group : collector.Groups())
@@ -88,6 +109,7 @@ void PrintText(const DiffCollector& collector)
         output.Write(fmt::format("{} difference{} in {} place{}\n", collector.Differences(),
                                  collector.Differences() == 1 ? "" : "s", collector.Places(),
                                  collector.Places() == 1 ? "" : "s"));
+    PrintErrors(output, errors);
     output.Flush();
 }
 
@@ -126,7 +148,7 @@ void WriteGroup(JsonOutput& json, const DiffGroup& group)
         });
 }
 
-void PrintJson(const DiffOptions& options, const DiffCollector& collector)
+void PrintJson(const DiffOptions& options, const DiffCollector& collector, const ReadErrors& errors)
 {
     Output output;
     JsonOutput json(output, TextBytes::Utf8OrLatin1);
@@ -137,6 +159,11 @@ void PrintJson(const DiffOptions& options, const DiffCollector& collector)
             json.Member("b", std::string_view(options.jobB));
             json.Member("differences", collector.Differences());
             json.Member("places", collector.Places());
+            if (options.read.way == JOBXway::Complete)
+            {
+                json.Member("errorsInA", errors.a);
+                json.Member("errorsInB", errors.b);
+            }
             json.ArrayMember("groups",
                              [&]
                              {
@@ -159,15 +186,20 @@ ExitCode PrintDiff(const DiffOptions& options)
 {
     ReadOptions read = options.read;
     read.jobPath = options.jobA;
-    const std::unique_ptr<CJOBX> a = ReadGoodJob(read);
+    const ReadJob a = ReadGoodJobDirectory(read);
     read.jobPath = options.jobB;
-    const std::unique_ptr<CJOBX> b = ReadGoodJob(read);
+    const ReadJob b = ReadGoodJobDirectory(read);
     DiffCollector collector;
-    CompareJobs(collector, *a, *b, options.rules);
+    CompareJobs(collector, *a.job, *b.job, options.rules);
+    const ReadErrors errors{a.errors, b.errors};
     if (options.json)
-        PrintJson(options, collector);
+        PrintJson(options, collector, errors);
     else
-        PrintText(collector);
+        PrintText(collector, errors);
+    read.jobPath = options.jobA;
+    CheckStrictly(read, a);
+    read.jobPath = options.jobB;
+    CheckStrictly(read, b);
     return collector.Differences() == 0 ? ExitCode::Done : ExitCode::Different;
 }
 } // namespace
@@ -179,6 +211,7 @@ void AddDiffCommand(CLI::App& app, ExitCode& answer)
     command.add_option("A", options->jobA, "The directory of the first job")->required()->type_name("");
     command.add_option("B", options->jobB, "The directory of the second job")->required()->type_name("");
     AddReading(command, options->read);
+    AddWay(command, options->read);
     command
         .add_option_function<std::string>(
             "--tolerance", [options](const std::string& text) { options->rules.tolerance = ToleranceIn(text); },

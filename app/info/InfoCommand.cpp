@@ -21,18 +21,19 @@ struct InfoOptions
 
 void PrintInfo(const InfoOptions& options)
 {
-    const std::unique_ptr<CJOBX> job = ReadGoodJob(options.read);
+    const ReadJob read = ReadGoodJobDirectory(options.read);
     Output output;
     if (options.compact)
     {
-        PrintCompactInfo(output, *job, options.json);
+        PrintCompactInfo(output, *read.job, options.json);
         return;
     }
-    const JobSummary summary(*job);
+    const JobSummary summary(*read.job);
     if (options.json)
         PrintInfoJson(output, summary);
     else
         PrintInfoText(output, summary);
+    CheckStrictly(options.read, read);
 }
 } // namespace
 
@@ -40,10 +41,20 @@ void AddInfoCommand(CLI::App& app)
 {
     const auto options = std::make_shared<InfoOptions>();
     CLI::App& command = AddJobCommand(app, "info", "Prints a summary of the job", options->read);
+    AddWay(command, options->read);
     AddSteps(command, options->read.steps);
     AddSystemAttributes(command, options->read);
     command.add_flag("--json", options->json, "As a JSON document");
-    command.add_flag("--compact", options->compact,
-                     "Show the compact model of each step instead, before and after its conversion to inches");
-    command.callback([options] { PrintInfo(*options); });
+    command
+        .add_flag("--compact", options->compact,
+                  "Show the compact model of each step instead, before and after its conversion to inches; reads as "
+                  "--legacy does")
+        ->excludes("--strict");
+    command.callback(
+        [options]
+        {
+            if (options->compact)
+                options->read.way = JOBXway::Classic;
+            PrintInfo(*options);
+        });
 }

@@ -30,6 +30,7 @@ void PrintJob(const JsonOptions& options)
     json.Finish();
     if (read.result == 0)
         throw ExitError(ExitCode::UnreadableInput, read.problem);
+    CheckStrictly(options.read, read);
 }
 } // namespace
 
@@ -38,6 +39,7 @@ void AddJsonCommand(CLI::App& app)
     const auto options = std::make_shared<JsonOptions>();
     CLI::App& command =
         AddJobCommand(app, "json", "Prints everything as one JSON document (see docs/job.schema.json)", options->read);
+    AddWay(command, options->read);
     AddSteps(command, options->read.steps);
     AddSystemAttributes(command, options->read);
     command.add_flag("--latin1", options->latin1,

@@ -34,6 +34,12 @@ unsigned long long EntriesIn(const std::string& text)
         RaiseWrongUsage(fmt::format("--max-entries needs a whole number from 1, not \"{}\"", Printable(text)));
     return entries;
 }
+ShownMessages MessagesIn(const std::string& text)
+{
+    if (text != "all" && text != "none")
+        RaiseWrongUsage(fmt::format("--messages needs \"all\" or \"none\", not \"{}\"", Printable(text)));
+    return text == "all" ? ShownMessages::All : ShownMessages::None;
+}
 } // namespace
 
 void RaiseWrongUsage(const std::string& message)
@@ -75,6 +81,21 @@ void AddReading(CLI::App& command, ReadOptions& read)
             "--max-entries", [&read](const std::string& text) { read.maxEntries = EntriesIn(text); },
             "The most files and directories in one listing, 1000000 by default")
         ->type_name("N");
+}
+
+void AddWay(CLI::App& command, ReadOptions& read)
+{
+    read.way = JOBXway::Complete;
+    CLI::Option* const legacy = command.add_flag_callback(
+        "--legacy", [&read] { read.way = JOBXway::Classic; },
+        "Read like the library by default and like earlier versions: less of the job, no messages");
+    command
+        .add_option_function<std::string>(
+            "--messages", [&read](const std::string& text) { read.messages = MessagesIn(text); },
+            "Which messages about the job: all or none, instead of the ten most serious")
+        ->type_name("WHICH");
+    command.add_flag("--strict", read.strict, "Exit with 5 if the job has errors, after printing what was read")
+        ->excludes(legacy);
 }
 
 void AddSteps(CLI::App& command, std::vector<std::string>& steps)

@@ -34,6 +34,10 @@ CLI::App& AddJobCommand(CLI::App& app, const char* name, const char* about, Read
 // How jobs are read and reported. Every command that reads a job has these options.
 void AddReading(CLI::App& command, ReadOptions& read);
 
+// Whether the job is read completely or as before, and what its faults do. Every command has these options, except one
+// that needs the classic way.
+void AddWay(CLI::App& command, ReadOptions& read);
+
 // The steps; --step and --steps are two names of one option.
 void AddSteps(CLI::App& command, std::vector<std::string>& steps);
 

@@ -12,6 +12,7 @@ enum class ExitCode
     WrongUsage = 2,
     UnreadableInput = 3,
     UnwritableOutput = 4,
+    FaultyJob = 5, // with --strict only
     InternalError = 70,
     OutOfMemory = 71,
 };

@@ -74,7 +74,8 @@ void AddStep(Table& table, const CJOBXstepObj& step, const std::vector<Placement
 
 void PrintPanel(const PanelOptions& options)
 {
-    const std::unique_ptr<CJOBX> job = ReadGoodJob(options.read);
+    const ReadJob read = ReadGoodJobDirectory(options.read);
+    const CJOBX* const job = read.job.get();
     Table table(HeadsOf(std::span<const ColumnOf<PlacementRow>>(kPanelColumns)));
     std::set<std::string> unknown;
     std::int64_t room = kMaxPlacements;
@@ -91,6 +92,7 @@ void PrintPanel(const PanelOptions& options)
         PrintWarning(fmt::format("step \"{}\" is repeated but not in the job", name));
     Output output;
     table.Print(output, options.form);
+    CheckStrictly(options.read, read);
 }
 } // namespace
 
@@ -98,6 +100,7 @@ void AddPanelCommand(CLI::App& app)
 {
     const auto options = std::make_shared<PanelOptions>();
     CLI::App& command = AddJobCommand(app, "panel", "Prints the positions of repeated steps as a table", options->read);
+    AddWay(command, options->read);
     AddSteps(command, options->steps);
     AddTableForms(command, options->form);
     command.footer(kPanelFooter);

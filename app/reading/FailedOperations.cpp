@@ -2,6 +2,7 @@
 
 #include "output/Messages.h"
 #include "output/Text.h"
+#include "reading/Files.h"
 #include "reading/InsideJob.h"
 
 #include <fmt/core.h>
@@ -66,10 +67,30 @@ std::vector<std::string> FailedOperations::Lines() const
     return lines;
 }
 
+bool FailedOperations::HaveReported(const CString& directory, std::string_view text) const
+{
+    const CString lower = MakeLower(CString(text));
+    return std::any_of(m_first.begin(), m_first.end(),
+                       [&](const CKDiagnostic& diagnostic)
+                       {
+                           const CString above = Files().GetSegmntFromFilePath(diagnostic.path, 1);
+                           const CString name = Files().GetSegmntFromFilePath(diagnostic.path, 2);
+                           const std::string quoted = '"' + std::string(MakeLower(name).View()) + '"';
+                           return diagnostic.systemError != ENOENT &&
+                                  (diagnostic.path == directory ||
+                                   (above == directory && lower.Find(quoted.c_str()) >= 0));
+                       });
+}
+
 void FailedOperations::Forget(const CString& path)
 {
     std::erase_if(m_first, [&](const CKDiagnostic& diagnostic)
                   { return diagnostic.path == path && diagnostic.systemError == ENOENT; });
+}
+
+void FailedOperations::ForgetAll(const CString& path)
+{
+    std::erase_if(m_first, [&](const CKDiagnostic& diagnostic) { return diagnostic.path == path; });
 }
 
 void FailedOperations::PrintWarnings() const

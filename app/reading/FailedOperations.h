@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <set>
 #include <string>
+#include <string_view>
 #include <tuple>
 #include <vector>
 
@@ -25,8 +26,12 @@ public:
     void OnDiagnostic(const CKDiagnostic& diagnostic) override;
     // The collected failures as lines, and the number of those beyond the limit.
     std::vector<std::string> Lines() const;
+    // Whether an operation failed on that directory, or on an entry of it whose name is quoted in the text.
+    bool HaveReported(const CString& directory, std::string_view text) const;
     // Drops the failure to find an entry at exactly that path, because another message reports it.
     void Forget(const CString& path);
+    // Drops every failure on exactly that path, for the same reason.
+    void ForgetAll(const CString& path);
     // Prints these lines.
     void PrintWarnings() const;
     // The system's reason for the first failure on exactly that path; "" if there is none, or if no such entry exists.

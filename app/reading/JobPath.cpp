@@ -2,6 +2,7 @@
 
 #include "output/ExitError.h"
 #include "output/Text.h"
+#include "reading/UnreadableFile.h"
 
 #include <fmt/core.h>
 
@@ -125,7 +126,7 @@ std::string NamedJobPath(const std::string& path)
     return error ? path : full.string();
 }
 
-std::string ProblemOfJob(const std::string& path, const FailedOperations& failed)
+std::string ProblemOfJob(const std::string& path, const FailedOperations& failed, JOBXway way)
 {
     const CKUtility* const files = CKUtility::GetInstance();
     const auto missing = [&](const char* what, const CString& place)
@@ -142,6 +143,11 @@ std::string ProblemOfJob(const std::string& path, const FailedOperations& failed
     if (!files->DoesFileOrDirExist(matrix))
         return missing("directory \"matrix\"", matrix);
     const CString file = files->FindPath(matrix, "matrix");
+    // Complete reading reports no failed operation for an entry that is no file.
+    std::error_code ignored;
+    if (way == JOBXway::Complete && !files->DoesFileExist(file) && failed.ReasonFor(file).empty() &&
+        fs::exists(fs::symlink_status(std::string(file.View()), ignored)))
+        return fmt::format("cannot read {}: it {}", Quoted(file.View()), ReasonNotToRead(file));
     if (!files->DoesFileExist(file))
         return missing("file \"matrix/matrix\"", file);
     const std::string told = failed.ReasonFor(file);

@@ -15,4 +15,4 @@ void CheckAttributeFile(const std::string& path);
 std::string NamedJobPath(const std::string& path);
 
 // Why the library did not accept a directory as a job, in one line.
-std::string ProblemOfJob(const std::string& path, const FailedOperations& failed);
+std::string ProblemOfJob(const std::string& path, const FailedOperations& failed, JOBXway way);

@@ -4,6 +4,7 @@
 #include "output/Messages.h"
 #include "output/NearestName.h"
 #include "output/Text.h"
+#include "reading/GzipExpander.h"
 #include "reading/InsideJob.h"
 #include "reading/JobPath.h"
 #include "reading/MissingParts.h"
@@ -129,16 +130,23 @@ int Read(CJOBX& job, const std::vector<std::string>& wanted, CStringArray& names
     return job.ParseODBOfMFC(path, names);
 }
 
-void ReadFromInside(ReadJob& read, const ReadOptions& options, const std::string& path, FailedOperations& failed)
+void ReadFromInside(ReadJob& read, const ReadOptions& options, const std::string& path, FailedOperations& failed,
+                    ReadingMessages& messages)
 {
     const InsideJob inside(path);
     CStringArray names;
+    GzipExpander expander;
+    CJOBXreading reading{options.way, &messages, &expander};
+    if (options.messages == ShownMessages::All)
+        reading.nMessagesPerCode = 0;
     {
         const ProgressReport progress(*read.job, options.quiet);
+        read.job->SetReading(reading);
         read.result = Read(*read.job, options.steps, names);
+        read.job->SetReading({});
     }
     if (read.result != 0)
-        read.missing = FindMissingParts(*read.job, names, path, failed);
+        read.missing = FindMissingParts(*read.job, names, path, failed, reading.IsComplete() ? &messages : nullptr);
 }
 } // namespace
 
@@ -156,13 +164,17 @@ ReadJob ReadJobDirectory(const ReadOptions& options)
         ReadAttributeFile(*read.job, options.sysAttrFile);
     const ReadLimits limits(path, options.followLinks, options.maxEntries);
     failed.NameAsIn(path);
-    ReadFromInside(read, options, path, failed);
+    ReadingMessages messages;
+    ReadFromInside(read, options, path, failed, messages);
     NameAsOutside(*read.job, path);
     if (read.result == 0)
     {
-        read.problem = ProblemOfJob(path, failed);
+        read.problem = ProblemOfJob(path, failed, options.way);
         return read;
     }
+    messages.Share(path, failed);
+    messages.Print(path, options.messages, !options.quiet);
+    read.errors = messages.ErrorCount();
     PrintMissing(read.missing);
     failed.PrintWarnings();
     const std::vector<std::string> lines = failed.Lines();
@@ -178,9 +190,11 @@ ReadJob ReadGoodJobDirectory(const ReadOptions& options)
     return read;
 }
 
-std::unique_ptr<CJOBX> ReadGoodJob(const ReadOptions& options)
+void CheckStrictly(const ReadOptions& options, const ReadJob& read)
 {
-    return std::move(ReadGoodJobDirectory(options).job);
+    if (options.strict && read.errors > 0)
+        throw ExitError(ExitCode::FaultyJob, fmt::format("{} has {} error{} (--strict)", Quoted(options.jobPath),
+                                                         read.errors, read.errors == 1 ? "" : "s"));
 }
 
 std::vector<const CJOBXstepObj*> StepsNamed(const CJOBX& job, const std::vector<std::string>& names)

@@ -3,12 +3,11 @@
 #include "output/Text.h"
 #include "reading/Files.h"
 #include "reading/InsideJob.h"
+#include "reading/UnreadableFile.h"
 
 #include <fmt/core.h>
 
 #include <algorithm>
-#include <cerrno>
-#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <initializer_list>
@@ -46,24 +45,6 @@ bool IsBrokenLink(const CString& path)
     return IsThere(path) && fs::status(std::string(path.View()), error).type() == fs::file_type::not_found;
 }
 
-// Why an existing file cannot be read, "" if it can.
-std::string ReasonNotToRead(const CString& path)
-{
-    const std::string name(path.View());
-    std::error_code error;
-    const fs::file_type type = fs::status(name, error).type();
-    if (type == fs::file_type::not_found)
-        return "is a broken link";
-    if (!error && type != fs::file_type::regular)
-        return "is not a regular file";
-    errno = 0;
-    std::FILE* const file = error ? nullptr : std::fopen(name.c_str(), "rb");
-    if (file == nullptr)
-        return "cannot be read: " + (error ? error : std::error_code(errno, std::generic_category())).message();
-    std::fclose(file);
-    return "";
-}
-
 // What is wrong with an existing file, "" if nothing is.
 std::string ProblemOfFile(const CString& path)
 {
@@ -89,12 +70,59 @@ bool HasOpenBlock(const CString& path)
     return isOpen;
 }
 
+// Places, as seen from inside the job, that messages of complete reading are about.
+class ToldPlaces
+{
+public:
+    explicit ToldPlaces(const ReadingMessages* messages)
+    {
+        if (messages == nullptr)
+            return;
+        for (const CJOBXmessage& message : messages->List())
+            Take(message.kind->code, message.kind->severity, Key(message.file));
+    }
+
+    // Whether a message says that this is missing or cannot be read.
+    bool HasAbsence(const CString& path) const
+    {
+        return m_absent.contains(Key(path)) ||
+               (!Files().IsDir(path) && m_incomplete.contains(Key(Files().GetSegmntFromFilePath(path, 1))));
+    }
+    // Whether a message says that the directory lacks one that the matrix names.
+    bool HasIncomplete(const CString& directory) const { return m_incomplete.contains(Key(directory)); }
+    // Whether a message says that something in the file is wrong.
+    bool HasFault(const CString& path) const { return m_faulty.contains(Key(path)); }
+
+private:
+    static CString Key(const CString& path)
+    {
+        const CString below = path.View().starts_with("./") ? path.Mid(2) : path;
+        return MakeLower(below);
+    }
+
+    void Take(std::string_view code, JOBXseverity severity, const CString& place)
+    {
+        if (severity != JOBXseverity::Error)
+            return;
+        if (code == "MAT001" || code == "MAT003") // a directory of the matrix is not in it
+            m_incomplete.insert(place);
+        else if (code.starts_with("FIL"))
+            m_absent.insert(place);
+        else
+            m_faulty.insert(place);
+    }
+
+    std::unordered_set<CString> m_absent;
+    std::unordered_set<CString> m_incomplete;
+    std::unordered_set<CString> m_faulty;
+};
+
 // Collects the lines of one job.
 class Search
 {
 public:
-    Search(const CJOBX& job, const std::string& jobPath, FailedOperations& failed)
-        : m_job(job), m_jobPath(jobPath), m_failed(failed)
+    Search(const CJOBX& job, const std::string& jobPath, FailedOperations& failed, const ReadingMessages* messages)
+        : m_job(job), m_jobPath(jobPath), m_failed(failed), m_isComplete(messages != nullptr), m_told(messages)
     {
     }
 
@@ -129,7 +157,23 @@ private:
     CString Outside(const CString& path) const { return PathOutside(m_jobPath, std::string(path.View())).c_str(); }
 
     // Whether the reader has already reported a problem with `path`.
-    bool IsTold(const CString& path) const { return !m_failed.ReasonFor(Outside(path)).empty(); }
+    bool IsTold(const CString& path) const
+    {
+        return !m_failed.ReasonFor(Outside(path)).empty() || m_told.HasAbsence(path);
+    }
+
+    // The file, or, after complete reading, its compressed form if there is no other.
+    CString FindFile(const CString& place, const char* name) const
+    {
+        const CString path = Files().FindPath(place, name);
+        if (!m_isComplete || IsThere(path))
+            return path;
+        for (const char* const ending : {".Z", ".gz"})
+            if (const CString compressed = Files().FindPath(place, (std::string(name) + ending).c_str());
+                IsThere(compressed))
+                return compressed;
+        return path;
+    }
 
     // Adds a line for an existing file with a problem; true if one was added, or printed by the reader.
     bool AddFile(const std::string& whose, const CString& path, const char* name)
@@ -149,7 +193,7 @@ private:
     {
         if (AddFile(whose, path, name))
             return true;
-        const bool isCut = Files().IsFile(path) && HasOpenBlock(path);
+        const bool isCut = !m_told.HasFault(path) && Files().IsFile(path) && HasOpenBlock(path);
         if (isCut)
             Add(fmt::format("{}: a block of the file \"{}\" has no closing brace", whose, name));
         return isCut;
@@ -198,7 +242,7 @@ private:
     void LookIntoMatrix()
     {
         const CJOBXmatrix& matrix = *m_job.m_pMatrix;
-        if (AddBlocks("the job", Files().FindPath(".", "matrix/matrix"), "matrix/matrix"))
+        if (AddBlocks("the job", FindFile(".", "matrix/matrix"), "matrix/matrix"))
             return;
         if (matrix.m_arrSteps.GetSize() == 0)
             Add("the matrix names no step");
@@ -235,7 +279,7 @@ private:
             Add(whose + " is not a directory");
         if (type != fs::file_type::directory)
             return;
-        const CString features = Files().FindPath(path, "features");
+        const CString features = FindFile(path, "features");
         const CString compressed = Files().FindPath(path, "features.Z");
         if (AddFile(whose, features, "features") || IsThere(features) || AddFile(whose, compressed, "features.Z"))
             return;
@@ -246,7 +290,7 @@ private:
     // Whether the step may repeat others and so may lack layers that they have.
     bool LookIntoHeader(const CJOBXstepObj& step, const std::string& whose, const CString& directory)
     {
-        const CString header = Files().FindPath(directory, "stephdr");
+        const CString header = FindFile(directory, "stephdr");
         const bool isThere = IsThere(header);
         if (!isThere)
             Add(whose + " has no file \"stephdr\"");
@@ -257,7 +301,7 @@ private:
     {
         const CString directory = Files().FindPath(m_steps, step.m_sName);
         const std::string whose = fmt::format("step \"{}\"", Shown(step.m_sName));
-        const CString profile = Files().FindPath(directory, "profile");
+        const CString profile = FindFile(directory, "profile");
         const bool isWrong = AddFile(whose, profile, "profile");
         if (step.GetProfile()->m_sName.IsEmpty())
         {
@@ -270,6 +314,8 @@ private:
         for (const char* const name : {"eda/data", "netlists/cadnet/netlist"})
             AddFile(whose, Files().FindPath(directory, name), name);
         const CString layers = Files().FindPath(directory, "layers");
+        if (m_told.HasIncomplete(layers) && !Files().IsDir(layers))
+            return;
         if (IsBrokenLink(layers))
             Add(fmt::format("{}: \"layers\" is a broken link", whose));
         else if (!Files().IsDir(layers) && !IsTold(layers) && !mayRepeat)
@@ -302,7 +348,7 @@ private:
         if (const CString features = Files().FindPath(directory, "features");
             isOfComponents && IsThere(features) && !Files().IsFile(features))
             AddFile(whose, features, "features");
-        const CString path = Files().FindPath(directory, name);
+        const CString path = FindFile(directory, name);
         if (AddFile(whose, path, name) || IsThere(path))
             return;
         const CString compressed = Files().FindPath(directory, (std::string(name) + ".Z").c_str());
@@ -333,6 +379,8 @@ private:
     const CJOBX& m_job;
     const std::string& m_jobPath;
     FailedOperations& m_failed;
+    bool m_isComplete;
+    ToldPlaces m_told;
     const CString m_steps = Files().FindPath(".", "steps");
     std::vector<std::string> m_lines;
     std::unordered_set<std::string> m_added;
@@ -342,7 +390,7 @@ private:
 } // namespace
 
 std::vector<std::string> FindMissingParts(const CJOBX& job, const CStringArray& names, const std::string& jobPath,
-                                          FailedOperations& failed)
+                                          FailedOperations& failed, const ReadingMessages* messages)
 {
-    return Search(job, jobPath, failed).Run(names);
+    return Search(job, jobPath, failed, messages).Run(names);
 }

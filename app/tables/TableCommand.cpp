@@ -41,15 +41,17 @@ struct TableOptions
 
 void PrintTable(const TableCommand& table, const TableOptions& options)
 {
-    const std::unique_ptr<CJOBX> job = ReadGoodJob(options.read);
+    const ReadJob read = ReadGoodJobDirectory(options.read);
     Output output;
-    table.make(*job).Print(output, options.form);
+    table.make(*read.job).Print(output, options.form);
+    CheckStrictly(options.read, read);
 }
 
 void AddTableCommand(CLI::App& app, const TableCommand& table)
 {
     const auto options = std::make_shared<TableOptions>();
     CLI::App& command = AddJobCommand(app, table.name, table.about, options->read);
+    AddWay(command, options->read);
     AddSteps(command, options->read.steps);
     AddTableForms(command, options->form);
     command.footer(table.footer);

@@ -92,7 +92,7 @@ TEST(JobxBadInput, LinksInCirclesAndPipesInAJobAreNotFollowed)
     directory.Write("job/symbols/zero/x", "");
     fs::create_symlink("/dev/zero", job + "/symbols/zero/features");
     ExpectReadable(job);
-    const ProgramResult info = RunJobx({"info", job, "--json"});
+    const ProgramResult info = RunLegacy({"info", job, "--json"});
     EXPECT_THAT(info.out, HasSubstr("\"top\""));
     EXPECT_THAT(info.out, Not(HasSubstr("\"pipe\"")));
 }
@@ -185,7 +185,7 @@ TEST(JobxBadInput, AStepWithoutADirectoryIsAWarning)
     const std::string job = MakeJob(directory, "");
     directory.Write("job/matrix/matrix",
                     "STEP {\nCOL=1\nNAME=GONE\x1B\n}\nSTEP {\nCOL=2\nNAME=PCB\n}\nLAYER {\nROW=1\nNAME=TOP\n}\n");
-    const ProgramResult result = RunJobx({"info", job});
+    const ProgramResult result = RunLegacy({"info", job});
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_EQ(result.err, "jobx: warning: step \"GONE\\x1B\" of the matrix has no directory below \"steps\"\n");
     EXPECT_THAT(result.out, HasSubstr("\nStep PCB\n"));
@@ -196,7 +196,7 @@ TEST(JobxBadInput, AStepWithoutAProfileIsAWarning)
     const TempDir directory;
     const std::string job = MakeJob(directory, "L 0 0 1 1 0 P 0\n");
     fs::remove(job + "/steps/pcb/profile");
-    const ProgramResult result = RunJobx({"info", job});
+    const ProgramResult result = RunLegacy({"info", job});
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_EQ(result.err, "jobx: warning: step \"PCB\" has no profile and was not read\n");
 }
@@ -206,7 +206,7 @@ TEST(JobxBadInput, ADamagedCompressedSymbolIsAWarning)
     const TempDir directory;
     const std::string job = MakeJob(directory, "");
     directory.Write("job/symbols/broken/features.Z", "not compressed");
-    const ProgramResult result = RunJobx({"info", job});
+    const ProgramResult result = RunLegacy({"info", job});
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_THAT(result.err, MatchesRegex("jobx: warning: cannot [^\n]*broken/features.Z[^\n]*\n"));
 }
@@ -223,8 +223,11 @@ TEST(JobxBadInput, ACompressedSymbolOfAReadOnlyJobIsAWarning)
         "\"$JOBX\" info ";
     if (RunShell("chmod -R a+rX,a-w " + ShellWord(job) + " && " + run + "--help").exitCode != 0)
         GTEST_SKIP() << "cannot run the program as a user who may not write everything";
-    const ProgramResult result = RunShell(run + ShellWord(job));
+    const ProgramResult complete = RunShell(run + ShellWord(job));
+    const ProgramResult result = RunShell(run + "--legacy " + ShellWord(job));
     RunShell("chmod -R u+w " + ShellWord(job));
+    EXPECT_EQ(complete.exitCode, 0);
+    EXPECT_EQ(complete.err, "");
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_EQ(result.err,
               "jobx: warning: cannot decompress \"" + job + "/symbols/mount_ring/features.Z\": Permission denied\n");
@@ -237,7 +240,7 @@ TEST(JobxBadInput, WarningsAreBoundedAndTheRestIsCounted)
     const std::string job = MakeJob(directory, "L 0 0 1 1 0 P 0\n");
     for (int i = 0; i < 30; ++i)
         directory.Write("job/symbols/broken" + std::to_string(i) + "/features.Z", "not compressed");
-    const ProgramResult result = RunJobx({"info", job});
+    const ProgramResult result = RunLegacy({"info", job});
     EXPECT_EQ(result.exitCode, 0);
     const std::vector<std::string> lines = LinesOf(result.err);
     ASSERT_EQ(lines.size(), 21U);
@@ -276,7 +279,7 @@ TEST(JobxBadInput, AFeaturesFileOfOneVeryLongLineIsRead)
 {
     const TempDir directory;
     const std::string job = MakeJob(directory, "L 0 0 1 1 0 P 0 ;" + std::string(50'000'000, 'x'));
-    const ProgramResult result = RunJobx({"info", job});
+    const ProgramResult result = RunLegacy({"info", job});
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_EQ(result.err, "");
 }

@@ -37,6 +37,11 @@ struct TwoJobs
         options.insert(options.begin(), {"diff", a, b});
         return RunJobx(options);
     }
+    ProgramResult LegacyDiff(std::vector<std::string> options = {"--ignore-line-numbers"}) const
+    {
+        options.emplace_back("--legacy");
+        return Diff(options);
+    }
 };
 
 struct HandMade
@@ -52,10 +57,10 @@ struct HandMade
 TEST(JobxDiff, EqualJobsAreIdentical)
 {
     const TwoJobs jobs;
-    const ProgramResult result = jobs.Diff({});
+    const ProgramResult result = jobs.LegacyDiff({});
     EXPECT_EQ(result.exitCode, 0) << result.err;
     EXPECT_EQ(result.out, "identical\n");
-    const ProgramResult json = jobs.Diff({"--json"});
+    const ProgramResult json = jobs.LegacyDiff({"--json"});
     EXPECT_EQ(json.exitCode, 0);
     EXPECT_TRUE(CountJson(json.out).isValid);
     EXPECT_THAT(json.out, HasSubstr("\"differences\":0,\"places\":0,\"groups\":[]"));
@@ -147,7 +152,7 @@ TEST(JobxDiff, EveryKindOfRecordIsCompared)
     {
         const std::string before = jobs.directoryB.Read("blinker/" + each.file);
         jobs.Change(each.file, each.from, each.to);
-        const ProgramResult result = jobs.Diff();
+        const ProgramResult result = jobs.LegacyDiff();
         EXPECT_EQ(result.exitCode, 1) << each.example;
         EXPECT_THAT(LinesOf(result.out), Contains("    " + each.example)) << result.out;
         if (each.differences > 0)
@@ -194,13 +199,13 @@ TEST(JobxDiff, RecordsOfOneKindMakePairsWhateverStandsBetween)
     const TempDir directoryB;
     const std::string a = MakeJob(directoryA, "L 0 0 1 1 0 P 0\nP 5 5 0 P 0 0\nL 2 2 3 3 0 P 0\n");
     const std::string b = MakeJob(directoryB, "P 5 6 0 P 0 0\nL 0 0 1 1 0 P 0\nL 2 2 3 4 0 P 0\n");
-    EXPECT_EQ(RunJobx({"diff", a, b}).out, "step PCB / layer top: feature L (end y): 1 changed\n"
-                                           "    step PCB / layer top / feature 2 (L): end y 3 -> 4\n"
-                                           "step PCB / layer top: feature P (y): 1 changed\n"
-                                           "    step PCB / layer top / feature 1 (P): y 5 -> 6\n"
-                                           "step PCB / layer top: layer (order of kinds): 1 changed\n"
-                                           "    step PCB / layer top: order of kinds changed\n"
-                                           "3 differences in 1 place\n");
+    EXPECT_EQ(RunLegacy({"diff", a, b}).out, "step PCB / layer top: feature L (end y): 1 changed\n"
+                                             "    step PCB / layer top / feature 2 (L): end y 3 -> 4\n"
+                                             "step PCB / layer top: feature P (y): 1 changed\n"
+                                             "    step PCB / layer top / feature 1 (P): y 5 -> 6\n"
+                                             "step PCB / layer top: layer (order of kinds): 1 changed\n"
+                                             "    step PCB / layer top: order of kinds changed\n"
+                                             "3 differences in 1 place\n");
 }
 
 TEST(JobxDiff, NamedRecordsMakePairsAndTheirOrderIsToldOnce)
@@ -211,13 +216,13 @@ TEST(JobxDiff, NamedRecordsMakePairsAndTheirOrderIsToldOnce)
     const std::string b = MakeJob(directoryB, "");
     directoryA.Write("job/steps/pcb/eda/data", "NET A\nNET B\nNET B\nNET C\n");
     directoryB.Write("job/steps/pcb/eda/data", "NET B\nNET C\nNET A\nNET D\n");
-    EXPECT_EQ(RunJobx({"diff", a, b}).out, "step PCB / eda: net: 1 only in A\n"
-                                           "    step PCB / eda / net B: only in A\n"
-                                           "step PCB / eda: net: 1 only in B\n"
-                                           "    step PCB / eda / net D: only in B\n"
-                                           "step PCB / eda: net (order): 1 changed\n"
-                                           "    step PCB / eda: order changed\n"
-                                           "3 differences in 1 place\n");
+    EXPECT_EQ(RunLegacy({"diff", a, b}).out, "step PCB / eda: net: 1 only in A\n"
+                                             "    step PCB / eda / net B: only in A\n"
+                                             "step PCB / eda: net: 1 only in B\n"
+                                             "    step PCB / eda / net D: only in B\n"
+                                             "step PCB / eda: net (order): 1 changed\n"
+                                             "    step PCB / eda: order changed\n"
+                                             "3 differences in 1 place\n");
 }
 
 TEST(JobxDiff, TheToleranceIsForCoordinatesAndLengthsOnly)
@@ -260,7 +265,7 @@ TEST(JobxDiff, MissingPartsAreToldOnce)
     fs::remove_all(jobs.b + "/steps/pcb/layers/notes");
     fs::remove_all(jobs.a + "/steps/pcb/layers/comp_+_bot");
     fs::remove_all(jobs.b + "/symbols/led_mark");
-    const ProgramResult result = jobs.Diff({"--quiet"});
+    const ProgramResult result = jobs.LegacyDiff({"--quiet"});
     EXPECT_EQ(result.exitCode, 1);
     EXPECT_EQ(result.out, "job: symbol: 1 only in A\n"
                           "    job / symbol led_mark: only in A\n"
@@ -289,7 +294,7 @@ TEST(JobxDiff, JsonIsOneDocumentAlsoWithTextsOfNoKnownEncoding)
     jobs.Change("steps/pcb/stephdr", "X_DATUM=0", "X_DATUM=nan");
     jobs.Change("steps/pcb/stephdr", "Y_DATUM=0", "Y_DATUM=1.5");
     jobs.Change("steps/pcb/eda/data", "NET A6", "NET \"6");
-    const ProgramResult result = jobs.Diff({"--json", "--ignore-line-numbers"});
+    const ProgramResult result = jobs.LegacyDiff({"--json", "--ignore-line-numbers"});
     EXPECT_EQ(result.exitCode, 1);
     EXPECT_TRUE(CountJson(result.out).isValid) << result.out;
     EXPECT_THAT(result.out,
@@ -355,7 +360,7 @@ TEST(JobxDiff, TwiceTheRecordsTakeNoMoreThanTheirShare)
     const std::string b = MakeJob(directoryB, featuresB);
     directoryA.Write("job/steps/pcb/eda/data", netsA);
     directoryB.Write("job/steps/pcb/eda/data", netsB);
-    const ProgramResult result = RunJobx({"diff", a, b});
+    const ProgramResult result = RunLegacy({"diff", a, b});
     EXPECT_THAT(result.out, HasSubstr("step PCB / layer top: feature L (end x): 100000 changed\n"));
     EXPECT_THAT(result.out, EndsWith("100001 differences in 2 places\n"));
 }

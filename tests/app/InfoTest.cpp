@@ -132,7 +132,7 @@ TEST(JobxInfo, MakesControlCharactersOfAFileVisible)
     directory.Write("job/misc/info", "JOB_NAME=a\x1B[31mb\xC2\x9B"
                                      "c\xE9"
                                      "d\xC3\xA9\n");
-    const ProgramResult result = RunJobx({"info", job});
+    const ProgramResult result = RunLegacy({"info", job});
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_THAT(result.out, HasSubstr("Name in the job   a\\x1B[31mb\\xC2\\x9Bc\\xE9d\xC3\xA9\n"));
     EXPECT_THAT(result.out, HasSubstr("MM\\x1B]0;title\\x07"));

@@ -37,9 +37,10 @@ std::string Place(std::string_view tail)
     return "steps/" + std::string(tail);
 }
 
-JsonCounts CountsOf(const std::string& job, const std::string& step)
+JsonCounts CountsOf(const std::string& job, const std::string& step, bool isLegacy = false)
 {
-    const ProgramResult result = RunJobx({"json", job, "--steps", step});
+    const ProgramResult result =
+        isLegacy ? RunLegacy({"json", job, "--steps", step}) : RunJobx({"json", job, "--steps", step});
     EXPECT_EQ(result.exitCode, 0) << result.err;
     return CountJson(result.out);
 }
@@ -98,12 +99,12 @@ TEST(JobxJson, CountsOfABoardWithNumberedNetsAreTheLinesOfItsFiles)
               files.Eda("PRP "));
 }
 
-TEST(JobxJson, ABoardWhosePackagesCarryAttributesHasNoneAndItsPinsAreLost)
+TEST(JobxJson, InLegacyReadingABoardWhosePackagesCarryAttributesHasNone)
 {
     JOBX_REQUIRE_REAL_JOBS(jobs);
     const std::string job = jobs + "/flat_hierarchy";
     const StepFiles files{job + "/steps/pcb"};
-    const JsonCounts counts = CountsOf(job, "pcb");
+    const JsonCounts counts = CountsOf(job, "pcb", true);
     ExpectCountsAsInFiles(counts, job, files);
     ASSERT_GT(files.Eda("PKG "), 0);
     ASSERT_GT(files.Eda("PIN "), 0);
@@ -114,7 +115,7 @@ TEST(JobxJson, ABoardWhosePackagesCarryAttributesHasNoneAndItsPinsAreLost)
 TEST(JobxJson, NetCommentsWithoutABlankNumberNoNet)
 {
     JOBX_REQUIRE_REAL_JOBS(jobs);
-    const ProgramResult result = RunJobx({"nets", jobs + "/flat_hierarchy", "--csv"});
+    const ProgramResult result = RunLegacy({"nets", jobs + "/flat_hierarchy", "--csv"});
     const std::vector<std::string> lines = LinesOf(result.out);
     ASSERT_EQ(static_cast<std::int64_t>(lines.size()) - 1,
               CountLines(jobs + "/flat_hierarchy/steps/pcb/eda/data", "#NET "));
@@ -122,7 +123,7 @@ TEST(JobxJson, NetCommentsWithoutABlankNumberNoNet)
     for (std::size_t i = 1; i < lines.size(); ++i)
         EXPECT_THAT(lines[i], testing::StartsWith("PCB," + std::to_string(i - 1) + ",-1,"));
 
-    const ProgramResult numbered = RunJobx({"nets", jobs + "/beagleboneblack", "--csv"});
+    const ProgramResult numbered = RunLegacy({"nets", jobs + "/beagleboneblack", "--csv"});
     const std::vector<std::string> others = LinesOf(numbered.out);
     ASSERT_EQ(static_cast<std::int64_t>(others.size()) - 1,
               CountLines(jobs + "/beagleboneblack/steps/stp/eda/data", "# NET"));
@@ -240,9 +241,9 @@ TEST(JobxJson, AWholeJobReadNamesSymbolsByTheirPath)
     const TempDir directory;
     const std::string job = CopySample(directory);
     const std::string path = job + "/symbols/led_mark";
-    EXPECT_THAT(RunJobx({"json", job}).out,
+    EXPECT_THAT(RunLegacy({"json", job}).out,
                 HasSubstr("{\"texts\":[],\"name\":\"" + path + "\",\"path\":\"" + path + "\""));
-    EXPECT_THAT(RunJobx({"json", job, "--steps", "pcb"}).out,
+    EXPECT_THAT(RunLegacy({"json", job, "--steps", "pcb"}).out,
                 HasSubstr("{\"texts\":[],\"name\":\"led_mark\",\"path\":\"" + path + "\""));
 }
 

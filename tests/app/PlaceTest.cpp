@@ -35,7 +35,8 @@ TEST(JobxPlace, AJobSaysTheSameWhereverItLies)
     const TempDir plain;
     const std::string plainJob = SampleBelow(plain, "plain");
     for (const std::string folder : {"a.sum", "job.Z", "features", "x.SUM.old", "My.zip/Features"})
-        for (const std::string command : {"info", "json", "info --compact", "info --json"})
+        for (const std::string command :
+             {"info --legacy", "json --legacy", "info --compact", "info --json --legacy", "info", "json"})
         {
             SCOPED_TRACE(folder + " " + command);
             const TempDir directory;
@@ -47,9 +48,10 @@ TEST(JobxPlace, AJobSaysTheSameWhereverItLies)
             EXPECT_EQ(found.exitCode, 0);
             EXPECT_EQ(found.err, "");
             EXPECT_EQ(WithPath(found.out, job, "JOB"), WithPath(wanted.out, freshJob, "JOB"));
-            EXPECT_TRUE(fs::exists(job + "/symbols/mount_ring/features")) << "decompressed beside itself";
+            const bool isLegacy = command != "info" && command != "json";
+            EXPECT_EQ(fs::exists(job + "/symbols/mount_ring/features"), isLegacy) << "decompressed beside itself";
         }
-    EXPECT_THAT(RunJobx({"info", plainJob}).out, HasSubstr("Symbols of the job: 2\n"));
+    EXPECT_THAT(RunLegacy({"info", plainJob}).out, HasSubstr("Symbols of the job: 2\n"));
 }
 
 TEST(JobxPlace, TheJobIsNamedAsItWasGiven)
@@ -58,7 +60,7 @@ TEST(JobxPlace, TheJobIsNamedAsItWasGiven)
     const std::string job = SampleBelow(directory, "boards.sum");
     directory.Write("boards.sum/blinker/symbols/broken/features.Z", "not compressed");
     const auto in = [&](const std::string& place, const std::string& path)
-    { return RunShell("cd " + ShellWord(place) + "\n\"$JOBX\" json " + path); };
+    { return RunShell("cd " + ShellWord(place) + "\n\"$JOBX\" json --legacy " + path); };
     for (const auto& [place, path, prefix] :
          std::vector<std::array<std::string, 3>>{{directory.Path(), "boards.sum/blinker", "boards.sum/blinker"},
                                                  {directory.Path(), "./boards.sum/blinker/", "./boards.sum/blinker"},
@@ -94,16 +96,16 @@ TEST(JobxLinks, DirectoriesOutsideTheJobAreReadOnlyWhenAskedTo)
     const std::string job = MakeJob(directory, "L 0 0 1 1 0 P 0\n");
     fs::rename(job + "/steps/pcb/layers/top", directory.Path("top"));
     fs::create_directory_symlink(directory.Path("top"), job + "/steps/pcb/layers/top");
-    const ProgramResult closed = RunJobx({"nets", job});
+    const ProgramResult closed = RunLegacy({"nets", job});
     EXPECT_EQ(closed.exitCode, 0);
     EXPECT_EQ(closed.err, "jobx: warning: cannot follow \"" + job +
                               "/steps/pcb/layers/top\": it leads out of the job (--follow-links follows it)\n");
-    EXPECT_THAT(RunJobx({"info", job, "--json"}).out, Not(HasSubstr("\"top\"")));
-    const ProgramResult open = RunJobx({"info", job, "--json", "--follow-links"});
+    EXPECT_THAT(RunLegacy({"info", job, "--json"}).out, Not(HasSubstr("\"top\"")));
+    const ProgramResult open = RunLegacy({"info", job, "--json", "--follow-links"});
     EXPECT_EQ(open.err, "");
     EXPECT_THAT(open.out, HasSubstr("\"top\""));
-    EXPECT_NE(RunJobx({"diff", job, job}).err, "");
-    EXPECT_EQ(RunJobx({"diff", job, job, "--follow-links"}).err, "");
+    EXPECT_NE(RunLegacy({"diff", job, job}).err, "");
+    EXPECT_EQ(RunLegacy({"diff", job, job, "--follow-links"}).err, "");
 }
 
 TEST(JobxLinks, FilesOutsideTheJobAreReadOnlyWhenAskedTo)
@@ -119,12 +121,12 @@ TEST(JobxLinks, FilesOutsideTheJobAreReadOnlyWhenAskedTo)
         const std::string path = job + "/" + file;
         fs::rename(path, directory.Path("secret"));
         fs::create_symlink(directory.Path("secret"), path);
-        const ProgramResult closed = RunJobx({"json", job});
+        const ProgramResult closed = RunLegacy({"json", job});
         EXPECT_EQ(closed.exitCode, 0);
         EXPECT_EQ(closed.err, "jobx: warning: cannot follow \"" + path +
                                   "\": it leads out of the job (--follow-links follows it)\n");
         EXPECT_FALSE(fs::exists(job + "/symbols/mount_ring/features") && file == "symbols/mount_ring/features.Z");
-        const ProgramResult open = RunJobx({"json", job, "--follow-links"});
+        const ProgramResult open = RunLegacy({"json", job, "--follow-links"});
         EXPECT_EQ(open.err, "");
         EXPECT_NE(open.out, closed.out);
         EXPECT_EQ(RunJobx({"write", job, "-o", directory.MakeDir("out"), "--quiet"}).exitCode, 0);
@@ -157,7 +159,7 @@ TEST(JobxLinks, EachLinkOutHasItsLineAndFilesInsideTheJobAreRead)
     }
     directory.MakeDir("job/symbols/t");
     fs::create_symlink("../../steps/pcb/layers/top/features", job + "/symbols/t/features");
-    const ProgramResult result = RunJobx({"info", job});
+    const ProgramResult result = RunLegacy({"info", job});
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_EQ(LinesOf(result.err).size(), 30U) << result.err;
     EXPECT_THAT(result.out, HasSubstr("Symbols of the job: 1\n"));
@@ -188,7 +190,7 @@ TEST(JobxLinks, DirectoriesInsideTheJobAreRead)
     fs::create_directory_symlink(job, directory.Path("link"));
     for (const std::string& path : {job, directory.Path("link")})
     {
-        const ProgramResult result = RunJobx({"info", path, "--json"});
+        const ProgramResult result = RunLegacy({"info", path, "--json"});
         EXPECT_EQ(result.err, "");
         EXPECT_THAT(result.out, HasSubstr("\"top\""));
     }
@@ -202,7 +204,7 @@ TEST(JobxLinks, AStepOutsideTheJobIsNamedOnceAndNotForTheLayersOfOtherSteps)
         const std::string path = CopySample(directory) + "/" + part;
         fs::rename(path, directory.Path("outside"));
         fs::create_directory_symlink(directory.Path("outside"), path);
-        EXPECT_EQ(RunJobx({"info", directory.Path("blinker")}).err,
+        EXPECT_EQ(RunLegacy({"info", directory.Path("blinker")}).err,
                   "jobx: warning: cannot follow \"" + path +
                       "\": it leads out of the job (--follow-links follows it)\n");
     }
@@ -214,13 +216,13 @@ TEST(JobxLinks, AStepAndTheMatrixOutsideTheJobAreNotRead)
     const std::string job = MakeJob(directory, "L 0 0 1 1 0 P 0\n");
     fs::rename(job + "/steps/pcb", directory.Path("pcb"));
     fs::create_directory_symlink(directory.Path("pcb"), job + "/steps/pcb");
-    const ProgramResult step = RunJobx({"info", job});
+    const ProgramResult step = RunLegacy({"info", job});
     EXPECT_EQ(step.err, "jobx: warning: cannot follow \"" + job +
                             "/steps/pcb\": it leads out of the job (--follow-links follows it)\n");
     EXPECT_THAT(step.out, Not(HasSubstr("\nStep PCB\n")));
     fs::rename(job + "/matrix", directory.Path("matrix"));
     fs::create_directory_symlink(directory.Path("matrix"), job + "/matrix");
-    const ProgramResult matrix = RunJobx({"info", job});
+    const ProgramResult matrix = RunLegacy({"info", job});
     EXPECT_EQ(matrix.exitCode, 3);
     EXPECT_EQ(matrix.err,
               "jobx: cannot read \"" + job + "/matrix\": it leads out of the job (--follow-links follows it)\n");
@@ -232,8 +234,8 @@ TEST(JobxLinks, AListingOfMoreEntriesThanAllowedAddsNothing)
     const std::string job = MakeJob(directory, "L 0 0 1 1 0 P 0\n");
     for (int i = 0; i < 5; ++i)
         directory.Write("job/symbols/s" + std::to_string(i) + "/features", "L 0 0 1 1 0 P 0\n");
-    EXPECT_EQ(RunJobx({"info", job, "--max-entries", "10"}).err, "");
-    const ProgramResult result = RunJobx({"info", job, "--max-entries", "9"});
+    EXPECT_EQ(RunLegacy({"info", job, "--max-entries", "10"}).err, "");
+    const ProgramResult result = RunLegacy({"info", job, "--max-entries", "9"});
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_EQ(result.err,
               "jobx: warning: cannot list \"" + job + "/symbols\": it has more entries than --max-entries allows\n");

@@ -55,7 +55,7 @@ Counts Differences(const std::string& a, const std::string& b, const std::vector
 {
     std::vector<std::string> arguments = {"diff", a, b, "--json"};
     arguments.insert(arguments.end(), options.begin(), options.end());
-    const ProgramResult result = RunJobx(arguments);
+    const ProgramResult result = RunLegacy(arguments);
     EXPECT_NE(result.exitCode, 3) << result.err;
     Counts counts;
     AddUp(counts, result.out);

@@ -17,6 +17,9 @@ struct ProgramResult
 // Runs `jobx ARGUMENTS`; standard error is a file, never a terminal.
 ProgramResult RunJobx(const std::vector<std::string>& arguments);
 
+// The same with --legacy.
+ProgramResult RunLegacy(std::vector<std::string> arguments);
+
 // Runs a command line of the shell in which $JOBX is the program; its status is the exit code.
 ProgramResult RunShell(const std::string& commandLine);
 

@@ -26,7 +26,7 @@ std::string JobWithComponents(const TempDir& directory)
 TEST(JobxTables, CsvQuotesWhatNeedsItAndEndsLinesWithCrLf)
 {
     const TempDir directory;
-    const ProgramResult result = RunJobx({"components", JobWithComponents(directory), "--csv"});
+    const ProgramResult result = RunLegacy({"components", JobWithComponents(directory), "--csv"});
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_EQ(result.out, "step,layer,number,name,part,package,x,y,rotation,mirror,toeprints,properties,attributes\r\n"
                           "PCB,comp_+_top,0,\"R\"\"1,2\",10k\xE9,SOT23,1.5,-2,90,0,0,0,0\r\n"
@@ -36,7 +36,7 @@ TEST(JobxTables, CsvQuotesWhatNeedsItAndEndsLinesWithCrLf)
 TEST(JobxTables, JsonCarriesNumbersAsNumbersAndWhatIsMissingAsNull)
 {
     const TempDir directory;
-    const ProgramResult result = RunJobx({"components", JobWithComponents(directory), "--json"});
+    const ProgramResult result = RunLegacy({"components", JobWithComponents(directory), "--json"});
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_TRUE(CountJson(result.out).isValid);
     EXPECT_THAT(result.out,
@@ -49,7 +49,7 @@ TEST(JobxTables, JsonCarriesNumbersAsNumbersAndWhatIsMissingAsNull)
 TEST(JobxTables, AlignedColumnsShowControlCharacters)
 {
     const TempDir directory;
-    const ProgramResult result = RunJobx({"components", JobWithComponents(directory)});
+    const ProgramResult result = RunLegacy({"components", JobWithComponents(directory)});
     const std::vector<std::string> lines = LinesOf(result.out);
     ASSERT_EQ(lines.size(), 4U);
     EXPECT_THAT(WordsOf(lines[0]), ElementsAre("Step", "Layer", "Number", "Name", "Part", "Package", "X", "Y",
@@ -62,7 +62,7 @@ TEST(JobxTables, AlignedColumnsShowControlCharacters)
 TEST(JobxTables, PackagesCountTheirPinsAndTheComponentsOfThem)
 {
     const TempDir directory;
-    EXPECT_EQ(RunJobx({"packages", JobWithComponents(directory), "--csv"}).out,
+    EXPECT_EQ(RunLegacy({"packages", JobWithComponents(directory), "--csv"}).out,
               "step,index,number,name,pitch,left,bottom,right,top,pins,outlines,components\r\n"
               "PCB,0,1,SOT23,0.95,-1,-2,3,4,2,0,1\r\n");
 }
@@ -76,7 +76,7 @@ TEST(JobxTables, NetsCountTheirSubnetsAndAddWhatOnlyTheNetlistKnows)
                     "SNT PLN S C 0.1\nSNT top\n# NET 5\nNET VCC\n");
     directory.Write("job/steps/pcb/netlists/cadnet/netlist",
                     "H optimize n staggered n\n$0 GND\n$1 ONLY\n0 0.1 0 0 T e e\n0 0.1 1 0 T e e\n1 0.1 2 0 T e e\n");
-    EXPECT_EQ(RunJobx({"nets", job, "--csv"}).out,
+    EXPECT_EQ(RunLegacy({"nets", job, "--csv"}).out,
               "step,index,number,name,subnets,toeprints,vias,traces,planes,others,features,netlistPoints\r\n"
               "PCB,0,4,GND,5,1,1,1,1,1,2,2\r\n"
               "PCB,1,5,VCC,0,0,0,0,0,0,0,\r\n"

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "JOBXCLSDLL.h"
+#include "reading/FailedOperations.h"
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+// Which messages of complete reading are printed.
+enum class ShownMessages
+{
+    First, // the ten most serious, and a count of the others
+    All,
+    None
+};
+
+// The messages about one job while it is read completely.
+class ReadingMessages : public CJOBXmessageSink
+{
+public:
+    void OnMessage(const CJOBXmessage& message) override { m_messages.push_back(message); }
+
+    const std::vector<CJOBXmessage>& List() const { return m_messages; } // in the order of the job
+    std::int64_t ErrorCount() const;
+    // Reports each fact once: leaves messages about directories of steps and layers to `failed` if that has the reason,
+    // and drops failures to read a file that has a message. What is left out still counts.
+    void Share(const std::string& jobPath, FailedOperations& failed);
+
+    // Prints them, the most serious first. `jobPath` is put in front of the files' names.
+    void Print(const std::string& jobPath, ShownMessages shown, bool withNotes) const;
+
+private:
+    std::vector<CJOBXmessage> m_messages;
+    std::int64_t m_leftOut = 0;
+};
