@@ -102,8 +102,9 @@ const std::vector<Fault>& Faults()
         {"`layers` is a broken link", [](Dir, Path job) { MakeLink(job + "/steps/pcb/layers", "gone"); }},
         {"the layer's folder is a broken link", [](Dir, Path job) { MakeLink(job + "/steps/pcb/layers/top", "gone"); }},
         {"no folder of a layer `a`, U+202E, `b`",
-         [](Dir dir, Path)
+         [](Dir dir, Path job)
          {
+             fs::remove_all(job + "/steps/pcb/layers/top"); // which no row would name
              dir.Write("job/matrix/matrix", "STEP {\nCOL=1\nNAME=PCB\n}\nLAYER {\nROW=1\nNAME=a\xE2\x80\xAE"
                                             "b\n}\n");
          }},

@@ -174,7 +174,7 @@ TEST(JobxLinks, AThousandLinksOutHaveTheirLinesAndTheRestIsCounted)
     directory.MakeDir("job/symbols");
     for (int i = 0; i < kLinks; ++i)
         fs::create_directory_symlink("../../outside", job + "/symbols/s" + std::to_string(i));
-    const ProgramResult result = RunJobx({"info", job});
+    const ProgramResult result = RunLegacy({"info", job});
     EXPECT_EQ(result.exitCode, 0);
     const std::vector<std::string> lines = LinesOf(result.err);
     ASSERT_EQ(lines.size(), 1001U);
