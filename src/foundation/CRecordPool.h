@@ -169,7 +169,9 @@ T* Construct(CRecordRoom& room, void* place)
 template <class T>
 T* Make(CRecordRoom& room, CRecordKeep* keep)
 {
-    static_assert(alignof(T) <= kRecordAlignment && sizeof(T) <= kLargestRecord && sizeof(T) % kRecordAlignment == 0);
+    static_assert(alignof(T) <= kRecordAlignment);
+    static_assert(sizeof(T) <= kLargestRecord);
+    static_assert(sizeof(T) % kRecordAlignment == 0);
     void* const place = room.Find(sizeof(T));
     room.Take(sizeof(T));
     if (keep != nullptr && !room.Chunk()->KeptLast(*keep))
