@@ -6,6 +6,7 @@
 #include "components/CJOBXcmpTopFields.h"
 #include "components/CJOBXcomponentsFields.h"
 #include "eda/CJOBXSntFields.h"
+#include "eda/CJOBXdataFgrFields.h"
 #include "eda/CJOBXdataFields.h"
 #include "eda/CJOBXdataNetFields.h"
 #include "eda/CJOBXdataNetObjFields.h"

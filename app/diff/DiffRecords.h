@@ -5,6 +5,7 @@
 
 #include "JOBXCLSDLL_fields.h"
 #include "diff/DiffCollector.h"
+#include "model/FieldWords.h"
 
 #include <string>
 #include <vector>
@@ -101,7 +102,7 @@ template <class Field, class Sink, class Record>
 void CompareField(Sink& sink, const Record& a, const Record& b);
 
 // Passes the fields of a pair of records to a sink that compares them. The sink has the operations Text, Number, Real,
-// Length and Point for values, Texts and Parameters for lists of texts, LineNumber, and for lists of records Ordered
+// Length, Point, Word and UniqueNumber for values, Texts and Parameters for lists of texts, LineNumber, and for lists of records Ordered
 // (identified by position), OrderedByKind (by position among those of their kind) and Keyed (by key).
 template <class Sink, class Record>
 void CompareFields(Sink& sink, const Record& a, const Record& b)
@@ -161,6 +162,10 @@ void CompareField(Sink& sink, const Record& a, const Record& b)
         sink.Point(kShown, kShownY, Field::Get(a), Field::Get(b));
     else if constexpr (kKind == Kind::Count)
         sink.Counts(kShown, kShownY, Field::Get(a), Field::Get(b));
+    else if constexpr (kKind == Kind::UniqueNumber)
+        sink.UniqueNumber(kShown, Field::Get(a), Field::Get(b));
+    else if constexpr (kKind == Kind::Unit || kKind == Kind::AttributeKind)
+        sink.Word(kShown, WordFor(Field::Get(a)), WordFor(Field::Get(b)));
     else if constexpr (kKind == Kind::Texts)
         sink.Texts(kShown, Field::Get(a), Field::Get(b));
     else

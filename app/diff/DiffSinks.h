@@ -20,7 +20,7 @@ bool AreEqualTexts(const CStringArray& a, const CStringArray& b);
 bool AreEqualParameters(const CStringArray& a, const CStringArray& b, double tolerance);
 std::string JoinedWords(const CStringArray& texts);
 
-// Finds out whether two records are equal, including their lists; line numbers are ignored.
+// Finds out whether two records are equal, including their lists; line numbers and unique numbers are ignored.
 class EqualityProbe
 {
 public:
@@ -50,7 +50,9 @@ public:
     {
         Note(m_isEqual && AreEqualParameters(a, b, m_tolerance));
     }
+    void Word(std::string_view /*field*/, std::string_view a, std::string_view b) { Note(a == b); }
     void LineNumber(std::string_view /*what*/, int /*a*/, int /*b*/) {}
+    void UniqueNumber(std::string_view /*field*/, __int64 /*a*/, __int64 /*b*/) {}
 
     template <class List>
     void Ordered(const List& a, const List& b)
@@ -153,6 +155,16 @@ public:
         if (!AreEqualParameters(a, b, m_rules.tolerance))
             Changed(field, JoinedWords(a), JoinedWords(b));
     }
+    void Word(std::string_view field, std::string_view a, std::string_view b)
+    {
+        if (a != b)
+            Changed(field, a, b);
+    }
+    void UniqueNumber(std::string_view field, __int64 a, __int64 b)
+    {
+        if (a != b)
+            Changed(field, std::int64_t{a}, std::int64_t{b});
+    }
     void LineNumber(std::string_view what, int a, int b)
     {
         if (!m_rules.ignoreLineNumbers && a != b)
@@ -175,6 +187,8 @@ public:
     template <class List>
     void Keyed(const List& a, const List& b)
     {
+        if (a.GetSize() == 0 && b.GetSize() == 0)
+            return;
         const auto itemsA = ItemsOf(a);
         const auto itemsB = ItemsOf(b);
         KeyedItems(std::span(itemsA), std::span(itemsB));
@@ -199,13 +213,6 @@ private:
         const DiffScope scope(m_collector, place, a.index);
         DiffReport inside(m_collector, m_rules, place.kind);
         CompareFields(inside, *a.record, *b.record);
-    }
-    // Equal records may come from different lines.
-    template <class Record>
-    void EqualPair(const DiffItem<Record>& a, const DiffItem<Record>& b)
-    {
-        if (!m_rules.ignoreLineNumbers)
-            Pair(a, b);
     }
     template <class Record>
     void Only(const DiffItem<Record>& item, DiffChange change)
@@ -244,8 +251,8 @@ template <class Record>
 void DiffReport::Sequence(std::span<const DiffItem<Record>> a, std::span<const DiffItem<Record>> b)
 {
     const Ends ends = EqualEnds(a, b);
-    for (std::size_t i = 0; i < ends.front; ++i)
-        EqualPair(a[i], b[i]);
+    for (std::size_t i = 0; i < ends.front; ++i) // equal records may come from other lines and have other numbers
+        Pair(a[i], b[i]);
     const auto middleA = a.subspan(ends.front, a.size() - ends.front - ends.back);
     const auto middleB = b.subspan(ends.front, b.size() - ends.front - ends.back);
     const std::size_t paired = std::min(middleA.size(), middleB.size());
@@ -256,7 +263,7 @@ void DiffReport::Sequence(std::span<const DiffItem<Record>> a, std::span<const D
     for (const auto& item : middleB.subspan(paired))
         Only(item, DiffChange::OnlyInB);
     for (std::size_t i = ends.back; i > 0; --i)
-        EqualPair(a[a.size() - i], b[b.size() - i]);
+        Pair(a[a.size() - i], b[b.size() - i]);
 }
 
 template <class List>
@@ -270,7 +277,7 @@ void DiffReport::OrderedByKind(const List& a, const List& b)
     const Span allB(itemsB);
     const auto ends = EqualEnds(allA, allB);
     for (std::size_t i = 0; i < ends.front; ++i)
-        EqualPair(allA[i], allB[i]);
+        Pair(allA[i], allB[i]);
 
     const Span middleA = allA.subspan(ends.front, allA.size() - ends.front - ends.back);
     const Span middleB = allB.subspan(ends.front, allB.size() - ends.front - ends.back);
@@ -292,7 +299,7 @@ void DiffReport::OrderedByKind(const List& a, const List& b)
         Changed("order of kinds", {}, {});
 
     for (std::size_t i = ends.back; i > 0; --i)
-        EqualPair(allA[allA.size() - i], allB[allB.size() - i]);
+        Pair(allA[allA.size() - i], allB[allB.size() - i]);
 }
 
 template <class Record>

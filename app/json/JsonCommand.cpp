@@ -3,6 +3,7 @@
 #include "options/CommonOptions.h"
 #include "output/ExitError.h"
 #include "json/RecordJson.h"
+#include "json/SchemaVersion.h"
 
 #include <CLI/CLI.hpp>
 
@@ -25,7 +26,13 @@ void PrintJob(const JsonOptions& options)
         [&]
         {
             json.Member("result", read.result);
-            WriteFields(json, *read.job);
+            if (options.read.way == JOBXway::Complete)
+            {
+                json.Member("schemaVersion", kSchemaVersion);
+                WriteFields<JOBXway::Complete>(json, *read.job);
+            }
+            else
+                WriteFields<JOBXway::Classic>(json, *read.job);
         });
     json.Finish();
     if (read.result == 0)

@@ -28,6 +28,7 @@ public:
     void Value(std::int64_t number) { m_writer.Int64(number); }
     void Value(double number);
     void Null() { m_writer.Null(); }
+    void True() { m_writer.Bool(true); }
     void Value(const CPointD& point);
     void Value(const CPointN& point);
     void Value(const CStringArray& texts);

@@ -44,8 +44,13 @@ constexpr std::size_t IndexOfKey(std::string_view key)
 {
     std::size_t index = 0;
     std::size_t found = kFieldCount<Main>;
-    std::apply([&](const auto&... fields) { ((found = fields.key == key ? index : found, ++index), ...); },
-               Fields<Main>::kList);
+    const auto visit = [&](const auto& field)
+    {
+        if (field.key == key && field.documents != FieldDocuments::OfCompleteReading)
+            found = index;
+        ++index;
+    };
+    std::apply([&](const auto&... fields) { (visit(fields), ...); }, Fields<Main>::kList);
     return found;
 }
 

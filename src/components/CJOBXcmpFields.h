@@ -3,6 +3,7 @@
 #include "components/CJOBXcmp.h"
 #include "components/CJOBXcmpTopFields.h"
 #include "foundation/CJOBXPropertyFields.h"
+#include "foundation/CommonFields.h"
 #include "foundation/RecordFields.h"
 #include "foundation/corekit/CLPropertyFields.h"
 
@@ -24,5 +25,7 @@ struct jobx::Fields<CJOBXcmp>
             .Shown("package", 3),
         Records("properties", "", &CJOBXcmp::m_arrProperties).Shown(9),
         Records("attributes", "", &CJOBXcmp::m_arrAttributes).Shown(8),
+        LineNumber("line", "Line of the file", &CJOBXcmp::GetLine, &CJOBXcmp::SetLine).Shown(11).OfCompleteReading(),
+        IDOf<CJOBXtailed>(),
     };
 };

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "components/CJOBXcmpTop.h"
+#include "foundation/CommonFields.h"
 #include "foundation/RecordFields.h"
 
 // The fields of CJOBXcmpTop.
@@ -16,5 +17,7 @@ struct jobx::Fields<CJOBXcmpTop>
         Angle("rotation", "Degrees", &CJOBXcmpTop::m_dRotation).Shown("rotation", 3),
         Coordinate("location", "Place", &CJOBXcmpTop::m_ptLocation).Shown("x", "y", 2),
         Index(FieldTable::Pins, "pin", "Position in the package", &CJOBXcmpTop::m_nPin).Shown("pin", 1),
+        IDOf<CJOBXtailed>(),
+        TailAttributesOf(),
     };
 };

@@ -2,6 +2,7 @@
 
 #include "components/CJOBXcmpFields.h"
 #include "components/CJOBXcomponents.h"
+#include "foundation/CommonFields.h"
 #include "foundation/RecordFields.h"
 
 // The fields of CJOBXcomponents.
@@ -22,5 +23,6 @@ struct jobx::Fields<CJOBXcomponents>
             .Shown("attribute name", 2),
         Table(&CJOBXcomponents::m_arrAttributeTextNumbers, &CJOBXcomponents::m_arrAttributeTexts)
             .Shown("attribute text", 3),
+        UnitOf(),
     };
 };

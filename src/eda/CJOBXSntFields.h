@@ -2,6 +2,7 @@
 
 #include "eda/CJOBXSnt.h"
 #include "eda/CJOBXdataNetObjFields.h"
+#include "foundation/CommonFields.h"
 #include "foundation/RecordFields.h"
 
 // The fields of CJOBXSnt.
@@ -22,5 +23,7 @@ struct jobx::Fields<CJOBXSnt>
         Coordinate("point", "Set by hosts", &CJOBXSnt::m_ptPosition).LeftByUnitChange(),
         Text("text", "Set by hosts", &CJOBXSnt::m_sText),
         Records("objects", "", &CJOBXSnt::m_arrNetObjs).Shown(9),
+        IDOf<CJOBXtailed>(),
+        TailAttributesOf(),
     };
 };

@@ -1,8 +1,10 @@
 #pragma once
 
 #include "eda/CJOBXdata.h"
+#include "eda/CJOBXdataFgrFields.h"
 #include "eda/CJOBXdataNetFields.h"
 #include "eda/CJOBXdataPkgFields.h"
+#include "foundation/CommonFields.h"
 #include "foundation/RecordFields.h"
 
 // The fields of CJOBXdata.
@@ -19,5 +21,19 @@ struct jobx::Fields<CJOBXdata>
         Text("units", "INCH unless a host sets it", &CJOBXdata::m_sUnits).Shown("units", 2),
         Texts("attributeNames", "Set by hosts", &CJOBXdata::m_arrAttributeNames).Shown("attribute names", 3),
         Texts("attributeTexts", "Set by hosts", &CJOBXdata::m_arrAttributeTexts).Shown("attribute texts", 4),
+        UnitOf(),
+        Records(
+            "featureGroups", "FGR records behind the packages",
+            [](auto& data) -> auto& { return *data.GetFeatureGroups(); })
+            .Shown(9)
+            .OfCompleteReading(),
+        Numbers(
+            "attributeNameNumbers", "Of the attribute names",
+            [](auto& data) -> auto& { return *data.GetAttributeNameNumbers(); })
+            .OfCompleteReading(),
+        Numbers(
+            "attributeTextNumbers", "Of the attribute texts",
+            [](auto& data) -> auto& { return *data.GetAttributeTextNumbers(); })
+            .OfCompleteReading(),
     };
 };

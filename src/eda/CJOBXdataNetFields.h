@@ -3,6 +3,7 @@
 #include "eda/CJOBXSntFields.h"
 #include "eda/CJOBXdataNet.h"
 #include "foundation/CJOBXPropertyFields.h"
+#include "foundation/CommonFields.h"
 #include "foundation/RecordFields.h"
 
 // The fields of CJOBXdataNet.
@@ -16,5 +17,7 @@ struct jobx::Fields<CJOBXdataNet>
         Integer("flag", "Set by hosts", &CJOBXdataNet::m_nFlag).InMemoryOnly(),
         Records("subnets", "", &CJOBXdataNet::m_arrSnts).Shown(3),
         Records("properties", "", &CJOBXdataNet::m_arrProperties).Shown(4),
+        IDOf<CJOBXtailed>(),
+        TailAttributesOf(),
     };
 };

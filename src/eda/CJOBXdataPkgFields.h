@@ -3,6 +3,7 @@
 #include "eda/CJOBXdataPkg.h"
 #include "eda/CJOBXdataPkgPinFields.h"
 #include "foundation/CJOBXPropertyFields.h"
+#include "foundation/CommonFields.h"
 #include "foundation/RecordFields.h"
 #include "foundation/corekit/CLPropertyFields.h"
 
@@ -22,6 +23,8 @@ struct jobx::Fields<CJOBXdataPkg>
         Records("outlines", "", &CJOBXdataPkg::m_arrOutlines).Shown(6),
         Records("pins", "", &CJOBXdataPkg::m_arrPins).Shown(7),
         Records("properties", "", &CJOBXdataPkg::m_arrProperties).Shown(8),
-        Records("attributes", "", &CJOBXdataPkg::m_arrAttributes).Shown(9),
+        Records("attributes", "", &CJOBXdataPkg::m_arrAttributes).Shown(9).OfClassicReading(),
+        IDOf<CJOBXtailed>(),
+        TailAttributesOf(),
     };
 };

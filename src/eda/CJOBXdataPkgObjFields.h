@@ -1,6 +1,7 @@
 #pragma once
 
 #include "eda/CJOBXdataPkgObjContour.h"
+#include "foundation/CommonFields.h"
 #include "foundation/RecordFields.h"
 #include "layer/CJOBXlayObjOXFields.h"
 
@@ -65,6 +66,8 @@ struct jobx::Fields<CJOBXdataPkgObj>
             .AsMark()
             .AsClassText(),
         Parameters("params", "As in the file", &CJOBXdataPkgObj::m_arrParameters).Shown("parameters", 2),
+        IDOf<CJOBXtailed>(),
+        TailAttributesOf(),
         FieldsOfClass<CJOBXdataPkgObjCircle, CJOBXdataPkgObjSquare, CJOBXdataPkgObjRectangle, CJOBXdataPkgObjContour>()
             .InMemoryOnly(),
     };

@@ -2,6 +2,7 @@
 
 #include "eda/CJOBXdataPkgObjFields.h"
 #include "eda/CJOBXdataPkgPin.h"
+#include "foundation/CommonFields.h"
 #include "foundation/RecordFields.h"
 
 // The fields of CJOBXdataPkgPin.
@@ -18,5 +19,7 @@ struct jobx::Fields<CJOBXdataPkgPin>
         Text("electricalType", "E, M or U", &CJOBXdataPkgPin::m_sElectricalType).Shown("electrical type"),
         Text("mountType", "Mount type and what follows it", &CJOBXdataPkgPin::m_sMountType).Shown("mount type"),
         Records("outlines", "", &CJOBXdataPkgPin::m_arrOutlines).Shown(),
+        IDOf<CJOBXtailed>(),
+        TailAttributesOf(),
     };
 };

@@ -26,22 +26,25 @@ namespace jobx
 {
 enum class FieldKind
 {
-    Text,       // CString
-    Integer,    // int or __int64
-    Index,      // an integer that refers to an entry of a table, see FieldTable
-    LineNumber, // an integer: the record's line in its file
-    Real,       // a double without a unit
-    Angle,      // a double in degrees
-    Length,     // a double in the unit of the file
-    Coordinate, // CPointD in the unit of the file
-    Count,      // CPointN: columns and rows
-    Texts,      // CStringArray
-    Parameters, // texts, some of which may be lengths
-    Numbers,    // CArrayN
-    Part,       // one record inside this one
-    Records,    // a list of records
-    Class,      // not a member: the additional fields of the classes that the record may have
-    Table,      // not a member: parallel lists of this record that form one numbered table
+    Text,          // CString
+    Integer,       // int or __int64
+    Index,         // an integer that refers to an entry of a table, see FieldTable
+    LineNumber,    // an integer: the record's line in its file
+    Real,          // a double without a unit
+    Angle,         // a double in degrees
+    Length,        // a double in the unit of the file
+    Coordinate,    // CPointD in the unit of the file
+    Count,         // CPointN: columns and rows
+    Texts,         // CStringArray
+    Parameters,    // texts, some of which may be lengths
+    Numbers,       // CArrayN
+    Part,          // one record inside this one
+    Records,       // a list of records
+    Class,         // not a member: the additional fields of the classes that the record may have
+    Table,         // not a member: parallel lists of this record that form one numbered table
+    UniqueNumber,  // __int64: the number of the record in the whole job, -1 for none
+    Unit,          // JOBXunit: of the lengths of the record and of those in it
+    AttributeKind, // JOBXattributeKind
 };
 
 // The table that an index refers to.
@@ -59,6 +62,15 @@ enum class FieldTable
     Pins,           // of the component's package, by index
     Components,     // of that side, by index
     Toeprints,      // of that component, by index
+};
+
+// The documents that have a field.
+enum class FieldDocuments
+{
+    All,
+    OfClassicReading,
+    OfCompleteReading,
+    None,
 };
 
 // The names of a record type: in documents (key), for people (shown), and in paths (word).
@@ -81,17 +93,18 @@ struct FieldFacts
 
     std::string_view key;
     std::string_view about;
-    std::string_view shown;          // name for people
-    std::string_view shownY;         // of the second of two coordinates
-    int place = kNoPlace;            // among the fields shown
-    bool isShown = false;            // differences in it are reported
-    bool isInDocuments = true;       // its key appears there
-    bool isLeftByUnitChange = false; // a length that UnitConvert and vRescale do not change
-    bool isName = false;             // identifies a record in its list
-    bool isNameInAnyCase = false;    // also, ignoring the case of ASCII letters
-    bool isMark = false;             // shown beside the position of a record without a name
-    bool isClassText = false;        // its text determines the record's class
-    bool isSorted = false;           // documents sort the list by the names of its records
+    std::string_view shown;                         // name for people
+    std::string_view shownY;                        // of the second of two coordinates
+    int place = kNoPlace;                           // among the fields shown
+    bool isShown = false;                           // differences in it are reported
+    FieldDocuments documents = FieldDocuments::All; // where its key appears
+    bool isLeftByUnitChange = false;                // a length that UnitConvert and vRescale do not change
+    bool isName = false;                            // identifies a record in its list
+    bool isNameInAnyCase = false;                   // also, ignoring the case of ASCII letters
+    bool isMark = false;                            // shown beside the position of a record without a name
+    bool isClassText = false;                       // its text determines the record's class
+    bool isAttributeValue = false; // of an attribute; documents of complete reading have true for a flag
+    bool isSorted = false;         // documents sort the list by the names of its records
     FieldTable table = FieldTable::None;
 };
 
@@ -120,7 +133,13 @@ struct Field : FieldFacts
     // For fields without a name: lists and additional fields.
     constexpr Field Shown(int at = kNoPlace) const { return Shown({}, at); }
 
-    constexpr Field InMemoryOnly() const { return With(&FieldFacts::isInDocuments, false); }
+    constexpr Field InMemoryOnly() const { return With(&FieldFacts::documents, FieldDocuments::None); }
+    constexpr Field OfClassicReading() const { return With(&FieldFacts::documents, FieldDocuments::OfClassicReading); }
+    constexpr Field OfCompleteReading() const
+    {
+        return With(&FieldFacts::documents, FieldDocuments::OfCompleteReading);
+    }
+    constexpr Field AsAttributeValue() const { return With(&FieldFacts::isAttributeValue, true); }
     constexpr Field LeftByUnitChange() const { return With(&FieldFacts::isLeftByUnitChange, true); }
     constexpr Field AsName() const { return With(&FieldFacts::isName, true); }
     constexpr Field AsNameInAnyCase() const { return AsName().With(&FieldFacts::isNameInAnyCase, true); }
@@ -289,6 +308,30 @@ template <class... Where>
 constexpr auto Records(std::string_view key, std::string_view about, Where... where)
 {
     return MakeField<FieldKind::Records>(key, about, where...);
+}
+
+template <class... Where>
+constexpr auto UniqueNumber(std::string_view key, std::string_view about, Where... where)
+{
+    return MakeField<FieldKind::UniqueNumber>(key, about, where...);
+}
+template <class... Where>
+constexpr auto Unit(std::string_view key, std::string_view about, Where... where)
+{
+    return MakeField<FieldKind::Unit>(key, about, where...);
+}
+template <class... Where>
+constexpr auto AttributeKind(std::string_view key, std::string_view about, Where... where)
+{
+    return MakeField<FieldKind::AttributeKind>(key, about, where...);
+}
+
+// Whether documents of that reading have the field.
+constexpr bool IsInDocuments(const FieldFacts& facts, bool ofCompleteReading)
+{
+    return facts.documents == FieldDocuments::All ||
+           facts.documents ==
+               (ofCompleteReading ? FieldDocuments::OfCompleteReading : FieldDocuments::OfClassicReading);
 }
 
 // The classes that a record may have besides the described one, the common ones first.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/CommonFields.h"
 #include "foundation/RecordFields.h"
 #include "job/CJOBXmisc.h"
 
@@ -17,5 +18,6 @@ struct jobx::Fields<CJOBXmisc>
         Text("saveDate", "As in the file", &CJOBXmisc::m_sSaveDate).Shown("save date"),
         Text("saveApp", "Program that saved it", &CJOBXmisc::m_sSaveApp).Shown("save application"),
         Text("saveUser", "Who saved it", &CJOBXmisc::m_sSaveUser).Shown("save user"),
+        UnitOf(),
     };
 };

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/CommonFields.h"
 #include "foundation/RecordFields.h"
 #include "layer/CJOBXfonts.h"
 
@@ -38,5 +39,6 @@ struct jobx::Fields<CJOBXfonts>
         Length("ySize", "Cell height", &CJOBXfonts::m_dYSize).Shown("y size"),
         Length("offset", "Offset", &CJOBXfonts::m_dOffset).Shown("offset"),
         Records("characters", "", &CJOBXfonts::m_arrCharacters).Shown(),
+        UnitOf(),
     };
 };

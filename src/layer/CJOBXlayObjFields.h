@@ -1,6 +1,7 @@
 #pragma once
 
 #include "foundation/CJOBXPropertyFields.h"
+#include "foundation/CommonFields.h"
 #include "foundation/RecordFields.h"
 #include "layer/CJOBXlayObj.h"
 #include "layer/CJOBXlayObjOXFields.h"
@@ -105,6 +106,9 @@ struct jobx::Fields<CJOBXlayObjBarcode>
         Text("barcodeName", "Kind of barcode", &CJOBXlayObjBarcode::m_sBarcodeName).Shown("barcode name", 2),
         Integer("orientation", "As of a pad", &CJOBXlayObjBarcode::m_nOrientation).Shown("orientation", 4),
         Coordinate("position", "Its origin", &CJOBXlayObjBarcode::m_ptPosition).Shown("x", "y", 1),
+        Angle("angle", "Degrees", &CJOBXlayObjBarcode::GetRotationAngle, &CJOBXlayObjBarcode::SetRotationAngle)
+            .Shown("angle", 14)
+            .OfCompleteReading(),
     };
 };
 
@@ -175,6 +179,7 @@ struct jobx::Fields<CJOBXlayObj>
         Texts(
             "texts", "Set by hosts", [](auto& feature) -> auto& { return feature.GetTexts(); })
             .InMemoryOnly(),
+        IDOf<CJOBXidentified>(),
         FieldsOfClass<CJOBXlayObjLine, CJOBXlayObjPad, CJOBXlayObjSurface, CJOBXlayObjArc, CJOBXlayObjText,
                       CJOBXlayObjBarcode>()
             .Shown(5),

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "components/CJOBXcomponentsFields.h"
+#include "foundation/CommonFields.h"
 #include "foundation/RecordFields.h"
 #include "layer/CJOBXlayObjFields.h"
 #include "layer/CJOBXlayer.h"
@@ -40,5 +41,6 @@ struct jobx::Fields<CJOBXlayer>
         Real("copperWeightOrDielectric", "Set by hosts", &CJOBXlayer::m_dCopperWeightOrDielectric).InMemoryOnly(),
         Integer("firstLineNo", "Set by hosts", &CJOBXlayer::m_nFirstLineNo).InMemoryOnly(),
         Integer("lastLineNo", "Set by hosts", &CJOBXlayer::m_nLastLineNo).InMemoryOnly(),
+        UnitOf(),
     };
 };

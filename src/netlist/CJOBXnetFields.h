@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/CommonFields.h"
 #include "foundation/RecordFields.h"
 #include "netlist/CJOBXnet.h"
 #include "netlist/CJOBXnetPtFields.h"
@@ -13,5 +14,7 @@ struct jobx::Fields<CJOBXnet>
         Integer("number", "", &CJOBXnet::m_nNumber).Shown("number", 2),
         Text("name", "Name", &CJOBXnet::m_sName).Shown("name", 1).AsName(),
         Records("points", "", &CJOBXnet::m_arrPts).Shown(3),
+        IDOf<CJOBXtailed>(),
+        TailAttributesOf(),
     };
 };

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/CommonFields.h"
 #include "foundation/RecordFields.h"
 #include "netlist/CJOBXnetPt.h"
 
@@ -39,5 +40,7 @@ struct jobx::Fields<CJOBXnetPt>
             .Shown("staggered x", "staggered y", 9),
         Length("radius", "0 for a point that is not round", &CJOBXnetPt::m_dRadius).Shown("radius", 1),
         Texts("flags", "Further words", PointFlags{}).Shown("flags", 11),
+        IDOf<CJOBXtailed>(),
+        TailAttributesOf(),
     };
 };

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/CommonFields.h"
 #include "foundation/RecordFields.h"
 #include "netlist/CJOBXnetFields.h"
 #include "netlist/CJOBXnetlist.h"
@@ -15,5 +16,12 @@ struct jobx::Fields<CJOBXnetlist>
             .Shown("units"),
         Records("points", "Of no net; set by hosts", &CJOBXnetlist::m_arrPts),
         Records("nets", "", &CJOBXnetlist::m_arrNets).Shown(),
+        UnitOf(),
+        Text("optimize", "The H line: y or n", &CJOBXnetlist::GetOptimize, &CJOBXnetlist::SetOptimize)
+            .Shown("optimize")
+            .OfCompleteReading(),
+        Text("staggered", "The H line: y or n", &CJOBXnetlist::GetStaggered, &CJOBXnetlist::SetStaggered)
+            .Shown("staggered")
+            .OfCompleteReading(),
     };
 };

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/CommonFields.h"
 #include "foundation/RecordFields.h"
 #include "step/CJOBXstepRepeatFields.h"
 #include "step/CJOBXstephdr.h"
@@ -31,5 +32,6 @@ struct jobx::Fields<CJOBXstephdr>
         Text("affectingBom", "", &CJOBXstephdr::m_sAffectingBom).Shown("affecting BOM"),
         Text("affectingBomChanged", "", &CJOBXstephdr::m_sAffectingBomChanged).Shown("affecting BOM changed"),
         Records("stepRepeats", "", &CJOBXstephdr::m_arrStepRepeats).Shown(),
+        UnitOf(),
     };
 };

@@ -16,10 +16,8 @@ using testing::StartsWith;
 
 namespace
 {
-const std::vector<std::string> kTables = {"nets", "components", "packages", "panel"};
-
 // The contents of every file below a directory.
-std::map<std::string, std::string> TreeOf(const std::string& directory)
+std::map<std::string, std::string> ContentsBelow(const std::string& directory)
 {
     std::map<std::string, std::string> tree;
     for (const fs::directory_entry& entry : fs::recursive_directory_iterator(directory))
@@ -76,14 +74,14 @@ TEST(CompleteReading, NothingIsWrittenIntoTheJobExceptWithLegacy)
 {
     const TempDir directory;
     const std::string job = CopySample(directory);
-    const auto before = TreeOf(job);
+    const auto before = ContentsBelow(job);
     for (const std::string command : {"info", "nets", "components", "packages", "panel", "json", "diff"})
     {
         EXPECT_EQ(RunJobx(Arguments(command, job)).exitCode, 0) << command;
-        EXPECT_TRUE(TreeOf(job) == before) << command;
+        EXPECT_TRUE(ContentsBelow(job) == before) << command;
     }
     RunLegacy({"info", job});
-    EXPECT_EQ(TreeOf(job).size(), before.size() + 1);
+    EXPECT_EQ(ContentsBelow(job).size(), before.size() + 1);
 }
 
 TEST(CompleteReading, PackagesWithATailAndMetricUnitsAreReadAndLegacyLeavesThemOut)

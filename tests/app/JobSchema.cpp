@@ -1,11 +1,14 @@
 #include "JobSchema.h"
 
 #include "JOBXCLSDLL_fields.h"
+#include "model/FieldWords.h"
+#include "json/SchemaVersion.h"
 
 #include <rapidjson/prettywriter.h>
 #include <rapidjson/stringbuffer.h>
 
 #include <set>
+#include <span>
 #include <string_view>
 #include <vector>
 
@@ -20,7 +23,7 @@ constexpr std::string_view kDefinition = jobx::Fields<Record>::kName.key;
 class SchemaWriter
 {
 public:
-    SchemaWriter() { m_writer.SetIndent(' ', 2); }
+    explicit SchemaWriter(JOBXway way) : m_isComplete(way == JOBXway::Complete) { m_writer.SetIndent(' ', 2); }
 
     std::string Text() const { return std::string(m_buffer.GetString(), m_buffer.GetSize()) + "\n"; }
 
@@ -30,7 +33,7 @@ public:
             [this]
             {
                 Member("$schema", "https://json-schema.org/draft/2020-12/schema");
-                Member("title", "What jobx json prints");
+                Member("title", m_isComplete ? "What jobx json prints" : "What jobx json --legacy prints");
                 Member("description",
                        "Everything that was read of one job. Texts are carried as they are when they are UTF-8, else "
                        "byte by byte as U+0000 to U+00FF; with --latin1 always byte by byte.");
@@ -39,9 +42,12 @@ public:
                              [this]
                              {
                                  Result();
+                                 if (m_isComplete)
+                                     SchemaVersion();
                                  Properties<CJOBX>({});
                              });
-                EndOfProperties<CJOBX>({"result"});
+                EndOfProperties<CJOBX>(m_isComplete ? std::vector<std::string_view>{"result", "schemaVersion"}
+                                                    : std::vector<std::string_view>{"result"});
                 ObjectMember("$defs",
                              [this]
                              {
@@ -87,6 +93,18 @@ private:
                          Member("description", "1 when the job was read, 0 when the directory holds no job");
                      });
     }
+
+    void SchemaVersion()
+    {
+        ObjectMember("schemaVersion",
+                     [this]
+                     {
+                         Key("const");
+                         m_writer.Int(kSchemaVersion);
+                         Member("description", "Higher when a member gets another meaning or is removed");
+                     });
+    }
+    bool Has(const jobx::FieldFacts& field) const { return jobx::IsInDocuments(field, m_isComplete); }
 
     void Values()
     {
@@ -150,9 +168,9 @@ private:
             [this](auto field)
             {
                 using Field = decltype(field);
-                if constexpr (!Field::kField.isInDocuments)
+                if (!Has(Field::kField))
                     return;
-                else if constexpr (Field::kKind == Kind::Part)
+                if constexpr (Field::kKind == Kind::Part)
                     Define<std::remove_cvref_t<decltype(Field::Get(std::declval<const Record&>()))>>();
                 else if constexpr (Field::kKind == Kind::Records)
                     Define<jobx::RecordOfList<decltype(Field::Get(std::declval<const Record&>()))>>();
@@ -164,9 +182,10 @@ private:
     template <class Record>
     static constexpr bool HasClasses()
     {
-        return std::apply([](const auto&... fields)
-                          { return ((fields.isInDocuments && fields.kKind == Kind::Class) || ...); },
-                          jobx::Fields<Record>::kList);
+        return std::apply(
+            [](const auto&... fields)
+            { return ((fields.documents == jobx::FieldDocuments::All && fields.kKind == Kind::Class) || ...); },
+            jobx::Fields<Record>::kList);
     }
     template <class Record, class Use>
     static void ForEachClass(Use use)
@@ -213,7 +232,7 @@ private:
     {
         const auto add = [&](auto field)
         {
-            if (decltype(field)::kField.isInDocuments && decltype(field)::kKind != Kind::Class)
+            if (Has(decltype(field)::kField) && decltype(field)::kKind != Kind::Class)
                 required.push_back(decltype(field)::kField.key);
         };
         (jobx::ForEachField<Records>(add), ...);
@@ -229,15 +248,16 @@ private:
             [&](auto field)
             {
                 using Field = decltype(field);
-                if constexpr (Field::kField.isInDocuments && Field::kKind != Kind::Class)
-                    ObjectMember(Field::kField.key,
-                                 [&]
-                                 {
-                                     if (Field::kField.isClassText && !classText.empty())
-                                         Member("const", classText);
-                                     else
-                                         FieldSchema<Record, Field>();
-                                 });
+                if constexpr (Field::kKind != Kind::Class && Field::kField.documents != jobx::FieldDocuments::None)
+                    if (Has(Field::kField))
+                        ObjectMember(Field::kField.key,
+                                     [&]
+                                     {
+                                         if (Field::kField.isClassText && !classText.empty())
+                                             Member("const", classText);
+                                         else
+                                             FieldSchema<Record, Field>();
+                                     });
             });
     }
     template <class Record, class Field>
@@ -248,6 +268,8 @@ private:
             ListSchema<jobx::RecordOfList<Value>>();
         else if constexpr (Field::kKind == Kind::Part)
             Reference(kDefinition<Value>);
+        else if (Field::kField.isAttributeValue && m_isComplete)
+            Types({"string", "boolean"});
         else
             ValueSchema(Field::kKind);
         if (!Field::kField.about.empty())
@@ -271,10 +293,26 @@ private:
     {
         jobx::ForEachField<Record>([this](auto field) { this->template FieldSchema<Record, decltype(field)>(); });
     }
+    void Types(const std::vector<std::string_view>& types)
+    {
+        Key("type");
+        Strings(types);
+    }
+    void OneOf(std::span<const std::string_view> words)
+    {
+        Key("enum");
+        Strings({words.begin(), words.end()});
+    }
     void ValueSchema(Kind kind)
     {
         switch (kind)
         {
+        case Kind::UniqueNumber:
+            return Types({"integer", "null"});
+        case Kind::Unit:
+            return OneOf(kUnitWords);
+        case Kind::AttributeKind:
+            return OneOf(kKindWords);
         case Kind::Integer:
         case Kind::Index:
         case Kind::LineNumber:
@@ -302,15 +340,16 @@ private:
         ObjectMember("items", [&] { Member("type", type); });
     }
 
+    const bool m_isComplete;
     rapidjson::StringBuffer m_buffer;
     rapidjson::PrettyWriter<rapidjson::StringBuffer> m_writer{m_buffer};
     std::set<std::string_view> m_defined;
 };
 } // namespace
 
-std::string JobSchema()
+std::string JobSchema(JOBXway way)
 {
-    SchemaWriter schema;
+    SchemaWriter schema(way);
     schema.Document();
     return schema.Text();
 }

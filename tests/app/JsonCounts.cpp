@@ -20,9 +20,15 @@ public:
             m_counts.firstKeys[m_place.substr(0, level.length)].append(text, length).append(" ");
         m_place.resize(level.length);
         m_place.append(level.length == 0 ? "" : "/").append(text, length);
-        m_isKind = std::string_view(text, length) == "kind" || std::string_view(text, length) == "type";
+        const std::string_view key(text, length);
+        m_isKind = key == "kind" || key == "type" || key == "unit";
+        m_isID = key == "id";
         return true;
     }
+    bool Int(int) { return Number(); }
+    bool Uint(unsigned) { return Number(); }
+    bool Int64(std::int64_t) { return Number(); }
+    bool Uint64(std::uint64_t) { return Number(); }
     bool String(const char* text, rapidjson::SizeType length, bool)
     {
         if (m_isKind)
@@ -48,10 +54,18 @@ private:
         bool isFirst;       // at its place
     };
 
+    bool Number()
+    {
+        if (m_isID)
+            ++m_counts.texts[{m_place, JsonCounts::kNumber}];
+        return true;
+    }
+
     JsonCounts& m_counts;
     std::string m_place;
     std::vector<Level> m_levels;
     bool m_isKind = false;
+    bool m_isID = false;
 };
 } // namespace
 

@@ -130,11 +130,11 @@ TEST(JobxJson, NetCommentsWithoutABlankNumberNoNet)
     EXPECT_THAT(others[1], testing::StartsWith("STP,0,0,DGND,"));
 }
 
-TEST(JobxJson, HasExactlyTheAgreedKeysInTheirOrder)
+TEST(JobxJson, WithLegacyHasExactlyTheAgreedKeysInTheirOrder)
 {
     const TempDir directory;
     const std::string job = CopySample(directory);
-    const ProgramResult result = RunJobx({"json", job, "--sysattr", job + "/misc/sysattr"});
+    const ProgramResult result = RunLegacy({"json", job, "--sysattr", job + "/misc/sysattr"});
     const auto keys = CountJson(result.out).firstKeys;
     const std::pair<std::string, std::string> expected[] = {
         {"", "result versionMajor versionMinor name font matrix misc steps symbols sysAttrs "},
@@ -261,6 +261,7 @@ TEST(JobxJson, TellsOfADirectoryThatHoldsNoJobInTheDocumentToo)
     const TempDir directory;
     const ProgramResult result = RunJobx({"json", directory.MakeDir("empty")});
     EXPECT_EQ(result.exitCode, 3);
-    EXPECT_THAT(result.out, testing::StartsWith(R"({"result":0,"versionMajor":6,"versionMinor":0,"name":"empty")"));
+    EXPECT_THAT(result.out, testing::StartsWith(
+                                R"({"result":0,"schemaVersion":2,"versionMajor":6,"versionMinor":0,"name":"empty")"));
     EXPECT_TRUE(CountJson(result.out).isValid);
 }

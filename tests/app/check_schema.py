@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Validate what `jobx json` prints for a job against the schema: check_schema.py JOBX SCHEMA JOB
+"""Validate what `jobx json` prints for a job against the schema: check_schema.py JOBX SCHEMA JOB [OPTION...]
 
 Exit status 77 when this machine has no validator. The job is copied first, because reading may unpack files in it.
 """
@@ -72,7 +72,7 @@ def check_rejects(validator, document):
 
 
 def main():
-    program, schema_path, job = sys.argv[1:]
+    program, schema_path, job, *options = sys.argv[1:]
     schema = json.loads(Path(schema_path).read_text(encoding="utf-8"))
     Draft202012Validator.check_schema(schema)
     closed = check_closed(schema)
@@ -80,7 +80,7 @@ def main():
     with tempfile.TemporaryDirectory() as directory:
         place = Path(directory) / "job"
         shutil.copytree(job, place)
-        command = [program, "json", str(place), "--sysattr", str(place / "misc" / "sysattr")]
+        command = [program, "json", str(place), "--sysattr", str(place / "misc" / "sysattr"), *options]
         document = json.loads(subprocess.run(command, check=True, stdout=subprocess.PIPE).stdout)
     errors = sorted(validator.iter_errors(document), key=lambda error: list(map(str, error.path)))
     for error in errors[:10]:
