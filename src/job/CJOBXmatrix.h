@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/CJOBXkeyed.h"
 #include "foundation/framework/CRaisingNew.h"
 #include "job/CJOBXmatrixLayer.h"
 #include "job/CJOBXmatrixStep.h"
@@ -9,7 +10,9 @@
 // Results:   the reader returns 1, or 0 for a missing or unreadable file and then changes nothing. A malformed number
 //            reads as 0. Lookups that find nothing return null or ""; pointers are borrowed. Exhausted memory raises
 //            CMemoryException and keeps what was read before.
-class JOBX_API CJOBXmatrix : public CRaisingNew
+// Its further keys are those outside of steps and layers. A key of a block with another name has that name and a dot in
+// front.
+class JOBX_API CJOBXmatrix : public CRaisingNew, public CJOBXkeyed
 {
 public:
     CJOBXmatrix();

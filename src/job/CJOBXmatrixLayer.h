@@ -1,6 +1,8 @@
 #pragma once
 
 #include "foundation/CExPtrArray.h"
+#include "foundation/CJOBXidentified.h"
+#include "foundation/CJOBXkeyed.h"
 #include "foundation/framework/CRaisingNew.h"
 #include "foundation/framework/CString.h"
 
@@ -8,7 +10,7 @@
 
 // One row of a job's matrix: a layer. Texts are as in the file, trimmed. Not copyable. The library itself tests only
 // for "BOARD" (context), "SIGNAL", "POWER_GROUND" and "DRILL" (type).
-class JOBX_API CJOBXmatrixLayer : public CRaisingNew
+class JOBX_API CJOBXmatrixLayer : public CRaisingNew, public CJOBXkeyed, public CJOBXidentified
 {
 public:
     CJOBXmatrixLayer();

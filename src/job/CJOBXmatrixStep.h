@@ -1,13 +1,15 @@
 #pragma once
 
 #include "foundation/CExPtrArray.h"
+#include "foundation/CJOBXidentified.h"
+#include "foundation/CJOBXkeyed.h"
 #include "foundation/framework/CRaisingNew.h"
 #include "foundation/framework/CString.h"
 
 #include <cstdio>
 
 // One column of a job's matrix: a step. Not copyable.
-class JOBX_API CJOBXmatrixStep : public CRaisingNew
+class JOBX_API CJOBXmatrixStep : public CRaisingNew, public CJOBXkeyed, public CJOBXidentified
 {
 public:
     CJOBXmatrixStep();

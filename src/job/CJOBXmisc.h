@@ -1,15 +1,17 @@
 #pragma once
 
+#include "foundation/CJOBXattributeList.h"
+#include "foundation/CJOBXkeyed.h"
 #include "foundation/CJOBXunit.h"
 #include "foundation/framework/CRaisingNew.h"
 #include "foundation/framework/CString.h"
 
-// The job information: the file "info" of the job's folder "misc". Never written.
+// The job information: the file "info" of the job's folder "misc", and the attribute list beside it. Never written.
 // Units:     in complete reading, its unit applies to all files of the job that name none.
 // Results:   the reader returns 1, or 0 for a missing folder or file and then changes nothing. A malformed number reads
 //            as 0. Exhausted memory raises CMemoryException.
 // Ownership: a plain value; not copyable.
-class JOBX_API CJOBXmisc : public CRaisingNew, public CJOBXmeasured
+class JOBX_API CJOBXmisc : public CRaisingNew, public CJOBXmeasured, public CJOBXkeyed, public CJOBXattributed
 {
 public:
     CJOBXmisc();

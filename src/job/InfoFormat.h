@@ -13,4 +13,5 @@ inline constexpr char kCreationDate[] = "CREATION_DATE";
 inline constexpr char kSaveDate[] = "SAVE_DATE";
 inline constexpr char kSaveApp[] = "SAVE_APP";
 inline constexpr char kSaveUser[] = "SAVE_USER";
+inline constexpr char kMaxUid[] = "MAX_UID"; // the largest unique number of the job
 } // namespace info_format

@@ -1,11 +1,8 @@
-#include "job/InfoReader.h"
-
 #include "foundation/KeywordTable.h"
 #include "foundation/corekit/CKUtility.h"
 #include "foundation/framework/Guarded.h"
 #include "job/CJOBXmisc.h"
 #include "job/InfoFormat.h"
-#include "reading/CFileUnit.h"
 
 namespace
 {
@@ -49,15 +46,4 @@ int CJOBXmisc::ParseODBOfMFC(const CString& miscDirectory)
                 Dispatch<kInfoKeywords>(*this, text.Line());
             return text.WasRead() ? 1 : 0;
         });
-}
-
-void ReadCompletely(const CReadingContext& /*context*/, CSourceFile& file, CJOBXmisc& misc)
-{
-    CFileUnit unit(file.Messages(), misc, JOBXunit::Inch);
-    while (file.WasRead() && file.Text().NextLine())
-    {
-        const std::string_view line = file.Text().Line();
-        if (!unit.Take(line, file.Text().LineNumber()))
-            Dispatch<kInfoKeywords>(misc, line);
-    }
 }

@@ -72,6 +72,8 @@ void CJobReading::ReadInfoAndSymbols()
     for (__int64 i = 0; i < layers.GetSize(); ++i)
         if (const CJOBXmatrixLayer* const layer = layers.GetAt(i); layer != nullptr && !layer->m_sName.IsEmpty())
             m_job.rows.push_back({layer->m_sName, AsciiEqualNoCase(layer->m_sType.View(), kOfComponents)});
+    for (const CJOBXmatrixStep& step : m_target.m_pMatrix->m_arrSteps.Records())
+        m_job.steps.push_back(step.m_sName);
     const CString misc = FindEntry(m_job.directory, "misc");
     CSourceFile info(m_context, misc, info_format::kInfo, Presence::Optional);
     ReadCompletely(m_context, info, *m_target.m_pMisc);

@@ -26,6 +26,7 @@ inline constexpr char kEndName[] = "END_NAME";
 inline constexpr char kOldName[] = "OLD_NAME";
 inline constexpr char kAddType[] = "ADD_TYPE";
 inline constexpr char kColor[] = "COLOR";
+inline constexpr char kID[] = "ID"; // only read completely
 
 // A block: an empty line, its head, its keys and the closing brace without a line end.
 void WriteBlock(CTextWriter& out, const CJOBXmatrixStep& step);

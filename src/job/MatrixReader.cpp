@@ -1,5 +1,3 @@
-#include "job/MatrixReader.h"
-
 #include "foundation/KeywordTable.h"
 #include "foundation/corekit/CKUtility.h"
 #include "foundation/framework/Guarded.h"
@@ -109,10 +107,4 @@ int CJOBXmatrix::ParseODBOfMFC(const CString& matrixDirectory)
             ReadLines(text, *this);
             return text.WasRead() ? 1 : 0;
         });
-}
-
-void ReadCompletely(const CReadingContext& /*context*/, CSourceFile& file, CJOBXmatrix& matrix)
-{
-    if (file.WasRead())
-        ReadLines(file.Text(), matrix);
 }

@@ -5,7 +5,7 @@
 #include "layer/CJOBXfontsStandard.h"
 
 // The job's stroke font: the file "standard" of the job's folder "fonts".
-// Units:     lengths in the unit of the job, inch or millimetre.
+// Units:     lengths in the unit of the file; inch if it names none, whatever the unit of the job.
 // Ownership: owns its characters. Not copyable.
 // Results:   a malformed number reads as 0. Exhausted memory raises CMemoryException; what was read before stays.
 class JOBX_API CJOBXfonts : public CRaisingNew, public CJOBXmeasured

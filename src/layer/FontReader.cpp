@@ -1,5 +1,3 @@
-#include "layer/FontReader.h"
-
 #include "foundation/KeywordTable.h"
 #include "foundation/corekit/CKUtility.h"
 #include "foundation/framework/Guarded.h"
@@ -90,10 +88,4 @@ int CJOBXfonts::ParseStandardFont(const CString& folder)
             ReadLines(text, *this);
             return 1;
         });
-}
-
-void ReadCompletely(const CReadingContext& /*context*/, CSourceFile& file, CJOBXfonts& fonts)
-{
-    if (file.WasRead())
-        ReadLines(file.Text(), fonts);
 }

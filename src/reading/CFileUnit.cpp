@@ -3,8 +3,6 @@
 #include "foundation/CTextScanner.h"
 #include "reading/UnitMessageKinds.h"
 
-using namespace unit_message;
-
 bool IsUnit(std::string_view text, JOBXunit& unit) noexcept
 {
     const bool isMetric = AsciiEqualNoCase(text, "MM") || AsciiEqualNoCase(text, "M");
@@ -24,11 +22,12 @@ bool CFileUnit::Take(std::string_view line, int lineNumber)
     JOBXunit unit = JOBXunit::Inch;
     if (!IsUnit(value, unit))
     {
-        m_messages.Say(kUnknown, lineNumber, "The unit ", Quoted{value}, " is not known.");
+        m_messages.Say(unit_message::kUnknown, lineNumber, "The unit ", Quoted{value}, " is not known.");
         return true;
     }
     if (m_isSaid && unit != m_measured.GetUnit())
-        m_messages.Say(kContradicts, lineNumber, "The unit ", Quoted{value}, " contradicts a units line before.");
+        m_messages.Say(unit_message::kContradicts, lineNumber, "The unit ", Quoted{value},
+                       " contradicts a units line before.");
     m_isSaid = true;
     m_measured.SetUnit(unit);
     return true;

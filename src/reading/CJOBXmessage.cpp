@@ -7,8 +7,11 @@
 #include "reading/EdaMessageKinds.h"
 #include "reading/FeatureMessageKinds.h"
 #include "reading/FileMessageKinds.h"
+#include "reading/FontMessageKinds.h"
+#include "reading/InfoMessageKinds.h"
 #include "reading/MatrixMessageKinds.h"
 #include "reading/NetlistMessageKinds.h"
+#include "reading/StephdrMessageKinds.h"
 #include "reading/UnitMessageKinds.h"
 
 #include <iterator>
@@ -19,7 +22,8 @@ namespace
 // The kinds by area, in the order of their codes.
 constexpr std::span<const CJOBXmessageKind* const> kAreas[] = {
     attribute_message::kAll, components_message::kAll, eda_message::kAll,     feature_message::kAll,
-    file_message::kAll,      matrix_message::kAll,     netlist_message::kAll, unit_message::kAll};
+    file_message::kAll,      font_message::kAll,       stephdr_message::kAll, info_message::kAll,
+    matrix_message::kAll,    netlist_message::kAll,    unit_message::kAll};
 
 CString WithoutControls(const CString& text)
 {

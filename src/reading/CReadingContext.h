@@ -25,7 +25,8 @@ struct CReadingJob
     CString directory;
     JOBXunit unit = JOBXunit::Inch; // of files that name none
     CAttributeTypes types{};
-    std::vector<Row> rows{}; // empty if the matrix was not read
+    std::vector<Row> rows{};      // empty if the matrix was not read
+    std::vector<CString> steps{}; // likewise
 
     // The path below the job's directory, with "/" between its parts; the whole path if it is not below.
     std::string BelowJob(const CString& path) const;

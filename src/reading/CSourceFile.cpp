@@ -9,8 +9,6 @@
 #include <algorithm>
 #include <array>
 
-using namespace file_message;
-
 namespace
 {
 constexpr std::size_t kLooked = 4096; // bytes that decide whether it is a text
@@ -94,13 +92,14 @@ CSourceFile::CSourceFile(const CReadingContext& context, const CString& director
     if (!m_isThere)
     {
         if (presence == Presence::Needed)
-            m_messages->Say(kMissing, 0, "The file is not there.");
+            m_messages->Say(file_message::kMissing, 0, "The file is not there.");
         return;
     }
     const auto second =
         std::find_if(std::next(first), forms.end(), [](const std::string& form) { return !form.empty(); });
     if (second != forms.end())
-        m_messages->Say(kTwoForms, 0, "The file is also there as ", Quoted{*second}, ", which is not read.");
+        m_messages->Say(file_message::kTwoForms, 0, "The file is also there as ", Quoted{*second},
+                        ", which is not read.");
     Open(context.job.reading);
 }
 
@@ -126,14 +125,15 @@ void CSourceFile::Open(const CJOBXreading& reading)
 
 void CSourceFile::SayUnreadable()
 {
-    m_messages->Say(kUnreadable, 0, "The file cannot be read.");
+    m_messages->Say(file_message::kUnreadable, 0, "The file cannot be read.");
 }
 
 bool CSourceFile::Expand(const CJOBXreading& reading, std::string_view data, bool isGzip)
 {
     if (isGzip && reading.pGzipExpander == nullptr)
     {
-        m_messages->Say(kNoExpander, 0, "The file is compressed by gzip, and nothing is there to expand it.");
+        m_messages->Say(file_message::kNoExpander, 0,
+                        "The file is compressed by gzip, and nothing is there to expand it.");
         return false;
     }
     CLimitedText text(m_expanded, reading.nExpansionLimit);
@@ -141,10 +141,10 @@ bool CSourceFile::Expand(const CJOBXreading& reading, std::string_view data, boo
         isGzip ? ExpandGzip(*reading.pGzipExpander, data, text)
                : DecodeLzw(data, reading.nExpansionLimit, [&text](std::string_view block) { return text.Take(block); });
     if (result == LzwResult::TooLong)
-        m_messages->Say(kTooLong, 0, "The file expands to more than ", static_cast<long long>(reading.nExpansionLimit),
-                        " bytes.");
+        m_messages->Say(file_message::kTooLong, 0, "The file expands to more than ",
+                        static_cast<long long>(reading.nExpansionLimit), " bytes.");
     else if (result != LzwResult::Done)
-        m_messages->Say(kDamaged, 0, "The compressed file is damaged or cut short.");
+        m_messages->Say(file_message::kDamaged, 0, "The compressed file is damaged or cut short.");
     return result == LzwResult::Done;
 }
 
@@ -153,7 +153,7 @@ void CSourceFile::TakeText(std::unique_ptr<CTextScanner> text, std::string_view 
     if (!text->WasRead())
         SayUnreadable();
     else if (!IsText(begin))
-        m_messages->Say(kNotText, 0, "The file is not text.");
+        m_messages->Say(file_message::kNotText, 0, "The file is not text.");
     else
         m_text = std::move(text);
 }

@@ -1,6 +1,8 @@
 #pragma once
 
 #include "foundation/CExPtrArray.h"
+#include "foundation/CJOBXidentified.h"
+#include "foundation/CJOBXkeyed.h"
 #include "foundation/JobxExport.h"
 #include "foundation/corekit/CPointD.h"
 #include "foundation/corekit/CPointN.h"
@@ -12,7 +14,7 @@
 // One step-and-repeat entry: which step is placed where, and how often.
 // Units:     lengths in the unit of its file; the angle in degrees.
 // Ownership: owned by its array; not copyable.
-class JOBX_API CJOBXstepRepeat : public CRaisingNew
+class JOBX_API CJOBXstepRepeat : public CRaisingNew, public CJOBXkeyed, public CJOBXidentified
 {
 public:
     CJOBXstepRepeat();
@@ -27,7 +29,7 @@ public:
     CPointD m_ptPosition;
     CPointD m_ptPitch;     // between columns and between rows
     CPointN m_ptCount;     // of columns and of rows
-    double m_dAngle = 0.0; // reading truncates it to an integer; intended
+    double m_dAngle = 0.0; // classic reading truncates it to an integer; intended
     CString m_sMirror = "NO";
     CString m_sFlip;
 };

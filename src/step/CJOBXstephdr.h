@@ -1,6 +1,8 @@
 #pragma once
 
 #include "foundation/CExPtrArray.h"
+#include "foundation/CJOBXidentified.h"
+#include "foundation/CJOBXkeyed.h"
 #include "foundation/CJOBXunit.h"
 #include "foundation/JobxExport.h"
 #include "foundation/corekit/CPointD.h"
@@ -14,7 +16,7 @@
 // Results:   a malformed number reads as 0; exhausted memory raises CMemoryException and keeps what was read before.
 // A header that was written and read back has no step-and-repeat entries, and the y of its origin equals x. The writer
 // prints "STEP-REPEAT{", the reader expects "STEP-REPEAT {", and Y_ORIGIN is written from x. Hosts rely on both.
-class JOBX_API CJOBXstephdr : public CRaisingNew, public CJOBXmeasured
+class JOBX_API CJOBXstephdr : public CRaisingNew, public CJOBXmeasured, public CJOBXkeyed, public CJOBXidentified
 {
 public:
     CJOBXstephdr();

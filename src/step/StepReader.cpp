@@ -21,8 +21,6 @@
 #include <map>
 #include <memory>
 
-using namespace matrix_message;
-
 namespace
 {
 CString LastPartOf(const CString& path)
@@ -118,14 +116,16 @@ private:
         {
             const CString name = LastPartOf(directories[i]);
             if (!m_rows.contains(MakeLower(name)))
-                messages.Say(kNoLayerRow, 0, "No row of the matrix names the folder ", Quoted{name.View()}, ".");
+                messages.Say(matrix_message::kNoLayerRow, 0, "No row of the matrix names the folder ",
+                             Quoted{name.View()}, ".");
             missing.erase(MakeLower(name));
         }
         if (m_step.m_pHeader->m_arrStepRepeats.GetSize() > 0)
             return;
         for (const CReadingJob::Row& row : m_context.job.rows)
             if (missing.erase(MakeLower(row.layer)) > 0)
-                messages.Say(kNoLayerFolder, 0, "The layer ", Quoted{row.layer.View()}, " has no folder.");
+                messages.Say(matrix_message::kNoLayerFolder, 0, "The layer ", Quoted{row.layer.View()},
+                             " has no folder.");
     }
 
     const CReadingContext& m_context;

@@ -34,6 +34,7 @@ inline constexpr std::string_view kOnlineNetBeepTone = "ONLINE_NET_BEEP_TONE";
 // The reader expects the blank, the writer omits it; both are intended. So written entries are never read back.
 inline constexpr std::string_view kEntryRead = "STEP-REPEAT {";
 inline constexpr std::string_view kEntryWritten = "STEP-REPEAT{";
+inline constexpr std::string_view kEntry = "STEP-REPEAT"; // in complete reading, with or without a blank behind it
 inline constexpr std::string_view kEntryEnd = "}";
 inline constexpr std::string_view kName = "NAME";
 inline constexpr std::string_view kX = "X";
@@ -45,6 +46,7 @@ inline constexpr std::string_view kNY = "NY";
 inline constexpr std::string_view kAngle = "ANGLE";
 inline constexpr std::string_view kMirror = "MIRROR";
 inline constexpr std::string_view kFlip = "FLIP";
+inline constexpr std::string_view kID = "ID"; // only read completely
 } // namespace stephdr_format
 
 void WriteStepRepeats(CTextWriter& out, const CJOBXstepRepeatArray& entries);

@@ -1,5 +1,3 @@
-#include "step/StephdrReader.h"
-
 #include "foundation/KeywordTable.h"
 #include "foundation/framework/Guarded.h"
 #include "step/CJOBXstephdr.h"
@@ -123,11 +121,4 @@ int CJOBXstephdr::ParseODBOfMFC(CString path)
             ReadLines(text, *this);
             return text.WasRead() ? 1 : 0;
         });
-}
-
-void ReadCompletely(const CReadingContext& context, CSourceFile& file, CJOBXstephdr& header)
-{
-    header.SetUnit(context.job.unit);
-    if (file.WasRead())
-        ReadLines(file.Text(), header);
 }

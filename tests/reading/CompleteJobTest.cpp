@@ -143,7 +143,7 @@ TEST(CompleteJob, AllowsAStepThatRepeatsOthersToHaveFewerLayers)
     const SmallJob files;
     std::filesystem::remove_all(files.Path("steps/pcb/layers"));
     EXPECT_EQ(files.Messages().size(), 2U);
-    files.Write("steps/pcb/stephdr", "STEP-REPEAT {\nNAME=PCB\n}\n");
+    files.Write("steps/pcb/stephdr", "STEP-REPEAT {\nNAME=PCB\nNX=1\nNY=1\n}\n");
     EXPECT_THAT(files.Messages(), IsEmpty());
 }
 

@@ -90,6 +90,9 @@ const std::map<std::string, Change>& Triggers()
 {
     static const char kFeatures[] = "steps/pcb/layers/top/features";
     static const char kComponents[] = "steps/pcb/layers/comp_+_top/components";
+    static const char kMatrix[] = "matrix/matrix";
+    static const char kHeader[] = "steps/pcb/stephdr";
+    static const char kFont[] = "fonts/standard";
     static const char kEda[] = "steps/pcb/eda/data";
     static const char kNetlist[] = "steps/pcb/netlists/cadnet/netlist";
     static const char kCompressed[] = "steps/pcb/layers/top/features.Z";
@@ -160,10 +163,42 @@ const std::map<std::string, Change>& Triggers()
         {"FIL005", InsteadOfFeatures(kCompressed, EncodeLzw(std::string(100'000, ' ')))},
         {"FIL006", Write(kFeatures, std::string(100, '\x02'))},
         {"FIL007", Write(kCompressed, EncodeLzw("#\n"))},
-        {"MAT001", Write("matrix/matrix", "STEP {\nNAME=PCB\n}\nSTEP {\nNAME=GONE\n}\n")},
+        {"FNT001", Write(kFont, "XSIZE\n")},
+        {"FNT002", Write(kFont, "XSIZE 1 2\n")},
+        {"FNT003", Write(kFont, "XSIZE wide\n")},
+        {"FNT004", Write(kFont, "ECHAR\n")},
+        {"FNT005", Write(kFont, "CHAR A\n")},
+        {"FNT006", Write(kFont, "ARC 1\n")},
+        {"FNT007", Write(kFont, "CHAR A\nECHAR\nCHAR A\nECHAR\n")},
+        {"FNT008", Write(kFont, "CHAR A\nLINE 0 0 1 1 X R 1\nECHAR\n")},
+        {"HDR001", Write(kHeader, "X_DATUM=left\n")},
+        {"HDR002", Write(kHeader, "X_DATUM 0\n")},
+        {"HDR003", Write(kHeader, "THICKNESS=3\n")},
+        {"HDR004", Write(kHeader, "X_DATUM=0\nX_DATUM=1\n")},
+        {"HDR005", Write(kHeader, "STEP-REPEAT {\n")},
+        {"HDR006", Write(kHeader, "}\n")},
+        {"HDR007", Write(kHeader, "STEP-REPEAT {\nNAME=BOARD\n}\n")},
+        {"HDR008", Write(kHeader, "STEP-REPEAT {\nNAME=PCB\nNX=0\nNY=1\n}\n")},
+        {"HDR009", Write(kHeader, "STEP-REPEAT {\nNAME=PCB\nNX=1\nNY=1\nMIRROR=X\n}\n")},
+        {"INF001", Write("misc/info", "ODB_VERSION_MAJOR=eight\n")},
+        {"INF002", Write("misc/info", "JOB_NAME job\n")},
+        {"INF003", Write("misc/info", "COLOR=red\n")},
+        {"INF004", Write("misc/info", "JOB_NAME=a\nJOB_NAME=b\n")},
+        {"MAT001", Write(kMatrix, "STEP {\nNAME=PCB\n}\nSTEP {\nNAME=GONE\n}\n")},
         {"MAT002", Write("steps/old/profile", "")},
         {"MAT003", Remove("steps/pcb/layers/top")},
         {"MAT004", Write("steps/pcb/layers/old/features", "")},
+        {"MAT005", Write(kMatrix, "LAYER {\nNAME=A\nROW=first\n}\n")},
+        {"MAT006", Write(kMatrix, "LAYER\n")},
+        {"MAT007", Write(kMatrix, "LAYER {\nNAME=A\nTHICKNESS=3\n}\n")},
+        {"MAT008", Write(kMatrix, "LAYER {\nNAME=A\nROW=1\nROW=2\n}\n")},
+        {"MAT009", Write(kMatrix, "LAYER {\nNAME=A\n")},
+        {"MAT010", Write(kMatrix, "}\n")},
+        {"MAT011", Write(kMatrix, "LAYER {\nNAME=TOP\n}\nLAYER {\nNAME=top\n}\n")},
+        {"MAT012", Write(kMatrix, "LAYER {\n}\n")},
+        {"MAT013", Write(kMatrix, "LAYER {\nNAME=A\nSTART_NAME=TOP\n}\n")},
+        {"MAT014", Write(kMatrix, "LAYER {\nNAME=A\nPOLARITY=INVERSE\n}\n")},
+        {"MAT015", Write(kMatrix, "LAYER {\nNAME=A\nROW=3\n}\nLAYER {\nNAME=B\nROW=3\n}\n")},
         {"NET001", Write(kNetlist, "$0\n")},
         {"NET002", Write(kNetlist, "H optimize n staggered n x\n")},
         {"NET003", Write(kNetlist, "$x A\n")},

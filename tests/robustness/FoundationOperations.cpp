@@ -259,10 +259,40 @@ void AddUtility(MemoryOperations& all)
                    }});
 }
 
-// Any class that derives from it.
+// Any classes that derive from them.
 struct Tailed : CRaisingNew, CJOBXtailed
 {
 };
+
+struct Keyed : CRaisingNew, CJOBXkeyed
+{
+};
+struct Attributed : CRaisingNew, CJOBXattributed
+{
+};
+
+void AddKeys(MemoryOperations& all)
+{
+    const auto fill = [](Keyed& record, int n)
+    {
+        auto key = std::make_unique<CJOBXProperty>();
+        key->m_sName = kLong;
+        key->m_nNumber = n;
+        record.pMakeFurtherKeys()->Own(std::move(key));
+    };
+    const auto same = [](const Keyed& a, const Keyed& b) { return *a.pGetFurtherKeys() == *b.pGetFurtherKeys(); };
+    AddMaking<Keyed>(all, "CJOBXkeyed");
+    AddCopying<Keyed>(all, "CJOBXkeyed", fill, same);
+    AddUse<Keyed>(
+        all, "CJOBXkeyed", "pMakeFurtherKeys", [](auto&) {}, [](auto& record) { record.pMakeFurtherKeys(); });
+    AddUse<Keyed>(
+        all, "CJOBXkeyed", "sGetFurtherValue", [](auto&) {},
+        [](auto& record) { record.sGetFurtherValue(CString(kLong)); });
+    AddMaking<CJOBXattributeList>(all, "CJOBXattributeList");
+    AddMaking<Attributed>(all, "CJOBXattributed");
+    AddUse<Attributed>(
+        all, "CJOBXattributed", "pMakeAttributeList", [](auto&) {}, [](auto& record) { record.pMakeAttributeList(); });
+}
 
 void AddTails(MemoryOperations& all)
 {
@@ -305,6 +335,7 @@ MemoryOperations FoundationOperations()
     AddPropertyUses(all);
     AddLog(all);
     AddUtility(all);
+    AddKeys(all);
     AddTails(all);
     return all;
 }
