@@ -7,7 +7,7 @@ cd "$(dirname "${BASH_SOURCE[0]}")"
 # shellcheck source=scripts/packages.sh
 source scripts/packages.sh
 
-targets=(features eda_data components netlist matrix stephdr font info sysattr decompress numbers properties job)
+targets=(features eda_data components netlist matrix stephdr font info sysattr attrlist tools decompress numbers properties job)
 # The longest input in bytes; 4096 for the others. Short inputs run faster and reach as much.
 declare -A longest=([decompress]=16384 [numbers]=512 [properties]=70000 [job]=12288)
 

@@ -1,4 +1,5 @@
 // Formats that are no text: compressed files and property archives.
+#include "CompleteReading.h"
 #include "FuzzTargets.h"
 #include "JOBXCLSDLL.h"
 #include "Scratch.h"
@@ -42,6 +43,7 @@ bool Load(CJOBXPropertyArray& properties, CMemFile& file)
 
 void FuzzDecompress(std::string_view input)
 {
+    ReadFileCompletely("steps/pcb/layers/top/features.Z", input);
     const ScopedDecompressionLimit limit;
     const std::string target = Scratch().Path("features");
     const bool done = CKUtility::GetInstance()->GDecompress(ScratchFile("features.Z", input)) != 0;

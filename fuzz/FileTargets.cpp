@@ -1,4 +1,5 @@
-// The readers of single text files: read, look at it, scale, write, read what was written.
+// The readers of single text files, in both ways of reading: read, look at it, scale, write, read what was written.
+#include "CompleteReading.h"
 #include "FuzzTargets.h"
 #include "JOBXCLSDLL.h"
 #include "Scratch.h"
@@ -45,6 +46,7 @@ void LookAt(CJOBXdata& data)
 
 void FuzzFeatures(std::string_view input)
 {
+    ReadFileCompletely("steps/pcb/layers/top/features", input);
     CJOBXlayer layer;
     layer.ParseODBOfMFC(ScratchFile("features.txt", input));
     LookAt(layer);
@@ -61,6 +63,7 @@ void FuzzFeatures(std::string_view input)
 
 void FuzzEdaData(std::string_view input)
 {
+    ReadFileCompletely("steps/pcb/eda/data", input);
     CJOBXdata data;
     Require(data.ParseODBOfMFC(ScratchFile("data.txt", input)) == 1, "EDA data that is there is read");
     LookAt(data);
@@ -72,6 +75,7 @@ void FuzzEdaData(std::string_view input)
 
 void FuzzComponents(std::string_view input)
 {
+    ReadFileCompletely("steps/pcb/layers/top/components", input);
     CJOBXcomponents components;
     components.ParseODBOfMFC(ScratchFile("components.txt", input));
     for (__int64 i = 0; i < std::min(components.m_arrCmps.GetSize(), kMostLookups); ++i)
@@ -90,6 +94,7 @@ void FuzzComponents(std::string_view input)
 
 void FuzzNetlist(std::string_view input)
 {
+    ReadFileCompletely("steps/pcb/netlists/cadnet/netlist", input);
     CJOBXnetlist netlist;
     Require(netlist.ParseODBOfMFC(ScratchFile("netlist.txt", input)) == 1, "a netlist that is there is read");
     netlist.UnitConvert(kFactor);
@@ -101,6 +106,7 @@ void FuzzNetlist(std::string_view input)
 
 void FuzzMatrix(std::string_view input)
 {
+    ReadFileCompletely("matrix/matrix", input);
     const CString folder = ScratchDir("in");
     ScratchFile("in/matrix", input);
     CJOBXmatrix matrix;
@@ -125,6 +131,7 @@ void FuzzMatrix(std::string_view input)
 
 void FuzzStephdr(std::string_view input)
 {
+    ReadFileCompletely("steps/pcb/stephdr", input);
     CJOBXstephdr header;
     Require(header.ParseODBOfMFC(ScratchFile("stephdr.txt", input)) == 1, "a header that is there is read");
     header.UnitConvert(kFactor);
@@ -136,6 +143,7 @@ void FuzzStephdr(std::string_view input)
 
 void FuzzFont(std::string_view input)
 {
+    ReadFileCompletely("fonts/standard", input);
     const CString folder = ScratchDir("in");
     ScratchFile("in/standard", input);
     CJOBXfonts font;
@@ -148,6 +156,7 @@ void FuzzFont(std::string_view input)
 
 void FuzzInfo(std::string_view input)
 {
+    ReadFileCompletely("misc/info", input);
     const CString folder = ScratchDir("in");
     ScratchFile("in/info", input);
     CJOBXmisc info;
@@ -156,6 +165,7 @@ void FuzzInfo(std::string_view input)
 
 void FuzzSysattr(std::string_view input)
 {
+    ReadFileCompletely("misc/sysattr", input);
     CJOBXsysAttrDataArray definitions;
     try
     {
@@ -174,4 +184,14 @@ void FuzzSysattr(std::string_view input)
         Require(definitions.pGetODBsysAttrDataFromName(definition.m_sName) != nullptr,
                 "a definition is found by its name");
     }
+}
+
+void FuzzAttrlist(std::string_view input)
+{
+    ReadFileCompletely("steps/pcb/attrlist", input);
+}
+
+void FuzzTools(std::string_view input)
+{
+    ReadFileCompletely("steps/pcb/layers/top/tools", input);
 }

@@ -15,6 +15,8 @@ constexpr FuzzTarget kTargets[] = {
     {"font", FuzzFont},
     {"info", FuzzInfo},
     {"sysattr", FuzzSysattr},
+    {"attrlist", FuzzAttrlist},
+    {"tools", FuzzTools},
     {"decompress", FuzzDecompress},
     {"numbers", FuzzNumbers},
     {"properties", FuzzProperties},

@@ -26,6 +26,8 @@ void FuzzStephdr(std::string_view input);
 void FuzzFont(std::string_view input);
 void FuzzInfo(std::string_view input);
 void FuzzSysattr(std::string_view input);
+void FuzzAttrlist(std::string_view input);
+void FuzzTools(std::string_view input);
 void FuzzDecompress(std::string_view input);
 void FuzzNumbers(std::string_view input);
 void FuzzProperties(std::string_view input);

@@ -1,4 +1,5 @@
 // A whole job, from an archive of its files: read, scaled, reordered, written, read again and destroyed.
+#include "CompleteReading.h"
 #include "FuzzTargets.h"
 #include "JOBXCLSDLL.h"
 #include "JobArchive.h"
@@ -166,6 +167,7 @@ void FuzzJob(std::string_view input)
         const CurrentDir current(source);
         const ScopedHost host;
         QuietWindow window;
+        ReadJobCompletely(source.c_str()); // before the other way, which unpacks files
         ReadAndWrite(source, out, window);
         RequireOnlyTheJobIn(out);
         const std::string further = scratch.MakeDir("whole/further");

@@ -71,6 +71,7 @@
 #include "foundation/framework/CStringArray.h"
 #include "foundation/framework/CWnd.h"
 #include "job/CJOBX.h"
+#include "job/CJOBXcarriedFile.h"
 #include "job/CJOBXmatrix.h"
 #include "job/CJOBXmatrixLayer.h"
 #include "job/CJOBXmatrixStep.h"

@@ -2,6 +2,7 @@
 
 #include "components/CJOBXcmp.h"
 #include "foundation/CExPtrArray.h"
+#include "foundation/CJOBXattributeList.h"
 #include "foundation/CJOBXunit.h"
 #include "foundation/JobxExport.h"
 #include "foundation/corekit/CArrayN.h"
@@ -14,7 +15,8 @@
 // Ownership: owned by its array; owns its components; not copyable.
 // Results:   a malformed number reads as 0 and is kept; exhausted memory raises CMemoryException and keeps the
 //            components before the last one complete.
-class JOBX_API CJOBXcomponents : public CRaisingNew, public CJOBXmeasured
+// It has the attribute list of its folder only if the folder has no features; else the layer has the list.
+class JOBX_API CJOBXcomponents : public CRaisingNew, public CJOBXmeasured, public CJOBXattributed
 {
 public:
     CJOBXcomponents();

@@ -3,6 +3,7 @@
 #include "foundation/JobxExport.h"
 #include "foundation/framework/CRaisingNew.h"
 #include "foundation/framework/CString.h"
+#include "foundation/framework/CStringArray.h"
 
 class CJOBXdata;
 
@@ -20,5 +21,13 @@ public:
     // CJOBXdata::ParseODBOfMFC. Returns 0 if the directory does not exist or the file cannot be opened.
     int ParseODBOfMFC(CString edaDirectory);
 
+    // The records of the file "shortf", which lists intended shorts: each as its line, without comments. Filled by
+    // complete reading only.
+    CStringArray& GetShorts() { return m_arrShorts; }
+    const CStringArray& GetShorts() const { return m_arrShorts; }
+
     CJOBXdata* const m_pData;
+
+private:
+    CStringArray m_arrShorts;
 };

@@ -1,4 +1,5 @@
 #include "eda/CJOBXdata.h"
+#include "eda/CJOBXeda.h"
 #include "eda/EdaFormat.h"
 #include "eda/EdaReader.h"
 #include "foundation/CListFiller.h"
@@ -428,4 +429,11 @@ void ReadCompletely(const CReadingContext& context, CSourceFile& file, CJOBXdata
     data.SetUnit(context.job.unit);
     if (file.WasRead())
         CCompleteEdaReading(context, file, data).Read();
+}
+
+void ReadCompletely(const CReadingContext& /*context*/, CSourceFile& file, CJOBXeda& eda)
+{
+    while (file.WasRead() && file.Text().NextLine())
+        if (file.Text().Line().front() != '#')
+            eda.GetShorts().Add(CString(file.Text().Line()));
 }

@@ -4,6 +4,8 @@
 #include "reading/CSourceFile.h"
 
 class CJOBXdata;
+class CJOBXeda;
 
-// Appends the contents of the file.
+// Appends the contents of the file; that of an object of the whole folder is "shortf".
 void ReadCompletely(const CReadingContext& context, CSourceFile& file, CJOBXdata& data);
+void ReadCompletely(const CReadingContext& context, CSourceFile& file, CJOBXeda& eda);

@@ -5,6 +5,7 @@
 #include "foundation/CJOBXunit.h"
 #include "foundation/framework/CRaisingNew.h"
 #include "foundation/framework/CString.h"
+#include "job/CJOBXcarriedFile.h"
 
 // The job information: the file "info" of the job's folder "misc", and the attribute list beside it. Never written.
 // Units:     in complete reading, its unit applies to all files of the job that name none.
@@ -23,6 +24,10 @@ public:
     // change. The units line is not read.
     int ParseODBOfMFC(const CString& miscDirectory);
 
+    // The files of the whole job that no reader took; borrowed. Filled by complete reading only.
+    CJOBXcarriedFileArray* GetCarriedFiles() { return &m_arrCarriedFiles; }
+    const CJOBXcarriedFileArray* GetCarriedFiles() const { return &m_arrCarriedFiles; }
+
     int m_nODBVersionMajor = 6;
     int m_nODBVersionMinor = 0;
     CString m_sJobName;
@@ -31,4 +36,7 @@ public:
     CString m_sSaveDate;     // only read from an upper-case key; intended
     CString m_sSaveApp;
     CString m_sSaveUser;
+
+private:
+    CJOBXcarriedFileArray m_arrCarriedFiles;
 };

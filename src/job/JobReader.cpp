@@ -3,6 +3,7 @@
 #include "foundation/ParallelLoop.h"
 #include "foundation/corekit/CKUtility.h"
 #include "foundation/corekit/EntryLookup.h"
+#include "foundation/corekit/SystemEntries.h"
 #include "job/CJOBX.h"
 #include "job/CJOBXmatrix.h"
 #include "job/CJOBXmisc.h"
@@ -17,13 +18,17 @@
 #include "layer/FeaturesReader.h"
 #include "layer/FontFormat.h"
 #include "layer/FontReader.h"
+#include "reading/AttributeListReader.h"
 #include "reading/AttributeTypesReader.h"
 #include "reading/FileMessageKinds.h"
 #include "reading/MatrixMessageKinds.h"
 #include "reading/SystemAttributes.h"
 
+#include <algorithm>
 #include <map>
 #include <memory>
+#include <utility>
+#include <vector>
 
 namespace
 {
@@ -51,6 +56,7 @@ CStringArray DirectoriesIn(const CString& place)
 CJobReading::CJobReading(CJOBX& job, const CString& jobPath)
     : m_target(job), m_job{job.GetReading(), jobPath}, m_messages(job.GetReading())
 {
+    m_job.taken = &m_taken;
 }
 
 bool CJobReading::ReadMatrix()
@@ -80,6 +86,7 @@ void CJobReading::ReadInfoAndSymbols()
     m_job.unit = m_target.m_pMisc->GetUnit();
     ReadAttributeTypes(m_context, misc, m_job.types);
     AddSystemAttributes(m_job.types);
+    ReadAttributeList(m_context, misc, *m_target.m_pMisc);
     ReadSymbols();
     m_messages.Deliver();
 }
@@ -98,6 +105,7 @@ void CJobReading::ReadSymbols()
                      symbol->m_sPath = directories[i];
                      symbol->m_sName = NameOf(directories[i]);
                      ReadCompletely(context, file, *symbol->GetLayer());
+                     ReadAttributeList(context, directories[i], *symbol->GetLayer());
                      finished.Append(i, std::move(symbol));
                  });
     contexts.Join();
@@ -111,7 +119,40 @@ void CJobReading::ReadStepsAndFont(const CStringArray& stepNames)
     ReadCompletely(m_context, steps, stepNames, *m_target.m_pSteps);
     CSourceFile font(m_context, FindEntry(m_job.directory, "fonts"), font_format::kFile, Presence::Optional);
     ReadCompletely(m_context, font, *m_target.m_pFonts);
+    ListCarriedFiles();
     m_messages.Deliver();
+}
+
+// Directories behind links are not searched: they may lead in circles.
+void CJobReading::ListCarriedFiles()
+{
+    // It was read before, by another object of this class.
+    m_taken.Add(m_job.BelowJob(CSourceFile::Find(FindEntry(m_job.directory, "matrix"), matrix_format::kMatrix)));
+    std::vector<std::string> files; // below the job
+    std::vector<std::string> directories = {""};
+    const auto pathOf = [&](const std::string& below) { return std::string(m_job.directory.View()) + "/" + below; };
+    while (!directories.empty())
+    {
+        const std::string directory = std::exchange(directories.back(), {});
+        directories.pop_back();
+        ListEntries(pathOf(directory),
+                    [&](const ListedEntry& entry)
+                    {
+                        if (entry.type == EntryType::File)
+                            files.push_back(directory + entry.name);
+                        else if (entry.type == EntryType::Directory && !entry.isLink)
+                            directories.push_back(directory + entry.name + "/");
+                    });
+    }
+    std::sort(files.begin(), files.end());
+    for (const std::string& file : files)
+        if (ULONGLONG size = 0; !m_taken.Has(file) && SizeOfFile(CString(std::string_view(pathOf(file))), size) == 0)
+        {
+            auto carried = std::make_unique<CJOBXcarriedFile>();
+            carried->SetPath(CString(std::string_view(file)));
+            carried->SetSize(size);
+            m_target.m_pMisc->GetCarriedFiles()->Own(std::move(carried));
+        }
 }
 
 void CJobReading::CompareSteps(const CString& stepsDirectory, const CStringArray& stepNames)

@@ -23,8 +23,10 @@ public:
 private:
     void CompareSteps(const CString& stepsDirectory, const CStringArray& stepNames);
     void ReadSymbols();
+    void ListCarriedFiles();
 
     CJOBX& m_target;
+    CTakenFiles m_taken;
     CReadingJob m_job;
     CMessageList m_messages;
     const CReadingContext m_context{m_job, m_messages};

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "foundation/CExPtrArray.h"
+#include "foundation/CJOBXattributeList.h"
 #include "foundation/CJOBXidentified.h"
 #include "foundation/CJOBXunit.h"
 #include "foundation/corekit/CArrayN.h"
@@ -18,7 +19,7 @@ class CJOBXtool;
 // table is a pair of parallel arrays, numbers and texts.
 // Units:     lengths in the unit of the file; a unit change multiplies them but keeps the units text.
 // Ownership: owns its features, components and drill tools; not copyable.
-class JOBX_API CJOBXlayer : public CRaisingNew, public CJOBXmeasured, public CJOBXidentified
+class JOBX_API CJOBXlayer : public CRaisingNew, public CJOBXmeasured, public CJOBXidentified, public CJOBXattributed
 {
 public:
     CJOBXlayer();
@@ -51,6 +52,9 @@ public:
     // The unit of the lengths in the name of that symbol: its own if its entry has one, else that of the file. Only for
     // layers that were read completely.
     JOBXunit GetSymbolUnit(int number) const;
+    // Multiply the numbers in the name of that symbol, which are mils or microns, by this to get millimetres. Only for
+    // layers that were read completely.
+    double dGetSymbolFactorToMM(int number) const { return JOBXfactorToMM(GetSymbolUnit(number)) / 1000.0; }
     // The index, from `n` on, of the first feature whose surface index is `n`; -1 if there is none or `n` is not a
     // valid index.
     int nGetLayObjIndexFromSurfaceIndex(int n) const;
@@ -67,7 +71,7 @@ public:
     const CJOBXlayObjArray* GetFeatures() const { return &m_arrFeatures; }
     // The layer's own components, borrowed. Empty unless a host fills it.
     CJOBXcomponentsArray* GetComponents() const { return m_pComponents.get(); }
-    // The drill tools, borrowed. Empty unless a host fills it.
+    // The drill tools, borrowed. Empty unless complete reading or a host fills them.
     CJOBXtool* GetTool() const { return m_pTool.get(); }
 
     CString m_sName;

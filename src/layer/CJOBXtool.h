@@ -1,13 +1,16 @@
 #pragma once
 
+#include "foundation/CJOBXkeyed.h"
+#include "foundation/CJOBXunit.h"
 #include "foundation/framework/CRaisingNew.h"
 #include "layer/CJOBXtoolData.h"
 
-// The drill tools of a layer and the board's thickness: the file "tools" beside the layer's features. Never read; hosts
-// fill it.
-// Units:     thickness, tolerances and sizes in the unit named by the units text.
+// The drill tools of a layer and the board's thickness: the file "tools" beside the layer's features. Only complete
+// reading reads it; hosts may fill it.
+// Units:     thickness, tolerances and sizes in the unit named by the units text; after complete reading in thousandths
+//            of its unit, as in the file: mils or microns.
 // Ownership: owns its tools; copies are deep.
-class JOBX_API CJOBXtool : public CRaisingNew
+class JOBX_API CJOBXtool : public CRaisingNew, public CJOBXmeasured, public CJOBXkeyed
 {
 public:
     CJOBXtool();
@@ -29,6 +32,9 @@ public:
     void WriteODBData(const CString& directory) const;
     // Multiplies the thickness and the tolerances and sizes of every tool by `factor`; the units text does not change.
     void UnitConvert(double factor);
+
+    // Multiply thickness, tolerances and sizes by this to get millimetres. Only for tools that were read.
+    double dGetFactorToMM() const noexcept { return CJOBXmeasured::dGetFactorToMM() / 1000.0; }
 
     CString m_sUnits;
     double m_dThickness = 0.0; // of the board

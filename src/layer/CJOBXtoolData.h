@@ -1,6 +1,8 @@
 #pragma once
 
 #include "foundation/CExPtrArray.h"
+#include "foundation/CJOBXidentified.h"
+#include "foundation/CJOBXkeyed.h"
 #include "foundation/framework/CRaisingNew.h"
 #include "foundation/framework/CString.h"
 
@@ -9,7 +11,7 @@
 // One drill tool of a drill layer.
 // Units:     tolerances and sizes in the unit of its tool list.
 // Ownership: a plain value; copies have every member.
-class JOBX_API CJOBXtoolData : public CRaisingNew
+class JOBX_API CJOBXtoolData : public CRaisingNew, public CJOBXkeyed, public CJOBXidentified
 {
 public:
     CJOBXtoolData();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/CExPtrArray.h"
 #include "foundation/CJOBXunit.h"
 #include "foundation/JobxExport.h"
 #include "foundation/framework/CRaisingNew.h"
@@ -32,6 +33,9 @@ public:
     CJOBXnetPtArray m_arrPts; // points without a net; classic reading leaves it empty
     CJOBXnetArray m_arrNets;
 
+    // The name of its folder, such as "cadnet" or "refnet". Filled by complete reading only.
+    const CString& GetName() const { return m_sName; }
+    void SetName(const CString& name) { m_sName = name; }
     // The values of the H line, as in the file: "y" or "n". Filled by complete reading only.
     const CString& GetOptimize() const { return m_sOptimize; }
     void SetOptimize(const CString& value) { m_sOptimize = value; }
@@ -39,6 +43,19 @@ public:
     void SetStaggered(const CString& value) { m_sStaggered = value; }
 
 private:
+    CString m_sName;
     CString m_sOptimize;
     CString m_sStaggered;
+};
+
+extern template class JOBX_API CExPtrArray<CJOBXnetlist*, CJOBXnetlist*>;
+
+// Several netlists of a step; owns them.
+class JOBX_API CJOBXnetlistArray : public COwningPtrArray<CJOBXnetlist>
+{
+public:
+    CJOBXnetlistArray();
+    ~CJOBXnetlistArray() override;
+    // Converts every netlist.
+    void UnitConvert(const double& factor);
 };

@@ -2,13 +2,15 @@
 #pragma once
 
 #include "foundation/CJOBXProperty.h"
+#include "foundation/framework/AsciiText.h"
 
-#include <functional>
+#include <algorithm>
 #include <map>
 #include <string>
 #include <string_view>
 #include <vector>
 
+// The types of a job's attributes; the letter case of their names is ignored.
 // Threads:   filled before readers on several threads share it.
 class CAttributeTypes
 {
@@ -29,5 +31,16 @@ public:
     }
 
 private:
-    std::map<std::string, Type, std::less<>> m_types;
+    struct LessInAnyCase
+    {
+        using is_transparent = void;
+        bool operator()(std::string_view a, std::string_view b) const noexcept
+        {
+            return std::lexicographical_compare(a.begin(), a.end(), b.begin(), b.end(),
+                                                [](char one, char other)
+                                                { return AsciiLower(one) < AsciiLower(other); });
+        }
+    };
+
+    std::map<std::string, Type, LessInAnyCase> m_types;
 };

@@ -1,6 +1,7 @@
 #include "reading/CJOBXmessage.h"
 
 #include "foundation/framework/AsciiText.h"
+#include "reading/AttributeListMessageKinds.h"
 #include "reading/AttributeMessageKinds.h"
 #include "reading/CJOBXreading.h"
 #include "reading/ComponentsMessageKinds.h"
@@ -12,6 +13,7 @@
 #include "reading/MatrixMessageKinds.h"
 #include "reading/NetlistMessageKinds.h"
 #include "reading/StephdrMessageKinds.h"
+#include "reading/ToolsMessageKinds.h"
 #include "reading/UnitMessageKinds.h"
 
 #include <iterator>
@@ -20,10 +22,19 @@
 namespace
 {
 // The kinds by area, in the order of their codes.
-constexpr std::span<const CJOBXmessageKind* const> kAreas[] = {
-    attribute_message::kAll, components_message::kAll, eda_message::kAll,     feature_message::kAll,
-    file_message::kAll,      font_message::kAll,       stephdr_message::kAll, info_message::kAll,
-    matrix_message::kAll,    netlist_message::kAll,    unit_message::kAll};
+constexpr std::span<const CJOBXmessageKind* const> kAreas[] = {attribute_list_message::kAll,
+                                                               attribute_message::kAll,
+                                                               components_message::kAll,
+                                                               eda_message::kAll,
+                                                               feature_message::kAll,
+                                                               file_message::kAll,
+                                                               font_message::kAll,
+                                                               stephdr_message::kAll,
+                                                               info_message::kAll,
+                                                               matrix_message::kAll,
+                                                               netlist_message::kAll,
+                                                               tools_message::kAll,
+                                                               unit_message::kAll};
 
 CString WithoutControls(const CString& text)
 {

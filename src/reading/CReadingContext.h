@@ -6,6 +6,7 @@
 #include "reading/CAttributeTypes.h"
 #include "reading/CJOBXreading.h"
 #include "reading/CMessageList.h"
+#include "reading/CTakenFiles.h"
 
 #include <string>
 #include <vector>
@@ -27,6 +28,7 @@ struct CReadingJob
     CAttributeTypes types{};
     std::vector<Row> rows{};      // empty if the matrix was not read
     std::vector<CString> steps{}; // likewise
+    CTakenFiles* taken = nullptr; // notes the files that are read, if there is one
 
     // The path below the job's directory, with "/" between its parts; the whole path if it is not below.
     std::string BelowJob(const CString& path) const;

@@ -79,6 +79,17 @@ LzwResult ExpandGzip(CJOBXgzipExpander& expander, std::string_view data, CLimite
 }
 } // namespace
 
+CString CSourceFile::Find(const CString& directory, const char* name)
+{
+    std::vector<CKDiagnostic> said;
+    const CDiagnosticCapture capture(said);
+    const CKUtility& files = *CKUtility::GetInstance();
+    for (const std::string& form : files.IsDir(directory) ? FormsIn(directory, name) : Forms())
+        if (!form.empty())
+            return files.CKPathCombine(directory, CString(std::string_view(form)));
+    return {};
+}
+
 CSourceFile::CSourceFile(const CReadingContext& context, const CString& directory, const char* name, Presence presence)
 {
     std::vector<CKDiagnostic> said; // reported by messages instead
@@ -101,6 +112,8 @@ CSourceFile::CSourceFile(const CReadingContext& context, const CString& director
         m_messages->Say(file_message::kTwoForms, 0, "The file is also there as ", Quoted{*second},
                         ", which is not read.");
     Open(context.job.reading);
+    if (WasRead() && context.job.taken != nullptr)
+        context.job.taken->Add(context.job.BelowJob(m_path));
 }
 
 void CSourceFile::Open(const CJOBXreading& reading)

@@ -25,6 +25,9 @@ class CSourceFile
 public:
     CSourceFile(const CReadingContext& context, const CString& directory, const char* name, Presence presence);
 
+    // The path of the file that would be opened; "" if there is none.
+    static CString Find(const CString& directory, const char* name);
+
     // Whether there is anything under one of the names, readable or not.
     bool IsThere() const noexcept { return m_isThere; }
     // Whether there is text to read.

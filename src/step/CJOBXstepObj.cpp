@@ -200,6 +200,19 @@ void CJOBXstepObj::UnitConvert(const double& factor)
     m_arrComponents.UnitConvert(by);
     m_pEda->m_pData->UnitConvert(by);
     m_pNetlist->UnitConvert(by);
+    if (m_pFurtherNetlists != nullptr)
+        m_pFurtherNetlists->UnitConvert(by);
+}
+
+CJOBXnetlistArray* CJOBXstepObj::pMakeFurtherNetlists()
+{
+    return Guarded(
+        [&]
+        {
+            if (m_pFurtherNetlists == nullptr)
+                m_pFurtherNetlists = std::make_unique<CJOBXnetlistArray>();
+            return m_pFurtherNetlists.get();
+        });
 }
 
 CJOBXcomponentsArray* CJOBXstepObj::ScaneODBComponents(int id)

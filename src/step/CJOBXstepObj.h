@@ -2,13 +2,17 @@
 
 #include "components/CJOBXcomponents.h"
 #include "foundation/CExPtrArray.h"
+#include "foundation/CJOBXattributeList.h"
 #include "foundation/framework/CRaisingNew.h"
 #include "foundation/framework/CString.h"
 #include "layer/CJOBXlayer.h"
 
+#include <memory>
+
 class CJOBXdataNetArray;
 class CJOBXeda;
 class CJOBXnetlist;
+class CJOBXnetlistArray;
 class CJOBXstephdr;
 class CWnd;
 
@@ -20,7 +24,7 @@ class CWnd;
 //            return. A scan moves records into them, out of the step.
 // Results:   a missing part of a step is not an error. Exhausted memory raises CMemoryException.
 // Threads:   one thread calls; layers are read and files are written on a team of worker threads.
-class JOBX_API CJOBXstepObj : public CRaisingNew
+class JOBX_API CJOBXstepObj : public CRaisingNew, public CJOBXattributed
 {
 public:
     CJOBXstepObj();
@@ -52,6 +56,11 @@ public:
     CJOBXstephdr* GetHeader() const { return m_pHeader; }
     CJOBXeda* GetEda() const { return m_pEda; }
     CJOBXnetlist* GetNetlist() const { return m_pNetlist; }
+    // The netlists beside "cadnet", in the order of their folders; borrowed. Null if there are none, and after classic
+    // reading.
+    const CJOBXnetlistArray* pGetFurtherNetlists() const noexcept { return m_pFurtherNetlists.get(); }
+    // The list for changes, borrowed; made if there is none.
+    CJOBXnetlistArray* pMakeFurtherNetlists();
 
     // Pointers to parts are never null. A host may delete a part and put another object in its place.
     CWnd* m_pStatus = nullptr;
@@ -67,6 +76,8 @@ private:
     void ReadLayers(const CString& layersDirectory);
     void ReadEda(const CString& stepDirectory);
     void ReadNetlist(const CString& stepDirectory);
+
+    std::unique_ptr<CJOBXnetlistArray> m_pFurtherNetlists;
 };
 
 extern template class JOBX_API CExPtrArray<CJOBXstepObj*, CJOBXstepObj*>;

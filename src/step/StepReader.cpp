@@ -9,9 +9,13 @@
 #include "foundation/corekit/CKUtility.h"
 #include "foundation/corekit/EntryLookup.h"
 #include "foundation/corekit/TextTools.h"
+#include "layer/CJOBXtool.h"
 #include "layer/FeaturesReader.h"
+#include "layer/ToolsFormat.h"
+#include "layer/ToolsReader.h"
 #include "netlist/CJOBXnetlist.h"
 #include "netlist/NetlistReader.h"
+#include "reading/AttributeListReader.h"
 #include "reading/MatrixMessageKinds.h"
 #include "step/CJOBXstepObj.h"
 #include "step/CJOBXstephdr.h"
@@ -43,13 +47,14 @@ public:
         m_step.m_pProfile->m_sName = "profile";
         ReadFile(m_context, m_directory, "profile", Presence::Needed, *m_step.m_pProfile);
         ReadFile(m_context, m_directory, "stephdr", Presence::Optional, *m_step.m_pHeader);
+        ReadAttributeList(m_context, m_directory, m_step);
         ShowStatus(m_step.m_pStatus, "Complete profile file reading");
         ReadLayers(FindEntry(m_directory, "layers"));
         ShowStatus(m_step.m_pStatus, "Complete layers file reading");
         ReadFile(m_context, FindEntry(m_directory, "eda"), "data", Presence::Optional, *m_step.m_pEda->m_pData);
         ShowStatus(m_step.m_pStatus, "Complete eda file reading");
-        ReadFile(m_context, FindEntry(m_directory, "netlists/cadnet"), "netlist", Presence::Optional,
-                 *m_step.m_pNetlist);
+        ReadFile(m_context, FindEntry(m_directory, "eda"), "shortf", Presence::Optional, *m_step.m_pEda);
+        ReadNetlists(FindEntry(m_directory, "netlists"));
         CheckReferences(m_context, m_directory, m_step);
         ShowStatus(m_step.m_pStatus, "Complete netlists file reading");
     }
@@ -78,22 +83,58 @@ private:
         ParallelLoop(static_cast<int>(directories.GetSize()),
                      [&](int i)
                      {
-                         const CString& directory = directories[i];
                          const CReadingContext context = contexts.Of(static_cast<std::size_t>(i));
                          auto layer = std::make_unique<CJOBXlayer>();
-                         layer->m_sName = LastPartOf(directory);
-                         if (ReadFile(context, directory, "features", PresenceOf(layer->m_sName, false), *layer))
-                             layers.Append(i, std::move(layer));
                          auto file = std::make_unique<CJOBXcomponents>();
-                         file->m_sLayerName = LastPartOf(directory);
-                         file->m_sRelativePath =
-                             CKUtility::GetInstance()->CKPathCombine(file->m_sLayerName, "components");
-                         if (ReadFile(context, directory, "components", PresenceOf(file->m_sLayerName, true), *file))
+                         const FilesOfLayer found = ReadLayer(context, directories[i], *layer, *file);
+                         if (found.hasFeatures)
+                             layers.Append(i, std::move(layer));
+                         if (found.hasComponents)
                              components.Append(i, std::move(file));
                      });
         contexts.Join();
         layers.PutInOrder();
         components.PutInOrder();
+    }
+
+    struct FilesOfLayer
+    {
+        bool hasFeatures;
+        bool hasComponents;
+    };
+    FilesOfLayer ReadLayer(const CReadingContext& context, const CString& directory, CJOBXlayer& layer,
+                           CJOBXcomponents& components) const
+    {
+        layer.m_sName = LastPartOf(directory);
+        components.m_sLayerName = layer.m_sName;
+        components.m_sRelativePath = CKUtility::GetInstance()->CKPathCombine(layer.m_sName, "components");
+        const bool hasFeatures = ReadFile(context, directory, "features", PresenceOf(layer.m_sName, false), layer);
+        const bool hasComponents =
+            ReadFile(context, directory, "components", PresenceOf(layer.m_sName, true), components);
+        if (hasFeatures)
+            ReadFile(context, directory, tools_format::kTools, Presence::Optional, *layer.GetTool());
+        if (hasFeatures || hasComponents)
+            ReadAttributeList(context, directory, hasFeatures ? static_cast<CJOBXattributed&>(layer) : components);
+        return {hasFeatures, hasComponents};
+    }
+
+    void ReadNetlists(const CString& netlistsDirectory)
+    {
+        CStringArray directories;
+        if (CKUtility::GetInstance()->IsDir(netlistsDirectory))
+            CKUtility::GetInstance()->GetAllSubDirListIn(netlistsDirectory, directories, 0);
+        const CString main = FindEntry(netlistsDirectory, "cadnet");
+        for (INT_PTR i = 0; i < directories.GetSize(); ++i)
+        {
+            auto further = std::make_unique<CJOBXnetlist>();
+            const bool isMain = directories[i] == main;
+            CJOBXnetlist& netlist = isMain ? *m_step.m_pNetlist : *further;
+            if (!ReadFile(m_context, directories[i], "netlist", Presence::Optional, netlist))
+                continue;
+            netlist.SetName(LastPartOf(directories[i]));
+            if (!isMain)
+                m_step.pMakeFurtherNetlists()->Own(std::move(further));
+        }
     }
 
     // A component layer needs its components, any other layer its features. For a layer without a row, nothing is

@@ -2,6 +2,7 @@
 #include "RunProgram.h"
 #include "support/TestPaths.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <gmock/gmock.h>
 
@@ -183,6 +184,37 @@ TEST(Cookbook, TheGuideShowsTheProgramsFunctions)
     const std::string program = Document("examples/cookbook/main.cpp");
     const std::vector<std::string> blocks = CodeBelow(Document("docs/hosts.md"), "## Cookbook");
     EXPECT_EQ(blocks.size(), 5U);
+    for (const std::string& block : blocks)
+        EXPECT_THAT(program, HasSubstr("\n" + block));
+}
+
+TEST(NetReport, PrintsPinsViasAndFeaturesOfANetOfTheSample)
+{
+    const TempDir directory;
+    const ProgramResult result = RunShell(ShellWord(JOBX_NET_REPORT) + " " + ShellWord(CopySample(directory)) + " RST");
+    EXPECT_EQ(result.exitCode, 0) << result.err;
+    EXPECT_EQ(result.out, Document("examples/net_report/expected.txt"));
+    EXPECT_EQ(result.err, "");
+}
+
+TEST(NetReport, PrintsWhatIsWrongWithTheJob)
+{
+    const TempDir directory;
+    const std::string job = CopySample(directory);
+    const ProgramResult result =
+        RunShell("cd " + ShellWord(job) + " && echo 'P 1 2' >> steps/pcb/layers/top/features; " +
+                 ShellWord(JOBX_NET_REPORT) + " . RST");
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_THAT(result.err, HasSubstr("steps/pcb/layers/top/features:"));
+    EXPECT_THAT(result.err, HasSubstr(": error FEA001 "));
+}
+
+TEST(NetReport, IsShortAndTheGuideShowsItsLines)
+{
+    const std::string program = Document("examples/net_report/main.cpp");
+    EXPECT_LE(std::count(program.begin(), program.end(), '\n'), 60);
+    const std::vector<std::string> blocks = CodeBelow(Document("docs/hosts.md"), "## Reading completely");
+    EXPECT_EQ(blocks.size(), 2U);
     for (const std::string& block : blocks)
         EXPECT_THAT(program, HasSubstr("\n" + block));
 }

@@ -92,6 +92,7 @@ const std::map<std::string, Change>& Triggers()
     static const char kComponents[] = "steps/pcb/layers/comp_+_top/components";
     static const char kMatrix[] = "matrix/matrix";
     static const char kHeader[] = "steps/pcb/stephdr";
+    static const char kTools[] = "steps/pcb/layers/top/tools";
     static const char kFont[] = "fonts/standard";
     static const char kEda[] = "steps/pcb/eda/data";
     static const char kNetlist[] = "steps/pcb/netlists/cadnet/netlist";
@@ -107,6 +108,10 @@ const std::map<std::string, Change>& Triggers()
         };
     };
     static const std::map<std::string, Change> triggers = {
+        {"ATL001", Write("misc/attrlist", ".comment\n")},
+        {"ATL002", Write("misc/attrlist", ".a = 1\n.a = 2\n")},
+        {"ATL003", Write("misc/attrlist", ".board_thickness = thin\n")},
+        {"ATL004", Write("misc/attrlist", ".drill = wood\n")},
         {"ATR001", tail(";9")},
         {"ATR002", tail(";2=9")},
         {"ATR003", tail(";x=1")},
@@ -206,6 +211,14 @@ const std::map<std::string, Change>& Triggers()
         {"NET005", Write(kNetlist, "XYZ\n")},
         {"NET006", Write(kNetlist, "$0 A\n$0 B\n")},
         {"NET007", Write(kNetlist, "$0 a\n$1 A\n")},
+        {"TOO001", Write(kTools, "THICKNESS=thin\n")},
+        {"TOO002", Write(kTools, "TOOLS\n")},
+        {"TOO003", Write(kTools, "SPEED=3\n")},
+        {"TOO004", Write(kTools, "THICKNESS=1\nTHICKNESS=2\n")},
+        {"TOO005", Write(kTools, "TOOLS {\n")},
+        {"TOO006", Write(kTools, "}\n")},
+        {"TOO007", Write(kTools, "TOOLS {\nNUM=1\n}\nTOOLS {\nNUM=1\n}\n")},
+        {"TOO008", Write(kTools, "TOOLS {\nTYPE=GILDED\n}\n")},
         {"UNI001", Write("misc/info", "UNITS=CM\n")},
         {"UNI002", Write("misc/info", "UNITS=INCH\nUNITS=MM\n")},
     };

@@ -62,6 +62,26 @@ struct ReadAgain
     }
 };
 
+// The same in complete reading; the messages are kept until memory runs out.
+struct ReadCompletelyAgain
+{
+    CString path;
+    void operator()() const
+    {
+        class Sink : public CJOBXmessageSink
+        {
+            void OnMessage(const CJOBXmessage& message) override { m_last = message.Line(); }
+            CString m_last;
+        } sink;
+        CJOBXreading reading;
+        reading.way = JOBXway::Complete;
+        reading.pSink = &sink;
+        CJOBX job;
+        job.SetReading(reading);
+        job.ParseODBOfMFC(path);
+    }
+};
+
 // Everything that follows reading, on one job that stays.
 struct WriteAgain
 {
@@ -137,6 +157,27 @@ TEST(ExhaustedMemory, ReadingTheSampleRaisesTheMemoryException)
     };
     EXPECT_GT(CountFailedAllocations(read, Refused::Every, SampleStep(), isWhole), 2000);
     EXPECT_GT(CountFailedAllocations(read, Refused::One, SampleStep(), isWhole), 2000);
+}
+
+TEST(ExhaustedMemory, ReadingAJobCompletelyRaisesTheMemoryExceptionWhateverAllocationFails)
+{
+    JOBX_REQUIRE_FAILING_ALLOCATION();
+    const Threads one(1);
+    const TempDir dir;
+    const ReadCompletelyAgain read{MakeSmallJob(dir).c_str()};
+    EXPECT_GT(CountFailedAllocations(read), 400);
+    EXPECT_GT(CountFailedAllocations(read, Refused::One), 400);
+}
+
+TEST(ExhaustedMemory, ReadingTheSampleCompletelyRaisesTheMemoryException)
+{
+    JOBX_REQUIRE_FAILING_ALLOCATION();
+    const Threads threads(4);
+    const TempDir dir;
+    const ReadCompletelyAgain read{CopySample(dir).c_str()};
+    const auto isFine = [] { return true; };
+    EXPECT_GT(CountFailedAllocations(read, Refused::Every, SampleStep(), isFine), 2000);
+    EXPECT_GT(CountFailedAllocations(read, Refused::One, SampleStep(), isFine), 2000);
 }
 
 TEST(ExhaustedMemory, WritingAJobRaisesTheMemoryExceptionWhateverAllocationFails)

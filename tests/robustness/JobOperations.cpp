@@ -54,6 +54,10 @@ void AddSystemAttributes(MemoryOperations& all)
     AddUse<CJOBXsysAttrDataArray>(
         all, "CJOBXsysAttrDataArray", "ParseODBOfMFC", [](auto&) {}, [file](auto& list) { list.ParseODBOfMFC(file); });
     AddMaking<CJOBXmisc>(all, "CJOBXmisc");
+    AddMaking<CJOBXcarriedFile>(all, "CJOBXcarriedFile");
+    AddMaking<CJOBXcarriedFileArray>(all, "CJOBXcarriedFileArray");
+    AddUse<CJOBXcarriedFile>(
+        all, "CJOBXcarriedFile", "SetPath", [](auto&) {}, [](auto& carried) { carried.SetPath(kLong); });
     AddUse<CJOBXmisc>(
         all, "CJOBXmisc", "ParseODBOfMFC", [](auto&) {}, [](auto& info) { info.ParseODBOfMFC(SmallJob() + "/misc"); });
 }
@@ -108,6 +112,10 @@ void AddStep(MemoryOperations& all)
             names.Add("PCB");
             steps.ParseODBOfMFC(SmallJob() + "/steps", names);
         });
+    AddMaking<CJOBXnetlistArray>(all, "CJOBXnetlistArray");
+    AddUse<CJOBXstepObj>(
+        all, "CJOBXstepObj", "pMakeFurtherNetlists", [](auto&) {},
+        [](auto& step) { step.pMakeFurtherNetlists()->Own(std::make_unique<CJOBXnetlist>()); });
     AddUse<CJOBXstepObjArray>(
         all, "CJOBXstepObjArray", "WriteODBData",
         [read](auto& steps) { read(*steps.Own(std::make_unique<CJOBXstepObj>())); },

@@ -115,6 +115,15 @@ LINE 0 0.1 0.1 0.1 P R 0.012
 ECHAR
 )";
 
+constexpr const char* kTools = R"(UNITS=INCH
+USER_PARAMS=a text that is longer than most
+TOOLS {
+    NUM=1
+    TYPE=PLATED
+    A_KEY_THAT_NOBODY_KNOWS=and a value that is longer than most
+}
+)";
+
 constexpr const char* kInfo = R"(JOB_NAME=a job with a rather long name
 ODB_VERSION_MAJOR=7
 ODB_SOURCE=by hand, and with a long text
@@ -149,6 +158,10 @@ std::string MakeSmallJob(const TempDir& dir)
     dir.Write(step + "layers/comp_+_top/components", kComponents);
     dir.Write(step + "eda/data", kEda);
     dir.Write(step + "netlists/cadnet/netlist", kNetlist);
+    dir.Write(step + "netlists/another_netlist/netlist", kNetlist);
+    dir.Write(step + "layers/a_layer_with_a_rather_long_name/tools", kTools);
+    dir.Write(step + "eda/shortf", "a record of a short that is longer than most\n");
+    dir.Write("small/user/a_file_that_no_reader_takes", "");
     dir.Write("small/fonts/standard", kFont);
     dir.Write("small/misc/info", kInfo);
     dir.Write("small/symbols/a_symbol_with_a_long_name/features", "P 0 0 0 P 0 0\n");

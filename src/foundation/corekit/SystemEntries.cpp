@@ -56,6 +56,13 @@ int ExamineEntryItself(const CString& path, EntryType& type)
     return IsNotThere(error) ? 0 : Answer(error);
 }
 
+int SizeOfFile(const CString& path, ULONGLONG& size)
+{
+    std::error_code error;
+    size = static_cast<ULONGLONG>(fs::file_size(path.View(), error));
+    return Answer(error);
+}
+
 int ResolveLinks(const CString& path, std::string& real)
 {
     std::error_code error;
@@ -170,6 +177,15 @@ int ExamineEntry(const CString& path, EntryType& type)
 int ExamineEntryItself(const CString& path, EntryType& type)
 {
     return Examine(AT_FDCWD, path, AT_SYMLINK_NOFOLLOW, type);
+}
+
+int SizeOfFile(const CString& path, ULONGLONG& size)
+{
+    struct stat info = {};
+    if (::stat(path, &info) != 0)
+        return errno;
+    size = static_cast<ULONGLONG>(info.st_size);
+    return 0;
 }
 
 int ResolveLinks(const CString& path, std::string& real)

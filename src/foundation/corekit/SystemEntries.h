@@ -21,6 +21,9 @@ int ExamineEntry(const CString& path, EntryType& type);
 // As above, without following a link.
 int ExamineEntryItself(const CString& path, EntryType& type);
 
+// The size in bytes of the regular file at `path`, following links.
+int SizeOfFile(const CString& path, ULONGLONG& size);
+
 // The full path of the entry at `path`, with all links resolved.
 int ResolveLinks(const CString& path, std::string& real);
 

@@ -1,0 +1,9 @@
+// Attribute lists: the file "attrlist" of a job, step, layer or user symbol.
+#pragma once
+
+#include "foundation/CJOBXattributeList.h"
+#include "foundation/framework/CString.h"
+#include "reading/CReadingContext.h"
+
+// Reads the file in this folder, if there is one, into the list of `owner`.
+void ReadAttributeList(const CReadingContext& context, const CString& directory, CJOBXattributed& owner);
