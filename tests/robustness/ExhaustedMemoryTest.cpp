@@ -62,23 +62,22 @@ struct ReadAgain
     }
 };
 
-// The same in complete reading; the messages are kept until memory runs out.
+// The same in complete reading.
 struct ReadCompletelyAgain
 {
     CString path;
+    Amounts* amounts = nullptr; // of the last job that was read
     void operator()() const
     {
         class Sink : public CJOBXmessageSink
         {
-            void OnMessage(const CJOBXmessage& message) override { m_last = message.Line(); }
-            CString m_last;
+            void OnMessage(const CJOBXmessage& message) override { const CString line(message.Line()); }
         } sink;
-        CJOBXreading reading;
-        reading.way = JOBXway::Complete;
-        reading.pSink = &sink;
         CJOBX job;
-        job.SetReading(reading);
+        job.SetReading({.way = JOBXway::Complete, .pSink = &sink});
         job.ParseODBOfMFC(path);
+        if (amounts != nullptr)
+            *amounts = AmountsOf(job);
     }
 };
 
@@ -174,10 +173,16 @@ TEST(ExhaustedMemory, ReadingTheSampleCompletelyRaisesTheMemoryException)
     JOBX_REQUIRE_FAILING_ALLOCATION();
     const Threads threads(4);
     const TempDir dir;
-    const ReadCompletelyAgain read{CopySample(dir).c_str()};
-    const auto isFine = [] { return true; };
-    EXPECT_GT(CountFailedAllocations(read, Refused::Every, SampleStep(), isFine), 2000);
-    EXPECT_GT(CountFailedAllocations(read, Refused::One, SampleStep(), isFine), 2000);
+    Amounts amounts{};
+    const ReadCompletelyAgain read{CopySample(dir).c_str(), &amounts};
+    read();
+    const auto isWhole = [&amounts, all = amounts]
+    {
+        EXPECT_EQ(amounts, all);
+        return true;
+    };
+    EXPECT_GT(CountFailedAllocations(read, Refused::Every, SampleStep(), isWhole), 2000);
+    EXPECT_GT(CountFailedAllocations(read, Refused::One, SampleStep(), isWhole), 2000);
 }
 
 TEST(ExhaustedMemory, WritingAJobRaisesTheMemoryExceptionWhateverAllocationFails)
