@@ -211,8 +211,9 @@ private:
         fields.Text(pin->m_sMountType);
         fields.End();
         m_attributes.Take(tail, Line(), *pin);
-        CJOBXdataPkgPin* const kept = m_pins.Own(std::move(pin));
-        m_pinOutlines.Begin(kept->m_arrOutlines);
+        m_pin = m_pins.Own(std::move(pin));
+        m_properties = nullptr; // made with the first property: few pins have any
+        m_pinOutlines.Begin(m_pin->m_arrOutlines);
         m_outlines = &m_pinOutlines;
     }
 
@@ -232,8 +233,10 @@ private:
 
     void OnProperty(CCheckedRecord& fields, const CTailText& /*tail*/)
     {
+        if (m_properties == nullptr && m_pin != nullptr)
+            m_properties = m_pin->pMakeTailAttributes();
         if (m_properties == nullptr)
-            return SayNoOwner(fields, "net, package or feature group");
+            return SayNoOwner(fields, "net, package, pin or feature group");
         auto property = std::make_unique<CJOBXProperty>();
         const CPropertyText text(m_text.Line());
         property->m_sName = m_cache.Of(text.name);
@@ -354,6 +357,7 @@ private:
         CloseOutline();
         m_net = nullptr;
         m_package = nullptr;
+        m_pin = nullptr;
         m_hasFeatures = false;
     }
     void FinishLists()
@@ -389,6 +393,7 @@ private:
     // The records that are open; null until the first one.
     CJOBXdataNet* m_net = nullptr;
     CJOBXdataPkg* m_package = nullptr;
+    CJOBXdataPkgPin* m_pin = nullptr;
     CJOBXPropertyArray* m_properties = nullptr;
     CListFiller<CJOBXdataPkgObj>* m_outlines = nullptr;
     bool m_hasFeatures = false; // whether features have a record to belong to

@@ -20,6 +20,7 @@
 #include "layer/FontReader.h"
 #include "reading/AttributeListReader.h"
 #include "reading/AttributeTypesReader.h"
+#include "reading/CFirstNames.h"
 #include "reading/FileMessageKinds.h"
 #include "reading/MatrixMessageKinds.h"
 #include "reading/SystemAttributes.h"
@@ -91,9 +92,20 @@ void CJobReading::ReadInfoAndSymbols()
     m_messages.Deliver();
 }
 
+void CJobReading::SaySameNames(const CString& place, const CStringArray& directories)
+{
+    CFirstNames names;
+    for (INT_PTR i = 0; i < directories.GetSize(); ++i)
+        if (const CString name = NameOf(directories[i]); names.LineBefore(name.View(), 1) != 0)
+            m_messages.Of(m_job.BelowJob(place))
+                .Say(file_message::kSameName, 0, "Another folder is also called ", Quoted{name.View()}, ".");
+}
+
 void CJobReading::ReadSymbols()
 {
-    const CStringArray directories = DirectoriesIn(FindEntry(m_job.directory, "symbols"));
+    const CString symbols = FindEntry(m_job.directory, "symbols");
+    const CStringArray directories = DirectoriesIn(symbols);
+    SaySameNames(symbols, directories);
     CParallelAppend<CJOBXSpecialSymbol> finished(*m_target.m_pSpecialSymbols);
     CParallelContexts contexts(m_context, static_cast<std::size_t>(directories.GetSize()));
     ParallelLoop(static_cast<int>(directories.GetSize()),
@@ -161,6 +173,7 @@ void CJobReading::CompareSteps(const CString& stepsDirectory, const CStringArray
     const CStringArray directories = DirectoriesIn(stepsDirectory);
     for (INT_PTR i = 0; i < directories.GetSize(); ++i)
         folders.try_emplace(Lower(NameOf(directories[i])), NameOf(directories[i]));
+    SaySameNames(stepsDirectory, directories);
     CFileMessages& messages = m_messages.Of(m_job.BelowJob(stepsDirectory));
     for (INT_PTR i = 0; i < stepNames.GetSize(); ++i)
         if (!folders.contains(Lower(stepNames[i])))

@@ -21,6 +21,7 @@ public:
     void ReadStepsAndFont(const CStringArray& stepNames);
 
 private:
+    void SaySameNames(const CString& place, const CStringArray& directories);
     void CompareSteps(const CString& stepsDirectory, const CStringArray& stepNames);
     void ReadSymbols();
     void ListCarriedFiles();

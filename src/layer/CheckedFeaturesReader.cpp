@@ -389,7 +389,7 @@ private:
         if (fields.AreTooFew())
             m_messages.Say(kTooFew, Line(), "The record has too few fields.");
         if (!fields.NoNumber().empty())
-            m_messages.Say(kNoNumber, Line(), "The field ", Quoted{fields.NoNumber()}, " is no number.");
+            m_messages.Say(kNoNumber, Line(), "The field ", Quoted{fields.NoNumber()}, " is not a number.");
         if (fields.HasOpenQuote())
             m_messages.Say(kOpenQuote, Line(), "The quote around the text is not closed.");
         if (!fields.Left().empty())
@@ -447,7 +447,7 @@ private:
     {
         if (!m_builder.HasSurface())
             return;
-        m_messages.Say(kOpenSurface, m_surfaceLine, "The surface is never closed.");
+        m_messages.Say(kOpenSurface, m_surfaceLine, "The surface is not closed.");
         CloseSurface();
     }
     bool CloseSurface()
@@ -470,7 +470,7 @@ private:
     {
         if (!m_builder.HasContour())
             return;
-        m_messages.Say(kOpenContour, m_contourLine, "The contour is never closed.");
+        m_messages.Say(kOpenContour, m_contourLine, "The contour is not closed.");
         CloseContour();
     }
     bool CloseContour()

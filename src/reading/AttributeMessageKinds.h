@@ -20,13 +20,13 @@ inline constexpr CJOBXmessageKind kNoOption{
     "ATR004", JOBXseverity::Warning, "An attribute's value is not among the options of its definition.",
     "0=9 where misc/userattr gives the attribute three options", "The number is kept as the value."};
 inline constexpr CJOBXmessageKind kBadNumber{
-    "ATR005", JOBXseverity::Warning, "The value of a number attribute is no number.",
+    "ATR005", JOBXseverity::Warning, "The value of a number attribute is not a number.",
     "0=abc where misc/userattr defines the attribute as INTEGER", "The value is kept as a text."};
 inline constexpr CJOBXmessageKind kBadID{"ATR006", JOBXseverity::Warning,
-                                         "A unique number is no whole number, or too large.", "P 1 2 0 P 0 0;;ID=x",
-                                         "The record is read without a unique number."};
+                                         "A unique number is not a whole number, or is too large.",
+                                         "P 1 2 0 P 0 0;;ID=x", "The record is read without a unique number."};
 inline constexpr CJOBXmessageKind kOddTail{"ATR007", JOBXseverity::Note,
-                                           "What stands behind a record's attributes is not known.",
+                                           "What follows a record's attributes is not known.",
                                            "P 1 2 0 P 0 0;0=1;COLOR=red", "It is not kept in the model."};
 
 inline constexpr const CJOBXmessageKind* kAll[] = {&kNoName,    &kNoText, &kBadItem, &kNoOption,

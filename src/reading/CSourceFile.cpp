@@ -146,7 +146,7 @@ bool CSourceFile::Expand(const CJOBXreading& reading, std::string_view data, boo
     if (isGzip && reading.pGzipExpander == nullptr)
     {
         m_messages->Say(file_message::kNoExpander, 0,
-                        "The file is compressed by gzip, and nothing is there to expand it.");
+                        "The file is compressed by gzip, and this program cannot expand it.");
         return false;
     }
     CLimitedText text(m_expanded, reading.nExpansionLimit);

@@ -15,7 +15,7 @@ inline constexpr CJOBXmessageKind kNotNumber{
     "CMP003", JOBXseverity::Error, "A field that should be a number is not one.", "CMP 4 left 3.4 0 N R1 R0603",
     "The field is read as the number that it begins with, or 0; export the job again."};
 inline constexpr CJOBXmessageKind kNoOwner{
-    "CMP004", JOBXseverity::Error, "A toeprint or property has no component that it could belong to.",
+    "CMP004", JOBXseverity::Error, "A toeprint or property stands before the first component.",
     "TOP 0 1 2 0 N 3 0 1 before the first CMP", "The record is not in the model; export the job again."};
 inline constexpr CJOBXmessageKind kUnknown{"CMP005", JOBXseverity::Note, "A record is of a kind that is not known.",
                                            "DSC a description", "The record is not in the model."};

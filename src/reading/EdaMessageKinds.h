@@ -14,8 +14,8 @@ inline constexpr CJOBXmessageKind kNotNumber{
     "EDA003", JOBXseverity::Error, "A field that should be a number is not one.", "PIN 1 S zero 0 0 E S",
     "The field is read as the number that it begins with, or 0; export the job again."};
 inline constexpr CJOBXmessageKind kNoOwner{
-    "EDA004", JOBXseverity::Error, "A record has no record that it could belong to.", "SNT VIA before the first NET",
-    "The record is not in the model; export the job again."};
+    "EDA004", JOBXseverity::Error, "A record stands before the record that it should belong to.",
+    "SNT VIA before the first NET", "The record is not in the model; export the job again."};
 inline constexpr CJOBXmessageKind kUnknown{"EDA005", JOBXseverity::Note, "A record is of a kind that is not known.",
                                            "XYZ 1 2 3", "The record is not in the model."};
 inline constexpr CJOBXmessageKind kNoLayer{
@@ -26,10 +26,10 @@ inline constexpr CJOBXmessageKind kOtherNumber{
     "# NET 5 before the first net", "The position counts; references to nets and packages count positions."};
 inline constexpr CJOBXmessageKind kNeverClosed{"EDA008", JOBXseverity::Error, "A contour or a polygon is not closed.",
                                                "CT and OB with no OE and CE behind them",
-                                               "The lines are kept as they are; the outline may be wrong."};
+                                               "The lines are kept; the outline may be wrong."};
 inline constexpr CJOBXmessageKind kNeverOpened{
     "EDA009", JOBXseverity::Error, "A line of a contour or a polygon stands outside of one.",
-    "OS 1 2 with no OB before it", "The line is kept as it is; the outline may be wrong."};
+    "OS 1 2 with no OB before it", "The line is kept; the outline may be wrong."};
 inline constexpr CJOBXmessageKind kSameName{"EDA010", JOBXseverity::Warning,
                                             "Two nets have the same name if letter case is ignored.",
                                             "NET gnd and NET GND", "Both are kept; look-ups by name find the first."};
@@ -40,8 +40,11 @@ inline constexpr CJOBXmessageKind kNoComponent{"EDA012", JOBXseverity::Error,
                                                "A toeprint subnet names a component or toeprint that does not exist.",
                                                "SNT TOP T 40 0 where the top side has ten components",
                                                "The net is not connected to that pin; export the job again."};
+inline constexpr CJOBXmessageKind kNoSuchLayer{
+    "EDA013", JOBXseverity::Warning, "A name of the LYR record is neither a layer of the step nor of the matrix.",
+    "LYR top where there is no layer TOP", "Nets are not connected to features of that layer; export the job again."};
 
-inline constexpr const CJOBXmessageKind* kAll[] = {&kTooFew,      &kTooMany,  &kNotNumber,   &kNoOwner,
-                                                   &kUnknown,     &kNoLayer,  &kOtherNumber, &kNeverClosed,
-                                                   &kNeverOpened, &kSameName, &kNoFeature,   &kNoComponent};
+inline constexpr const CJOBXmessageKind* kAll[] = {&kTooFew,    &kTooMany,     &kNotNumber,   &kNoOwner,     &kUnknown,
+                                                   &kNoLayer,   &kOtherNumber, &kNeverClosed, &kNeverOpened, &kSameName,
+                                                   &kNoFeature, &kNoComponent, &kNoSuchLayer};
 } // namespace eda_message

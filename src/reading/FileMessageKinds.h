@@ -17,20 +17,26 @@ inline constexpr CJOBXmessageKind kDamaged{
     "FIL003", JOBXseverity::Error, "A compressed file is damaged or cut short; nothing of it is read.",
     "a features.Z whose second half is missing", "Ask for the job again, or for the file uncompressed."};
 inline constexpr CJOBXmessageKind kNoExpander{
-    "FIL004", JOBXseverity::Error, "A file is compressed by gzip, and the program that reads has nothing to expand it.",
+    "FIL004", JOBXseverity::Error, "A file is compressed by gzip, and the program that reads the job cannot expand it.",
     "a features.gz read by a program that sets no expander",
     "Expand the file with gunzip, or set CJOBXreading::pGzipExpander."};
 inline constexpr CJOBXmessageKind kTooLong{
     "FIL005", JOBXseverity::Error, "A compressed file expands to more bytes than are allowed; nothing of it is read.",
     "a features.Z of a few kilobytes that expands to gigabytes",
-    "Raise the limit when the file is meant to be that large."};
+    "If the file is meant to be that large, raise the limit."};
 inline constexpr CJOBXmessageKind kNotText{"FIL006", JOBXseverity::Error, "A file is not text; nothing of it is read.",
                                            "a features file that holds a picture or an archive",
                                            "Ask for the job again."};
 inline constexpr CJOBXmessageKind kTwoForms{
     "FIL007", JOBXseverity::Warning, "A file is there twice, plain and compressed; only the plain one is read.",
     "features and features.Z in one folder", "Remove the one that is out of date."};
+inline constexpr CJOBXmessageKind kSameName{
+    "FIL008", JOBXseverity::Warning,
+    "Two folders of layers, steps or user symbols have the same name if letter case is "
+    "ignored.",
+    "folders steps/pcb/layers/top and steps/pcb/layers/TOP",
+    "Layers and symbols are both read, of steps only one; remove the folder that is out of date."};
 
-inline constexpr const CJOBXmessageKind* kAll[] = {&kMissing, &kUnreadable, &kDamaged, &kNoExpander,
-                                                   &kTooLong, &kNotText,    &kTwoForms};
+inline constexpr const CJOBXmessageKind* kAll[] = {&kMissing, &kUnreadable, &kDamaged,  &kNoExpander,
+                                                   &kTooLong, &kNotText,    &kTwoForms, &kSameName};
 } // namespace file_message

@@ -23,7 +23,11 @@ inline constexpr CJOBXmessageKind kSameNumber{"NET006", JOBXseverity::Warning, "
 inline constexpr CJOBXmessageKind kSameName{"NET007", JOBXseverity::Warning,
                                             "Two nets have the same name if letter case is ignored.",
                                             "$3 gnd and $4 GND", "Both are kept."};
+inline constexpr CJOBXmessageKind kOtherCount{"NET008", JOBXseverity::Warning,
+                                              "The numbers of nets in the netlist and in the EDA data differ.",
+                                              "a netlist with ten nets beside EDA data with twelve",
+                                              "One of the two files is out of date; export the job again."};
 
 inline constexpr const CJOBXmessageKind* kAll[] = {&kTooFew,  &kTooMany,    &kNotNumber, &kNoNet,
-                                                   &kUnknown, &kSameNumber, &kSameName};
+                                                   &kUnknown, &kSameNumber, &kSameName,  &kOtherCount};
 } // namespace netlist_message

@@ -91,7 +91,7 @@ __int64 ReadTailID(const CTailText& tail, int line, CFileMessages& messages)
     long long id = 0;
     if (IsInteger(tail.id, id) && id >= 0)
         return id;
-    messages.Say(kBadID, line, "The unique number ", Quoted{tail.id}, " is no whole number.");
+    messages.Say(kBadID, line, "The unique number ", Quoted{tail.id}, " is not a whole number.");
     return CJOBXtailed::kNoID;
 }
 
@@ -146,7 +146,7 @@ void CAttributeReader::SetValue(CJOBXProperty& property, std::string_view value,
         if (property.GetKind() == JOBXattributeKind::Integer ? IsInteger(value, whole) : IsReal(value))
             return;
         Say(kBadNumber, line, "The value ", Quoted{value}, " of the attribute ", Quoted{property.m_sName.View()},
-            " is no number.");
+            " is not a number.");
         property.SetKind(JOBXattributeKind::Text);
         return;
     case JOBXattributeKind::Flag:

@@ -6,8 +6,8 @@
 namespace unit_message
 {
 inline constexpr CJOBXmessageKind kUnknown{
-    "UNI001", JOBXseverity::Warning, "A units line names no known unit.", "UNITS=CM",
-    "The unit stays as it was; look at the lengths and ask whoever wrote the job."};
+    "UNI001", JOBXseverity::Warning, "The unit of a units line is not known.", "UNITS=CM",
+    "The unit does not change; look at the lengths, and ask whoever wrote the job."};
 inline constexpr CJOBXmessageKind kContradicts{
     "UNI002", JOBXseverity::Warning, "Two units lines of one file contradict each other; the last one counts.",
     "UNITS=INCH and further down UNITS=MM", "Look at the lengths, and ask whoever wrote the job."};

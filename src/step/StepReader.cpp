@@ -16,6 +16,8 @@
 #include "netlist/CJOBXnetlist.h"
 #include "netlist/NetlistReader.h"
 #include "reading/AttributeListReader.h"
+#include "reading/CFirstNames.h"
+#include "reading/FileMessageKinds.h"
 #include "reading/MatrixMessageKinds.h"
 #include "step/CJOBXstepObj.h"
 #include "step/CJOBXstephdr.h"
@@ -153,9 +155,12 @@ private:
             return;
         CFileMessages& messages = m_context.messages.Of(m_context.job.BelowJob(layersDirectory));
         std::map<CString, const CReadingJob::Row*> missing = m_rows;
+        CFirstNames names;
         for (INT_PTR i = 0; i < directories.GetSize(); ++i)
         {
             const CString name = LastPartOf(directories[i]);
+            if (names.LineBefore(name.View(), 1) != 0)
+                messages.Say(file_message::kSameName, 0, "Another folder is also called ", Quoted{name.View()}, ".");
             if (!m_rows.contains(MakeLower(name)))
                 messages.Say(matrix_message::kNoLayerRow, 0, "No row of the matrix names the folder ",
                              Quoted{name.View()}, ".");

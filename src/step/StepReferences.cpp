@@ -4,10 +4,13 @@
 #include "eda/CJOBXeda.h"
 #include "eda/EdaFormat.h"
 #include "foundation/framework/AsciiText.h"
+#include "netlist/CJOBXnetlist.h"
 #include "reading/ComponentsMessageKinds.h"
 #include "reading/EdaMessageKinds.h"
+#include "reading/NetlistMessageKinds.h"
 #include "step/CJOBXstepObj.h"
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -58,6 +61,8 @@ public:
 
     void Check()
     {
+        CheckLayerNames();
+        CheckNetCount();
         ForEach(m_data.m_arrNets, [this](const CJOBXdataNet& net)
                 { ForEach(net.m_arrSnts, [this](const CJOBXSnt& subnet) { CheckSubnet(subnet); }); });
         ForEach(*m_data.GetFeatureGroups(), [this](const CJOBXdataFgr& group) { CheckFeatures(group.m_arrNetObjs); });
@@ -67,6 +72,34 @@ public:
     }
 
 private:
+    // Whether the step or the matrix knows a layer of that name.
+    bool IsLayer(std::string_view name) const
+    {
+        const auto isRow = [&](const CReadingJob::Row& row) { return AsciiEqualNoCase(row.layer.View(), name); };
+        const auto isFile = [&](const CJOBXcomponents& file)
+        { return AsciiEqualNoCase(file.m_sLayerName.View(), name); };
+        const std::vector<CReadingJob::Row>& rows = m_context.job.rows;
+        const auto files = m_step.m_arrComponents.Records();
+        return std::any_of(rows.begin(), rows.end(), isRow) || std::any_of(files.begin(), files.end(), isFile);
+    }
+    void CheckLayerNames()
+    {
+        for (std::size_t i = 0; i < m_layers.size(); ++i)
+            if (const CString& name = m_data.m_arrLayerNames[static_cast<INT_PTR>(i)];
+                m_layers[i] == nullptr && !IsLayer(name.View()))
+                Eda().Say(eda_message::kNoSuchLayer, 0, "There is no layer ", Quoted{name.View()}, ".");
+    }
+    // The nets of the main netlist are those of the EDA data, if a step has both.
+    void CheckNetCount()
+    {
+        const __int64 inNetlist = m_step.m_pNetlist->m_arrNets.GetSize();
+        const __int64 inData = m_data.m_arrNets.GetSize();
+        if (inNetlist > 0 && inData > 0 && inNetlist != inData)
+            m_context.messages.Of(m_directory + "/netlists/cadnet/netlist")
+                .Say(netlist_message::kOtherCount, 0, "The netlist has ", static_cast<long long>(inNetlist),
+                     " nets, the EDA data have ", static_cast<long long>(inData), ".");
+    }
+
     void CheckSubnet(const CJOBXSnt& subnet)
     {
         CheckToeprint(subnet);

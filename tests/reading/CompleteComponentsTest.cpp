@@ -1,4 +1,4 @@
-#include "SmallJob.h"
+#include "CompleteRead.h"
 
 #include "components/CJOBXcomponents.h"
 #include "job/CJOBXsteps.h"
@@ -9,10 +9,21 @@ namespace complete_components_test
 {
 namespace
 {
-struct Result
+struct SmallJobWithEda : SmallJob
 {
-    std::unique_ptr<CJOBX> job;
-    std::vector<std::string> codes; // "line: severity code"
+    SmallJobWithEda()
+    {
+        Write("steps/pcb/eda/data",
+              "LYR top\nNET A\nSNT VIA\nNET B\nPKG P 0 0 0 0 0\nPIN 1 S 0 0 0 E S\nPIN 2 S 0 0 0 E S\n");
+    }
+};
+
+struct Result : CompleteRead
+{
+    explicit Result(const std::string& text)
+        : CompleteRead(SmallJobWithEda(), "steps/pcb/layers/comp_+_top/components", text)
+    {
+    }
 
     const CJOBXcomponents& File() const { return *job->m_pSteps->m_arrSteps.GetAt(0)->m_arrComponents.GetAt(0); }
     const CJOBXcmp& Component(int i) const { return *File().m_arrCmps.GetAt(i); }
@@ -20,28 +31,8 @@ struct Result
 
 Result Read(const std::string& text)
 {
-    const SmallJob small;
-    small.Write("steps/pcb/layers/comp_+_top/components", text);
-    small.Write("steps/pcb/eda/data",
-                "LYR top\nNET A\nSNT VIA\nNET B\nPKG P 0 0 0 0 0\nPIN 1 S 0 0 0 E S\nPIN 2 S 0 0 0 E S\n");
-    RecordedMessages sink;
-    Result result{small.Read(sink.Reading()), {}};
-    const std::string file = "steps/pcb/layers/comp_+_top/components:";
-    for (const std::string& line : sink.lines)
-        if (line.starts_with(file))
-        {
-            const std::string rest = line.substr(file.size());
-            result.codes.push_back(rest.substr(0, rest.find(' ', rest.find(' ', rest.find(' ') + 1) + 1)));
-        }
-    return result;
+    return Result(text);
 }
-
-std::string Text(const CString& text)
-{
-    return std::string(text.View());
-}
-
-using Strings = std::vector<std::string>;
 } // namespace
 
 TEST(CompleteComponents, NeedNoCommentAboveThem)
@@ -57,20 +48,20 @@ TEST(CompleteComponents, NeedNoCommentAboveThem)
     EXPECT_EQ(first.m_ptLocation, CPointD(1, 2));
     EXPECT_EQ(first.m_dRotation, 90);
     EXPECT_EQ(first.m_nMirror, 1);
-    EXPECT_EQ(Text(first.m_sName), "R1");
-    EXPECT_EQ(Text(first.m_sPartName), "a part");
+    EXPECT_EQ(TextOf(first.m_sName), "R1");
+    EXPECT_EQ(TextOf(first.m_sPartName), "a part");
     EXPECT_EQ(first.GetID(), 7);
     ASSERT_EQ(first.m_arrAttributes.GetSize(), 2) << "those of toeprints are not here";
     EXPECT_EQ(first.m_arrAttributes.GetAt(0)->GetKind(), JOBXattributeKind::Flag);
-    EXPECT_EQ(Text(first.m_arrAttributes.GetAt(1)->m_sValue), "tall");
+    EXPECT_EQ(TextOf(first.m_arrAttributes.GetAt(1)->m_sValue), "tall");
     ASSERT_EQ(first.m_arrProperties.GetSize(), 1);
-    EXPECT_EQ(Text(first.m_arrProperties.GetAt(0)->m_sValue), "10k 'x'");
+    EXPECT_EQ(TextOf(first.m_arrProperties.GetAt(0)->m_sValue), "10k 'x'");
     ASSERT_EQ(first.m_arrTops.GetSize(), 2);
     const CJOBXcmpTop& top = *first.m_arrTops.GetAt(0);
     EXPECT_EQ(top.m_ptLocation, CPointD(3, 4));
     EXPECT_EQ(top.m_dRotation, 45);
     EXPECT_EQ(top.m_nNet, 0);
-    EXPECT_EQ(Text(top.m_sName), "1");
+    EXPECT_EQ(TextOf(top.m_sName), "1");
     EXPECT_EQ(top.GetID(), 8);
     ASSERT_NE(top.pGetTailAttributes(), nullptr);
     EXPECT_EQ(top.pGetTailAttributes()->GetSize(), 1);

@@ -1,4 +1,4 @@
-#include "SmallJob.h"
+#include "CompleteRead.h"
 
 #include "eda/CJOBXdata.h"
 #include "eda/CJOBXeda.h"
@@ -6,16 +6,13 @@
 
 #include <gtest/gtest.h>
 
-#include <sstream>
-
 namespace complete_eda_test
 {
 namespace
 {
-struct Result
+struct Result : CompleteRead
 {
-    std::unique_ptr<CJOBX> job;
-    std::vector<std::string> messages;
+    explicit Result(const std::string& text) : CompleteRead("steps/pcb/eda/data", text) {}
 
     const CJOBXdata& Data() const { return *job->m_pSteps->m_arrSteps.GetAt(0)->GetEda()->m_pData; }
     const CJOBXdataNet& Net(int i) const { return *Data().m_arrNets.GetAt(i); }
@@ -24,46 +21,18 @@ struct Result
 
 Result Read(const std::string& text)
 {
-    const SmallJob small;
-    small.Write("steps/pcb/eda/data", text);
-    RecordedMessages sink;
-    Result result{small.Read(sink.Reading()), {}};
-    result.messages = sink.lines;
-    return result;
+    return Result(text);
 }
 
-std::string Text(const CString& text)
+const Strings& Codes(const Result& result)
 {
-    return std::string(text.View());
+    return result.codes;
 }
 
 std::string Attributes(const CJOBXtailed& record)
 {
-    std::ostringstream out;
-    if (const CJOBXPropertyArray* const list = record.pGetTailAttributes())
-        for (__int64 i = 0; i < list->GetSize(); ++i)
-            out << Text(list->GetAt(i)->m_sName) << '/' << static_cast<int>(list->GetAt(i)->GetKind()) << '/'
-                << Text(list->GetAt(i)->m_sValue) << ' ';
-    return out.str();
+    return TextOf(record.pGetTailAttributes());
 }
-
-std::string Prefix(const std::string& message)
-{
-    return message.substr(0, message.find(' ', message.find(' ', message.find(' ') + 1) + 1));
-}
-
-// The messages about the EDA data: "line: severity code".
-std::vector<std::string> Codes(const Result& result)
-{
-    std::vector<std::string> codes;
-    const std::string file = "steps/pcb/eda/data:";
-    for (const std::string& message : result.messages)
-        if (message.starts_with(file))
-            codes.push_back(Prefix(message.substr(file.size())));
-    return codes;
-}
-
-using Strings = std::vector<std::string>;
 } // namespace
 
 TEST(CompleteEda, NetNamesDoNotContainTheTail)
@@ -72,7 +41,7 @@ TEST(CompleteEda, NetNamesDoNotContainTheTail)
         Read("#@0 .critical_net\n#&0 a text\nLYR top\nNET POWER\\N1500 ;0;ID=1246\nNET GND ;;ID=7\nNET X\n");
     EXPECT_EQ(Codes(result), Strings{});
     ASSERT_EQ(result.Data().m_arrNets.GetSize(), 3);
-    EXPECT_EQ(Text(result.Net(0).m_sName), "POWER\\N1500");
+    EXPECT_EQ(TextOf(result.Net(0).m_sName), "POWER\\N1500");
     EXPECT_EQ(result.Net(0).GetID(), 1246);
     EXPECT_EQ(Attributes(result.Net(0)), ".critical_net/1/ ");
     EXPECT_EQ(result.Net(1).GetID(), 7);
@@ -88,7 +57,7 @@ TEST(CompleteEda, PackagesPinsAndOutlinesWithTailsAreRead)
     EXPECT_EQ(Codes(result), Strings{});
     ASSERT_EQ(result.Data().m_arrPkgs.GetSize(), 2);
     const CJOBXdataPkg& package = result.Package(0);
-    EXPECT_EQ(Text(package.m_sName), "R0603");
+    EXPECT_EQ(TextOf(package.m_sName), "R0603");
     EXPECT_EQ(package.m_dPitch, 0.063);
     EXPECT_EQ(package.m_ptLowerLeft, CPointD(-1, -2));
     EXPECT_EQ(package.m_ptUpperRight, CPointD(3, 4));
@@ -98,14 +67,28 @@ TEST(CompleteEda, PackagesPinsAndOutlinesWithTailsAreRead)
     EXPECT_EQ(package.m_arrOutlines.GetAt(0)->m_arrParameters.GetSize(), 4);
     EXPECT_EQ(package.m_arrOutlines.GetAt(0)->GetID(), 6);
     ASSERT_EQ(package.m_arrProperties.GetSize(), 1);
-    EXPECT_EQ(Text(package.m_arrProperties.GetAt(0)->m_sValue), "it's");
+    EXPECT_EQ(TextOf(package.m_arrProperties.GetAt(0)->m_sValue), "it's");
     EXPECT_EQ(package.m_arrProperties.GetAt(0)->m_arrFurtherValues.GetSize(), 2);
     ASSERT_EQ(package.m_arrPins.GetSize(), 2);
     EXPECT_EQ(package.m_arrPins.GetAt(0)->GetID(), 8);
-    EXPECT_EQ(Text(package.m_arrPins.GetAt(0)->m_sMountType), "S");
+    EXPECT_EQ(TextOf(package.m_arrPins.GetAt(0)->m_sMountType), "S");
     EXPECT_EQ(package.m_arrPins.GetAt(0)->m_arrOutlines.GetSize(), 6);
     EXPECT_EQ(package.m_arrPins.GetAt(1)->m_arrOutlines.GetSize(), 1);
-    EXPECT_EQ(Text(result.Package(1).m_sName), "EMPTY");
+    EXPECT_EQ(TextOf(result.Package(1).m_sName), "EMPTY");
+}
+
+TEST(CompleteEda, PropertiesBehindAPinBelongToThePin)
+{
+    const Result result = Read("@0 .pin\nPKG P 0 0 0 0 0\nPRP A 'a'\nPIN 1 S 0 0 0 E S;0\nPRP B 'b' 2\nCR 0 0 1\n"
+                               "PRP C 'c'\nPIN 2 S 0 0 0 E S\nPKG Q 0 0 0 0 0\nPRP D 'd'\n");
+    EXPECT_EQ(Codes(result), Strings{});
+    const CJOBXdataPkg& package = result.Package(0);
+    ASSERT_EQ(package.m_arrProperties.GetSize(), 1);
+    EXPECT_EQ(TextOf(package.m_arrProperties.GetAt(0)->m_sName), "A");
+    EXPECT_EQ(Attributes(*package.m_arrPins.GetAt(0)), ".pin/1/ B/4/b C/4/c ");
+    EXPECT_EQ(package.m_arrPins.GetAt(0)->pGetTailAttributes()->GetAt(1)->m_nNumber, -1);
+    EXPECT_EQ(Attributes(*package.m_arrPins.GetAt(1)), "");
+    EXPECT_EQ(result.Package(1).m_arrProperties.GetSize(), 1);
 }
 
 TEST(CompleteEda, UnitsOfTheFileWinOverThoseOfTheJob)
@@ -113,7 +96,7 @@ TEST(CompleteEda, UnitsOfTheFileWinOverThoseOfTheJob)
     EXPECT_EQ(Read("HDR x\n").Data().GetUnit(), JOBXunit::Millimetre) << "misc/info";
     const Result result = Read("HDR x\nUNITS=INCH\n");
     EXPECT_EQ(result.Data().GetUnit(), JOBXunit::Inch);
-    EXPECT_EQ(Text(result.Data().m_sUnits), "INCH");
+    EXPECT_EQ(TextOf(result.Data().m_sUnits), "INCH");
     EXPECT_EQ(result.Data().dGetFactorToMM(), 25.4);
 }
 
@@ -127,16 +110,16 @@ TEST(CompleteEda, FeatureGroupsBelongToNoNet)
     EXPECT_EQ(subnet.GetID(), 4);
     EXPECT_EQ(subnet.m_nToeprintNumber, 0);
     ASSERT_EQ(subnet.m_arrNetObjs.GetSize(), 1);
-    EXPECT_EQ(Text(subnet.m_arrNetObjs.GetAt(0)->m_sText), ";ID=9");
+    EXPECT_EQ(TextOf(subnet.m_arrNetObjs.GetAt(0)->m_sText), ";ID=9");
     EXPECT_EQ(result.Net(0).m_arrSnts.GetAt(1)->m_dFillSize, 0.5);
     EXPECT_EQ(result.Net(0).m_arrSnts.GetAt(1)->m_arrNetObjs.GetSize(), 0);
     ASSERT_EQ(result.Data().GetFeatureGroups()->GetSize(), 1);
     const CJOBXdataFgr& group = *result.Data().GetFeatureGroups()->GetAt(0);
-    EXPECT_EQ(Text(group.m_sKind), "TEXT");
+    EXPECT_EQ(TextOf(group.m_sKind), "TEXT");
     EXPECT_EQ(group.GetID(), 3);
     EXPECT_EQ(group.m_arrNetObjs.GetSize(), 1);
     ASSERT_EQ(group.m_arrProperties.GetSize(), 1);
-    EXPECT_EQ(Text(group.m_arrProperties.GetAt(0)->m_sValue), "R1");
+    EXPECT_EQ(TextOf(group.m_arrProperties.GetAt(0)->m_sValue), "R1");
 }
 
 TEST(CompleteEda, WhatIsWrongIsReportedWithItsLine)

@@ -223,8 +223,8 @@ TEST_F(CompleteFeatures, SayWhatIsWrongWithFields)
                      "L 1 2 3 4 0 Q 0\nP 1 2 0 P 0 12\nP 1 2 0 P 0 8\nP 1 2 0 P 0 9 0.0\nA 1 2 3 4 5 6 0 P 0 Z\n"),
                 ElementsAre("features:2: error FEA001 The record has too few fields.",
                             "features:3: warning FEA002 The record has too many fields, \"9 8\" last.",
-                            "features:4: error FEA003 The field \"x\" is no number.",
-                            "features:5: error FEA003 The field \"0.5\" is no number.",
+                            "features:4: error FEA003 The field \"x\" is not a number.",
+                            "features:5: error FEA003 The field \"0.5\" is not a number.",
                             "features:6: error FEA004 No symbol has the number 7.",
                             "features:7: warning FEA005 The format has no \"Q\" here.",
                             "features:8: warning FEA005 The format has no orientation 12.",
@@ -250,11 +250,11 @@ TEST_F(CompleteFeatures, KeepSurfacesAndContoursThatAreNeverClosedAndSaySo)
     const auto& surface = *RecordOfType<CJOBXlayObjSurface>(layer->GetFeatures()->GetAt(0));
     ASSERT_EQ(surface.GetContours()->GetSize(), 2);
     EXPECT_EQ(surface.GetContours()->GetAt(1)->GetODBlayObjOXArray()->GetSize(), 3);
-    EXPECT_THAT(sink.lines, ElementsAre("features:2: warning FEA009 The surface is never closed.",
-                                        "features:3: warning FEA010 The contour is never closed.",
-                                        "features:5: warning FEA010 The contour is never closed.",
-                                        "features:8: warning FEA009 The surface is never closed.",
-                                        "features:9: warning FEA010 The contour is never closed."));
+    EXPECT_THAT(sink.lines, ElementsAre("features:2: warning FEA009 The surface is not closed.",
+                                        "features:3: warning FEA010 The contour is not closed.",
+                                        "features:5: warning FEA010 The contour is not closed.",
+                                        "features:8: warning FEA009 The surface is not closed.",
+                                        "features:9: warning FEA010 The contour is not closed."));
 }
 
 TEST_F(CompleteFeatures, SayWhenPartOfASurfaceStandsOutsideOfOne)
@@ -273,7 +273,7 @@ TEST_F(CompleteFeatures, SayWhenAQuoteIsOpenOrTheNumberOfFeaturesIsAnother)
                 ElementsAre("features:1: warning FEA013 The file announces 3 features and has 1.",
                             "features:2: warning FEA012 The quote around the text is not closed."));
     EXPECT_THAT(Said("F 1\nT 1 2 standard P 0 0.1 0.1 1 'abc' 1\n"), IsEmpty());
-    EXPECT_THAT(Said("F x\nF\n"), ElementsAre("features:1: error FEA003 The field \"x\" is no number.",
+    EXPECT_THAT(Said("F x\nF\n"), ElementsAre("features:1: error FEA003 The field \"x\" is not a number.",
                                               "features:2: error FEA001 The record has too few fields."));
 }
 

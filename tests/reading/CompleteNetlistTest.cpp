@@ -1,4 +1,4 @@
-#include "SmallJob.h"
+#include "CompleteRead.h"
 
 #include "job/CJOBXsteps.h"
 #include "netlist/CJOBXnetlist.h"
@@ -9,36 +9,17 @@ namespace complete_netlist_test
 {
 namespace
 {
-struct Result
+struct Result : CompleteRead
 {
-    std::unique_ptr<CJOBX> job;
-    std::vector<std::string> codes; // "line: severity code"
+    explicit Result(const std::string& text) : CompleteRead("steps/pcb/netlists/cadnet/netlist", text) {}
 
     const CJOBXnetlist& File() const { return *job->m_pSteps->m_arrSteps.GetAt(0)->GetNetlist(); }
 };
 
 Result Read(const std::string& text)
 {
-    const SmallJob small;
-    small.Write("steps/pcb/netlists/cadnet/netlist", text);
-    RecordedMessages sink;
-    Result result{small.Read(sink.Reading()), {}};
-    const std::string file = "steps/pcb/netlists/cadnet/netlist:";
-    for (const std::string& line : sink.lines)
-        if (line.starts_with(file))
-        {
-            const std::string rest = line.substr(file.size());
-            result.codes.push_back(rest.substr(0, rest.find(' ', rest.find(' ', rest.find(' ') + 1) + 1)));
-        }
-    return result;
+    return Result(text);
 }
-
-std::string Text(const CString& text)
-{
-    return std::string(text.View());
-}
-
-using Strings = std::vector<std::string>;
 } // namespace
 
 TEST(CompleteNetlist, ReadsHeaderUnitsTailsAndFlags)
@@ -47,15 +28,15 @@ TEST(CompleteNetlist, ReadsHeaderUnitsTailsAndFlags)
                                "0 0.5 1 2 T e c;;ID=9\n1 0 3 4 B 0.1 0.2 m s staggered 5 6 0.7 v f\n");
     EXPECT_EQ(result.codes, Strings{});
     const CJOBXnetlist& netlist = result.File();
-    EXPECT_EQ(Text(netlist.GetOptimize()), "y");
-    EXPECT_EQ(Text(netlist.GetStaggered()), "n");
+    EXPECT_EQ(TextOf(netlist.GetOptimize()), "y");
+    EXPECT_EQ(TextOf(netlist.GetStaggered()), "n");
     EXPECT_EQ(netlist.GetUnit(), JOBXunit::Inch);
     ASSERT_EQ(netlist.m_arrNets.GetSize(), 2);
-    EXPECT_EQ(Text(netlist.m_arrNets.GetAt(0)->m_sName), "GND");
+    EXPECT_EQ(TextOf(netlist.m_arrNets.GetAt(0)->m_sName), "GND");
     EXPECT_EQ(netlist.m_arrNets.GetAt(0)->GetID(), 4);
     ASSERT_EQ(netlist.m_arrNets.GetAt(0)->m_arrPts.GetSize(), 1);
     EXPECT_EQ(netlist.m_arrNets.GetAt(0)->m_arrPts.GetAt(0)->GetID(), 9);
-    EXPECT_EQ(Text(netlist.m_arrNets.GetAt(0)->m_arrPts.GetAt(0)->m_sExposure), "c");
+    EXPECT_EQ(TextOf(netlist.m_arrNets.GetAt(0)->m_arrPts.GetAt(0)->m_sExposure), "c");
     ASSERT_EQ(netlist.m_arrNets.GetAt(1)->m_arrPts.GetSize(), 1);
     const CJOBXnetPt& point = *netlist.m_arrNets.GetAt(1)->m_arrPts.GetAt(0);
     EXPECT_EQ(point.m_ptPosition, CPointD(3, 4));
@@ -64,7 +45,7 @@ TEST(CompleteNetlist, ReadsHeaderUnitsTailsAndFlags)
     EXPECT_EQ(point.m_ptStaggeredPosition, CPointD(5, 6));
     EXPECT_EQ(point.m_dStaggeredRadius, 0.7);
     ASSERT_EQ(point.GetFlags().GetSize(), 2);
-    EXPECT_EQ(Text(point.GetFlags()[0]), "v");
+    EXPECT_EQ(TextOf(point.GetFlags()[0]), "v");
 }
 
 TEST(CompleteNetlist, PointsOfNoNetAreKept)

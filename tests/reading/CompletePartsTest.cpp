@@ -11,6 +11,8 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <fstream>
+#include <iterator>
 
 namespace
 {
@@ -124,6 +126,17 @@ TEST(CompleteTools, KeepEveryKey)
     EXPECT_EQ(copy.sGetFurtherValue("shape"), "round");
 }
 
+TEST(CompleteTools, AreWrittenAgain)
+{
+    const SmallJob files;
+    const CompleteRead read(files, kToolsFile, "UNITS=INCH\nTOOLS {\nNUM=7\nTYPE=VIA\n}\n");
+    read.job->WriteODBData(files.dir.MakeDir("out").c_str(), 0);
+    std::ifstream written(files.dir.Path("out/job/steps/PCB/layers/top/tools"));
+    const std::string text{std::istreambuf_iterator<char>(written), std::istreambuf_iterator<char>()};
+    EXPECT_NE(text.find("UNITS=INCH\n"), std::string::npos);
+    EXPECT_NE(text.find("NUM=7\n"), std::string::npos);
+}
+
 TEST(CompleteTools, WithoutAUnitsLineHaveTheUnitOfTheJob)
 {
     const CompleteRead read(kToolsFile, "THICKNESS=1\n");
@@ -142,6 +155,15 @@ TEST(CompleteTools, WhatIsWrongIsReportedWithItsLine)
                  {"}\n", {"1: warning TOO006"}},
                  {"TOOLS {\nTYPE=VIA\nNUM=1\n}\nTOOLS {\nTYPE=VIA\nNUM=1\n}\n", {"5: warning TOO007"}},
                  {"TOOLS {\nTYPE=GILDED\nNUM=1\n}\n", {"1: warning TOO008"}}});
+}
+
+TEST(CompleteSymbols, HaveAFactorToMillimetresForTheNumbersInTheirNames)
+{
+    const CompleteRead read("steps/pcb/layers/top/features", "$0 r10\n$1 r10 I\n$2 r10 M\nP 1 2 0 P 0 0\n");
+    const CJOBXlayer& layer = *FirstStep(*read.job).m_arrLayers.GetAt(0);
+    EXPECT_EQ(layer.dGetSymbolFactorToMM(0), 0.001) << "as the job";
+    EXPECT_EQ(layer.dGetSymbolFactorToMM(1), 0.0254);
+    EXPECT_EQ(layer.dGetSymbolFactorToMM(2), 0.001);
 }
 
 TEST(CompleteNetlists, BesideCadnetAreReadUnderTheirNames)
@@ -179,6 +201,35 @@ TEST(CompleteEda, KeepsTheRecordsOfIntendedShorts)
     ASSERT_EQ(shorts.GetSize(), 2);
     EXPECT_EQ(shorts[0], "SF 1 2");
     EXPECT_EQ(shorts[1], "other");
+}
+
+TEST(CompleteJobFiles, WithNamesThatDifferOnlyInLetterCaseAreReported)
+{
+    const SmallJob files;
+    files.Write("steps/pcb/layers/TOP/features", "");
+    files.Write("steps/Pcb/profile", "");
+    files.Write("symbols/a/features", "");
+    files.Write("symbols/A/features", "");
+    EXPECT_EQ(files.Messages(), (Strings{"symbols: warning FIL008 Another folder is also called \"a\".",
+                                         "steps: warning FIL008 Another folder is also called \"pcb\".",
+                                         "steps/pcb/layers: warning FIL008 Another folder is also called \"top\"."}));
+}
+
+TEST(CompleteNetlists, HaveAsManyNetsAsTheEdaData)
+{
+    const SmallJob files;
+    files.Write("steps/pcb/eda/data", "NET A\nNET B\n");
+    const std::string netlist = "steps/pcb/netlists/cadnet/netlist";
+    EXPECT_EQ(CompleteRead(files, netlist, "$0 A\n").messages,
+              Strings{netlist + ": warning NET008 The netlist has 1 nets, the EDA data have 2."});
+    EXPECT_EQ(CompleteRead(files, netlist, "$0 A\n$1 B\n").messages, Strings{});
+    EXPECT_EQ(CompleteRead(files, netlist, "").messages, Strings{});
+}
+
+TEST(CompleteEda, NamesOfLayersAreThoseOfTheStepOrTheMatrix)
+{
+    EXPECT_EQ(CompleteRead("steps/pcb/eda/data", "LYR top comp_+_top Top gone\n").messages,
+              Strings{"steps/pcb/eda/data: warning EDA013 There is no layer \"gone\"."});
 }
 
 TEST(CompleteJobFiles, ThatNoReaderTakesAreCarriedInTheOrderOfTheirPaths)

@@ -156,6 +156,7 @@ const std::map<std::string, Change>& Triggers()
         {"EDA010", Write(kEda, "NET a\nNET A\n")},
         {"EDA011", Write(kEda, "LYR top\nFGR TEXT\nFID C 0 1\n")},
         {"EDA012", Write(kEda, "NET a\nSNT TOP T 0 0\n")},
+        {"EDA013", Write(kEda, "LYR gone\n")},
         {"FIL001", Remove(kFeatures)},
         {"FIL002",
          [](const SmallJob& job)
@@ -168,6 +169,7 @@ const std::map<std::string, Change>& Triggers()
         {"FIL005", InsteadOfFeatures(kCompressed, EncodeLzw(std::string(100'000, ' ')))},
         {"FIL006", Write(kFeatures, std::string(100, '\x02'))},
         {"FIL007", Write(kCompressed, EncodeLzw("#\n"))},
+        {"FIL008", Write("steps/pcb/layers/TOP/features", "")},
         {"FNT001", Write(kFont, "XSIZE\n")},
         {"FNT002", Write(kFont, "XSIZE 1 2\n")},
         {"FNT003", Write(kFont, "XSIZE wide\n")},
@@ -219,6 +221,12 @@ const std::map<std::string, Change>& Triggers()
         {"TOO006", Write(kTools, "}\n")},
         {"TOO007", Write(kTools, "TOOLS {\nNUM=1\n}\nTOOLS {\nNUM=1\n}\n")},
         {"TOO008", Write(kTools, "TOOLS {\nTYPE=GILDED\n}\n")},
+        {"NET008",
+         [](const SmallJob& job)
+         {
+             job.Write(kNetlist, "$0 A\n");
+             job.Write(kEda, "NET A\nNET B\n");
+         }},
         {"UNI001", Write("misc/info", "UNITS=CM\n")},
         {"UNI002", Write("misc/info", "UNITS=INCH\nUNITS=MM\n")},
     };

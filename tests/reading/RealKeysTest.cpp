@@ -23,11 +23,8 @@ using Counts = std::map<std::string, __int64>;
 const std::map<std::string, Strings>& Counted()
 {
     static const std::map<std::string, Strings> words = {
-        {"attrlist", {"="}},
-        {"tools", {"TOOLS", "NUM="}},
-        {"matrix", {"LAYER", "STEP", "CU_TOP=", "REF="}},
-        {"stephdr", {"STEP-REPEAT"}},
-        {"standard", {"CHAR", "LINE"}},
+        {"attrlist", {"="}},          {"tools", {"TOOLS", "NUM="}},   {"matrix", {"LAYER", "STEP", "CU_TOP=", "REF="}},
+        {"stephdr", {"STEP-REPEAT"}}, {"standard", {"CHAR", "LINE"}},
     };
     return words;
 }

@@ -132,9 +132,9 @@ TEST_F(TailOfAFile, SaysWhenTheNumberIsNoneOrSomethingElseFollows)
         EXPECT_EQ(ReadTailID(CutTail(tail), 2, messages), CJOBXtailed::kNoID) << tail;
     EXPECT_EQ(ReadTailID(CutTail(";;ID=8;COLOR=red"), 2, messages), 8);
     messages.Deliver();
-    EXPECT_THAT(sink.lines, ElementsAre("f:2: warning ATR006 The unique number \"x\" is no whole number.",
-                                        "f:2: warning ATR006 The unique number \"\" is no whole number.",
-                                        "f:2: warning ATR006 The unique number \"-4\" is no whole number.",
+    EXPECT_THAT(sink.lines, ElementsAre("f:2: warning ATR006 The unique number \"x\" is not a whole number.",
+                                        "f:2: warning ATR006 The unique number \"\" is not a whole number.",
+                                        "f:2: warning ATR006 The unique number \"-4\" is not a whole number.",
                                         "f:2: warning ATR006 The unique number \"1234567890123456789\" is no whole "
                                         "number.",
                                         "f:2: note ATR007 What follows the attributes, \"COLOR=red\", is not "
