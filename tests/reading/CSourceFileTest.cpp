@@ -120,9 +120,10 @@ TEST_F(SourceFile, IsReportedWhenNothingCanExpandIt)
 {
     dir.Write("top/features.gz", "\x1F\x8Btext");
     EXPECT_THAT(Lines(), ElementsAre("-"));
-    EXPECT_THAT(sink.lines,
-                ElementsAre("top/features.gz: error FIL004 The file is compressed by gzip, and nothing is there to "
-                            "expand it."));
+    EXPECT_THAT(
+        sink.lines,
+        ElementsAre(
+            "top/features.gz: error FIL004 The file is compressed by gzip, and this program cannot expand it."));
 }
 
 TEST_F(SourceFile, IsReportedWhenItExpandsToMoreThanTheLimit)

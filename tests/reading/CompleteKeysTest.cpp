@@ -24,7 +24,7 @@ const CJOBXstephdr& HeaderOf(const CompleteRead& read)
 TEST(CompleteMatrix, KeepsEveryKey)
 {
     const CompleteRead read(kMatrixFile, "ID=3\nSTEP {\ncol = 2\nNAME=PCB\nID=7\nCOLOR=5\nWIDTH=9\n}\nLAYER{\nROW=1\n"
-                                         "CONTEXT=BOARD\nTYPE=DRILL\nNAME=TOP\nPOLARITY=POSITIVE\nSTART_NAME=top\n"
+                                         "CONTEXT = BOARD \nTYPE=DRILL\nNAME=TOP\nPOLARITY=POSITIVE\nSTART_NAME=top\n"
                                          "END_NAME=\nOLD_NAME=x\nADD_TYPE=y\nCOLOR=1\nID=8\nCU_TOP=18\nNEW=a=b\n}\n"
                                          "EXTRA {\nA=1\n}\n");
     EXPECT_EQ(read.codes, (Strings{"6: note MAT007", "7: note MAT007", "22: note MAT007", "24: note MAT007"}));
@@ -153,8 +153,8 @@ TEST(CompleteStephdr, WithoutAUnitsLineHasTheUnitOfTheJob)
 
 TEST(CompleteStephdr, AnEntryThatIsNotClosedIsKept)
 {
-    const CompleteRead read(kHeaderFile, "STEP-REPEAT {\nNAME=PCB\nNX=1\nNY=1\n");
-    EXPECT_EQ(read.codes, Strings{"1: warning HDR005"});
+    const CompleteRead read(kHeaderFile, "STEP-REPEAT {\nNAME=PCB\nNX=1\n");
+    EXPECT_EQ(read.codes, (Strings{"1: warning HDR005", "1: warning HDR008"}));
     EXPECT_EQ(HeaderOf(read).m_arrStepRepeats.GetSize(), 1);
 }
 

@@ -207,11 +207,13 @@ TEST(CompleteJobFiles, WithNamesThatDifferOnlyInLetterCaseAreReported)
 {
     const SmallJob files;
     files.Write("steps/pcb/layers/TOP/features", "");
-    files.Write("steps/Pcb/profile", "");
+    files.Write("steps/other/profile", "");
+    files.Write("steps/Other/profile", "");
     files.Write("symbols/a/features", "");
     files.Write("symbols/A/features", "");
     EXPECT_EQ(files.Messages(), (Strings{"symbols: warning FIL008 Another folder is also called \"a\".",
-                                         "steps: warning FIL008 Another folder is also called \"pcb\".",
+                                         "steps: warning FIL008 Another folder is also called \"other\".",
+                                         "steps: warning MAT002 The matrix names no step \"Other\".",
                                          "steps/pcb/layers: warning FIL008 Another folder is also called \"top\"."}));
 }
 

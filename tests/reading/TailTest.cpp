@@ -110,7 +110,7 @@ TEST_F(TailOfAFile, SaysWhatLeadsNowhere)
     EXPECT_THAT(sink.lines, ElementsAre("f:5: warning ATR001 No attribute name has the number 9.",
                                         "f:5: warning ATR002 No attribute text has the number \"8\".",
                                         "f:5: warning ATR004 The attribute \".comp_mount_type\" has no option \"3\".",
-                                        "f:5: warning ATR005 The value \"x\" of the attribute \".height\" is no "
+                                        "f:5: warning ATR005 The value \"x\" of the attribute \".height\" is not a "
                                         "number.",
                                         "f:5: warning ATR003 The attribute \"y\" does not begin with a number."));
 }
