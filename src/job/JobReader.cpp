@@ -1,6 +1,7 @@
 #include "job/JobReader.h"
 
 #include "foundation/ParallelLoop.h"
+#include "foundation/corekit/CDiagnosticCapture.h"
 #include "foundation/corekit/CKUtility.h"
 #include "foundation/corekit/EntryLookup.h"
 #include "foundation/corekit/SystemEntries.h"
@@ -25,7 +26,6 @@
 #include "reading/MatrixMessageKinds.h"
 #include "reading/SystemAttributes.h"
 
-#include <algorithm>
 #include <map>
 #include <memory>
 #include <utility>
@@ -140,31 +140,21 @@ void CJobReading::ListCarriedFiles()
 {
     // It was read before, by another object of this class.
     m_taken.Add(m_job.BelowJob(CSourceFile::Find(FindEntry(m_job.directory, "matrix"), matrix_format::kMatrix)));
-    std::vector<std::string> files; // below the job
-    std::vector<std::string> directories = {""};
-    const auto pathOf = [&](const std::string& below) { return std::string(m_job.directory.View()) + "/" + below; };
-    while (!directories.empty())
+    std::vector<CKDiagnostic> said; // what cannot be listed was reported where it was needed
+    const CDiagnosticCapture capture(said);
+    CStringArray files;
+    CKUtility::GetInstance()->GetAllFileListIn(m_job.directory, files, "*.*", 1);
+    for (INT_PTR i = 0; i < files.GetSize(); ++i)
     {
-        const std::string directory = std::exchange(directories.back(), {});
-        directories.pop_back();
-        ListEntries(pathOf(directory),
-                    [&](const ListedEntry& entry)
-                    {
-                        if (entry.type == EntryType::File)
-                            files.push_back(directory + entry.name);
-                        else if (entry.type == EntryType::Directory && !entry.isLink)
-                            directories.push_back(directory + entry.name + "/");
-                    });
+        const std::string below = m_job.BelowJob(files[i]);
+        ULONGLONG size = 0;
+        if (m_taken.Has(below) || SizeOfFile(files[i], size) != 0)
+            continue;
+        auto carried = std::make_unique<CJOBXcarriedFile>();
+        carried->SetPath(CString(std::string_view(below)));
+        carried->SetSize(size);
+        m_target.m_pMisc->GetCarriedFiles()->Own(std::move(carried));
     }
-    std::sort(files.begin(), files.end());
-    for (const std::string& file : files)
-        if (ULONGLONG size = 0; !m_taken.Has(file) && SizeOfFile(CString(std::string_view(pathOf(file))), size) == 0)
-        {
-            auto carried = std::make_unique<CJOBXcarriedFile>();
-            carried->SetPath(CString(std::string_view(file)));
-            carried->SetSize(size);
-            m_target.m_pMisc->GetCarriedFiles()->Own(std::move(carried));
-        }
 }
 
 void CJobReading::CompareSteps(const CString& stepsDirectory, const CStringArray& stepNames)

@@ -31,9 +31,9 @@ inline constexpr CJOBXmessageKind kUnknown{"MAT007", JOBXseverity::Note, "A key 
 inline constexpr CJOBXmessageKind kTwice{"MAT008", JOBXseverity::Warning, "A key is given twice in the same place.",
                                          "ROW=1 and ROW=2 in one LAYER block",
                                          "The last value counts; look at the file."};
-inline constexpr CJOBXmessageKind kNotClosed{"MAT009", JOBXseverity::Warning, "A block is not closed.",
+inline constexpr CJOBXmessageKind kNotClosed{"MAT009", JOBXseverity::Error, "A block is not closed.",
                                              "LAYER { and no } before the next block",
-                                             "It ends where the next one begins; look at the file."};
+                                             "It ends where the next one begins; the file may be cut short."};
 inline constexpr CJOBXmessageKind kNotOpen{"MAT010", JOBXseverity::Warning, "A brace closes no block.",
                                            "} before the first block", "Nothing is lost; look at the file."};
 inline constexpr CJOBXmessageKind kSameName{

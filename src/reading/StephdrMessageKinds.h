@@ -15,9 +15,9 @@ inline constexpr CJOBXmessageKind kUnknown{"HDR003", JOBXseverity::Note, "A key 
                                            "THICKNESS=3", "It is kept with its value, among the further keys."};
 inline constexpr CJOBXmessageKind kTwice{"HDR004", JOBXseverity::Warning, "A key is given twice in the same place.",
                                          "X_DATUM=0 and X_DATUM=1", "The last value counts; look at the file."};
-inline constexpr CJOBXmessageKind kNotClosed{"HDR005", JOBXseverity::Warning, "A block is not closed.",
+inline constexpr CJOBXmessageKind kNotClosed{"HDR005", JOBXseverity::Error, "A block is not closed.",
                                              "STEP-REPEAT { and no } before the next block",
-                                             "It ends where the next one begins; look at the file."};
+                                             "It ends where the next one begins; the file may be cut short."};
 inline constexpr CJOBXmessageKind kNotOpen{"HDR006", JOBXseverity::Warning, "A brace closes no block.",
                                            "} before the first block", "Nothing is lost; look at the file."};
 inline constexpr CJOBXmessageKind kNoStep{

@@ -17,9 +17,9 @@ inline constexpr CJOBXmessageKind kUnknown{"TOO003", JOBXseverity::Note, "A key 
 inline constexpr CJOBXmessageKind kTwice{"TOO004", JOBXseverity::Warning, "A key is given twice in the same place.",
                                          "NUM=1 and NUM=2 in one TOOLS block",
                                          "The last value counts; look at the file."};
-inline constexpr CJOBXmessageKind kNotClosed{"TOO005", JOBXseverity::Warning, "A block is not closed.",
+inline constexpr CJOBXmessageKind kNotClosed{"TOO005", JOBXseverity::Error, "A block is not closed.",
                                              "TOOLS { and no } before the next block",
-                                             "It ends where the next one begins; look at the file."};
+                                             "It ends where the next one begins; the file may be cut short."};
 inline constexpr CJOBXmessageKind kNotOpen{"TOO006", JOBXseverity::Warning, "A brace closes no block.",
                                            "} before the first block", "Nothing is lost; look at the file."};
 inline constexpr CJOBXmessageKind kSameNumber{"TOO007", JOBXseverity::Warning, "Two tools have the same number.",

@@ -96,7 +96,7 @@ const std::vector<Fault>& Faults()
         {"`stephdr` is empty", [](Dir dir, Path) { dir.Write("job/steps/pcb/stephdr", ""); }},
         {"`stephdr` is a broken link", [](Dir, Path job) { MakeLink(job + "/steps/pcb/stephdr", "gone"); }},
         {"`stephdr` is cut in a block",
-         [](Dir dir, Path) { dir.Write("job/steps/pcb/stephdr", "X_DATUM=0\nSTEP-REPEAT {\nNAME=PCB\n"); }},
+         [](Dir dir, Path) { dir.Write("job/steps/pcb/stephdr", "X_DATUM=0\nSTEP-REPEAT {\nNAME=PCB\nNX=1\nNY=1\n"); }},
         {"no folder `layers`", [](Dir, Path job) { fs::remove_all(job + "/steps/pcb/layers"); }},
         {"no folder of the layer", [](Dir, Path job) { fs::remove_all(job + "/steps/pcb/layers/top"); }},
         {"`layers` is a broken link", [](Dir, Path job) { MakeLink(job + "/steps/pcb/layers", "gone"); }},

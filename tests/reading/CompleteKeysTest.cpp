@@ -71,8 +71,8 @@ TEST(CompleteMatrix, WhatIsWrongIsReportedWithItsLine)
                  {"=1\n", {"5: warning MAT006"}},
                  {"A=1\nA {\n}\nA=2\n", {"5: note MAT007", "6: note MAT007", "8: warning MAT008"}},
                  {"LAYER {\nROW=1\nNAME=A\nrow=2\n}\n", {"8: warning MAT008"}},
-                 {"LAYER {\nNAME=A\nLAYER {\nNAME=B\n}\n", {"5: warning MAT009"}},
-                 {"LAYER {\nNAME=A\n", {"5: warning MAT009"}},
+                 {"LAYER {\nNAME=A\nLAYER {\nNAME=B\n}\n", {"5: error MAT009"}},
+                 {"LAYER {\nNAME=A\n", {"5: error MAT009"}},
                  {"}\n", {"5: warning MAT010"}},
                  {"LAYER {\nNAME=A\n}\nLAYER {\nNAME=a\n}\n", {"8: warning MAT011"}},
                  {"STEP {\nNAME=pcb\n}\n", {"5: warning MAT011"}},
@@ -154,7 +154,7 @@ TEST(CompleteStephdr, WithoutAUnitsLineHasTheUnitOfTheJob)
 TEST(CompleteStephdr, AnEntryThatIsNotClosedIsKept)
 {
     const CompleteRead read(kHeaderFile, "STEP-REPEAT {\nNAME=PCB\nNX=1\n");
-    EXPECT_EQ(read.codes, (Strings{"1: warning HDR005", "1: warning HDR008"}));
+    EXPECT_EQ(read.codes, (Strings{"1: error HDR005", "1: warning HDR008"}));
     EXPECT_EQ(HeaderOf(read).m_arrStepRepeats.GetSize(), 1);
 }
 

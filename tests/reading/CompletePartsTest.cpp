@@ -151,7 +151,7 @@ TEST(CompleteTools, WhatIsWrongIsReportedWithItsLine)
                 {{"THICKNESS=\n", {"1: error TOO001"}},
                  {"THICKNESS 3\n", {"1: warning TOO002"}},
                  {"USER_PARAMS=\nuser_params=\n", {"2: warning TOO004"}},
-                 {"TOOLS {\nTYPE=VIA\nNUM=1\nTOOLS {\nTYPE=VIA\nNUM=2\n}\n", {"1: warning TOO005"}},
+                 {"TOOLS {\nTYPE=VIA\nNUM=1\nTOOLS {\nTYPE=VIA\nNUM=2\n}\n", {"1: error TOO005"}},
                  {"}\n", {"1: warning TOO006"}},
                  {"TOOLS {\nTYPE=VIA\nNUM=1\n}\nTOOLS {\nTYPE=VIA\nNUM=1\n}\n", {"5: warning TOO007"}},
                  {"TOOLS {\nTYPE=GILDED\nNUM=1\n}\n", {"1: warning TOO008"}}});
