@@ -135,7 +135,7 @@ TEST_F(TailOfAFile, SaysWhenTheNumberIsNoneOrSomethingElseFollows)
     EXPECT_THAT(sink.lines, ElementsAre("f:2: warning ATR006 The unique number \"x\" is not a whole number.",
                                         "f:2: warning ATR006 The unique number \"\" is not a whole number.",
                                         "f:2: warning ATR006 The unique number \"-4\" is not a whole number.",
-                                        "f:2: warning ATR006 The unique number \"1234567890123456789\" is no whole "
+                                        "f:2: warning ATR006 The unique number \"1234567890123456789\" is not a whole "
                                         "number.",
                                         "f:2: note ATR007 What follows the attributes, \"COLOR=red\", is not "
                                         "known."));
