@@ -83,7 +83,7 @@ def check_hostile_name(program, job):
     step = job / "steps" / name
     shutil.copytree(job / "steps" / "panel", step)
     (job / "matrix" / "matrix").write_text("STEP {\nCOL=1\nNAME=" + name + "\n}\n", encoding="utf-8")
-    status, _, shown = run_on_terminal([program, "info", str(job)])
+    status, _, shown = run_on_terminal([program, "info", str(job), "--messages", "none"])
     assert status == 0
     assert "\x1b" not in shown
     assert all(len(text) <= 78 for text in shown.split("\r"))
