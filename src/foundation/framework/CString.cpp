@@ -12,19 +12,38 @@
 #include <limits>
 #include <new>
 
-// The shared form: the characters follow the header.
+// The shared form: the characters follow the header. A block that was made for just one text has no room for more; in
+// others the capacity follows first.
 struct CString::Block
 {
     std::atomic<int> references;
-    int length;
-    int capacity;
+    unsigned length : 31;
+    unsigned hasCapacity : 1;
 
-    char* Text() noexcept { return reinterpret_cast<char*>(this + 1); }
+    char* Text() noexcept { return reinterpret_cast<char*>(this + 1) + (hasCapacity != 0 ? sizeof(int) : 0); }
+    std::size_t Capacity() noexcept
+    {
+        if (hasCapacity == 0)
+            return length;
+        int capacity = 0;
+        std::memcpy(&capacity, this + 1, sizeof capacity);
+        return static_cast<std::size_t>(capacity);
+    }
+    // The text is going to be shorter by so much that its block has room for a capacity too.
+    void GainCapacity(std::size_t newLength) noexcept
+    {
+        const int capacity = static_cast<int>(length - sizeof(int));
+        char* const text = Text();
+        std::memmove(text + sizeof capacity, text, newLength);
+        std::memcpy(text, &capacity, sizeof capacity);
+        hasCapacity = 1;
+    }
 };
 
 namespace
 {
-constexpr std::size_t kLongestText = std::numeric_limits<int>::max() - 64;
+constexpr unsigned kLengthBits = std::numeric_limits<int>::max();
+constexpr std::size_t kLongestText = kLengthBits - 64;
 
 std::string_view OrEmpty(LPCSTR text) noexcept
 {
@@ -78,7 +97,7 @@ void CString::Release() noexcept
 
 int CString::SharedLength() const noexcept
 {
-    return Shared()->length;
+    return static_cast<int>(Shared()->length);
 }
 
 LPCSTR CString::SharedText() const noexcept
@@ -95,7 +114,9 @@ void CString::SetLengthInPlace(std::size_t length) noexcept
         m_rep.bytes[kInsideCapacity] = static_cast<char>(kInsideCapacity - length);
         return;
     }
-    Shared()->length = static_cast<int>(length);
+    if (Shared()->hasCapacity == 0 && length + sizeof(int) <= Shared()->length)
+        Shared()->GainCapacity(length);
+    Shared()->length = static_cast<unsigned>(length) & kLengthBits;
     Shared()->Text()[length] = '\0';
 }
 
@@ -128,15 +149,38 @@ unsigned long long CString::InsideWord(const char* text, std::size_t length) noe
 }
 
 // An address that would look like a text inside counts as no memory; 64-bit systems hand out none unless asked to.
-CString::Block* CString::NewBlock(std::size_t length, std::size_t capacity)
+CString::Block* CString::NewBlock(std::size_t size)
 {
-    void* const memory = std::malloc(sizeof(Block) + capacity + 1);
+    void* const memory = std::malloc(size);
     if (memory == nullptr || static_cast<unsigned long long>(reinterpret_cast<std::uintptr_t>(memory)) >> kAddressBits)
     {
         std::free(memory);
         AfxThrowMemoryException();
     }
-    return new (memory) Block{{1}, static_cast<int>(length), static_cast<int>(capacity)};
+    return new (memory) Block{{1}, 0, 0};
+}
+
+// A block for just that text.
+CString::Block* CString::NewBlockOf(const char* text, std::size_t length)
+{
+    Block* const block = NewBlock(sizeof(Block) + length + 1);
+    block->length = static_cast<unsigned>(length) & kLengthBits;
+    std::memcpy(block->Text(), text, length);
+    block->Text()[length] = '\0';
+    return block;
+}
+
+// A block with that text and room for `capacity` characters.
+CString::Block* CString::NewBuffer(const char* text, std::size_t length, std::size_t capacity)
+{
+    Block* const block = NewBlock(sizeof(Block) + sizeof(int) + capacity + 1);
+    block->length = static_cast<unsigned>(length) & kLengthBits;
+    block->hasCapacity = 1;
+    const auto room = static_cast<int>(capacity);
+    std::memcpy(static_cast<void*>(block + 1), &room, sizeof room);
+    std::memcpy(block->Text(), text, length);
+    block->Text()[length] = '\0';
+    return block;
 }
 
 void CString::Assign(const char* text, std::size_t length)
@@ -147,12 +191,7 @@ void CString::Assign(const char* text, std::size_t length)
     if (length < kInsideCapacity || (length == kInsideCapacity && text[kMarked] != '\0'))
         made.word = InsideWord(text, length);
     else
-    {
-        Block* const block = NewBlock(length, length);
-        std::memcpy(block->Text(), text, length);
-        block->Text()[length] = '\0';
-        made.word = reinterpret_cast<std::uintptr_t>(block);
-    }
+        made.word = reinterpret_cast<std::uintptr_t>(NewBlockOf(text, length));
     if (!IsInside())
         Release();
     m_rep = made;
@@ -165,12 +204,14 @@ char* CString::Unshare(std::size_t capacity)
     const auto length = static_cast<std::size_t>(GetLength());
     if (IsInside() && std::max(capacity, length) <= kBufferCapacity)
         return m_rep.bytes;
-    if (!IsInside() && static_cast<std::size_t>(Shared()->capacity) >= capacity &&
-        Shared()->references.load(std::memory_order_acquire) == 1)
+    if (!IsInside() && Shared()->Capacity() >= capacity && Shared()->references.load(std::memory_order_acquire) == 1)
         return Shared()->Text();
-    Block* const block = NewBlock(length, std::max(capacity, length));
-    std::memcpy(block->Text(), GetString(), length);
-    block->Text()[length] = '\0';
+    return MoveToBuffer(std::max(capacity, length));
+}
+
+char* CString::MoveToBuffer(std::size_t capacity)
+{
+    Block* const block = NewBuffer(GetString(), static_cast<std::size_t>(GetLength()), capacity);
     if (!IsInside())
         Release();
     m_rep.word = reinterpret_cast<std::uintptr_t>(block);
@@ -262,9 +303,13 @@ void CString::SetString(LPCSTR text, int length)
     Assign(view.data(), view.size());
 }
 
+// A caller may shorten the text and lengthen it again, for which a block without a capacity does not do.
 LPSTR CString::GetBuffer(int minLength)
 {
-    return Unshare(static_cast<std::size_t>(std::max(minLength, GetLength())));
+    const auto capacity = static_cast<std::size_t>(std::max(minLength, GetLength()));
+    if (!IsInside() && Shared()->hasCapacity == 0 && capacity <= kLongestText)
+        return MoveToBuffer(capacity);
+    return Unshare(capacity);
 }
 
 LPSTR CString::GetBufferSetLength(int length)
@@ -291,7 +336,7 @@ void CString::ReleaseBufferSetLength(int length)
 
 int CString::GetAllocLength() const noexcept
 {
-    return IsInside() ? std::max(kBufferCapacity, GetLength()) : Shared()->capacity;
+    return IsInside() ? std::max(kBufferCapacity, GetLength()) : static_cast<int>(Shared()->Capacity());
 }
 
 void CString::Preallocate(int length)
@@ -301,7 +346,7 @@ void CString::Preallocate(int length)
 
 void CString::FreeExtra()
 {
-    if (!IsInside() && Shared()->capacity > Shared()->length)
+    if (!IsInside() && Shared()->Capacity() > Shared()->length)
         *this = CString(View());
 }
 

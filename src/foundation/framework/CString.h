@@ -234,7 +234,9 @@ private:
     void Release() noexcept;
     int SharedLength() const noexcept;
     LPCSTR SharedText() const noexcept;
-    static Block* NewBlock(std::size_t length, std::size_t capacity);
+    static Block* NewBlock(std::size_t size);
+    static Block* NewBlockOf(const char* text, std::size_t length);
+    static Block* NewBuffer(const char* text, std::size_t length, std::size_t capacity);
     void Assign(const char* text, std::size_t length);                                   // `text` may be in this object
     static unsigned long long InsideWord(const char* text, std::size_t length) noexcept; // for a text that fits inside
     void SetCharacter(char character) noexcept                                           // only for the empty text
@@ -249,6 +251,7 @@ private:
     int InsertBytes(int index, std::string_view text);
     // A buffer used only by this object, of at least `capacity` characters, with the text in it.
     char* Unshare(std::size_t capacity);
+    char* MoveToBuffer(std::size_t capacity);
     void SetLengthInPlace(std::size_t length) noexcept; // for a buffer used only by this object
     void KeepFirst(std::size_t length);
     void AppendBytes(const char* text, std::size_t length);

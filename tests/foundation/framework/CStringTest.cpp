@@ -462,6 +462,38 @@ TEST(String, Preallocate_KeepsTheTextAndFreeExtraGivesBack)
     EXPECT_EQ(text, "a text of ");
 }
 
+TEST(String, Truncate_KeepsTheRoomOfTheTextUntilFreeExtra)
+{
+    const std::string letters = "abcdefghijklmnopqrstuvwxyz";
+    for (int length = 26; length >= 8; --length)
+    {
+        CString text(letters.c_str());
+        text.Truncate(length);
+        EXPECT_EQ(text, letters.substr(0, static_cast<std::size_t>(length)).c_str()) << length;
+        EXPECT_GE(text.GetAllocLength(), std::max(length, 22)) << length;
+        const char* const before = text;
+        text += CString('x', 22 - std::min(length, 22));
+        EXPECT_EQ(text.GetString(), before) << length;
+        text.Truncate(8);
+        text.FreeExtra();
+        EXPECT_EQ(text.GetAllocLength(), 8) << length;
+        EXPECT_EQ(text, "abcdefgh") << length;
+    }
+}
+
+TEST(String, Buffer_OfANewTextMayBeShortenedAndLengthenedAgain)
+{
+    CString text = kLong;
+    const int length = text.GetLength();
+    char* const buffer = text.GetBuffer();
+    EXPECT_EQ(text.GetAllocLength(), length);
+    text.ReleaseBuffer(3);
+    EXPECT_EQ(text.GetAllocLength(), length);
+    text.ReleaseBuffer(length);
+    EXPECT_EQ(text.GetString(), buffer);
+    EXPECT_EQ(text.GetLength(), length);
+}
+
 TEST(String, FreeExtra_WithoutExtraLeavesTheTextWhereItIs)
 {
     CString brief = "abc";
