@@ -43,8 +43,7 @@ public:
         if (m_records.empty())
             return;
         const __int64 first = m_list->GetSize();
-        record_pool::MakeRoom(*m_list, static_cast<__int64>(m_records.size()));
-        m_list->SetSize(first + static_cast<__int64>(m_records.size()));
+        record_pool::Extend(*m_list, static_cast<__int64>(m_records.size()));
         std::copy(m_records.begin(), m_records.end(), m_list->GetData() + first);
         m_records.clear();
     }

@@ -188,20 +188,19 @@ void Released(CRecordChunk& chunk, std::int64_t records) noexcept;
 // Room of that size among the records that this thread makes with `new`; JobxReturnBlock takes it back.
 void* NewBlock(std::size_t size);
 
-// Lets an array without elements put so many there, if they are few enough.
+// Makes the array so much longer, by value-initialised elements: among the records if it has no block and they are few.
 template <class Array>
-void MakeRoom(Array& array, std::ptrdiff_t count)
+void Extend(Array& array, std::ptrdiff_t count)
 {
     struct Open : Array
     {
-        static void UseBlock(Array& opened, void* block, std::ptrdiff_t capacity)
-        {
-            Array::UseBlock(opened, block, capacity);
-        }
+        static void UseBlock(Array& opened, void* block, std::ptrdiff_t size) { Array::UseBlock(opened, block, size); }
     };
     const std::size_t size = static_cast<std::size_t>(count) * sizeof *array.GetData();
     if (array.GetData() == nullptr && size - 1 < kLargestBlock)
         Open::UseBlock(array, NewBlock(size), count);
+    else
+        array.SetSize(array.GetSize() + count);
 }
 
 // Whether a record of a host's may have a block of its own somewhere.

@@ -21,8 +21,7 @@ inline void AddFields(CStringArray& texts, CFieldScanner fields, CTextCache& cac
     for (CFieldScanner counted = fields; counted.Text(field);)
         ++count;
     INT_PTR at = texts.GetSize();
-    record_pool::MakeRoom(texts, count);
-    texts.SetSize(at + count);
+    record_pool::Extend(texts, count);
     for (std::size_t i = 0; i < taken; ++i)
         texts[at++] = cache.Of(first[i]);
     for (; fields.Text(field); ++at)

@@ -88,10 +88,10 @@ void FillAlone(CArrayN& numbers, int count, Kept* keep)
         [&]
         {
             const std::unique_ptr<Record> record(new Record);
-            record_pool::MakeRoom(numbers, count);
+            record_pool::Extend(numbers, count);
             CRecordChunk::Of(kRecordsHaveOwnBlocks ? static_cast<void*>(numbers.GetData()) : record.get()).Keep(*keep);
-            for (int i = 1; i <= count; ++i)
-                numbers.Add(i);
+            for (int i = 0; i < count; ++i)
+                numbers[i] = i + 1;
             keep->Release();
         })
         .join();
@@ -325,27 +325,39 @@ TEST(RecordPool, AListThatIsSwappedTakesItsPlaceAlong)
     numbers.RemoveAll();
     EXPECT_FALSE(isGone);
     EXPECT_EQ(others[2], 3);
-    others.FreeExtra();
-    EXPECT_FALSE(isGone);
     others.SetSize(1);
     others.FreeExtra();
+    EXPECT_FALSE(isGone); // it counts as full
+    others.Add(5);
     EXPECT_TRUE(isGone);
     EXPECT_EQ(others[0], 1);
+    EXPECT_EQ(others[1], 5);
 }
 
-TEST(RecordPool, ALongListOrOneThatHasABlockStaysOutside)
+TEST(RecordPool, OnlyAShortListWithoutABlockLiesAmongTheRecords)
 {
     const std::unique_ptr<Record> record(new Record);
-    CStringArray texts;
-    texts.Add("a");
-    const CString* const data = texts.GetData();
-    record_pool::MakeRoom(texts, 3);
-    EXPECT_EQ(texts.GetData(), data);
+    const auto liesInside = [&record](const CArrayN& numbers)
+    {
+        const auto address = reinterpret_cast<std::uintptr_t>(numbers.GetData());
+        const CRecordChunk& chunk = CRecordChunk::Of(record.get());
+        return address - reinterpret_cast<std::uintptr_t>(&chunk) < chunk.Size();
+    };
+    constexpr auto kMost = static_cast<std::ptrdiff_t>(kLargestBlock / sizeof(int));
+    for (const std::ptrdiff_t count : {std::ptrdiff_t{1}, kMost, kMost + 1})
+    {
+        CArrayN numbers;
+        record_pool::Extend(numbers, count);
+        EXPECT_EQ(numbers.GetSize(), count);
+        EXPECT_EQ(numbers[count - 1], 0);
+        EXPECT_EQ(liesInside(numbers), count <= kMost && !kRecordsHaveOwnBlocks);
+    }
     CArrayN numbers;
-    record_pool::MakeRoom(numbers, static_cast<std::ptrdiff_t>(kLargestBlock / sizeof(int)) + 1);
+    record_pool::Extend(numbers, 0);
     EXPECT_EQ(numbers.GetData(), nullptr);
-    record_pool::MakeRoom(numbers, 0);
-    EXPECT_EQ(numbers.GetData(), nullptr);
-    record_pool::MakeRoom(numbers, static_cast<std::ptrdiff_t>(kLargestBlock / sizeof(int)));
-    EXPECT_NE(numbers.GetData(), nullptr);
+    numbers.Add(1);
+    record_pool::Extend(numbers, 2);
+    EXPECT_EQ(numbers.GetSize(), 3);
+    EXPECT_EQ(numbers[0], 1);
+    EXPECT_FALSE(liesInside(numbers));
 }

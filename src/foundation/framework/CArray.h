@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdlib>
+#include <cstring>
 #include <limits>
 #include <memory>
 #include <type_traits>
@@ -57,26 +58,26 @@ public:
             RemoveAll();
             return;
         }
-        if (size > m_nMaxSize)
+        if (size > Capacity())
             Reallocate(GrownCapacity(size));
         if (size > m_nSize)
             std::uninitialized_value_construct(m_pData + m_nSize, m_pData + size);
         else
             std::destroy(m_pData + size, m_pData + m_nSize);
-        m_nSize = size;
+        KeepSize(size);
     }
 
     // Makes room for `capacity` elements in total. Up to that size, appending neither moves the buffer nor raises.
     void Reserve(INT_PTR capacity)
     {
-        if (capacity > m_nMaxSize)
+        if (capacity > Capacity())
             Reallocate(capacity);
     }
 
     // Frees the unused part of the buffer.
     void FreeExtra()
     {
-        if (m_nSize != m_nMaxSize)
+        if (m_nSize != Capacity())
             m_nSize == 0 ? RemoveAll() : Reallocate(m_nSize);
     }
 
@@ -86,7 +87,7 @@ public:
         if (m_pData == nullptr)
             return;
         std::destroy(m_pData, m_pData + m_nSize);
-        ReplaceBlock(nullptr, 0);
+        ReplaceBlock(nullptr);
         m_nSize = 0;
     }
 
@@ -118,7 +119,7 @@ public:
     // Appends `element` and returns its index.
     INT_PTR Add(ARG_TYPE element)
     {
-        if (m_nSize == m_nMaxSize)
+        if (m_nSize == Capacity())
         {
             TYPE copy(element);
             Reallocate(GrownCapacity(m_nSize + 1));
@@ -128,7 +129,9 @@ public:
         {
             std::construct_at(m_pData + m_nSize, element);
         }
-        return m_nSize++;
+        const INT_PTR index = m_nSize;
+        KeepSize(index + 1);
+        return index;
     }
 
     // Appends the elements of `source`, copying pointers as they are. Returns the index of the first.
@@ -186,7 +189,7 @@ public:
             AfxThrowInvalidArgException();
         std::move(m_pData + index + count, m_pData + m_nSize, m_pData + index);
         std::destroy(m_pData + m_nSize - count, m_pData + m_nSize);
-        m_nSize -= count;
+        KeepSize(m_nSize - count);
     }
 
     // The count and then the elements: numbers as in memory, texts and other types that the archive supports in its own
@@ -231,30 +234,40 @@ protected:
     void SwapBuffers(CArray& other) noexcept
     {
         std::swap(m_pData, other.m_pData);
-        std::swap(m_nSize, other.m_nSize);
-        const INT_PTR capacity = m_nMaxSize; // no reference can be bound to a bit field
+        const INT_PTR size = m_nSize; // no reference can be bound to a bit field
         const INT_PTR step = m_nGrowBy;
         const auto isLent = m_nIsLent;
-        m_nMaxSize = other.m_nMaxSize;
+        KeepSize(other.m_nSize);
         m_nGrowBy = other.m_nGrowBy;
         m_nIsLent = other.m_nIsLent;
-        other.m_nMaxSize = capacity & kLargestCapacity;
+        other.KeepSize(size);
         other.m_nGrowBy = step & kLargestStep;
         other.m_nIsLent = isLent & 1U;
     }
 
-    // Makes an array without a block use this one, which has room for `capacity` elements. JobxReturnBlock takes it back.
-    static void UseBlock(CArray& array, void* block, INT_PTR capacity) noexcept
+    // Makes an array without a block use this one, which is just large enough for `size` value-initialised elements.
+    // JobxReturnBlock takes it back.
+    static void UseBlock(CArray& array, void* block, INT_PTR size)
     {
+        std::uninitialized_value_construct(static_cast<TYPE*>(block), static_cast<TYPE*>(block) + size);
         array.m_pData = static_cast<TYPE*>(block);
-        array.m_nMaxSize = capacity & kLargestCapacity;
+        array.KeepSize(size);
         array.m_nIsLent = 1;
     }
 
+    // How many elements the block has room for. A block that is lent is never filled again.
+    INT_PTR Capacity() const
+    {
+        if (m_pData == nullptr || m_nIsLent != 0)
+            return m_nSize;
+        INT_PTR capacity = 0;
+        std::memcpy(&capacity, reinterpret_cast<const char*>(m_pData) - kHeader, sizeof capacity);
+        return capacity;
+    }
+
     TYPE* m_pData = nullptr;
-    INT_PTR m_nSize = 0;
-    // All in one word, because a job has very many small arrays.
-    INT_PTR m_nMaxSize : 39 = 0;
+    // All in one word, because a job has very many small arrays. The capacity is in front of the elements.
+    INT_PTR m_nSize : 39 = 0;
     INT_PTR m_nGrowBy : 24 = 0;
     ULONGLONG m_nIsLent : 1 = 0; // whether JobxReturnBlock takes the block, not std::free
 
@@ -263,22 +276,25 @@ private:
     static constexpr INT_PTR kMaxGrow = 1024;
     static constexpr INT_PTR kLargestCapacity = (INT_PTR{1} << 38U) - 1; // what the members above can hold
     static constexpr INT_PTR kLargestStep = (INT_PTR{1} << 23U) - 1;
+    static constexpr std::size_t kHeader = std::max(sizeof(INT_PTR), alignof(TYPE)); // of a block: its capacity
+
+    void KeepSize(INT_PTR size) noexcept { m_nSize = size & kLargestCapacity; }
 
     INT_PTR GrownCapacity(INT_PTR needed) const
     {
         if (m_pData == nullptr)
             return std::max<INT_PTR>(needed, m_nGrowBy);
         const INT_PTR step = m_nGrowBy != 0 ? INT_PTR{m_nGrowBy} : std::clamp<INT_PTR>(m_nSize / 8, kMinGrow, kMaxGrow);
-        return std::max<INT_PTR>(needed, m_nMaxSize + step);
+        return std::max<INT_PTR>(needed, Capacity() + step);
     }
 
     void Reallocate(INT_PTR capacity)
     {
         static_assert(alignof(TYPE) <= alignof(std::max_align_t), "blocks have the C library's alignment");
         if (capacity > kLargestCapacity ||
-            static_cast<ULONGLONG>(capacity) > std::numeric_limits<std::ptrdiff_t>::max() / sizeof(TYPE))
+            static_cast<ULONGLONG>(capacity) > (std::numeric_limits<std::ptrdiff_t>::max() - kHeader) / sizeof(TYPE))
             AfxThrowMemoryException();
-        const auto bytes = static_cast<std::size_t>(capacity) * sizeof(TYPE);
+        const std::size_t bytes = kHeader + static_cast<std::size_t>(capacity) * sizeof(TYPE);
         if constexpr (std::is_trivially_copyable_v<TYPE>)
             if (m_nIsLent == 0)
                 return ExtendBlock(bytes, capacity);
@@ -288,11 +304,10 @@ private:
     // The system moves large blocks page by page, so small growth steps are cheap.
     void ExtendBlock(std::size_t bytes, INT_PTR capacity)
     {
-        auto* const block = static_cast<TYPE*>(std::realloc(static_cast<void*>(m_pData), bytes));
+        void* const block = std::realloc(Block(), bytes);
         if (block == nullptr)
             AfxThrowMemoryException();
-        m_pData = block;
-        m_nMaxSize = capacity & kLargestCapacity;
+        m_pData = ElementsOf(block, capacity);
     }
 
     void MoveToNewBlock(std::size_t bytes, INT_PTR capacity)
@@ -300,22 +315,31 @@ private:
         std::unique_ptr<void, void (*)(void*)> memory(std::malloc(bytes), std::free);
         if (memory == nullptr)
             AfxThrowMemoryException();
-        auto* const block = static_cast<TYPE*>(memory.get());
-        std::uninitialized_move(m_pData, m_pData + m_nSize, block); // may raise; then nothing has changed
+        TYPE* const elements = ElementsOf(memory.get(), capacity);
+        std::uninitialized_move(m_pData, m_pData + m_nSize, elements); // may raise; then nothing has changed
         std::destroy(m_pData, m_pData + m_nSize);
         memory.release(); // NOLINT(bugprone-unused-return-value): m_pData is going to own the block
-        ReplaceBlock(block, capacity);
+        ReplaceBlock(elements);
     }
 
-    // Frees the block, whose elements are gone, and owns that one instead.
-    void ReplaceBlock(TYPE* block, INT_PTR capacity) noexcept
+    // The memory of the array, which is not lent.
+    void* Block() const noexcept { return m_pData == nullptr ? nullptr : reinterpret_cast<char*>(m_pData) - kHeader; }
+
+    // Where the elements of a block lie, which has room for so many.
+    static TYPE* ElementsOf(void* block, INT_PTR capacity) noexcept
+    {
+        std::memcpy(block, &capacity, sizeof capacity);
+        return reinterpret_cast<TYPE*>(static_cast<char*>(block) + kHeader);
+    }
+
+    // Frees the block, whose elements are gone, and owns these instead.
+    void ReplaceBlock(TYPE* elements) noexcept
     {
         if (m_nIsLent != 0)
             JobxReturnBlock(m_pData);
         else
-            std::free(m_pData);
-        m_pData = block;
-        m_nMaxSize = capacity & kLargestCapacity;
+            std::free(Block());
+        m_pData = elements;
         m_nIsLent = 0;
     }
 

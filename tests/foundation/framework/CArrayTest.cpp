@@ -26,7 +26,7 @@ template <class TYPE, class ARG_TYPE = const TYPE&>
 class OpenArray : public CArray<TYPE, ARG_TYPE>
 {
 public:
-    INT_PTR Capacity() const { return this->m_nMaxSize; }
+    using CArray<TYPE, ARG_TYPE>::Capacity;
 };
 
 using Numbers = OpenArray<int, int>;
