@@ -12,10 +12,10 @@
 
 namespace
 {
-// Appends the attributes of a list such as "0=2,1" to the component; `nameOf` gives the name of a number. The second
-// number of each is never set, whatever its value; this is intended.
+// Adds the attributes of a list such as "0=2,1"; `nameOf` gives the name of a number. The second number of each is never
+// set, whatever its value; this is intended.
 template <class NameOf>
-void AddAttributes(CJOBXcmp& component, std::string_view list, NameOf nameOf)
+void AddAttributes(CListFiller<CJOBXProperty>& attributes, std::string_view list, NameOf nameOf)
 {
     CAttributeListScanner items(list);
     for (std::string_view item; items.Next(item);)
@@ -29,7 +29,7 @@ void AddAttributes(CJOBXcmp& component, std::string_view list, NameOf nameOf)
             attribute->m_sValue = Trimmed(item.substr(equals + 1));
             attribute->m_sValue.Remove('\'');
         }
-        component.m_arrAttributes.Own(std::move(attribute));
+        attributes.Own(std::move(attribute));
     }
 }
 
@@ -41,6 +41,7 @@ struct ComponentsReading
     // Its lists, to be filled.
     CListFiller<CJOBXcmpTop> tops{};
     CListFiller<CLProperty> properties{};
+    CListFiller<CJOBXProperty> attributes{};
     CTextCache texts{};
 };
 
@@ -72,6 +73,7 @@ void OnNewComponent(ComponentsReading& reading, std::string_view line)
     reading.component = reading.file.m_arrCmps.Own(std::move(component));
     reading.tops.Begin(reading.component->m_arrTops);
     reading.properties.Begin(reading.component->m_arrProperties);
+    reading.attributes.Begin(reading.component->m_arrAttributes);
 }
 
 // The name that ends a line, and the attributes behind it. Attributes of a toeprint also go to its component; this is
@@ -86,7 +88,7 @@ void TakeName(ComponentsReading& reading, CTokenScanner& fields, CString& name)
         return;
     }
     name = reading.texts.Of(Trimmed(rest.substr(0, semicolon)));
-    AddAttributes(*reading.component, WithoutLeading(rest.substr(semicolon), ';'),
+    AddAttributes(reading.attributes, WithoutLeading(rest.substr(semicolon), ';'),
                   [&reading](int number) { return reading.names.Text(number); });
 }
 
@@ -162,6 +164,7 @@ void ReadLines(CTextScanner& text, CJOBXcomponents& components)
         Dispatch<kComponentsKeywords>(reading, text.Line());
     reading.tops.Finish();
     reading.properties.Finish();
+    reading.attributes.Finish();
 }
 } // namespace
 
@@ -181,5 +184,10 @@ void CJOBXcomponents::AddPropertyData(CString attributes, CJOBXcmp* component) c
     if (component != nullptr)
         Guarded(
             [&]
-            { AddAttributes(*component, attributes.View(), [this](int number) { return GetAttributeName(number); }); });
+            {
+                CListFiller<CJOBXProperty> filler;
+                filler.Begin(component->m_arrAttributes);
+                AddAttributes(filler, attributes.View(), [this](int number) { return GetAttributeName(number); });
+                filler.Finish();
+            });
 }
