@@ -13,13 +13,24 @@
 class CFeatureBuilder
 {
 public:
-    explicit CFeatureBuilder(CJOBXlayer& layer) : m_features(*layer.GetFeatures()) {}
+    explicit CFeatureBuilder(CJOBXlayer& layer)
+        : m_features(*layer.GetFeatures()), m_count(m_features.GetSize()), m_room(m_count)
+    {
+    }
+    CFeatureBuilder(const CFeatureBuilder&) = delete;
+    CFeatureBuilder& operator=(const CFeatureBuilder&) = delete;
+    ~CFeatureBuilder() { m_features.SetSize(m_count); }
 
     // Takes over a property list that features are going to borrow.
     const CJOBXPropertyArray* Keep(std::unique_ptr<CJOBXPropertyArray> list) { return m_maker.Keep(std::move(list)); }
     // How many features there were, surfaces that never ended among them.
     int Count() const noexcept { return m_nextIndex; }
-    void Finish() { m_features.FreeExtra(); }
+    void Finish()
+    {
+        m_features.SetSize(m_count);
+        m_features.FreeExtra();
+        m_room = m_count;
+    }
 
     // `properties` is null or a list that Keep took.
     template <class Record>
@@ -61,9 +72,10 @@ public:
         AddElement(m_maker.MakeEnd(lineNumber));
         auto contour = std::make_unique<CJOBXlayObjSurfaceOB>();
         CJOBXlayObjOXArray& elements = *contour->GetODBlayObjOXArray();
-        elements.Reserve(static_cast<__int64>(m_elements.size()));
+        record_pool::Extend(elements, static_cast<std::ptrdiff_t>(m_elements.size()));
+        CJOBXlayObjOX** place = elements.GetData();
         for (std::unique_ptr<CJOBXlayObjOX>& element : m_elements)
-            elements.Own(std::move(element));
+            *place++ = element.release();
         m_elements.clear();
         m_contourIsOpen = false;
         m_surface->GetContours()->Own(std::move(contour));
@@ -72,8 +84,9 @@ public:
 private:
     void Own(std::unique_ptr<CJOBXlayObj> feature)
     {
-        MakeRoom();
-        m_features.Add(feature.release());
+        if (m_count == m_room)
+            MakeRoom();
+        m_features.GetData()[m_count++] = feature.release();
     }
     void AddElement(std::unique_ptr<CJOBXlayObjOX> element)
     {
@@ -84,15 +97,15 @@ private:
     // Doubling: the array's own steps are made for lists that stay short.
     void MakeRoom()
     {
-        if (m_features.GetSize() < m_room)
-            return;
-        m_room = std::max<__int64>(64, 2 * m_features.GetSize());
-        m_features.Reserve(m_room);
+        const __int64 room = std::max<__int64>(64, 2 * m_count);
+        m_features.SetSize(room);
+        m_room = room;
     }
 
-    CJOBXlayObjArray& m_features;
+    CJOBXlayObjArray& m_features; // its entries from m_count on are null until the end
+    __int64 m_count;
+    __int64 m_room;
     CFeatureMaker m_maker;
-    __int64 m_room = 0; // of the features
     int m_nextIndex = 0;
     std::unique_ptr<CJOBXlayObjSurface> m_surface;
     std::vector<std::unique_ptr<CJOBXlayObjOX>> m_elements; // of the open contour
