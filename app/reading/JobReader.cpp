@@ -182,6 +182,27 @@ ReadJob ReadJobDirectory(const ReadOptions& options)
     return read;
 }
 
+ReadJob ReadJobSilently(const std::string& path)
+{
+    ReadOptions options;
+    options.quiet = true;
+    options.followLinks = true;
+    options.way = JOBXway::Complete;
+    const SilentMessageBoxes silence;
+    FailedOperations failed;
+    ReadJob read;
+    read.job = std::make_unique<CJOBX>();
+    const ReadLimits limits(path, options.followLinks, options.maxEntries);
+    failed.NameAsIn(path);
+    ReadingMessages messages;
+    ReadFromInside(read, options, path, failed, messages);
+    read.missing = failed.Lines();
+    for (const CJOBXmessage& message : messages.List())
+        if (std::string_view(message.kind->code) == "FIL002") // there, but cannot be read
+            read.missing.push_back(fmt::format("{}: {}", Printable(message.file.View()), message.text.View()));
+    return read;
+}
+
 ReadJob ReadGoodJobDirectory(const ReadOptions& options)
 {
     ReadJob read = ReadJobDirectory(options);

@@ -38,7 +38,12 @@ struct ReadJob
 //          step that the job does not have. For a directory that is not a job, the result has the problem.
 ReadJob ReadJobDirectory(const ReadOptions& options);
 
-// As above, but raises ExitError for that problem too.
+// Reads a whole job completely and prints nothing: its `missing` are the failed file operations and the files that
+// could not be read.
+// Results: raises ExitError for a directory that cannot be entered.
+ReadJob ReadJobSilently(const std::string& path);
+
+// As ReadJobDirectory, but raises ExitError for that problem too.
 ReadJob ReadGoodJobDirectory(const ReadOptions& options);
 
 // Raises ExitError if strictness is asked for and the job has errors. Call it when everything is printed.

@@ -2,6 +2,7 @@
 
 #include "output/Text.h"
 #include "reading/Files.h"
+#include "reading/JobReader.h"
 #include "write/JobEntries.h"
 
 #include <fmt/core.h>
@@ -59,12 +60,13 @@ std::set<CString> SymbolsAt(const CString& path)
     return names;
 }
 
-// The user symbols in lower case, and whether they will be written.
+// The user symbols that have features, in lower case, and whether they will be written.
 std::map<CString, bool> SymbolsOf(const CJOBX& job)
 {
     std::map<CString, bool> areWritten;
     for (const CJOBXSpecialSymbol& symbol : job.m_pSpecialSymbols->Records())
-        areWritten[NameIn(symbol.m_sName)] |= !IsNamedByPath(symbol);
+        if (symbol.GetLayer()->GetFeatures()->GetSize() > 0)
+            areWritten[NameIn(symbol.m_sName)] |= !IsNamedByPath(symbol);
     return areWritten;
 }
 
@@ -146,6 +148,59 @@ void AddUnnamed(std::vector<std::string>& lines, const CJOBX& job, const CString
         if (const CString key = MakeLower(layer.m_sName); !layers.contains(key) && present.contains(key))
             add("layer", layer.m_sName);
 }
+// How many records each part of a step holds, by what is counted.
+using PartCounts = std::map<std::string, INT_PTR>;
+
+PartCounts CountsOf(const CJOBXstepObj& step, bool withEda)
+{
+    PartCounts counts;
+    for (const CJOBXlayer& layer : step.m_arrLayers.Records())
+        counts[fmt::format("features on layer \"{}\"", MakeLower(layer.m_sName).View())] =
+            layer.GetFeatures()->GetSize();
+    for (const CJOBXcomponents& file : step.m_arrComponents.Records())
+        counts[fmt::format("components on layer \"{}\"", MakeLower(file.m_sLayerName).View())] =
+            file.m_arrCmps.GetSize();
+    counts["features in the profile"] = step.GetProfile()->GetFeatures()->GetSize();
+    if (withEda && HasContents(*step.m_pEda->m_pData))
+    {
+        counts["packages"] = step.m_pEda->m_pData->m_arrPkgs.GetSize();
+        counts["nets"] = step.m_pEda->m_pData->m_arrNets.GetSize();
+    }
+    return counts;
+}
+
+PartCounts CountsOf(const CJOBX& job, const CString& step, bool withEda)
+{
+    for (const CJOBXstepObj& other : job.m_pSteps->m_arrSteps.Records())
+        if (other.m_sName.CompareNoCase(step) == 0)
+            return CountsOf(other, withEda);
+    return {};
+}
+
+INT_PTR CountIn(const PartCounts& counts, const std::string& key)
+{
+    const auto found = counts.find(key);
+    return found == counts.end() ? 0 : found->second;
+}
+
+// Records of the replaced job in place of which nothing would be written, or less than both jobs hold. A part that is
+// not in `job` at all is left out on purpose.
+void AddFewerRecords(std::vector<std::string>& lines, const CJOBX& job, const CJOBX& source, const CJOBX& before,
+                     bool withEda)
+{
+    for (const CJOBXstepObj& step : job.m_pSteps->m_arrSteps.Records())
+    {
+        const PartCounts present = CountsOf(source, step.m_sName, withEda);
+        const PartCounts replaced = CountsOf(before, step.m_sName, withEda);
+        for (const auto& [what, written] : CountsOf(step, withEda))
+        {
+            const INT_PTR old = CountIn(replaced, what);
+            if (written < old && (written == 0 || written < CountIn(present, what)))
+                lines.push_back(fmt::format("step \"{}\" would have {} {}, but has {} in the job to be replaced",
+                                            Printable(step.m_sName.View()), written, Printable(what), old));
+        }
+    }
+}
 } // namespace
 
 std::vector<std::string> FindLostParts(const CJOBX& job, const std::string& path, const std::string& replaced,
@@ -164,5 +219,18 @@ std::vector<std::string> FindLostParts(const CJOBX& job, const std::string& path
             before.contains(key) && (found == areWritten.end() || !found->second))
             lines.push_back(fmt::format("the user symbol \"{}\" is {}", Printable(name.View()),
                                         found == areWritten.end() ? "missing" : "not written without --step"));
+    for (std::string& line : lines)
+        line += ", but the job to be replaced has it";
+    return lines;
+}
+
+std::vector<std::string> FindLostRecords(const CJOBX& job, const std::string& path, const std::string& replaced,
+                                         bool withEda)
+{
+    const ReadJob before = ReadJobSilently(replaced);
+    std::vector<std::string> lines;
+    for (const std::string& line : before.missing)
+        lines.push_back("not all of the job to be replaced is readable: " + line);
+    AddFewerRecords(lines, job, *ReadJobSilently(path).job, *before.job, withEda);
     return lines;
 }

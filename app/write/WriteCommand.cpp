@@ -118,10 +118,13 @@ void CheckReplacement(const ReadJob& source, const std::string& path, const Writ
     if (!fs::exists(fs::symlink_status(place, ignored)))
         return;
     std::vector<std::string> missing = source.missing;
-    for (const std::string& line : FindLostParts(*source.job, path, place.string(), withEda))
+    std::vector<std::string> lost = FindLostParts(*source.job, path, place.string(), withEda);
+    if (missing.empty() && lost.empty())
+        lost = FindLostRecords(*source.job, path, place.string(), withEda);
+    for (const std::string& line : lost)
     {
-        missing.push_back(line + ", but the job to be replaced has it");
-        PrintWarning(missing.back());
+        missing.push_back(line);
+        PrintWarning(line);
     }
     if (missing.empty())
         return;
@@ -162,8 +165,8 @@ constexpr const char* kWriteFooter =
 The job is written beside that place first and moved there when it is complete and on the disk, so a failure changes
 nothing. It is scaled first, then its steps are reordered, then it gets its name.
 
---force replaces a job or an empty directory, and nothing else. A directory is a job if it has matrix/matrix, or steps
-and nothing that is foreign to jobs.
+--force replaces a job or an empty directory, and nothing else. A directory is a job if its matrix/matrix has rows, or if
+it has steps and nothing that is foreign to jobs.
 
 What is not written:
   user symbols  if the whole job is read; with --step they are written, beside "steps"
@@ -173,11 +176,15 @@ What is not written:
 
 Examples and exit codes: jobx --help)";
 
+// Units differ by less. Beyond them, written coordinates are zeros or no numbers.
+constexpr double kLeastScale = 1e-6;
+constexpr double kMostScale = 1e6;
+
 double ScaleOf(const std::string& text)
 {
     const std::optional<double> scale = NumberIn(text);
-    if (!scale || *scale <= 0)
-        RaiseWrongUsage(fmt::format("--scale needs a number greater than 0, not \"{}\"", Printable(text)));
+    if (!scale || *scale < kLeastScale || *scale > kMostScale)
+        RaiseWrongUsage(fmt::format("--scale needs a number from 0.000001 to 1000000, not \"{}\"", Printable(text)));
     return *scale;
 }
 

@@ -97,11 +97,21 @@ bool HasForeignEntries(const std::string& directory)
     return bool(error);
 }
 
+bool HasMatrixRows(const std::string& directory)
+{
+    const CKUtility& files = *CKUtility::GetInstance();
+    const CString place = files.FindPath(directory.c_str(), "matrix");
+    CJOBXmatrix matrix;
+    if (files.DoesFileExist(files.FindPath(place, "matrix")))
+        matrix.ParseODBOfMFC(place);
+    return matrix.m_arrSteps.GetSize() > 0 || matrix.m_arrLayers.GetSize() > 0;
+}
+
 // Whether the directory has the matrix of a job, or else steps and nothing foreign. Letter case is ignored.
 bool LooksLikeJob(const std::string& directory)
 {
     const CKUtility& files = *CKUtility::GetInstance();
-    return files.DoesFileExist(files.FindPath(files.FindPath(directory.c_str(), "matrix"), "matrix")) ||
+    return HasMatrixRows(directory) ||
            (files.IsDir(files.FindPath(directory.c_str(), "steps")) && !HasForeignEntries(directory));
 }
 

@@ -530,6 +530,76 @@ TEST(MalformedJobs, SymbolsThatAreReadButNotWrittenAreLostToo)
     EXPECT_FALSE(directory.Exists("out/blinker/led_mark"));
 }
 
+TEST(MalformedJobs, PartsThatWouldBeEmptyOrSmallerThanBothJobsAreNotReplaced)
+{
+    struct Row
+    {
+        std::string file;
+        std::string without; // lines that begin with this
+        std::string line;
+    };
+    for (const Row& row : std::vector<Row>{
+             {"layers/top/features", "", "0 features on layer \"top\", but has 123"},
+             {"profile", "", "0 features in the profile, but has 1"},
+             {"layers/comp_+_top/components", "#", "0 components on layer \"comp_+_top\", but has 18"},
+             {"layers/comp_+_bot/components", "# CMP 1", "2 components on layer \"comp_+_bot\", but has 3"},
+             {"eda/data", "PKG", "0 packages, but has 8"}})
+    {
+        SCOPED_TRACE(row.file);
+        const TempDir directory;
+        const std::string job = CopySample(directory);
+        const std::string write =
+            "\"$JOBX\" write " + ShellWord(job) + " --quiet -o " + ShellWord(directory.Path("out")) + " --steps pcb";
+        ASSERT_EQ(RunShell(write).exitCode, 0);
+        const std::string path = "blinker/steps/pcb/" + row.file;
+        const std::string written = "out/blinker/steps/PCB/" + row.file;
+        const std::string before = directory.Read(written);
+        std::string rest = "#\n";
+        for (const std::string& line : LinesOf(directory.Read(path)))
+            rest += row.without.empty() || line.starts_with(row.without) ? "" : line + "\n";
+        directory.Write(path, rest);
+        const ProgramResult result = RunShell(write + " --force");
+        EXPECT_EQ(result.exitCode, 3);
+        EXPECT_EQ(FirstLineOf(result.err),
+                  "jobx: warning: step \"PCB\" would have " + row.line + " in the job to be replaced");
+        EXPECT_EQ(directory.Read(written), before);
+        EXPECT_EQ(RunShell(write + " --force --allow-incomplete").exitCode, 0);
+    }
+}
+
+TEST(MalformedJobs, AReplacedJobThatCannotBeReadIsKept)
+{
+    const bool isRoot = RunShell("test \"$(id -u)\" = 0").exitCode == 0;
+    const std::string jobx =
+        (isRoot ? std::string("setpriv --reuid=65534 --regid=65534 --clear-groups ") : std::string()) + "\"$JOBX\" ";
+    const TempDir directory;
+    const std::string job = CopySample(directory);
+    fs::create_directory(directory.Path("out"));
+    fs::copy(job, directory.Path("out/blinker"), fs::copy_options::recursive);
+    fs::remove_all(job + "/steps/pcb/eda");
+    const std::string open = "chmod -R a+rwX " + ShellWord(directory.Path());
+    ASSERT_EQ(RunShell(isRoot ? open + " && chown -R 65534:65534 " + ShellWord(directory.Path()) : open).exitCode, 0);
+    const std::string write = jobx + "write " + ShellWord(job) + " --quiet --step pcb -o ";
+    if (RunShell(write + ShellWord(directory.Path("new"))).exitCode != 0)
+        GTEST_SKIP() << "cannot run the program as a user who may not read everything";
+    fs::permissions(directory.Path("out/blinker/steps/pcb/eda/data"), fs::perms::none);
+    const ProgramResult result = RunShell(write + ShellWord(directory.Path("out")) + " --force");
+    EXPECT_EQ(result.exitCode, 3);
+    EXPECT_NE(result.err.find("not all of the job to be replaced is readable: "), std::string::npos) << result.err;
+    EXPECT_TRUE(directory.Exists("out/blinker/steps/pcb/eda/data"));
+}
+
+TEST(MalformedJobs, ADirectoryWithAnEmptyMatrixIsNoJobToBeReplaced)
+{
+    const TempDir directory;
+    const std::string job = CopySample(directory);
+    directory.Write("out/blinker/matrix/matrix", "");
+    directory.Write("out/blinker/thesis/text", "kept");
+    const ProgramResult result = RunJobx({"write", job, "--quiet", "--force", "-o", directory.Path("out")});
+    EXPECT_EQ(result.exitCode, 4);
+    EXPECT_TRUE(directory.Exists("out/blinker/thesis/text"));
+}
+
 TEST(MalformedJobs, PartsThatAreLeftOutOnPurposeOrThatNeitherJobHasAreNotMissing)
 {
     const TempDir without;

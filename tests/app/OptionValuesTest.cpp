@@ -26,14 +26,16 @@ const std::map<std::string, std::vector<BadValue>>& BadValues()
         return BadValue{text, "--tolerance needs a number of at least 0, not \"" + text + "\""};
     };
     static const auto kScale = [](const std::string& text) {
-        return BadValue{text, "--scale needs a number greater than 0, not \"" + text + "\""};
+        return BadValue{text, "--scale needs a number from 0.000001 to 1000000, not \"" + text + "\""};
     };
     static const BadValue kSteps = {"", "--step needs step names, separated by commas"};
     static const std::map<std::string, std::vector<BadValue>> kBadValues = {
         {"--max-entries",
          {kNumber("-1"), kNumber("0"), kNumber("x"), kNumber(""), kNumber("1.5"), kNumber("99999999999999999999")}},
         {"--tolerance", {kTolerance("-1"), kTolerance("nan"), kTolerance("inf"), kTolerance("1,5"), kTolerance("")}},
-        {"--scale", {kScale("0"), kScale("-1"), kScale("nan"), kScale("inf"), kScale("1e999"), kScale("x")}},
+        {"--scale",
+         {kScale("0"), kScale("-1"), kScale("nan"), kScale("inf"), kScale("1e999"), kScale("0.0000009"),
+          kScale("1000001"), kScale("x")}},
         {"--step", {kSteps, {"a,,b", kSteps.problem}}},
         {"--steps", {kSteps, {",", kSteps.problem}}},
         {"--messages",

@@ -24,6 +24,8 @@ namespace fs = std::filesystem;
 
 namespace
 {
+constexpr const char* kFormerMatrix = "STEP {\nCOL=1\nNAME=FORMER\n}\n";
+
 // Every entry below a directory by relative path: the bytes of a file, "/" for a directory, the target of a link.
 std::map<std::string, std::string> TreeOf(const std::string& directory)
 {
@@ -94,7 +96,7 @@ void ExpectRefusal(const ProgramResult& result, int exitCode, const std::string&
 // A former job of the name "job" in "out".
 void MakeFormer(const TempDir& directory)
 {
-    directory.Write("out/job/matrix/matrix", "former");
+    directory.Write("out/job/matrix/matrix", kFormerMatrix);
     directory.Write("out/job/steps/old/profile", "former too");
     directory.MakeDir("out/job/input");
 }
@@ -349,14 +351,14 @@ TEST(JobxWriteRefuses, ADirectoryThatIsNoJobEvenWithForce)
     EXPECT_EQ(TreeOf(directory.Path("out")), before);
 }
 
-TEST(JobxWrite, ForceReplacesAnEmptyDirectoryAndWhatHasAMatrixOrSteps)
+TEST(JobxWrite, ForceReplacesAnEmptyDirectoryAndWhatHasRowsOfAMatrixOrSteps)
 {
     const TempDir directory;
     const std::string job = MakeJob(directory, "L 0 0 1 1 0 P 0\n");
     directory.MakeDir("out/empty");
     directory.MakeDir("out/steps_only/STEPS");
     directory.MakeDir("out/steps_only/Symbols");
-    directory.Write("out/matrix_only/Matrix/MATRIX", "former");
+    directory.Write("out/matrix_only/Matrix/MATRIX", kFormerMatrix);
     directory.Write("out/matrix_only/notes.txt", "foreign");
     for (const std::string name : {"empty", "steps_only", "matrix_only"})
     {
@@ -410,7 +412,7 @@ TEST(JobxWriteRefuses, WhatLinksOfTheInputLeadTo)
         fs::remove(directory.Path("links/" + part));
         fs::create_directory_symlink("../other/" + part, directory.Path("links/" + part));
     }
-    directory.Write("job/matrix/matrix", "former");
+    directory.Write("job/matrix/matrix", kFormerMatrix);
     EXPECT_EQ(RunJobx(write).exitCode, 0);
 }
 
@@ -432,7 +434,7 @@ TEST(JobxWriteRefuses, AScaleThatIsNoNumberAboveZero)
     const std::string job = MakeJob(directory, "");
     for (const std::string scale : {"0", "-1", "inf", "nan", "1,5", "2x", "1e999"})
         ExpectRefusal(RunJobx({"write", job, "-o", directory.Path("out"), "--scale=" + scale}), 2,
-                      "--scale needs a number greater than 0");
+                      "--scale needs a number from 0.000001 to 1000000");
     EXPECT_FALSE(directory.Exists("out"));
 }
 
@@ -586,7 +588,7 @@ TEST(JobxWriteFails, OnAFullFileSystem)
     const std::string disk = directory.MakeDir("disk");
     if (RunShell("mount -t tmpfs -o size=400k tmpfs " + ShellWord(disk)).exitCode != 0)
         GTEST_SKIP() << "cannot mount a small file system here";
-    directory.Write("disk/job/matrix/matrix", "former");
+    directory.Write("disk/job/matrix/matrix", kFormerMatrix);
     const auto before = TreeOf(disk);
     const ProgramResult result = RunJobx({"write", job, "--force", "-o", disk});
     const auto after = TreeOf(disk);
