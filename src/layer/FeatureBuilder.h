@@ -19,7 +19,8 @@ public:
     }
     CFeatureBuilder(const CFeatureBuilder&) = delete;
     CFeatureBuilder& operator=(const CFeatureBuilder&) = delete;
-    ~CFeatureBuilder() { m_features.SetSize(m_count); }
+    // Without an end of the file the array only becomes shorter, which needs no memory.
+    ~CFeatureBuilder() { m_features.SetSize(m_count); } // NOLINT(bugprone-exception-escape)
 
     // Takes over a property list that features are going to borrow.
     const CJOBXPropertyArray* Keep(std::unique_ptr<CJOBXPropertyArray> list) { return m_maker.Keep(std::move(list)); }
