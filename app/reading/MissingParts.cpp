@@ -279,6 +279,9 @@ private:
             Add(whose + " is not a directory");
         if (type != fs::file_type::directory)
             return;
+        std::error_code error;
+        if (!m_isComplete && fs::is_symlink(std::string(path.View()), error)) // listed, but nothing in it
+            return Add(whose + " was not read, because its directory is a link");
         const CString features = FindFile(path, "features");
         const CString compressed = Files().FindPath(path, "features.Z");
         if (AddFile(whose, features, "features") || IsThere(features) || AddFile(whose, compressed, "features.Z"))

@@ -108,6 +108,22 @@ TEST(JobxLinks, DirectoriesOutsideTheJobAreReadOnlyWhenAskedTo)
     EXPECT_EQ(RunLegacy({"diff", job, job, "--follow-links"}).err, "");
 }
 
+TEST(JobxLinks, ASymbolWhoseDirectoryIsALinkIsReadOrMissed)
+{
+    const TempDir directory;
+    const std::string job = CopySample(directory);
+    fs::rename(job + "/symbols/led_mark", job + "/elsewhere");
+    fs::create_directory_symlink("../elsewhere", job + "/symbols/led_mark");
+    const ProgramResult complete = RunJobx({"info", job});
+    EXPECT_THAT(complete.out, HasSubstr("Symbols of the job: 2\n"));
+    EXPECT_EQ(complete.err, "");
+    const std::string line = "jobx: warning: symbol \"led_mark\" was not read, because its directory is a link\n";
+    const ProgramResult legacy = RunJobx({"info", job, "--legacy"});
+    EXPECT_THAT(legacy.out, HasSubstr("Symbols of the job: 1\n"));
+    EXPECT_EQ(legacy.err, line);
+    EXPECT_THAT(RunJobx({"write", job, "-o", directory.Path("out"), "--step", "pcb"}).err, HasSubstr(line));
+}
+
 TEST(JobxLinks, FilesOutsideTheJobAreReadOnlyWhenAskedTo)
 {
     for (const std::string file :
