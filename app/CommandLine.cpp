@@ -37,7 +37,8 @@ Examples:
   jobx write board -o out              the job as the library writes it, in out/board
 
 A job is a directory; unpack an archive (.tgz, .zip) first. Reading changes nothing in it, except with --legacy and for
-write: they unpack compressed user symbols in place, so a file "features" appears beside symbols/NAME/features.Z.
+write: they unpack compressed user symbols in place, so a file "features" appears beside symbols/NAME/features.Z, or is
+replaced there.
 
 Data goes to standard output; messages and the progress line go to standard error.
 
