@@ -330,17 +330,16 @@ TEST(MalformedJobs, ExitCodesAndLinesAreThoseOfTheTable)
     EXPECT_EQ(found, RowsBelow("Change"));
 }
 
-#if defined(__linux__) && !defined(JOBX_MEMORY_CHECKER)
-
 TEST(CompleteJobs, ExitCodesAndLinesInOddSurroundingsAreThoseOfTheTable)
 {
+#if !defined(__linux__) || defined(JOBX_MEMORY_CHECKER)
+    GTEST_SKIP() << "limits the stack to less than a program with a memory checker needs";
+#endif
     std::string found;
     for (const Surroundings& surroundings : AllSurroundings())
         found += RowOf(surroundings) + "\n";
     EXPECT_EQ(found, RowsBelow("Surroundings"));
 }
-
-#endif
 
 TEST(MalformedJobs, AllowIncompleteReplacesAGoodJobByAnIncompleteOne)
 {
