@@ -148,7 +148,7 @@ void AddUnnamed(std::vector<std::string>& lines, const CJOBX& job, const CString
         if (const CString key = MakeLower(layer.m_sName); !layers.contains(key) && present.contains(key))
             add("layer", layer.m_sName);
 }
-// How many records each part of a step holds, by what is counted.
+// The number of records in each part of a step. The key says what is counted.
 using PartCounts = std::map<std::string, INT_PTR>;
 
 PartCounts CountsOf(const CJOBXstepObj& step, bool withEda)
