@@ -24,6 +24,5 @@ struct jobx::Fields<CJOBXcomponents>
         Table(&CJOBXcomponents::m_arrAttributeTextNumbers, &CJOBXcomponents::m_arrAttributeTexts)
             .Shown("attribute text", 3),
         UnitOf(),
-        AttributeListOf(),
     };
 };

@@ -2,6 +2,7 @@
 #include "components/ComponentsFormat.h"
 #include "components/ComponentsReader.h"
 #include "foundation/CListFiller.h"
+#include "foundation/CRecordPool.h"
 #include "foundation/CTextCache.h"
 #include "reading/CCheckedRecord.h"
 #include "reading/CFileUnit.h"
@@ -73,7 +74,7 @@ private:
 
     void OnComponent(CCheckedRecord& fields, const CTailText& tail)
     {
-        auto component = std::make_unique<CJOBXcmp>();
+        auto component = record_pool::New<CJOBXcmp>();
         component->m_nNumber = static_cast<int>(m_file.m_arrCmps.GetSize());
         component->SetLine(Line());
         fields.Integer(component->m_nPkgRef);
@@ -98,7 +99,7 @@ private:
     {
         if (m_component == nullptr)
             return SayNoOwner(fields);
-        auto top = std::make_unique<CJOBXcmpTop>();
+        auto top = record_pool::New<CJOBXcmpTop>();
         fields.Integer(top->m_nPin);
         fields.Point(top->m_ptLocation);
         fields.Real(top->m_dRotation);

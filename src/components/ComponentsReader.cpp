@@ -1,6 +1,7 @@
 #include "components/CJOBXcomponents.h"
 #include "components/ComponentsFormat.h"
 #include "foundation/CListFiller.h"
+#include "foundation/CRecordPool.h"
 #include "foundation/CTextCache.h"
 #include "foundation/CTextScanner.h"
 #include "foundation/CTokenScanner.h"
@@ -21,7 +22,7 @@ void AddAttributes(CListFiller<CJOBXProperty>& attributes, std::string_view list
     for (std::string_view item; items.Next(item);)
     {
         const std::size_t equals = item.find('=');
-        auto attribute = std::make_unique<CJOBXProperty>();
+        auto attribute = record_pool::New<CJOBXProperty>();
         attribute->m_nNumber = ParseInteger(item.substr(0, equals));
         attribute->m_sName = nameOf(attribute->m_nNumber);
         if (equals != std::string_view::npos)
@@ -68,7 +69,7 @@ void OnAttributeText(ComponentsReading& reading, std::string_view line)
 
 void OnNewComponent(ComponentsReading& reading, std::string_view line)
 {
-    auto component = std::make_unique<CJOBXcmp>();
+    auto component = record_pool::New<CJOBXcmp>();
     component->m_nNumber = ParseInteger(WithoutKeyword(WithoutKeyword(line)));
     reading.component = reading.file.m_arrCmps.Own(std::move(component));
     reading.tops.Begin(reading.component->m_arrTops);
@@ -116,7 +117,7 @@ void OnToeprint(ComponentsReading& reading, std::string_view line)
 {
     if (reading.component == nullptr)
         return;
-    CJOBXcmpTop& top = *reading.tops.Own(std::make_unique<CJOBXcmpTop>());
+    CJOBXcmpTop& top = *reading.tops.Own(record_pool::New<CJOBXcmpTop>());
     CTokenScanner fields(WithoutKeyword(line));
     top.m_nPin = fields.Integer();
     top.m_ptLocation.x = fields.Real();
@@ -136,7 +137,7 @@ void OnProperty(ComponentsReading& reading, std::string_view line)
         return;
     const std::string_view text = WithoutKeyword(line);
     const std::size_t quote = text.find('\'');
-    auto property = std::make_unique<CLProperty>();
+    auto property = record_pool::New<CLProperty>();
     property->m_sName = reading.texts.Of(Trimmed(text.substr(0, quote)));
     if (quote != std::string_view::npos)
     {

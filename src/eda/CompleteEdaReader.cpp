@@ -3,6 +3,7 @@
 #include "eda/EdaFormat.h"
 #include "eda/EdaReader.h"
 #include "foundation/CListFiller.h"
+#include "foundation/CRecordPool.h"
 #include "foundation/CTextCache.h"
 #include "foundation/FieldTexts.h"
 #include "reading/CCheckedRecord.h"
@@ -114,7 +115,7 @@ private:
     void OnNet(CCheckedRecord& fields, const CTailText& tail)
     {
         BeginRecord();
-        auto net = std::make_unique<CJOBXdataNet>();
+        auto net = record_pool::New<CJOBXdataNet>();
         net->m_nNumber = static_cast<int>(m_data.m_arrNets.GetSize());
         std::string_view name;
         if (fields.Rest(name))
@@ -136,7 +137,7 @@ private:
     {
         if (m_net == nullptr)
             return SayNoOwner(fields, "net");
-        auto subnet = std::make_unique<CJOBXSnt>();
+        auto subnet = record_pool::New<CJOBXSnt>();
         subnet->m_nLineNumber = Line();
         fields.Text(subnet->m_sKind);
         if (subnet->m_sKind.View() == eda_format::kToeprint)
@@ -162,7 +163,7 @@ private:
     {
         if (!m_hasFeatures)
             return SayNoOwner(fields, "subnet or feature group");
-        auto object = std::make_unique<CJOBXdataNetObj>();
+        auto object = record_pool::New<CJOBXdataNetObj>();
         object->m_nLineNumber = Line();
         std::string_view kind;
         if (fields.Text(kind))
@@ -182,7 +183,7 @@ private:
     void OnPackage(CCheckedRecord& fields, const CTailText& tail)
     {
         BeginRecord();
-        auto package = std::make_unique<CJOBXdataPkg>();
+        auto package = record_pool::New<CJOBXdataPkg>();
         package->m_nNumber = static_cast<int>(m_data.m_arrPkgs.GetSize());
         fields.Text(package->m_sName);
         fields.Real(package->m_dPitch);
@@ -202,7 +203,7 @@ private:
         CloseOutline();
         if (m_package == nullptr)
             return SayNoOwner(fields, "package");
-        auto pin = std::make_unique<CJOBXdataPkgPin>();
+        auto pin = record_pool::New<CJOBXdataPkgPin>();
         fields.Text(pin->m_sName);
         fields.Text(pin->m_sType);
         fields.Point(pin->m_ptCenter);
@@ -237,7 +238,7 @@ private:
             m_properties = m_pin->pMakeTailAttributes();
         if (m_properties == nullptr)
             return SayNoOwner(fields, "net, package, pin or feature group");
-        auto property = std::make_unique<CJOBXProperty>();
+        auto property = record_pool::New<CJOBXProperty>();
         const CPropertyText text(m_text.Line());
         property->m_sName = m_cache.Of(text.name);
         property->m_sValue = text.value;
@@ -293,7 +294,7 @@ private:
             SayNoOwner(fields, "package or pin");
             return false;
         }
-        auto record = std::make_unique<CJOBXdataPkgObj>();
+        auto record = record_pool::New<CJOBXdataPkgObj>();
         record->m_nLineNumber = Line();
         record->m_sKeyword = fields.Keyword();
         AddParameters(tail.record, record->m_arrParameters);

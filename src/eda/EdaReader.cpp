@@ -1,6 +1,7 @@
 #include "eda/CJOBXdata.h"
 #include "eda/EdaFormat.h"
 #include "foundation/CListFiller.h"
+#include "foundation/CRecordPool.h"
 #include "foundation/CTextCache.h"
 #include "foundation/CTokenScanner.h"
 #include "foundation/FieldTexts.h"
@@ -96,7 +97,7 @@ bool Contains(std::string_view line, std::string_view upperKeyword)
 
 void AddNet(EdaReading& reading, std::string_view line, int number)
 {
-    auto net = std::make_unique<CJOBXdataNet>();
+    auto net = record_pool::New<CJOBXdataNet>();
     net->m_nNumber = number;
     net->m_sName = WithoutKeyword(line);
     reading.net = reading.data.m_arrNets.Own(std::move(net));
@@ -109,7 +110,7 @@ void AddPackage(EdaReading& reading, std::string_view line, int number)
     reading.inside = Inside::Package;
     if (HasAttributes(line))
         return;
-    auto package = std::make_unique<CJOBXdataPkg>();
+    auto package = record_pool::New<CJOBXdataPkg>();
     CTokenScanner fields(WithoutKeyword(line));
     package->m_nNumber = number;
     package->m_sName = fields.Token();
@@ -173,7 +174,7 @@ void OnPin(EdaReading& reading, std::string_view line)
     reading.inside = Inside::Pin; // also without a package
     if (reading.package == nullptr)
         return;
-    auto pin = std::make_unique<CJOBXdataPkgPin>();
+    auto pin = record_pool::New<CJOBXdataPkgPin>();
     CTokenScanner fields(WithoutKeyword(line));
     pin->m_sName = fields.Token();
     pin->m_sType = fields.Token();
@@ -190,7 +191,7 @@ void OnFeatureGroup(EdaReading& reading, std::string_view line)
 {
     if (reading.subnet == nullptr)
         return;
-    auto object = std::make_unique<CJOBXdataNetObj>();
+    auto object = record_pool::New<CJOBXdataNetObj>();
     object->m_nLineNumber = reading.text.LineNumber();
     object->m_sKind = eda_format::kFeatureGroup;
     object->m_sText = WithoutKeyword(line);
@@ -213,7 +214,7 @@ void OnProperty(EdaReading& reading, std::string_view line)
     CJOBXPropertyArray* const properties = PropertiesOf(reading);
     if (properties == nullptr)
         return;
-    auto property = std::make_unique<CJOBXProperty>();
+    auto property = record_pool::New<CJOBXProperty>();
     CTokenScanner fields(WithoutKeyword(line));
     property->m_sName = reading.textCache.Of(fields.Token());
     CFieldScanner values(fields.Rest());
@@ -227,7 +228,7 @@ void OnSubnet(EdaReading& reading, std::string_view line)
 {
     if (reading.net == nullptr)
         return;
-    auto subnet = std::make_unique<CJOBXSnt>();
+    auto subnet = record_pool::New<CJOBXSnt>();
     CFieldScanner fields = FieldsOf(line);
     subnet->m_nLineNumber = reading.text.LineNumber();
     fields.Text(subnet->m_sKind);
@@ -251,7 +252,7 @@ void OnFeature(EdaReading& reading, std::string_view line)
 {
     if (reading.subnet == nullptr)
         return;
-    auto object = std::make_unique<CJOBXdataNetObj>();
+    auto object = record_pool::New<CJOBXdataNetObj>();
     CFieldScanner fields = FieldsOf(line);
     object->m_nLineNumber = reading.text.LineNumber();
     fields.Text(object->m_sKind);
@@ -275,7 +276,7 @@ void OnAnyOther(EdaReading& reading, std::string_view line)
     CListFiller<CJOBXdataPkgObj>* const outlines = OutlinesOf(reading);
     if (outlines == nullptr)
         return;
-    auto record = std::make_unique<CJOBXdataPkgObj>();
+    auto record = record_pool::New<CJOBXdataPkgObj>();
     CFieldScanner fields(line);
     record->m_nLineNumber = reading.text.LineNumber();
     fields.Text(record->m_sKeyword);

@@ -30,7 +30,7 @@ struct Page
     CRecordChunk* chunk;
 };
 
-// What begins a block of a single object; the object begins at a page, where none of a chunk does.
+// What begins a block of a single object; the object begins where a page may, where none of a chunk does.
 struct OwnBlock
 {
     void* memory;
@@ -56,6 +56,18 @@ char* NextMultiple(char* at, std::size_t to) noexcept
 {
     const auto address = reinterpret_cast<std::uintptr_t>(at);
     return at + (RoundedUp(address, to) - address);
+}
+
+// How far behind the place where a page may begin that address is.
+std::size_t OffsetInPage(const void* address) noexcept
+{
+    return (reinterpret_cast<std::uintptr_t>(address) - kPageOffset) % kRecordPage;
+}
+
+// The first place at or behind `at` where a page may begin.
+char* NextPage(char* at) noexcept
+{
+    return at + (kRecordPage - OffsetInPage(at)) % kRecordPage;
 }
 
 // An object may stand at each multiple of this: its size is a multiple of the alignment that it needs.
@@ -121,7 +133,7 @@ CRecordRoom* RoomOf(const CRecordChunk& chunk) noexcept
 void* NewOwnBlock(std::size_t size)
 {
     char* const memory = static_cast<char*>(CRaisingNew::operator new(sizeof(OwnBlock) + kRecordPage + size));
-    char* const object = NextMultiple(memory + sizeof(OwnBlock), kRecordPage);
+    char* const object = NextPage(memory + sizeof(OwnBlock));
     ::new (static_cast<void*>(object - sizeof(OwnBlock))) OwnBlock{memory};
     ownBlocks.fetch_add(1, std::memory_order_relaxed);
     return object;
@@ -129,7 +141,7 @@ void* NewOwnBlock(std::size_t size)
 
 bool HasOwnBlock(const void* object) noexcept
 {
-    return !kRecordsHaveOwnBlocks && reinterpret_cast<std::uintptr_t>(object) % kRecordPage == 0;
+    return !kRecordsHaveOwnBlocks && OffsetInPage(object) == 0;
 }
 
 void DeleteOwnBlock(void* object) noexcept
@@ -159,8 +171,7 @@ CRecordChunk& CRecordChunk::Of(void* object) noexcept
 {
     if constexpr (kRecordsHaveOwnBlocks)
         return *std::launder(reinterpret_cast<CRecordChunk*>(static_cast<char*>(object) - kHeader));
-    const auto offset = reinterpret_cast<std::uintptr_t>(object) % kRecordPage;
-    return *std::launder(reinterpret_cast<Page*>(static_cast<char*>(object) - offset))->chunk;
+    return *std::launder(reinterpret_cast<Page*>(static_cast<char*>(object) - OffsetInPage(object)))->chunk;
 }
 
 void CRecordChunk::Keep(CRecordKeep& keep)
@@ -193,16 +204,39 @@ void* CRecordRoom::FindAligned(std::size_t size, std::size_t alignment)
 void CRecordRoom::OpenPage(std::size_t size)
 {
     if (kRecordsHaveOwnBlocks || m_chunk == nullptr || m_chunk->RoomBehind(m_end) < sizeof(Page) + size)
+    {
         OpenChunk(size);
-    else
-        BeginPage(m_end);
+        return;
+    }
+    KeepRest();
+    ::new (static_cast<void*>(m_end)) Page{m_chunk};
+    BeginPage(m_end, sizeof(Page));
 }
 
-void CRecordRoom::BeginPage(char* page) noexcept
+void CRecordRoom::BeginPage(char* page, std::size_t header) noexcept
 {
-    ::new (static_cast<void*>(page)) Page{m_chunk};
-    m_at = page + sizeof(Page);
+    m_at = page + header;
     m_end = page + std::min(kRecordPage, m_chunk->RoomBehind(page));
+}
+
+void CRecordRoom::KeepRest() noexcept
+{
+    if (m_end - m_at <= m_restEnd - m_restAt)
+        return;
+    m_restAt = m_at;
+    m_restEnd = m_end;
+}
+
+void* CRecordRoom::TakeBlock(std::size_t size)
+{
+    if (static_cast<std::size_t>(m_restEnd - m_restAt) >= size)
+    {
+        ++m_living;
+        return std::exchange(m_restAt, m_restAt + size);
+    }
+    void* const place = Find(size);
+    Take(size);
+    return place;
 }
 
 void CRecordRoom::OpenChunk(std::size_t size)
@@ -220,9 +254,15 @@ void CRecordRoom::OpenChunk(std::size_t size)
         m_at = memory + kHeader;
         m_end = memory + whole;
     }
+    else if (OffsetInPage(memory) == 0)
+    {
+        BeginPage(memory, kHeader);
+    }
     else
     {
-        BeginPage(NextMultiple(memory + kHeader, kRecordPage));
+        char* const page = NextPage(memory + kHeader);
+        ::new (static_cast<void*>(page)) Page{m_chunk};
+        BeginPage(page, sizeof(Page));
     }
 }
 
@@ -239,9 +279,16 @@ void CRecordRoom::Close() noexcept
     const std::int64_t living = std::exchange(m_living, 0);
     m_at = nullptr;
     m_end = nullptr;
+    m_restAt = nullptr;
+    m_restEnd = nullptr;
     m_nextSize = kSmallestChunk;
     if (chunk != nullptr)
         chunk->Subtract(CRecordChunk::kFilling - living);
+}
+
+CRecordRoom& record_pool::GeneralRoom() noexcept
+{
+    return ofThread.general;
 }
 
 CRecordRoom& record_pool::PlainRoom() noexcept
@@ -296,10 +343,7 @@ void record_pool::Released(CRecordChunk& chunk, std::int64_t records) noexcept
 
 void* record_pool::NewBlock(std::size_t size)
 {
-    const std::size_t room = RoundedUp(size, kRecordAlignment);
-    void* const place = ofThread.general.Find(room);
-    ofThread.general.Take(room);
-    return place;
+    return ofThread.general.TakeBlock(RoundedUp(size, kRecordAlignment));
 }
 
 void JobxReturnBlock(void* block) noexcept

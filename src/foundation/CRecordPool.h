@@ -1,8 +1,9 @@
 // Where the records of a job lie, and the short lists in them: side by side in chunks, so that making and destroying one
 // costs next to nothing and no bytes are spent between them.
 //
-// A chunk is a block of memory: a header, then pages. A page begins at a multiple of kRecordPage with the address of
-// its chunk, so that a record's address leads there. The chunk is freed as a whole when the last of its records is
+// A chunk is a block of memory: a header, then pages. A page begins kPageOffset behind a multiple of kRecordPage with the
+// address of its chunk, so that a record's address leads there. The header itself begins with it too: where the block
+// begins like a page, as large blocks do, records lie right behind the header. The chunk is freed as a whole when the last of its records is
 // deleted. Each thread fills chunks of its own, one for each kind of record; they begin small and double, so that a
 // small job takes little. A record that a host keeps therefore keeps its chunk, at most half a megabyte.
 #pragma once
@@ -10,8 +11,11 @@
 #include <atomic>
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <new>
 #include <type_traits>
+
+class CJOBXrecord;
 
 // Where memory errors are looked for, every record has a block of its own, so that using one that is gone is seen.
 #if defined(__SANITIZE_ADDRESS__)
@@ -27,6 +31,8 @@ inline constexpr bool kRecordsHaveOwnBlocks = false;
 #endif
 
 inline constexpr std::size_t kRecordPage = 4096;
+// What an allocator puts in front of a block that it got from the system.
+inline constexpr std::size_t kPageOffset = 16;
 
 // What the records of a file have in common; lives until its maker and the last chunk that keeps it are gone. It may
 // own no record that lies in a chunk which keeps it: neither would ever go.
@@ -84,6 +90,7 @@ public:
 private:
     struct Kept;
 
+    CRecordChunk* const m_self = this; // what a page begins with
     std::atomic<std::int64_t> m_living{kFilling};
     std::atomic<bool> m_owning;
     std::size_t m_size;
@@ -111,6 +118,9 @@ public:
         m_at += size;
         ++m_living;
     }
+    // Room for a block of that size, which is taken: at the end of an earlier page, where a record did not fit, if there
+    // is enough left.
+    void* TakeBlock(std::size_t size);
 
     CRecordChunk* Chunk() const noexcept { return m_chunk; }
     // That many records that were made here are gone.
@@ -121,10 +131,14 @@ public:
 private:
     void OpenPage(std::size_t size);
     void OpenChunk(std::size_t size);
-    void BeginPage(char* page) noexcept;
+    void BeginPage(char* page, std::size_t header) noexcept;
+    void KeepRest() noexcept;
 
     char* m_at = nullptr;
     char* m_end = nullptr; // of the page
+    // The rest of an earlier page of the chunk.
+    char* m_restAt = nullptr;
+    char* m_restEnd = nullptr;
     CRecordChunk* m_chunk = nullptr;
     std::int64_t m_living = 0; // records taken, less those that this thread released meanwhile
     std::size_t m_nextSize = kSmallestChunk;
@@ -143,6 +157,8 @@ inline constexpr std::size_t kLargestBlock = 256;
 // The chunks of this thread and what happens to records.
 namespace record_pool
 {
+// Where the records go that are made with `new`.
+CRecordRoom& GeneralRoom() noexcept;
 // Where the features and contour elements of files go: those that own nothing apart from the others.
 CRecordRoom& PlainRoom() noexcept;
 CRecordRoom& OwningRoom() noexcept;
@@ -180,6 +196,15 @@ T* Make(CRecordRoom& room, CRecordKeep* keep)
         return ::new (place) T;
     else
         return Construct<T>(room, place);
+}
+
+// The same as std::make_unique, but for classes that are no more aligned than a pointer: between their records there is
+// no gap, which `new` has to leave for classes of hosts.
+template <class T>
+std::unique_ptr<T> New()
+{
+    static_assert(std::is_base_of_v<CJOBXrecord, T>);
+    return std::unique_ptr<T>(Make<T>(GeneralRoom(), nullptr));
 }
 
 // That many records of the chunk are gone.

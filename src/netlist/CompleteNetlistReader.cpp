@@ -1,4 +1,5 @@
 #include "foundation/CListFiller.h"
+#include "foundation/CRecordPool.h"
 #include "netlist/CJOBXnetlist.h"
 #include "netlist/NetlistFormat.h"
 #include "netlist/NetlistReader.h"
@@ -76,7 +77,7 @@ private:
 
     void OnNet(CCheckedRecord& fields, const CTailText& tail)
     {
-        auto net = std::make_unique<CJOBXnet>();
+        auto net = record_pool::New<CJOBXnet>();
         fields.KeywordInteger(netlist_format::kNet, net->m_nNumber);
         std::string_view name;
         if (fields.Rest(name))
@@ -94,7 +95,7 @@ private:
     {
         int number = -1;
         fields.KeywordInteger({}, number);
-        auto point = std::make_unique<CJOBXnetPt>();
+        auto point = record_pool::New<CJOBXnetPt>();
         ReadPoint(fields, *point);
         m_attributes.Take(tail, Line(), *point);
         PointsOf(number).Own(std::move(point));

@@ -1,4 +1,5 @@
 #include "foundation/CListFiller.h"
+#include "foundation/CRecordPool.h"
 #include "foundation/CTextCache.h"
 #include "foundation/CTextScanner.h"
 #include "foundation/KeywordTable.h"
@@ -60,7 +61,7 @@ int NetNumber(CFieldScanner& fields)
 void OnNet(NetlistReading& reading, std::string_view line)
 {
     CFieldScanner fields(line);
-    auto net = std::make_unique<CJOBXnet>();
+    auto net = record_pool::New<CJOBXnet>();
     net->m_nNumber = NetNumber(fields);
     net->m_sName = fields.Rest();
     reading.net = reading.nets.Own(std::move(net));
@@ -125,7 +126,7 @@ void OnPoint(NetlistReading& reading, std::string_view line)
     }
     if (!reading.points.IsFor(reading.net->m_arrPts))
         reading.points.Begin(reading.net->m_arrPts);
-    auto point = std::make_unique<CJOBXnetPt>();
+    auto point = record_pool::New<CJOBXnetPt>();
     ReadPoint(reading, fields, *point);
     reading.points.Own(std::move(point));
 }

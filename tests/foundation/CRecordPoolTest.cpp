@@ -28,6 +28,13 @@ public:
     double m_value = 0.0;
 };
 
+// Four fit into a page, with some room left.
+class LongRecord : public CJOBXrecord
+{
+public:
+    std::array<char, 1000> m_bytes{};
+};
+
 // Larger than a page, with the record far behind its begin.
 struct LargeBase
 {
@@ -360,4 +367,72 @@ TEST(RecordPool, OnlyAShortListWithoutABlockLiesAmongTheRecords)
     EXPECT_EQ(numbers.GetSize(), 3);
     EXPECT_EQ(numbers[0], 1);
     EXPECT_FALSE(liesInside(numbers));
+}
+
+TEST(RecordPool, AShortListFillsTheRestOfAPageWhereARecordDidNotFit)
+{
+    if (kRecordsHaveOwnBlocks)
+        GTEST_SKIP() << "every record has a block of its own";
+    std::thread(
+        []
+        {
+            std::vector<std::unique_ptr<LongRecord>> records;
+            LongRecord* before = nullptr;
+            LongRecord* last = nullptr;
+            while (before == nullptr || last == before + 1 || &CRecordChunk::Of(last) != &CRecordChunk::Of(before))
+            {
+                before = last;
+                last = records.emplace_back(record_pool::New<LongRecord>()).get();
+            }
+            CArrayN first;
+            CArrayN second;
+            CArrayN tooLong;
+            record_pool::Extend(first, 2);
+            record_pool::Extend(second, 2);
+            record_pool::Extend(tooLong, kLargestBlock / sizeof(int));
+            EXPECT_EQ(static_cast<const void*>(first.GetData()), before + 1);
+            EXPECT_EQ(static_cast<const void*>(second.GetData()),
+                      reinterpret_cast<char*>(before + 1) + 2 * sizeof(int));
+            EXPECT_EQ(static_cast<const void*>(tooLong.GetData()), last + 1);
+        })
+        .join();
+}
+
+TEST(RecordPool, TheFirstRecordsOfAChunkLieBehindItsHeaderWhereAPageMayBeginThere)
+{
+    if (kRecordsHaveOwnBlocks)
+        GTEST_SKIP() << "every record has a block of its own";
+    std::vector<std::unique_ptr<LongRecord>> records;
+    const CRecordChunk* chunk = nullptr;
+    for (int i = 0; i < 3000; ++i)
+    {
+        records.push_back(record_pool::New<LongRecord>());
+        if (std::exchange(chunk, &CRecordChunk::Of(records.back().get())) == chunk || i == 0)
+            continue;
+        const auto begin = reinterpret_cast<std::uintptr_t>(chunk);
+        const auto behind = reinterpret_cast<std::uintptr_t>(records.back().get()) - begin;
+        if (begin % kRecordPage == kPageOffset)
+            EXPECT_LT(behind, 128U);
+        else
+            EXPECT_LE(behind, kRecordPage + 128U);
+        EXPECT_GE(behind, sizeof(CRecordChunk));
+    }
+}
+
+TEST(RecordPool, ARecordOfAReaderFollowsWithoutAGap)
+{
+    if (kRecordsHaveOwnBlocks)
+        GTEST_SKIP() << "every record has a block of its own";
+    std::thread(
+        []
+        {
+            const std::unique_ptr<Record> first = record_pool::New<Record>();
+            CArrayN numbers;
+            record_pool::Extend(numbers, 2);
+            const std::unique_ptr<Record> second = record_pool::New<Record>();
+            const auto distance =
+                reinterpret_cast<const char*>(second.get()) - reinterpret_cast<const char*>(first.get());
+            EXPECT_EQ(distance, static_cast<std::ptrdiff_t>(sizeof(Record) + 2 * sizeof(int)));
+        })
+        .join();
 }
