@@ -1,6 +1,5 @@
 #include "info/InfoJson.h"
 
-#include "info/BoardJson.h"
 #include "json/RecordJson.h"
 
 namespace
@@ -148,15 +147,13 @@ void WriteMatrix(JsonOutput& json, const CJOBXmatrix& matrix)
 
 } // namespace
 
-void PrintInfoJson(Output& output, const JobSummary& summary, const ReadJob* read)
+void PrintInfoJson(Output& output, const JobSummary& summary)
 {
     JsonOutput json(output, TextBytes::Utf8OrLatin1);
     json.Object(
         [&]
         {
             json.Member("name", summary.job.m_sName);
-            if (read != nullptr)
-                WriteBoardFacts(json, *read, BoardFacts(*read->job));
             WriteFields(json, *summary.job.m_pMisc);
             json.Key("matrix");
             WriteMatrix(json, *summary.job.m_pMatrix);

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "foundation/CommonFields.h"
 #include "foundation/RecordFields.h"
 #include "job/CJOBXmatrix.h"
 #include "job/CJOBXmatrixLayerFields.h"
@@ -14,6 +13,5 @@ struct jobx::Fields<CJOBXmatrix>
     static constexpr auto kList = std::tuple{
         Records("steps", "", &CJOBXmatrix::m_arrSteps).Shown(),
         Records("layers", "", &CJOBXmatrix::m_arrLayers).Shown(),
-        FurtherKeysOf(),
     };
 };

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "foundation/CommonFields.h"
 #include "foundation/RecordFields.h"
 #include "job/CJOBXmatrixLayer.h"
 
@@ -20,7 +19,5 @@ struct jobx::Fields<CJOBXmatrixLayer>
         Text("oldName", "Former name", &CJOBXmatrixLayer::m_sOldName).Shown("old name", 8),
         Text("color", "Colour", &CJOBXmatrixLayer::m_sColor).Shown("color", 10),
         Integer("row", "", &CJOBXmatrixLayer::m_nRow).Shown("row", 2),
-        IDOf<CJOBXidentified>(),
-        FurtherKeysOf(),
     };
 };

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "foundation/CommonFields.h"
 #include "foundation/RecordFields.h"
 #include "job/CJOBXmatrixStep.h"
 
@@ -12,7 +11,5 @@ struct jobx::Fields<CJOBXmatrixStep>
     static constexpr auto kList = std::tuple{
         Integer("column", "", &CJOBXmatrixStep::m_nColumn).Shown("column", 2),
         Text("name", "Name", &CJOBXmatrixStep::m_sName).Shown("name", 1).AsNameInAnyCase(),
-        IDOf<CJOBXidentified>(),
-        FurtherKeysOf(),
     };
 };

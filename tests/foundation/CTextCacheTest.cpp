@@ -38,3 +38,23 @@ TEST(TextCache, ChangingATextLeavesTheOthers)
     EXPECT_STREQ(first, "PART_NAME!");
     EXPECT_STREQ(cache.Of("PART_NAME"), "PART_NAME");
 }
+
+TEST(TextCache, RemembersMoreTheMoreDifferentTextsThereAre)
+{
+    constexpr int kTexts = 20'000;
+    CTextCache cache;
+    std::vector<CString> known(kTexts);
+    int shared = 0;
+    for (int round = 0; round < 5; ++round)
+    {
+        shared = 0;
+        for (int i = 0; i < kTexts; ++i)
+        {
+            const CString text = cache.Of("0." + std::to_string(100'000 + i));
+            CString& before = known[static_cast<std::size_t>(i)];
+            shared += text.GetString() == before.GetString() ? 1 : 0;
+            before = text;
+        }
+    }
+    EXPECT_GT(shared, kTexts / 2);
+}
