@@ -28,8 +28,8 @@ constexpr const char* kAbout = "Shows, compares, exports and writes ODB++ jobs. 
 
 constexpr const char* kFooter = R"(
 Examples:
-  jobx info board                      what is in the job directory "board"
-  jobx info board --step pcb           the same for one step
+  jobx info board                      the facts about the board in the directory "board"
+  jobx info board --layers             its layers and what they hold
   jobx components board --csv > c.csv  the components as a spreadsheet
   jobx panel board --step panel        where the boards lie on a panel
   jobx json board > board.json         everything, for another program

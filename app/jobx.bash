@@ -3,7 +3,7 @@
 
 _jobx_options() {
     case $1 in
-    info) echo "--compact --follow-links --help --json --legacy --max-entries --messages --quiet --step --steps --strict --sysattr" ;;
+    info) echo "--all --compact --follow-links --help --json --layers --legacy --max-entries --messages --quiet --step --steps --strict --symbols --sysattr" ;;
     nets | components | packages | panel) echo "--csv --follow-links --help --json --legacy --max-entries --messages --quiet --step --steps --strict" ;;
     json) echo "--follow-links --help --latin1 --legacy --max-entries --messages --quiet --step --steps --strict --sysattr" ;;
     diff) echo "--follow-links --help --ignore-line-numbers --json --legacy --max-entries --messages --quiet --strict --tolerance" ;;

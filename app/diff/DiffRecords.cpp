@@ -21,6 +21,14 @@ RowList RowsOf(std::string_view kind, const CArrayN& numbers, const CStringArray
     return list;
 }
 
+RowList LinesOf(std::string_view kind, const CStringArray& lines)
+{
+    RowList list;
+    for (INT_PTR i = 0; i < lines.GetSize(); ++i)
+        list.rows.push_back({kind, 0, std::string(lines[i].View()), {}, {}});
+    return list;
+}
+
 RecordPlace PlaceOf(const CJOBXlayObj& feature)
 {
     static constexpr std::array<RecordPlace, 6> kPlaces = {{{"feature L", "feature", {}, "L"},

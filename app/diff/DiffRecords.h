@@ -60,6 +60,9 @@ RecordPlace PlaceOf(const Record& record)
         });
     return place;
 }
+// The lines of a file as rows that their texts identify.
+RowList LinesOf(std::string_view kind, const CStringArray& lines);
+
 RecordPlace PlaceOf(const CJOBXlayObj& feature);
 inline RecordPlace PlaceOf(const TableRow& row)
 {
@@ -102,7 +105,8 @@ template <class Field, class Sink, class Record>
 void CompareField(Sink& sink, const Record& a, const Record& b);
 
 // Passes the fields of a pair of records to a sink that compares them. The sink has the operations Text, Number, Real,
-// Length, Point, Word and UniqueNumber for values, Texts and Parameters for lists of texts, LineNumber, and for lists of records Ordered
+// Length, Point, Word and UniqueNumber for values, Texts and Parameters for lists of texts, LineNumber,
+// OnlyPart for a part that only one of them has, and for lists of records Ordered
 // (identified by position), OrderedByKind (by position among those of their kind) and Keyed (by key).
 template <class Sink, class Record>
 void CompareFields(Sink& sink, const Record& a, const Record& b)
@@ -135,6 +139,18 @@ void CompareTables(Sink& sink, const Record& a, const Record& b)
     sink.Keyed(rowsOf(a), rowsOf(b));
 }
 
+// A part that only one of them has is one difference.
+template <class Field, class Sink, class Record>
+void CompareOptional(Sink& sink, const Record& a, const Record& b)
+{
+    const auto* const partA = Field::Get(a);
+    const auto* const partB = Field::Get(b);
+    if (partA != nullptr && partB != nullptr)
+        CompareFields(sink, *partA, *partB);
+    else if (partA != partB)
+        sink.OnlyPart(Field::kField.shown, partA != nullptr);
+}
+
 template <class Field, class Sink, class Record>
 void CompareField(Sink& sink, const Record& a, const Record& b)
 {
@@ -148,6 +164,10 @@ void CompareField(Sink& sink, const Record& a, const Record& b)
         CompareTables<Field>(sink, a, b);
     else if constexpr (kKind == Kind::Records)
         CompareLists(sink, Field::Get(a), Field::Get(b));
+    else if constexpr (kKind == Kind::Part)
+        CompareFields(sink, Field::Get(a), Field::Get(b));
+    else if constexpr (kKind == Kind::OptionalPart)
+        CompareOptional<Field>(sink, a, b);
     else if constexpr (kKind == Kind::LineNumber)
         sink.LineNumber(jobx::Fields<Record>::kName.shown, Field::Get(a), Field::Get(b));
     else if constexpr (kKind == Kind::Text)

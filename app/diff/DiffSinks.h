@@ -29,7 +29,7 @@ public:
     bool AreEqual() const noexcept { return m_isEqual; }
 
     void Text(std::string_view /*field*/, const CString& a, const CString& b) { Note(a.View() == b.View()); }
-    void Number(std::string_view /*field*/, int a, int b) { Note(a == b); }
+    void Number(std::string_view /*field*/, std::int64_t a, std::int64_t b) { Note(a == b); }
     void Real(std::string_view /*field*/, double a, double b) { Note(AreEqualReals(a, b)); }
     void Length(std::string_view /*field*/, double a, double b) { Note(AreEqualLengths(a, b, m_tolerance)); }
     void Point(std::string_view fieldX, std::string_view fieldY, const CPointD& a, const CPointD& b)
@@ -53,6 +53,7 @@ public:
     void Word(std::string_view /*field*/, std::string_view a, std::string_view b) { Note(a == b); }
     void LineNumber(std::string_view /*what*/, int /*a*/, int /*b*/) {}
     void UniqueNumber(std::string_view /*field*/, __int64 /*a*/, __int64 /*b*/) {}
+    void OnlyPart(std::string_view /*part*/, bool /*isInA*/) { Note(false); }
 
     template <class List>
     void Ordered(const List& a, const List& b)
@@ -120,10 +121,10 @@ public:
         if (a.View() != b.View())
             Changed(field, a.View(), b.View());
     }
-    void Number(std::string_view field, int a, int b)
+    void Number(std::string_view field, std::int64_t a, std::int64_t b)
     {
         if (a != b)
-            Changed(field, std::int64_t{a}, std::int64_t{b});
+            Changed(field, a, b);
     }
     void Real(std::string_view field, double a, double b)
     {
@@ -169,6 +170,11 @@ public:
     {
         if (!m_rules.ignoreLineNumbers && a != b)
             m_collector.Add("line number", DiffChange::Changed, what, std::int64_t{a}, std::int64_t{b});
+    }
+
+    void OnlyPart(std::string_view part, bool isInA)
+    {
+        m_collector.Add(part, isInA ? DiffChange::OnlyInA : DiffChange::OnlyInB);
     }
 
     // Pairs records by position after leaving out the common start and end of both lists, so that one additional record

@@ -39,6 +39,7 @@ public:
             [](const CJOBXstepObj& step) { return step.m_sName.View(); }, Case::Ignored,
             [this](const std::string& place, const CJOBXstepObj& stepA, const CJOBXstepObj& stepB)
             { Steps(place, stepA, stepB); });
+        CarriedFiles(*a.m_pMisc->GetCarriedFiles(), *b.m_pMisc->GetCarriedFiles());
     }
 
 private:
@@ -61,7 +62,7 @@ private:
     void Named(const std::string& owner, const std::string& around, std::string_view word, const List& a, const List& b,
                NameOf nameOf, Case letterCase, Compare compare)
     {
-        using Record = std::remove_pointer_t<decltype(a.GetAt(0))>;
+        using Record = jobx::RecordOfList<List>;
         const auto keyOf = [&](const Record& record)
         { return letterCase == Case::Ignored ? FoldedName(nameOf(record)) : std::string(nameOf(record)); };
         std::unordered_map<std::string, std::deque<const Record*>> partners;
@@ -99,6 +100,7 @@ private:
 
     void Steps(const std::string& place, const CJOBXstepObj& a, const CJOBXstepObj& b)
     {
+        Records(place, "step", a, b);
         Records(place + " / header", "header", *a.GetHeader(), *b.GetHeader());
         Profiles(place, *a.GetProfile(), *b.GetProfile());
         Named(
@@ -113,6 +115,31 @@ private:
             { Fields("components", componentsA, componentsB); });
         Records(place + " / eda", "eda", *a.GetEda()->m_pData, *b.GetEda()->m_pData);
         Records(place + " / netlist", "netlist", *a.GetNetlist(), *b.GetNetlist());
+        FurtherNetlists(place, jobx::FurtherNetlists()(a), jobx::FurtherNetlists()(b));
+        Shorts(place, a.GetEda()->GetShorts(), b.GetEda()->GetShorts());
+    }
+
+    void FurtherNetlists(const std::string& step, const jobx::FurtherNetlists::Found& a,
+                         const jobx::FurtherNetlists::Found& b)
+    {
+        Named(
+            step, step, "netlist", a, b, [](const CJOBXnetlist& netlist) { return netlist.GetName().View(); },
+            Case::Ignored,
+            [this](const std::string&, const CJOBXnetlist& netlistA, const CJOBXnetlist& netlistB)
+            { Fields("netlist", netlistA, netlistB); });
+    }
+
+    void Shorts(const std::string& step, const CStringArray& a, const CStringArray& b)
+    {
+        const DiffPlace here(m_collector, step + " / shorts");
+        DiffReport(m_collector, m_rules, "short").Keyed(LinesOf("short", a), LinesOf("short", b));
+    }
+
+    // Their contents are not known; only whether they are there, and their sizes.
+    void CarriedFiles(const CJOBXcarriedFileArray& a, const CJOBXcarriedFileArray& b)
+    {
+        const DiffPlace here(m_collector, "files not read");
+        DiffReport(m_collector, m_rules, "file").Keyed(a, b);
     }
 
     // A step without a profile was not read.

@@ -1,20 +1,25 @@
 #include "info/InfoCommand.h"
 
+#include "info/BoardScreen.h"
 #include "info/CompactInfo.h"
 #include "info/InfoJson.h"
-#include "info/InfoText.h"
+#include "info/InfoTables.h"
 #include "info/JobSummary.h"
 #include "options/CommonOptions.h"
 
 #include <CLI/CLI.hpp>
 
 #include <memory>
+#include <optional>
+#include <tuple>
+#include <vector>
 
 namespace
 {
 struct InfoOptions
 {
     ReadOptions read;
+    std::optional<InfoPart> tables; // instead of the board's facts
     bool json = false;
     bool compact = false; // prints the compact model instead of the summary
 };
@@ -28,23 +33,66 @@ void PrintInfo(const InfoOptions& options)
         PrintCompactInfo(output, *read.job, options.json);
         return;
     }
-    const JobSummary summary(*read.job);
+    // Classic reading has no facts such as attribute lists and tools.
+    const bool isClassic = options.read.way == JOBXway::Classic;
     if (options.json)
-        PrintInfoJson(output, summary);
+        PrintInfoJson(output, JobSummary(*read.job), isClassic ? nullptr : &read);
+    else if (options.tables || isClassic)
+        PrintInfoTables(output, JobSummary(*read.job), options.tables.value_or(InfoPart::All));
     else
-        PrintInfoText(output, summary);
+        PrintBoardScreen(output, read, BoardFacts(*read.job));
     CheckStrictly(options.read, read);
+}
+} // namespace
+
+namespace
+{
+constexpr const char* kInfoFooter = R"(Example:
+  jobx info board
+
+Board        the step that repeats no other; if there are several, the one with the most components
+Thickness    from the attribute .board_thickness, else from the drill tools
+Copper       the copper layers from the top, with their attribute .copper_weight
+Line width   the smallest of the lines and arcs on the copper layers
+Top, Bottom  the pins are counted by the pin types of the packages
+Nets         without $NONE$, which collects the pins that have no net
+Drilled      pads of the drill layers are holes, lines and arcs are slots; the attribute .drill, else the list of
+             tools, says which are vias, other plated or non-plated holes
+Drill spans  the copper layers between which the holes go
+Panel        a step that repeats others, and how often
+Reading      what reading the job found wrong; First is the most serious message
+
+What the job does not say is left out. Exit codes: jobx --help)";
+
+void AddParts(CLI::App& command, std::optional<InfoPart>& part)
+{
+    constexpr std::tuple<const char*, InfoPart, const char*> kParts[] = {
+        {"--layers", InfoPart::Layers, "The matrix, and tables of the layers of each step, instead"},
+        {"--symbols", InfoPart::Symbols, "A table of the user symbols instead"},
+        {"--all", InfoPart::All, "Everything in numbers instead: header, matrix, steps, layers, symbols"},
+    };
+    std::vector<CLI::Option*> options;
+    for (const auto& [name, value, about] : kParts)
+    {
+        options.push_back(command.add_flag_callback(
+            name, [&part, value = value] { part = value; }, about));
+        for (CLI::Option* const other : options)
+            if (other != options.back())
+                options.back()->excludes(other);
+    }
 }
 } // namespace
 
 void AddInfoCommand(CLI::App& app)
 {
     const auto options = std::make_shared<InfoOptions>();
-    CLI::App& command = AddJobCommand(app, "info", "Prints a summary of the job", options->read);
+    CLI::App& command = AddJobCommand(app, "info", "Prints the facts about the board on one screen", options->read);
     AddWay(command, options->read);
     AddSteps(command, options->read.steps);
     AddSystemAttributes(command, options->read);
-    command.add_flag("--json", options->json, "As a JSON document");
+    AddParts(command, options->tables);
+    command.add_flag("--json", options->json, "Facts and tables as one JSON document");
+    command.footer(kInfoFooter);
     command
         .add_flag("--compact", options->compact,
                   "Show the compact model of each step instead, before and after its conversion to inches; reads as "

@@ -1,5 +1,6 @@
 #include "info/InfoJson.h"
 
+#include "info/BoardJson.h"
 #include "json/RecordJson.h"
 
 namespace
@@ -147,13 +148,15 @@ void WriteMatrix(JsonOutput& json, const CJOBXmatrix& matrix)
 
 } // namespace
 
-void PrintInfoJson(Output& output, const JobSummary& summary)
+void PrintInfoJson(Output& output, const JobSummary& summary, const ReadJob* read)
 {
     JsonOutput json(output, TextBytes::Utf8OrLatin1);
     json.Object(
         [&]
         {
             json.Member("name", summary.job.m_sName);
+            if (read != nullptr)
+                WriteBoardFacts(json, *read, BoardFacts(*read->job));
             WriteFields(json, *summary.job.m_pMisc);
             json.Key("matrix");
             WriteMatrix(json, *summary.job.m_pMatrix);

@@ -79,6 +79,13 @@ void WriteField(JsonOutput& json, const Record& record)
             json.Key(Field::kField.key);
         if constexpr (Field::kKind == jobx::FieldKind::Part)
             WriteRecord<kWay>(json, Field::Get(record));
+        else if constexpr (Field::kKind == jobx::FieldKind::OptionalPart)
+        {
+            if (const auto* const part = Field::Get(record))
+                WriteRecord<kWay>(json, *part);
+            else
+                json.Null();
+        }
         else if constexpr (Field::kKind == jobx::FieldKind::Records)
             WriteRecords<kWay, Field>(json, Field::Get(record));
         else

@@ -29,7 +29,7 @@ private:
     JobxMessageBoxHandler m_before;
 };
 
-CStringArray NamesOf(const CJOBXmatrixStepArray& steps)
+CStringArray StepNamesOf(const CJOBXmatrixStepArray& steps)
 {
     CStringArray names;
     for (const CJOBXmatrixStep& step : steps.Records())
@@ -120,7 +120,7 @@ int Read(CJOBX& job, const std::vector<std::string>& wanted, CStringArray& names
     if (wanted.empty())
     {
         const int result = job.ParseODBOfMFC(path);
-        names = NamesOf(job.m_pMatrix->m_arrSteps);
+        names = StepNamesOf(job.m_pMatrix->m_arrSteps);
         return result;
     }
     CStringArray known;
@@ -175,6 +175,8 @@ ReadJob ReadJobDirectory(const ReadOptions& options)
     messages.Share(path, failed);
     messages.Print(path, options.messages, !options.quiet);
     read.errors = messages.ErrorCount();
+    read.warnings = messages.WarningCount();
+    read.firstMessage = messages.First();
     PrintMissing(read.missing);
     failed.PrintWarnings();
     const std::vector<std::string> lines = failed.Lines();

@@ -30,6 +30,8 @@ struct ReadJob
     std::string problem;              // why the answer is 0, in one line
     std::vector<std::string> missing; // the parts that were not read, as printed
     std::int64_t errors = 0;          // messages of complete reading that are errors
+    std::int64_t warnings = 0;        // and those that are warnings
+    std::string firstMessage;         // the first of the most serious of both
 };
 
 // Reads a job: shows progress, and prints the messages of complete reading and warnings for failed file operations and

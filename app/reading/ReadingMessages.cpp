@@ -58,6 +58,22 @@ std::int64_t ReadingMessages::ErrorCount() const
                                      { return message.kind->severity == JOBXseverity::Error; });
 }
 
+std::int64_t ReadingMessages::WarningCount() const
+{
+    return std::count_if(m_messages.begin(), m_messages.end(),
+                         [](const CJOBXmessage& message) { return message.kind->severity == JOBXseverity::Warning; });
+}
+
+std::string ReadingMessages::First() const
+{
+    const auto first = std::max_element(m_messages.begin(), m_messages.end(),
+                                        [](const CJOBXmessage& a, const CJOBXmessage& b)
+                                        { return a.kind->severity < b.kind->severity; });
+    if (first == m_messages.end() || first->kind->severity == JOBXseverity::Note)
+        return {};
+    return Printable(first->Line().View());
+}
+
 void ReadingMessages::Share(const std::string& jobPath, FailedOperations& failed)
 {
     const auto isReported = [&](const CJOBXmessage& message)

@@ -23,6 +23,9 @@ public:
 
     const std::vector<CJOBXmessage>& List() const { return m_messages; } // in the order of the job
     std::int64_t ErrorCount() const;
+    std::int64_t WarningCount() const;
+    // The first of the most serious messages, for people; "" if there is none above a note.
+    std::string First() const;
     // Reports each fact once: leaves messages about directories of steps and layers to `failed` if that has the reason,
     // and drops failures to read a file that has a message. What is left out still counts.
     void Share(const std::string& jobPath, FailedOperations& failed);

@@ -24,5 +24,6 @@ struct jobx::Fields<CJOBXcomponents>
         Table(&CJOBXcomponents::m_arrAttributeTextNumbers, &CJOBXcomponents::m_arrAttributeTexts)
             .Shown("attribute text", 3),
         UnitOf(),
+        AttributeListOf(),
     };
 };

@@ -186,9 +186,12 @@ public:
     // Number of the current line, counted from 1.
     int LineNumber() const noexcept { return m_lineNumber; }
 
-    // For a reader with a fast path for common lines: the complete lines ahead, untrimmed, and the number of the first.
-    // Report what was consumed with Took.
-    std::string_view Ahead() const noexcept { return {m_at, static_cast<std::size_t>(m_end - m_at)}; }
+    // For a reader with a fast path for common lines: the lines ahead, untrimmed, each with the LF that ends it, and the
+    // number of the first. Report what was consumed with Took.
+    std::string_view Ahead() const noexcept
+    {
+        return {m_at, m_at < m_wholeEnd ? static_cast<std::size_t>(m_wholeEnd - m_at) : 0};
+    }
     int NumberAhead() const noexcept { return m_lineNumber + 1; }
     // The reader has consumed `lines` lines, up to `at`, where the next begins.
     void Took(const char* at, int lines) noexcept
@@ -204,6 +207,7 @@ private:
     {
         m_at = text.data();
         m_end = m_at + text.size();
+        m_wholeEnd = m_at + (text.rfind('\n') + 1); // 0 if there is none
         m_checked = m_at;
         m_hasNul = false;
     }
@@ -249,5 +253,6 @@ private:
     int m_lineNumber = 0;
     const char* m_at = nullptr;
     const char* m_end = nullptr;
+    const char* m_wholeEnd = nullptr; // of the last line with an end
     std::string_view m_line;
 };

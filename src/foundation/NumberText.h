@@ -43,8 +43,18 @@ constexpr std::uint64_t ValueOfEightDigits(std::uint64_t digits) noexcept
     return ((digits & 0x0000FFFF0000FFFFU) * (1 + (std::uint64_t{10'000} << 32U))) >> 32U;
 }
 
-// Appends the digits from `at` on to `mantissa`, which may overflow; returns where they end.
-inline const char* AppendDigits(const char* at, const char* end, std::uint64_t& mantissa) noexcept
+// The end of a text in which something that is no digit, such as the end of a line, follows every number. So no search
+// for the end of a number meets it, and only reading several characters at once compares with it.
+struct FarEnd
+{
+    const char* end;
+    friend constexpr bool operator==(const char* /*at*/, FarEnd /*end*/) noexcept { return false; }
+    friend constexpr std::ptrdiff_t operator-(FarEnd from, const char* at) noexcept { return from.end - at; }
+};
+
+// Appends the digits from `at` on to `mantissa`, which may overflow; returns where they end. `End` is a pointer or FarEnd.
+template <class End>
+[[gnu::always_inline]] inline const char* AppendDigits(const char* at, End end, std::uint64_t& mantissa) noexcept
 {
     if constexpr (std::endian::native == std::endian::little)
     {
@@ -68,10 +78,11 @@ inline const char* AppendDigits(const char* at, const char* end, std::uint64_t& 
     return at;
 }
 
-// Reads a plain decimal number, with or without "-" before it. If it is not plain, or needs more than the exact
-// integers of a double, returns null and does not change `value`. An integer below 2^53 divided by an exact power of
-// ten is correctly rounded (Clinger, "How to Read Floating Point Numbers Accurately", 1990).
-inline const char* ReadPlainReal(const char* begin, const char* end, double& value) noexcept
+// Reads a plain decimal number, with or without "-" before it, whatever follows it. If it is not plain, or needs more
+// than the exact integers of a double, returns null and does not change `value`. An integer below 2^53 divided by an
+// exact power of ten is correctly rounded (Clinger, "How to Read Floating Point Numbers Accurately", 1990).
+template <class End>
+[[gnu::always_inline]] inline const char* ReadDecimal(const char* begin, End end, double& value) noexcept
 {
     const char* at = begin;
     const bool negative = at != end && *at == '-';
@@ -90,11 +101,22 @@ inline const char* ReadPlainReal(const char* begin, const char* end, double& val
         count += fraction;
     }
     constexpr std::uint64_t kExact = 1ULL << 53U;
-    const bool plain = at == end || (*at | 0x20) < 'a'; // no letter of an exponent or of a hexadecimal or other number
-    if (count == 0 || count > kMaxFastDigits || mantissa > kExact || !plain)
+    if (count == 0 || count > kMaxFastDigits || mantissa > kExact)
         return nullptr;
-    const double magnitude = static_cast<double>(mantissa) / kPowersOfTen[fraction];
+    const double magnitude = static_cast<double>(static_cast<std::int64_t>(mantissa)) / kPowersOfTen[fraction];
     value = negative ? -magnitude : magnitude;
+    return at;
+}
+
+// The same where a letter behind the number may belong to it, as in an exponent or a hexadecimal or other number: then
+// it is not plain.
+inline const char* ReadPlainReal(const char* begin, const char* end, double& value) noexcept
+{
+    double decimal = 0.0;
+    const char* const at = ReadDecimal(begin, end, decimal);
+    if (at == nullptr || (at != end && (*at | 0x20) >= 'a'))
+        return nullptr;
+    value = decimal;
     return at;
 }
 } // namespace number_text

@@ -39,6 +39,7 @@ enum class FieldKind
     Parameters,    // texts, some of which may be lengths
     Numbers,       // CArrayN
     Part,          // one record inside this one
+    OptionalPart,  // a pointer to one record, null for none
     Records,       // a list of records
     Class,         // not a member: the additional fields of the classes that the record may have
     Table,         // not a member: parallel lists of this record that form one numbered table
@@ -305,6 +306,11 @@ constexpr auto Part(std::string_view key, std::string_view about, Where... where
     return MakeField<FieldKind::Part>(key, about, where...);
 }
 template <class... Where>
+constexpr auto OptionalPart(std::string_view key, std::string_view about, Where... where)
+{
+    return MakeField<FieldKind::OptionalPart>(key, about, where...);
+}
+template <class... Where>
 constexpr auto Records(std::string_view key, std::string_view about, Where... where)
 {
     return MakeField<FieldKind::Records>(key, about, where...);
@@ -449,6 +455,10 @@ void ForEachShownField(Visit visit)
     }
     (std::make_index_sequence<kFieldCount<Record>>{});
 }
+
+// The class of the record that a field of kind OptionalPart points to.
+template <class Pointer>
+using RecordAt = std::remove_const_t<std::remove_pointer_t<std::remove_cvref_t<Pointer>>>;
 
 // The class of the records of a list.
 template <class List>

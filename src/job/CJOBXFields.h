@@ -2,6 +2,7 @@
 
 #include "foundation/RecordFields.h"
 #include "job/CJOBX.h"
+#include "job/CJOBXcarriedFileFields.h"
 #include "job/CJOBXmatrixFields.h"
 #include "job/CJOBXmiscFields.h"
 #include "job/CJOBXsteps.h"
@@ -32,5 +33,9 @@ struct jobx::Fields<CJOBX>
             .Sorted(),
         Records(
             "sysAttrs", "With --sysattr", [](auto& job) -> auto& { return *job.m_pSysAttrs; }),
+        Records(
+            "carriedFiles", "Files that no reader took, in the order of their paths",
+            [](auto& job) -> auto& { return *job.m_pMisc->GetCarriedFiles(); })
+            .OfCompleteReading(),
     };
 };

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/CommonFields.h"
 #include "foundation/RecordFields.h"
 #include "job/CJOBXmatrix.h"
 #include "job/CJOBXmatrixLayerFields.h"
@@ -13,5 +14,6 @@ struct jobx::Fields<CJOBXmatrix>
     static constexpr auto kList = std::tuple{
         Records("steps", "", &CJOBXmatrix::m_arrSteps).Shown(),
         Records("layers", "", &CJOBXmatrix::m_arrLayers).Shown(),
+        FurtherKeysOf(),
     };
 };

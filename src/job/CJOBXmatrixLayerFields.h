@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/CommonFields.h"
 #include "foundation/RecordFields.h"
 #include "job/CJOBXmatrixLayer.h"
 
@@ -19,5 +20,7 @@ struct jobx::Fields<CJOBXmatrixLayer>
         Text("oldName", "Former name", &CJOBXmatrixLayer::m_sOldName).Shown("old name", 8),
         Text("color", "Colour", &CJOBXmatrixLayer::m_sColor).Shown("color", 10),
         Integer("row", "", &CJOBXmatrixLayer::m_nRow).Shown("row", 2),
+        IDOf<CJOBXidentified>(),
+        FurtherKeysOf(),
     };
 };

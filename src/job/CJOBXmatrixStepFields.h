@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/CommonFields.h"
 #include "foundation/RecordFields.h"
 #include "job/CJOBXmatrixStep.h"
 
@@ -11,5 +12,7 @@ struct jobx::Fields<CJOBXmatrixStep>
     static constexpr auto kList = std::tuple{
         Integer("column", "", &CJOBXmatrixStep::m_nColumn).Shown("column", 2),
         Text("name", "Name", &CJOBXmatrixStep::m_sName).Shown("name", 1).AsNameInAnyCase(),
+        IDOf<CJOBXidentified>(),
+        FurtherKeysOf(),
     };
 };

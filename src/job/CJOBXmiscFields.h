@@ -19,5 +19,7 @@ struct jobx::Fields<CJOBXmisc>
         Text("saveApp", "Program that saved it", &CJOBXmisc::m_sSaveApp).Shown("save application"),
         Text("saveUser", "Who saved it", &CJOBXmisc::m_sSaveUser).Shown("save user"),
         UnitOf(),
+        AttributeListOf(),
+        FurtherKeysOf(),
     };
 };

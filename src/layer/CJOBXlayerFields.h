@@ -36,11 +36,14 @@ struct jobx::Fields<CJOBXlayer>
             "components", "Set by hosts", [](auto& layer) -> auto& { return *layer.GetComponents(); })
             .Sorted(),
         Part(
-            "tools", "", [](auto& layer) -> auto& { return *layer.GetTool(); }),
+            "tools", "", [](auto& layer) -> auto& { return *layer.GetTool(); })
+            .Shown(),
         Integer("featureLineNo", "Set by hosts", &CJOBXlayer::m_nFeatureLineNo),
         Real("copperWeightOrDielectric", "Set by hosts", &CJOBXlayer::m_dCopperWeightOrDielectric).InMemoryOnly(),
         Integer("firstLineNo", "Set by hosts", &CJOBXlayer::m_nFirstLineNo).InMemoryOnly(),
         Integer("lastLineNo", "Set by hosts", &CJOBXlayer::m_nLastLineNo).InMemoryOnly(),
         UnitOf(),
+        IDOf<CJOBXidentified>(),
+        AttributeListOf(),
     };
 };

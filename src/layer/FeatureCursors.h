@@ -5,6 +5,7 @@
 #include "layer/FeatureLines.h"
 
 #include <algorithm>
+#include <cstring>
 #include <string_view>
 
 // Parses fields of any line. A missing field does not change its value, a field that is not a number gives 0. Every
@@ -101,25 +102,19 @@ private:
     std::string_view m_attributes;
 };
 
-// Parses fields as most programs print them: single blanks, plain numbers, no blank at either end. Returns false for
-// anything else, which is then left to CLenientFields. For fields that both accept, the results are the same.
-class CStrictFields
+// Parses plain fields, as most programs print them: single blanks between them, plain numbers. Returns false for anything
+// else, which is then left to the other cursors. For fields that both accept, the results are the same.
+class CPlainFields
 {
 public:
-    CStrictFields(const char* at, const char* end) noexcept : m_at(at), m_end(end) {}
+    // `end` is behind a LF, which no operation but LineEnd passes.
+    CPlainFields(const char* at, const char* end) noexcept : m_at(at), m_end(end) {}
 
     const char* At() const noexcept { return m_at; }
 
     // These also consume the blank after the field.
-    bool Real(double& value) noexcept
-    {
-        const char* const read = number_text::ReadPlainReal(m_at, m_end, value);
-        if (read == nullptr || read == m_end || *read != ' ')
-            return false;
-        m_at = read + 1;
-        return true;
-    }
-    bool Point(FeaturePoint& point) noexcept { return Real(point.x) && Real(point.y); }
+    [[gnu::always_inline]] bool Real(double& value) noexcept { return LastReal(value) && Is(' '); }
+    [[gnu::always_inline]] bool Point(FeaturePoint& point) noexcept { return Real(point.x) && Real(point.y); }
     bool Integer(int& value) noexcept { return Digits(value) && Is(' '); }
     bool Polarity(std::string_view& polarity) noexcept
     {
@@ -132,9 +127,30 @@ public:
     {
         return Letter(clockwise, features_format::kClockwise, features_format::kCounterClockwise);
     }
-    bool LastPoint(FeaturePoint& point) noexcept { return Real(point.x) && LastReal(point.y); }
+    [[gnu::always_inline]] bool LastPoint(FeaturePoint& point) noexcept { return Real(point.x) && LastReal(point.y); }
     bool CurveClockwise(std::string_view& clockwise) noexcept { return LastClockwise(clockwise); }
-    bool LastOrientation(int& code, double& angle) noexcept { return Digits(code) && (!Is(' ') || LastReal(angle)); }
+    bool LastOrientation(int& code, double& angle) noexcept
+    {
+        return Digits(code) && (!Is(' ') || !BeginsReal() || LastReal(angle));
+    }
+
+    // An attribute list: everything up to a ";", a blank or the end of the line.
+    std::string_view List() noexcept
+    {
+        const char* const begin = m_at;
+        while (!EndsList(*m_at))
+            ++m_at;
+        return {begin, static_cast<std::size_t>(m_at - begin)};
+    }
+    // Takes the list if it is this one.
+    bool TakeList(std::string_view list) noexcept
+    {
+        if (static_cast<std::size_t>(m_end - m_at) <= list.size() || !EndsList(m_at[list.size()]) ||
+            std::memcmp(m_at, list.data(), list.size()) != 0)
+            return false;
+        m_at += list.size();
+        return true;
+    }
 
     // "ID=" and a number.
     bool ID(__int64& id) noexcept
@@ -148,22 +164,42 @@ public:
 
     bool Is(char character) noexcept
     {
-        if (m_at == m_end || *m_at != character)
+        if (*m_at != character)
             return false;
         ++m_at;
         return true;
     }
+    void SkipBlanks() noexcept
+    {
+        while (*m_at == ' ')
+            ++m_at;
+    }
+    // Moves to the end of the line, if there is none of these before it.
+    bool SkipLineWithout(char one, char other) noexcept
+    {
+        while (*m_at != '\n' && *m_at != one && *m_at != other)
+            ++m_at;
+        return *m_at == '\n';
+    }
     bool LineEnd() noexcept
     {
-        if (m_at != m_end && *m_at == '\r')
+        if (*m_at == '\r')
             ++m_at;
-        return Is('\n');
+        if (*m_at != '\n')
+            return false;
+        ++m_at;
+        return true;
     }
 
 private:
-    bool LastReal(double& value) noexcept
+    static bool EndsList(char character) noexcept
     {
-        const char* const read = number_text::ReadPlainReal(m_at, m_end, value);
+        return static_cast<unsigned char>(character) <= ' ' || character == features_format::kAttributes;
+    }
+    bool BeginsReal() const noexcept { return number_text::IsDigit(*m_at) || *m_at == '-' || *m_at == '.'; }
+    [[gnu::always_inline]] bool LastReal(double& value) noexcept
+    {
+        const char* const read = number_text::ReadDecimal(m_at, number_text::FarEnd{m_end}, value);
         m_at = read != nullptr ? read : m_at;
         return read != nullptr;
     }
@@ -172,18 +208,18 @@ private:
     {
         constexpr int kMost = 9; // digits that fit
         const char* at = m_at;
-        int number = 0;
-        for (; at != m_end && number_text::IsDigit(*at) && at - m_at <= kMost; ++at)
-            number = static_cast<int>(static_cast<unsigned>(number) * 10U + static_cast<unsigned>(*at - '0'));
+        unsigned number = 0;
+        for (; number_text::IsDigit(*at); ++at)
+            number = number * 10U + static_cast<unsigned>(*at - '0');
         if (at == m_at || at - m_at > kMost)
             return false;
         m_at = at;
-        value = number;
+        value = static_cast<int>(number);
         return true;
     }
     bool Letter(std::string_view& letter, char one, char other) noexcept
     {
-        if (m_at == m_end || (*m_at != one && *m_at != other))
+        if (*m_at != one && *m_at != other)
             return false;
         letter = {m_at++, 1};
         return true;
@@ -258,12 +294,13 @@ public:
     std::string_view Left() const noexcept { return m_rest; }
 
 private:
-    static constexpr std::string_view kSeparators = " \t";
-
     std::string_view NextField() noexcept
     {
-        const std::string_view field = m_rest.substr(0, m_rest.find_first_of(kSeparators));
-        m_rest = TrimmedLeft(m_rest.substr(field.size()));
+        std::size_t size = 0;
+        while (size != m_rest.size() && m_rest[size] != ' ' && m_rest[size] != '\t')
+            ++size;
+        const std::string_view field = m_rest.substr(0, size);
+        m_rest = TrimmedLeft(m_rest.substr(size));
         return field;
     }
     std::string_view NextNeeded() noexcept

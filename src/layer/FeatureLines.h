@@ -1,5 +1,5 @@
-// The fields of the lines of a features file. Each kind of line is described here once, for both parsers: `Fields` is
-// CLenientFields or CStrictFields. Take returns false if the fields are not suitable; CLenientFields always takes what
+// The fields of the lines of a features file. Each kind of line is described here once, for all cursors: `Fields` is
+// CPlainFields, CLenientFields or CCheckedFields. Take returns false if the fields are not suitable; CLenientFields always takes what
 // there is.
 #pragma once
 

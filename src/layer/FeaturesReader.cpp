@@ -3,11 +3,9 @@
 #include "foundation/NumberedTable.h"
 #include "layer/CJOBXlayer.h"
 #include "layer/CPropertyIndex.h"
-#include "layer/FeatureBuilder.h"
 #include "layer/FeatureCursors.h"
-#include "layer/UsualFeatureLines.h"
+#include "layer/PlainFeatureLines.h"
 
-#include <cstring>
 #include <utility>
 
 namespace
@@ -30,87 +28,37 @@ std::string_view WithoutTail(std::string_view attributes)
     return MayHaveTail(list) ? list : attributes;
 }
 
-class CFeaturesReading
+class CFeaturesReading : private CPlainFeatureLines<CFeaturesReading>
 {
 public:
-    CFeaturesReading(CTextScanner& scanner, CJOBXlayer& layer) : m_scanner(scanner), m_layer(layer), m_builder(layer) {}
+    CFeaturesReading(CTextScanner& scanner, CJOBXlayer& layer)
+        : CPlainFeatureLines(layer), m_scanner(scanner), m_layer(layer)
+    {
+    }
 
     void Read()
     {
-        for (ReadUsualLines(*this, m_scanner); m_scanner.NextLine(); ReadUsualLines(*this, m_scanner))
-        {
-            m_lastAttributes = {}; // may point into a piece of the file that is gone
+        for (ReadPlainLines(m_scanner); m_scanner.NextLine(); ReadPlainLines(m_scanner))
             ReadLine(m_scanner.Line());
-        }
         m_builder.Finish();
     }
 
-    // For the usual lines. The results are those of ReadLine for the same lines.
-    template <class Record>
-    const char* OnUsualFeature(CStrictFields fields, const char* end, int /*lineNumber*/)
-    {
-        Record record;
-        if (!Take(fields, record))
-            return nullptr;
-        const CJOBXPropertyArray* properties = nullptr;
-        const char* const next = ReadUsualAttributes(fields, end, properties);
-        if (next != nullptr)
-            m_builder.AddFeature(record, properties);
-        return next;
-    }
+private:
+    friend CPlainFeatureLines;
 
-    template <class Record>
-    const char* OnUsualElement(CStrictFields fields, int lineNumber)
-    {
-        Record record;
-        if (!Take(fields, record) || !fields.LineEnd())
-            return nullptr;
-        m_builder.AddElement(record, lineNumber);
-        return fields.At();
-    }
+    static bool Accepts(const FeatureFields& /*record*/, const char* /*end*/) noexcept { return true; }
     bool TakesSegments() const noexcept { return m_builder.HasContour(); }
     bool TakesCurves() const noexcept { return m_builder.HasContour() && m_builder.HasSurface(); }
-
-private:
-    // The attribute list, if any, and the end of the line. Most features have the same attributes as the one before.
-    const char* ReadUsualAttributes(CStrictFields fields, const char* end, const CJOBXPropertyArray*& properties)
+    bool FindProperties(std::string_view list, const CJOBXPropertyArray*& properties)
     {
-        if (!fields.Is(features_format::kAttributes))
-            return fields.LineEnd() ? fields.At() : nullptr;
-        const char* const text = fields.At();
-        const std::size_t size = m_lastAttributes.size();
-        const auto left = static_cast<std::size_t>(end - text);
-        if (size != 0 && left > size && std::memcmp(text, m_lastAttributes.data(), size) == 0)
-            if (const char* const next = LineBehindLast({text + size, end}, end))
-            {
-                properties = m_lastProperties;
-                return next;
-            }
-        const auto* const newline = static_cast<const char*>(std::memchr(text, '\n', left));
-        if (newline == nullptr || text == newline || *text == features_format::kAttributes)
-            return nullptr;
-        const std::string_view raw(text, static_cast<std::size_t>(newline - text));
-        if (raw.find('\0') != std::string_view::npos)
-            return nullptr;
-        const std::string_view attributes = WithoutTail(TrimmedRight(raw));
-        properties = PropertiesOf(attributes);
-        m_lastProperties = properties;
-        m_lastAttributes = attributes;
-        m_lastMayHaveTail = MayHaveTail(attributes);
-        return newline + 1;
+        m_mayHaveTail = MayHaveTail(list);
+        properties = list.empty() ? nullptr : PropertiesOf(list);
+        return !list.empty();
     }
-    // Behind the attributes of the feature before: where the next line begins; null if the attributes are others.
-    const char* LineBehindLast(CStrictFields rest, const char* end) const
+    // What follows the list is only dropped where it cannot change the properties.
+    bool TakeTail(CPlainFields& fields, __int64& /*id*/) const noexcept
     {
-        const char* const tail = rest.At();
-        if (rest.LineEnd())
-            return rest.At();
-        if (!m_lastMayHaveTail || *tail != features_format::kAttributes)
-            return nullptr;
-        for (const char* at = tail; at != end && *at != ',' && *at != '\0'; ++at)
-            if (*at == '\n')
-                return at + 1;
-        return nullptr;
+        return m_mayHaveTail && fields.SkipLineWithout(',', '\0');
     }
 
     // Only the first letters decide, in either case. "OE", "SE", "OB", "OS" and "OC" win over the records on purpose: a
@@ -272,11 +220,8 @@ private:
     CJOBXlayer& m_layer;
     CNumberIndex m_names{m_layer.m_arrAttributeNameNumbers, m_layer.m_arrAttributeNames};
     CNumberIndex m_texts{m_layer.m_arrAttributeTextNumbers, m_layer.m_arrAttributeTexts};
-    CFeatureBuilder m_builder;
     CPropertyIndex m_index;
-    std::string_view m_lastAttributes; // of the feature before, in the text; empty if unknown
-    const CJOBXPropertyArray* m_lastProperties = nullptr;
-    bool m_lastMayHaveTail = false;
+    bool m_mayHaveTail = false; // the attribute list found last
 };
 } // namespace
 

@@ -14,7 +14,7 @@ struct jobx::Fields<CJOBXnetlist>
         Text(
             "units", "INCH unless a host sets it", [](auto& netlist) -> auto& { return netlist.m_arrNets.m_sUnits; })
             .Shown("units"),
-        Records("points", "Of no net; set by hosts", &CJOBXnetlist::m_arrPts),
+        Records("points", "Of no net; set by hosts", &CJOBXnetlist::m_arrPts).Shown(),
         Records("nets", "", &CJOBXnetlist::m_arrNets).Shown(),
         UnitOf(),
         Text("optimize", "The H line: y or n", &CJOBXnetlist::GetOptimize, &CJOBXnetlist::SetOptimize)
@@ -22,6 +22,9 @@ struct jobx::Fields<CJOBXnetlist>
             .OfCompleteReading(),
         Text("staggered", "The H line: y or n", &CJOBXnetlist::GetStaggered, &CJOBXnetlist::SetStaggered)
             .Shown("staggered")
+            .OfCompleteReading(),
+        Text("name", "Of its folder, such as cadnet", &CJOBXnetlist::GetName, &CJOBXnetlist::SetName)
+            .AsNameInAnyCase()
             .OfCompleteReading(),
     };
 };

@@ -2,11 +2,30 @@
 
 #include "eda/CJOBXdataFields.h"
 #include "eda/CJOBXeda.h"
+#include "foundation/CommonFields.h"
 #include "foundation/RecordFields.h"
 #include "layer/CJOBXlayerFields.h"
 #include "netlist/CJOBXnetlistFields.h"
 #include "step/CJOBXstepObj.h"
 #include "step/CJOBXstephdrFields.h"
+
+namespace jobx
+{
+// The netlists beside "cadnet", which need not be there.
+struct FurtherNetlists
+{
+    // A list to read; null for none.
+    struct Found
+    {
+        const CJOBXnetlistArray* list;
+
+        __int64 GetSize() const { return list == nullptr ? 0 : list->GetSize(); }
+        const CJOBXnetlist* GetAt(__int64 index) const { return list->GetAt(index); }
+    };
+
+    Found operator()(const CJOBXstepObj& step) const { return {step.pGetFurtherNetlists()}; }
+};
+} // namespace jobx
 
 // The fields of CJOBXstepObj.
 template <>
@@ -25,5 +44,12 @@ struct jobx::Fields<CJOBXstepObj>
             "eda", "", [](auto& step) -> auto& { return *step.m_pEda->m_pData; }),
         Part(
             "netlist", "", [](auto& step) -> auto& { return *step.m_pNetlist; }),
+        AttributeListOf(),
+        Records("furtherNetlists", "Those beside cadnet, in the order of their folders", FurtherNetlists{})
+            .OfCompleteReading(),
+        Texts(
+            "shorts", "The records of eda/shortf, each as its line",
+            [](auto& step) -> auto& { return step.GetEda()->GetShorts(); })
+            .OfCompleteReading(),
     };
 };

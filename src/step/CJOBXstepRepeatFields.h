@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/CommonFields.h"
 #include "foundation/RecordFields.h"
 #include "step/CJOBXstepRepeat.h"
 
@@ -16,5 +17,7 @@ struct jobx::Fields<CJOBXstepRepeat>
         Angle("angle", "Degrees, clockwise", &CJOBXstepRepeat::m_dAngle).Shown("angle"),
         Text("mirror", "YES or NO", &CJOBXstepRepeat::m_sMirror).Shown("mirror"),
         Text("flip", "YES, NO or empty", &CJOBXstepRepeat::m_sFlip).Shown("flip"),
+        IDOf<CJOBXidentified>(),
+        FurtherKeysOf(),
     };
 };

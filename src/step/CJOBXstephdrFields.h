@@ -33,5 +33,7 @@ struct jobx::Fields<CJOBXstephdr>
         Text("affectingBomChanged", "", &CJOBXstephdr::m_sAffectingBomChanged).Shown("affecting BOM changed"),
         Records("stepRepeats", "", &CJOBXstephdr::m_arrStepRepeats).Shown(),
         UnitOf(),
+        IDOf<CJOBXidentified>(),
+        FurtherKeysOf(),
     };
 };

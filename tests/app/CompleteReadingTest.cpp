@@ -195,7 +195,8 @@ TEST(CompleteReading, CompressedFilesAreReadLikePlainOnes)
           "gzip 'steps/pcb/layers/comp_+_top/components'", "gzip steps/pcb/netlists/cadnet/netlist",
           "gzip steps/pcb/profile", "gzip steps/pcb/stephdr", "gzip matrix/matrix", "gzip misc/info",
           "head -c 1000 steps/pcb/layers/bot/features >h && tail -c +1001 steps/pcb/layers/bot/features >t && "
-          "gzip h t && cat h.gz t.gz >steps/pcb/layers/bot/features"})
+          "gzip h t && cat h.gz t.gz >steps/pcb/layers/bot/features && "
+          "rm h.gz t.gz"})
     {
         SCOPED_TRACE(command);
         ASSERT_EQ(RunShell("cd " + ShellWord(job) + " && " + command).exitCode, 0);

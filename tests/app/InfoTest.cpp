@@ -47,7 +47,7 @@ std::map<std::string, std::vector<std::string>> LayerRows(const std::string& tex
 void ExpectLayersAsInFiles(const std::string& job, const std::string& step, const std::string& stepDirectory,
                            std::size_t layers)
 {
-    const ProgramResult result = RunJobx({"info", job});
+    const ProgramResult result = RunJobx({"info", job, "--layers"});
     ASSERT_EQ(result.exitCode, 0) << result.err;
     const auto rows = LayerRows(result.out, step);
     EXPECT_EQ(rows.size(), layers);
@@ -81,7 +81,7 @@ TEST(JobxInfo, PrintsTheSampleAsItAlwaysDid)
 {
     const TempDir directory;
     const std::string job = CopySample(directory);
-    const ProgramResult result = RunJobx({"info", job, "--sysattr", job + "/misc/sysattr"});
+    const ProgramResult result = RunJobx({"info", job, "--all", "--sysattr", job + "/misc/sysattr"});
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_EQ(result.err, "");
     const std::string golden = TestDataDir() + "/app/info_blinker.txt";
@@ -108,7 +108,7 @@ TEST(JobxInfo, FeaturesOfRealJobsByKindAreTheLinesOfTheirFiles)
 TEST(JobxInfo, ReadsOnlyTheChosenSteps)
 {
     const TempDir directory;
-    const ProgramResult result = RunJobx({"info", CopySample(directory), "--steps", "panel"});
+    const ProgramResult result = RunJobx({"info", CopySample(directory), "--all", "--steps", "panel"});
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_THAT(result.out, HasSubstr("\nStep PANEL\n"));
     EXPECT_THAT(result.out, Not(HasSubstr("\nStep PCB\n")));
@@ -117,7 +117,7 @@ TEST(JobxInfo, ReadsOnlyTheChosenSteps)
 TEST(JobxInfo, StepsComeInTheOrderAskedForAndOnce)
 {
     const TempDir directory;
-    const ProgramResult result = RunJobx({"info", CopySample(directory), "--steps", "panel,PCB,pcb"});
+    const ProgramResult result = RunJobx({"info", CopySample(directory), "--all", "--steps", "panel,PCB,pcb"});
     EXPECT_EQ(result.exitCode, 0);
     const std::size_t panel = result.out.find("\nStep PANEL\n");
     const std::size_t pcb = result.out.find("\nStep PCB\n");
@@ -144,11 +144,11 @@ TEST(JobxInfo, ProfileExtentsReachToTheTipsOfItsArcs)
     const TempDir directory;
     const std::string job = MakeJob(directory, "");
     directory.Write("job/steps/pcb/profile", "UNITS=MM\nS P 0\nOB 0 0 I\nOC 2 0 1 0 N\nOS 0 0\nOE\nSE\n");
-    EXPECT_THAT(RunJobx({"info", job}).out, HasSubstr("(0, -1) to (2, 0), 2 x 1 MM, 1 feature, 1 contour"));
+    EXPECT_THAT(RunJobx({"info", job, "--all"}).out, HasSubstr("(0, -1) to (2, 0), 2 x 1 MM, 1 feature, 1 contour"));
     directory.Write("job/steps/pcb/profile", "UNITS=MM\nS P 0\nOB 0 0 I\nOC 2 0 1 0 Y\nOS 0 0\nOE\nSE\n");
-    EXPECT_THAT(RunJobx({"info", job}).out, HasSubstr("(0, 0) to (2, 1), 2 x 1 MM, 1 feature, 1 contour"));
+    EXPECT_THAT(RunJobx({"info", job, "--all"}).out, HasSubstr("(0, 0) to (2, 1), 2 x 1 MM, 1 feature, 1 contour"));
     directory.Write("job/steps/pcb/profile", "UNITS=MM\nS P 0\nOB 3 0 I\nOC 3 0 0 0 Y\nOE\nSE\n");
-    EXPECT_THAT(RunJobx({"info", job}).out, HasSubstr("(-3, -3) to (3, 3), 6 x 6 MM, 1 feature, 1 contour"));
+    EXPECT_THAT(RunJobx({"info", job, "--all"}).out, HasSubstr("(-3, -3) to (3, 3), 6 x 6 MM, 1 feature, 1 contour"));
 }
 
 TEST(JobxInfo, HasNoProgressLineWithoutATerminal)
@@ -163,7 +163,7 @@ TEST(JobxInfo, CallsAJobByItsDirectoryAlsoFromWithin)
     const std::string job = CopySample(directory);
     const ProgramResult result = RunShell("cd " + ShellWord(job) + " && \"$JOBX\" info .");
     EXPECT_EQ(result.exitCode, 0);
-    EXPECT_THAT(result.out, testing::StartsWith("Job               blinker\n"));
+    EXPECT_THAT(result.out, testing::StartsWith("Job         blinker\n"));
 }
 
 TEST(JobxInfo, PrintsTheCompactModelsOfTheSampleAsItAlwaysDid)

@@ -172,6 +172,8 @@ private:
                     return;
                 if constexpr (Field::kKind == Kind::Part)
                     Define<std::remove_cvref_t<decltype(Field::Get(std::declval<const Record&>()))>>();
+                else if constexpr (Field::kKind == Kind::OptionalPart)
+                    Define<jobx::RecordAt<decltype(Field::Get(std::declval<const Record&>()))>>();
                 else if constexpr (Field::kKind == Kind::Records)
                     Define<jobx::RecordOfList<decltype(Field::Get(std::declval<const Record&>()))>>();
                 else if constexpr (Field::kKind == Kind::Class)
@@ -268,6 +270,8 @@ private:
             ListSchema<jobx::RecordOfList<Value>>();
         else if constexpr (Field::kKind == Kind::Part)
             Reference(kDefinition<Value>);
+        else if constexpr (Field::kKind == Kind::OptionalPart)
+            OptionalSchema<jobx::RecordAt<Value>>();
         else if (Field::kField.isAttributeValue && m_isComplete)
             Types({"string", "boolean"});
         else
@@ -287,6 +291,15 @@ private:
                          else
                              Reference(kDefinition<Record>);
                      });
+    }
+    template <class Record>
+    void OptionalSchema()
+    {
+        Key("oneOf");
+        m_writer.StartArray();
+        Object([this] { Reference(kDefinition<Record>); });
+        Object([this] { Member("type", "null"); });
+        m_writer.EndArray();
     }
     template <class Record>
     void ItsListSchema()

@@ -310,7 +310,7 @@ std::string RowOf(const Surroundings& surroundings)
     directory.Write("out/good/steps/kept", "kept");
     const std::string before = surroundings.before + "\n\"$JOBX\" ";
     const std::string after = " " + ShellWord(job) + " --quiet " + surroundings.options;
-    const ProgramResult info = RunShell(before + "info" + after);
+    const ProgramResult info = RunShell(before + "info --symbols" + after);
     const ProgramResult write =
         RunShell(before + "write" + after + " --force --name good -o " + ShellWord(directory.Path("out")));
     EXPECT_EQ(directory.Exists("out/good/steps/kept"), write.exitCode != 0) << surroundings.name;

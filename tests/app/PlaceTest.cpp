@@ -114,7 +114,7 @@ TEST(JobxLinks, ASymbolWhoseDirectoryIsALinkIsReadOrMissed)
     const std::string job = CopySample(directory);
     fs::rename(job + "/symbols/led_mark", job + "/elsewhere");
     fs::create_directory_symlink("../elsewhere", job + "/symbols/led_mark");
-    const ProgramResult complete = RunJobx({"info", job});
+    const ProgramResult complete = RunJobx({"info", job, "--symbols"});
     EXPECT_THAT(complete.out, HasSubstr("Symbols of the job: 2\n"));
     EXPECT_EQ(complete.err, "");
     const std::string line = "jobx: warning: symbol \"led_mark\" was not read, because its directory is a link\n";

@@ -122,7 +122,7 @@ std::string FullDump(const CJOBXlayer& layer)
     return out;
 }
 
-// The same lines with a blank before each, which means nothing, but makes them look unusual.
+// The same lines with a blank before each, which means nothing, but keeps them from the fast way.
 std::string Indented(const std::string& text)
 {
     std::string indented = " ";
@@ -138,20 +138,25 @@ constexpr const char* kComplete =
     "B 1 2 UPC39 standard P 1 E 0.01 0.2 Y N Y Y T '12345' ;0=0\n"
     "S P 0 ;0=0\nOB 0 0 I\nOS 1 0\nOC 1 1 0.5 0.5 Y\nOE\nSE\n";
 
-// Lines as the usual writers print them, and some that are nearly so.
-constexpr const char* kUsualLines[] = {"L 3.0938 2.01666545 -3.1070002 2.01666545 2 P 0;0,1,2=8,3=0.000000",
+// Lines as most programs write them, and some that are nearly so.
+constexpr const char* kPlainLines[] = {"L 3.0938 2.01666545 -3.1070002 2.01666545 2 P 0;0,1,2=8,3=0.000000",
                                        "L 3.05600059 2 3.05215039 2.00066644 2 P 0;0,1,2=8,3=0.000000",
                                        "L 0 -0 1e3 1 12 N 3",
                                        "P 1.37 1.81 11 P 0 8;3=0,5=1",
                                        "P 1.37 1.81 11 P 0 8 30.5;3=0,5=1",
                                        "P 1.37 1.81 -1 5 0.5 N 0 2",
                                        "P .5 5. 0 N 1234567890 0",
+                                       "P 1.37 1.81 11 P 0 8  ;3=0,5=1 ",
+                                       "P 1.37 1.81 11 P 0 8 30.5 ;3=0;ID=7 ",
+                                       "L 3.05600059 2 3.05215039 2.00066644 2 P 0 ;0=1",
+                                       "L 3.05600059 2 3.05215039 2.00066644 2 P 0 ",
                                        "A 0 1.25 2 3 4 5 1 N 7 Y ;0",
                                        "A 0 1.25 2 3 4 5 1 N 7 N;0",
                                        "A 0 1.25 2 3 4 5 1 p 7 Y",
                                        "S P 0;2",
                                        "OB 1.8249 1.361480019685 I",
                                        "OS 1.82255 1.370480019685",
+                                       "OS 1.82255 1.370480019685 ",
                                        "OC 1.822530019685 1.36385 1.8249 1.36385 Y",
                                        "OC 1 2 3 4 N",
                                        "OE",
@@ -852,8 +857,8 @@ TEST(FeaturesReader, EveryByteReplacedIsReadSafely)
         }
 }
 
-// Lines as they are usually written are read by a shorter way, which must not show.
-TEST(FeaturesReader, UsualLinesReadAsUnusualOnes)
+// Lines in the form that most programs write are read by a shorter way, which must not show.
+TEST(FeaturesReader, PlainLinesReadAsIndentedOnes)
 {
     const char* const chosen = std::getenv("JOBX_TEST_SEED");
     const unsigned seed = chosen != nullptr ? static_cast<unsigned>(std::atoi(chosen)) : 20260101U;
@@ -863,11 +868,11 @@ TEST(FeaturesReader, UsualLinesReadAsUnusualOnes)
     for (int round = 0; round < 1500; ++round)
     {
         std::string text = "@0 .a\n@1 .b\n@2 .pad_usage\n@3 .c\n&8 text\n&0 zero\n";
-        text += round % 2 == 0 ? RandomSurface(random) : RandomLines(random, kUsualLines, 12);
+        text += round % 2 == 0 ? RandomSurface(random) : RandomLines(random, kPlainLines, 12);
         Disturb(random, text);
         const auto layer = Read(text);
-        const std::string unusual = FullDump(*Read(Indented(text)));
-        ASSERT_EQ(FullDump(*layer), unusual) << text;
+        const std::string indented = FullDump(*Read(Indented(text)));
+        ASSERT_EQ(FullDump(*layer), indented) << text;
         CountElements(*layer, elements);
     }
     for (const char kind : {'B', 'S', 'C'})
@@ -880,7 +885,7 @@ TEST(FeaturesReader, LinesAcrossThePiecesOfAFileReadAsOthers)
     std::mt19937 random(20260101U);
     std::string text = "@0 .a\n@1 .b\n@3 .c\n&8 text\n";
     while (text.size() < 3 * CFilePieces::kPiece)
-        text += RandomSurface(random) + RandomLines(random, kUsualLines, 12);
+        text += RandomSurface(random) + RandomLines(random, kPlainLines, 12);
     const TempDir dir;
     for (int shift = 0; shift < 3; ++shift)
     {

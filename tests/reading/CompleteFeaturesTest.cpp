@@ -100,14 +100,14 @@ TEST_F(CompleteFeatures, ShareTheListsOfEqualAttributesWhateverTheirNumbersAre)
 }
 
 // A blank in front keeps a line from the fast way.
-TEST_F(CompleteFeatures, AreTheSameWhetherTheirLinesLookUsualOrNot)
+TEST_F(CompleteFeatures, AreTheSameWhetherTheirLinesArePlainOrNot)
 {
     std::mt19937 random(7);
     const auto number = [&] { return std::to_string(static_cast<int>(random() % 2000) - 1000) + ".5"; };
     const auto point = [&] { return number() + ' ' + number() + ' '; };
     constexpr const char* kOrientations[] = {"2", "8 30.5", "8 0.0", "9 0", "8", "12"};
-    std::string usual = kTables;
-    std::string unusual = kTables;
+    std::string plain = kTables;
+    std::string indented = kTables;
     for (int i = 0; i < 2000; ++i)
     {
         std::string line;
@@ -129,16 +129,17 @@ TEST_F(CompleteFeatures, AreTheSameWhetherTheirLinesLookUsualOrNot)
         default:
             line = "P " + point() + "-1 0 1.5 P 0 0";
         }
-        constexpr const char* kTails[] = {"", ";0", ";1=1,2=0", ";;ID=5", ";0,2=0;ID=61417", ";7=1;ID=6", ";0;ID=x"};
+        constexpr const char* kTails[] = {"",          ";0",      " ;1=1,2=0", ";;ID=5", " ;0,2=0;ID=61417 ",
+                                          ";7=1;ID=6", ";0;ID=x", " ",         ";0 "};
         if (line.back() != 'E')
             line += kTails[random() % std::size(kTails)];
-        usual += line + (random() % 4 == 0 ? "\r\n" : "\n");
-        unusual += ' ' + line + " \n";
+        plain += line + (random() % 4 == 0 ? "\r\n" : "\n");
+        indented += ' ' + line + " \n";
     }
     reading.nMessagesPerCode = 0;
-    const auto fast = Read(usual);
+    const auto fast = Read(plain);
     const std::vector<std::string> said = std::exchange(sink.lines, {});
-    const auto slow = Read(unusual);
+    const auto slow = Read(indented);
     EXPECT_EQ(Described(*fast), Described(*slow));
     EXPECT_EQ(said, sink.lines);
     EXPECT_GT(said.size(), 100U);

@@ -1,11 +1,11 @@
-#include "info/InfoText.h"
+#include "info/InfoTables.h"
 
+#include "info/InfoTexts.h"
 #include "output/Table.h"
 #include "output/Text.h"
 
 #include <fmt/core.h>
 
-#include <algorithm>
 #include <set>
 #include <string>
 
@@ -32,12 +32,6 @@ std::string Point(const CPointD& point)
     return fmt::format("({}, {})", Number(point.x), Number(point.y));
 }
 
-// A count with its noun, which gets an "s" unless the count is 1.
-std::string Count(std::int64_t count, std::string_view one)
-{
-    return fmt::format("{} {}{}", count, one, count == 1 ? "" : "s");
-}
-
 // The unit alone: the model keeps lines such as "UNITS=MM" whole.
 std::string Unit(const CString& units)
 {
@@ -46,32 +40,6 @@ std::string Unit(const CString& units)
         unit = unit.Mid(5);
     unit.TrimLeft(" =");
     return Printable(unit.View());
-}
-
-// "20260105.090000" as "2026-01-05 09:00:00"; any other form unchanged.
-std::string Date(const CString& date)
-{
-    const std::string_view text = date.View();
-    const auto areDigits = [&](std::size_t from, std::size_t count)
-    {
-        return std::all_of(text.begin() + static_cast<std::ptrdiff_t>(from),
-                           text.begin() + static_cast<std::ptrdiff_t>(from + count),
-                           [](char character) { return character >= '0' && character <= '9'; });
-    };
-    if (text.size() != 15 || text[8] != '.' || !areDigits(0, 8) || !areDigits(9, 6))
-        return Printable(text);
-    return fmt::format("{}-{}-{} {}:{}:{}", text.substr(0, 4), text.substr(4, 2), text.substr(6, 2), text.substr(9, 2),
-                       text.substr(11, 2), text.substr(13, 2));
-}
-
-std::string Saved(const CJOBXmisc& misc)
-{
-    std::string text = Date(misc.m_sSaveDate);
-    if (!misc.m_sSaveUser.IsEmpty())
-        text += " by " + Printable(misc.m_sSaveUser.View());
-    if (!misc.m_sSaveApp.IsEmpty())
-        text += " with " + Printable(misc.m_sSaveApp.View());
-    return text.substr(text.find_first_not_of(' ') == std::string::npos ? text.size() : text.find_first_not_of(' '));
 }
 
 void PrintJob(Output& output, const JobSummary& summary)
@@ -99,7 +67,7 @@ std::string Span(const CJOBXmatrixLayer& layer)
 
 void PrintMatrix(Output& output, const CJOBXmatrix& matrix)
 {
-    output.Write(fmt::format("\nMatrix: {}, {}\n\n", Count(matrix.m_arrSteps.GetSize(), "step"),
+    output.Write(fmt::format("Matrix: {}, {}\n\n", Count(matrix.m_arrSteps.GetSize(), "step"),
                              Count(matrix.m_arrLayers.GetSize(), "layer")));
     Table steps({{"Column", "", true}, {"Step", ""}});
     for (const CJOBXmatrixStep& step : matrix.m_arrSteps.Records())
@@ -276,14 +244,8 @@ void PrintAttributeNames(Output& output, const StepSummary& step)
     PrintLine(output, kIndent, label, line);
 }
 
-void PrintStep(Output& output, const StepSummary& step)
+void PrintLayerTables(Output& output, const StepSummary& step)
 {
-    output.Write(fmt::format("\nStep {}\n\n", Printable(step.name.View())));
-    PrintLine(output, kIndent, "Profile", Profile(step));
-    PrintHeader(output, *step.header);
-    PrintEda(output, step);
-    PrintAttributeNames(output, step);
-    PrintStepRepeats(output, step.header->m_arrStepRepeats);
     if (!step.layers.empty())
     {
         output.Put('\n');
@@ -293,11 +255,30 @@ void PrintStep(Output& output, const StepSummary& step)
         PrintComponents(output, step.components);
 }
 
+void PrintStep(Output& output, const StepSummary& step, InfoPart part)
+{
+    output.Write(fmt::format("Step {}\n", Printable(step.name.View())));
+    if (part == InfoPart::All)
+    {
+        output.Put('\n');
+        PrintLine(output, kIndent, "Profile", Profile(step));
+        PrintHeader(output, *step.header);
+        PrintEda(output, step);
+        PrintAttributeNames(output, step);
+        PrintStepRepeats(output, step.header->m_arrStepRepeats);
+    }
+    PrintLayerTables(output, step);
+}
+
+void PrintSymbols(Output& output, const JobSummary& summary)
+{
+    output.Write(fmt::format("Symbols of the job: {}\n\n", summary.symbols.size()));
+    PrintFeatureTable(output, "Symbol", summary.symbols);
+}
+
 void PrintSystemAttributes(Output& output, const CJOBXsysAttrDataArray& attributes)
 {
-    if (attributes.GetSize() == 0)
-        return;
-    output.Write(fmt::format("\nSystem attributes: {}\n\n", attributes.GetSize()));
+    output.Write(fmt::format("System attributes: {}\n\n", attributes.GetSize()));
     Table table({{"Attribute", ""}, {"Options", ""}});
     for (const CJOBXsysAttrData& attribute : attributes.Records())
     {
@@ -310,17 +291,39 @@ void PrintSystemAttributes(Output& output, const CJOBXsysAttrDataArray& attribut
 }
 } // namespace
 
-void PrintInfoText(Output& output, const JobSummary& summary)
+void PrintInfoTables(Output& output, const JobSummary& summary, InfoPart part)
 {
-    PrintJob(output, summary);
-    PrintMatrix(output, *summary.job.m_pMatrix);
-    for (const StepSummary& step : summary.steps)
-        PrintStep(output, step);
-    if (!summary.symbols.empty())
+    bool isFirst = true;
+    const auto separate = [&]
     {
-        output.Write(fmt::format("\nSymbols of the job: {}\n\n", summary.symbols.size()));
-        PrintFeatureTable(output, "Symbol", summary.symbols);
+        if (!isFirst)
+            output.Put('\n');
+        isFirst = false;
+    };
+    if (part == InfoPart::All)
+    {
+        separate();
+        PrintJob(output, summary);
     }
-    PrintSystemAttributes(output, *summary.job.m_pSysAttrs);
+    if (part != InfoPart::Symbols)
+    {
+        separate();
+        PrintMatrix(output, *summary.job.m_pMatrix);
+        for (const StepSummary& step : summary.steps)
+        {
+            separate();
+            PrintStep(output, step, part);
+        }
+    }
+    if (part != InfoPart::Layers && (part == InfoPart::Symbols || !summary.symbols.empty()))
+    {
+        separate();
+        PrintSymbols(output, summary);
+    }
+    if (part == InfoPart::All && summary.job.m_pSysAttrs->GetSize() > 0)
+    {
+        separate();
+        PrintSystemAttributes(output, *summary.job.m_pSysAttrs);
+    }
     output.Flush();
 }

@@ -2,16 +2,15 @@
 #include "foundation/NumberedTable.h"
 #include "layer/CJOBXlayer.h"
 #include "layer/CPropertyIndex.h"
-#include "layer/FeatureBuilder.h"
+#include "layer/FeatureCursors.h"
 #include "layer/FeaturesReader.h"
-#include "layer/UsualFeatureLines.h"
+#include "layer/PlainFeatureLines.h"
 #include "reading/AttributeMessageKinds.h"
 #include "reading/CFileUnit.h"
 #include "reading/FeatureMessageKinds.h"
 #include "reading/Tail.h"
 
 #include <algorithm>
-#include <cstring>
 #include <memory>
 #include <unordered_set>
 #include <utility>
@@ -87,14 +86,14 @@ concept Oriented = requires(const Record& record)
     record.orientation;
 };
 
-class CCheckedReading
+class CCompleteFeaturesReading : private CPlainFeatureLines<CCompleteFeaturesReading>
 {
 public:
-    CCheckedReading(const CReadingContext& context, CSourceFile& file, CJOBXlayer& layer)
-        : m_scanner(file.Text()),
+    CCompleteFeaturesReading(const CReadingContext& context, CSourceFile& file, CJOBXlayer& layer)
+        : CPlainFeatureLines(layer),
+          m_scanner(file.Text()),
           m_messages(file.Messages()),
           m_layer(layer),
-          m_builder(layer),
           m_attributes(m_names, m_texts, context.job.types, m_messages),
           m_silentAttributes(m_names, m_texts, context.job.types, m_silent),
           m_unit(m_messages, layer, context.job.unit)
@@ -103,11 +102,8 @@ public:
 
     void Read()
     {
-        for (ReadUsualLines(*this, m_scanner); m_scanner.NextLine(); ReadUsualLines(*this, m_scanner))
-        {
-            m_lastAttributes = {}; // may lie in a piece that is gone
+        for (ReadPlainLines(m_scanner); m_scanner.NextLine(); ReadPlainLines(m_scanner))
             ReadLine(m_scanner.Line());
-        }
         EndSurface();
         if (m_announced >= 0 && m_announced != m_builder.Count())
             m_messages.Say(kCount, m_announcedLine, "The file announces ", m_announced, " features and has ",
@@ -115,39 +111,29 @@ public:
         m_builder.Finish();
     }
 
-    // For the usual lines. What is wrong in a line is said when it is read again, field by field.
-    template <class Record>
-    const char* OnUsualFeature(CStrictFields fields, const char* end, int /*lineNumber*/)
-    {
-        Record record;
-        if (m_builder.HasSurface() || !Take(fields, record) || !m_symbols.Has(record.symbol) ||
-            !IsSoundOrientation(record, fields.At()))
-            return nullptr;
-        Tail tail;
-        if (!TakeUsualTail(fields, end, tail) || !fields.LineEnd())
-            return nullptr;
-        m_builder.AddFeature(record, tail.properties).SetID(tail.id);
-        return fields.At();
-    }
-    template <class Record>
-    const char* OnUsualElement(CStrictFields fields, int lineNumber)
-    {
-        Record record;
-        if (!Take(fields, record) || !fields.LineEnd())
-            return nullptr;
-        m_builder.AddElement(record, lineNumber);
-        return fields.At();
-    }
-    bool TakesSegments() const noexcept { return m_builder.HasContour(); }
-    bool TakesCurves() const noexcept { return m_builder.HasContour(); }
-
 private:
+    friend CPlainFeatureLines;
+
     struct Tail
     {
         const CJOBXPropertyArray* properties = nullptr;
         __int64 id = CJOBXidentified::kNoID;
     };
 
+    // What is wrong with a plain line is said when it is read again, field by field.
+    template <class Record>
+    bool Accepts(const Record& record, const char* end)
+    {
+        return !m_builder.HasSurface() && HasSymbol(record) && IsSoundOrientation(record, end);
+    }
+    bool HasSymbol(const FeatureFields& record)
+    {
+        if (record.symbol == m_lastSymbol)
+            return true;
+        const bool isThere = m_symbols.Has(record.symbol);
+        m_lastSymbol = isThere ? record.symbol : kNoSymbolNumber;
+        return isThere;
+    }
     static bool IsSoundOrientation(const FeatureFields& /*record*/, const char* /*end*/) noexcept { return true; }
     // `end` is behind the orientation. An angle that is missing is 0, and the line ends with the code then.
     static bool IsSoundOrientation(const PadFields& pad, const char* end) noexcept
@@ -157,43 +143,23 @@ private:
                (hasAngle && pad.orientation <= features_format::kTurnedAndMirrored);
     }
 
-    // Goes behind ";0,2=1;ID=61417", either part of which may be missing.
-    bool TakeUsualTail(CStrictFields& fields, const char* end, Tail& tail)
+    bool TakesSegments() const noexcept { return m_builder.HasContour(); }
+    bool TakesCurves() const noexcept { return m_builder.HasContour(); }
+    bool FindProperties(std::string_view list, const CJOBXPropertyArray*& properties)
     {
-        if (!fields.Is(features_format::kAttributes))
-            return true;
-        return TakeUsualAttributes(fields, end, tail.properties) &&
-               (!fields.Is(features_format::kAttributes) || fields.ID(tail.id));
-    }
-    // Most features have the attributes of the one before.
-    bool TakeUsualAttributes(CStrictFields& fields, const char* end, const CJOBXPropertyArray*& properties)
-    {
-        const char* const text = fields.At();
-        const std::size_t size = m_lastAttributes.size();
-        if (size != 0 && static_cast<std::size_t>(end - text) > size && EndsList(text[size]) &&
-            std::memcmp(text, m_lastAttributes.data(), size) == 0)
-        {
-            fields = CStrictFields(text + size, end);
-            properties = m_lastProperties;
-            return true;
-        }
-        const char* const listEnd = std::find_if(text, end, EndsList);
-        const std::string_view list(text, static_cast<std::size_t>(listEnd - text));
-        fields = CStrictFields(listEnd, end);
+        properties = nullptr;
         if (list.empty())
             return true;
-        if (!number_text::IsDigit(list.front()) || list.find_first_of({" \t\0", 3}) != std::string_view::npos)
+        if (!number_text::IsDigit(list.front()))
             return false;
         properties = PropertiesOf(list);
-        if (m_unsound.contains(properties))
-            return false;
-        m_lastAttributes = list;
-        m_lastProperties = properties;
-        return true;
+        return !m_unsound.contains(properties);
     }
-    static bool EndsList(char character) noexcept
+    static bool TakeTail(CPlainFields& fields, __int64& id) noexcept
     {
-        return character == features_format::kAttributes || character == '\n' || character == '\r';
+        const bool isNumber = fields.ID(id);
+        fields.SkipBlanks();
+        return isNumber;
     }
 
     // The list that features with this text share; null when it is empty. Nothing is said about it.
@@ -495,7 +461,6 @@ private:
     CTextScanner& m_scanner;
     CFileMessages& m_messages;
     CJOBXlayer& m_layer;
-    CFeatureBuilder m_builder;
     CNumberIndex m_names{m_layer.m_arrAttributeNameNumbers, m_layer.m_arrAttributeNames};
     CNumberIndex m_texts{m_layer.m_arrAttributeTextNumbers, m_layer.m_arrAttributeTexts};
     CKnownNumbers m_symbols;
@@ -508,8 +473,8 @@ private:
     CPropertyIndex m_index;
     std::unordered_set<const CJOBXPropertyArray*> m_unsound; // lists with something to be said about them
     CFileUnit m_unit;
-    std::string_view m_lastAttributes; // of the feature before, in the text; empty when unknown
-    const CJOBXPropertyArray* m_lastProperties = nullptr;
+    static constexpr int kNoSymbolNumber = -1; // of no plain line
+    int m_lastSymbol = kNoSymbolNumber;        // that is there
     int m_announced = -1;
     int m_announcedLine = 0;
     int m_surfaceLine = 0; // of the open one
@@ -522,6 +487,6 @@ void ReadCompletely(const CReadingContext& context, CSourceFile& file, CJOBXlaye
     layer.SetUnit(context.job.unit);
     if (!file.WasRead())
         return;
-    const auto reading = std::make_unique<CCheckedReading>(context, file, layer);
+    const auto reading = std::make_unique<CCompleteFeaturesReading>(context, file, layer);
     reading->Read();
 }
