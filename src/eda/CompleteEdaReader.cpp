@@ -167,7 +167,7 @@ private:
         object->m_nLineNumber = Line();
         std::string_view kind;
         if (fields.Text(kind))
-            object->m_sKind = m_cache.Of(kind);
+            object->m_sKind = kind;
         fields.Integer(object->m_nLayerIndex);
         if (object->m_nLayerIndex >= m_data.m_arrLayerNames.GetSize() || object->m_nLayerIndex < 0)
             m_messages.Say(eda_message::kNoLayer, Line(), "The layer number ", object->m_nLayerIndex,
@@ -298,6 +298,14 @@ private:
         record->m_nLineNumber = Line();
         record->m_sKeyword = fields.Keyword();
         AddParameters(tail.record, record->m_arrParameters);
+        if (!IsPlainOutline(tail.record.substr(fields.Keyword().size()), numbers, words))
+            CheckOutline(fields, numbers, words);
+        m_attributes.Take(tail, Line(), *record);
+        m_outlines->Own(std::move(record));
+        return true;
+    }
+    static void CheckOutline(CCheckedRecord& fields, int numbers, int words)
+    {
         double number = 0.0;
         for (int i = 0; i < numbers; ++i)
             fields.Real(number);
@@ -305,9 +313,39 @@ private:
         for (int i = 0; i < words; ++i)
             fields.Text(word);
         fields.End();
-        m_attributes.Take(tail, Line(), *record);
-        m_outlines->Own(std::move(record));
-        return true;
+    }
+    // Whether so many plain numbers and then so many words, a blank before each, are all of it. Then nothing is wrong.
+    static bool IsPlainOutline(std::string_view fields, int numbers, int words) noexcept
+    {
+        const auto takes = [&fields](auto isPart)
+        {
+            std::size_t size = 0;
+            while (size != fields.size() && isPart(fields[size]))
+                ++size;
+            fields.remove_prefix(size);
+            return size;
+        };
+        const auto takesOne = [&fields](char character)
+        {
+            const bool isThere = fields.starts_with(character);
+            fields.remove_prefix(isThere ? 1 : 0);
+            return isThere;
+        };
+        constexpr std::size_t kMostDigits = 20; // far from the largest number
+        for (; numbers > 0; --numbers)
+        {
+            if (!takesOne(' '))
+                return false;
+            takesOne('-');
+            std::size_t digits = takes(number_text::IsDigit);
+            digits += takesOne('.') ? takes(number_text::IsDigit) : 0;
+            if (digits == 0 || digits > kMostDigits)
+                return false;
+        }
+        for (; words > 0; --words)
+            if (!takesOne(' ') || takes([](char letter) { return letter != ' ' && letter != '\t'; }) == 0)
+                return false;
+        return fields.empty();
     }
     void AddParameters(std::string_view record, CStringArray& parameters)
     {

@@ -70,23 +70,13 @@ public:
     }
     bool Integer(int& value)
     {
-        std::string_view field;
-        if (!Text(field))
-            return false;
-        const NumberRead<std::int32_t> read = ReadInteger(field.data(), field.data() + field.size());
-        value = read.value;
-        CheckEnd(read.end, field);
-        return true;
+        SkipBlanks();
+        return TakePlain(ReadPlainInteger(m_at, m_end, value)) || CheckedInteger(value);
     }
     bool Real(double& value)
     {
-        std::string_view field;
-        if (!Text(field))
-            return false;
-        const NumberRead<double> read = ReadReal(field.data(), field.data() + field.size());
-        value = read.value;
-        CheckEnd(std::isfinite(value) ? read.end : field.data(), field);
-        return true;
+        SkipBlanks();
+        return TakePlain(number_text::ReadPlainReal(m_at, m_end, value)) || CheckedReal(value);
     }
     bool Point(CPointD& point)
     {
@@ -116,6 +106,48 @@ public:
     }
 
 private:
+    // A whole number of a few digits, with or without "-" before it; null for anything else.
+    static const char* ReadPlainInteger(const char* at, const char* end, int& value) noexcept
+    {
+        constexpr std::ptrdiff_t kMostDigits = 9; // always fit
+        const bool isNegative = at != end && *at == '-';
+        const char* const digits = at + (isNegative ? 1 : 0);
+        int number = 0;
+        for (at = digits; at != end && number_text::IsDigit(*at) && at - digits < kMostDigits; ++at)
+            number = number * 10 + (*at - '0');
+        if (at == digits)
+            return nullptr;
+        value = isNegative ? -number : number;
+        return at;
+    }
+    // Takes a field up to `end` if it is the whole field.
+    bool TakePlain(const char* end) noexcept
+    {
+        const bool isWhole = end != nullptr && (end == m_end || IsBlank(*end));
+        if (isWhole)
+            m_at = end;
+        return isWhole;
+    }
+    bool CheckedInteger(int& value)
+    {
+        std::string_view field;
+        if (!Text(field))
+            return false;
+        const NumberRead<std::int32_t> read = ReadInteger(field.data(), field.data() + field.size());
+        value = read.value;
+        CheckEnd(read.end, field);
+        return true;
+    }
+    bool CheckedReal(double& value)
+    {
+        std::string_view field;
+        if (!Text(field))
+            return false;
+        const NumberRead<double> read = ReadReal(field.data(), field.data() + field.size());
+        value = read.value;
+        CheckEnd(std::isfinite(value) ? read.end : field.data(), field);
+        return true;
+    }
     static bool IsBlank(char character) noexcept { return character == ' ' || character == '\t'; }
     void SkipBlanks() noexcept
     {

@@ -12,7 +12,7 @@ bool IsUnit(std::string_view text, JOBXunit& unit) noexcept
     return true;
 }
 
-bool CFileUnit::Take(std::string_view line, int lineNumber)
+bool CFileUnit::TakeUnit(std::string_view line, int lineNumber)
 {
     const std::size_t separator = line.find_first_of("= \t");
     const std::string_view key = line.substr(0, separator);

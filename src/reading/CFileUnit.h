@@ -2,6 +2,7 @@
 #pragma once
 
 #include "foundation/CJOBXunit.h"
+#include "foundation/framework/AsciiText.h"
 #include "reading/CFileMessages.h"
 
 #include <string_view>
@@ -18,9 +19,14 @@ public:
     }
 
     // Whether the line is a units line; takes its unit.
-    bool Take(std::string_view line, int lineNumber);
+    bool Take(std::string_view line, int lineNumber)
+    {
+        return !line.empty() && AsciiUpper(line.front()) == 'U' && TakeUnit(line, lineNumber);
+    }
 
 private:
+    bool TakeUnit(std::string_view line, int lineNumber);
+
     CFileMessages& m_messages;
     CJOBXmeasured& m_measured;
     bool m_isSaid = false;

@@ -63,7 +63,7 @@ bool CKeyLines::Begin(std::string_view line)
     m_name = TrimmedRight(line.substr(0, line.size() - 1));
     m_block = m_name;
     m_blockLine = Line();
-    m_blockKeys = {};
+    m_blockKeys.Clear();
     return true;
 }
 

@@ -53,13 +53,10 @@ std::string_view NextPart(std::string_view& rest)
 }
 } // namespace
 
-CTailText CutTail(std::string_view line, std::size_t from) noexcept
+CTailText CutTailAt(std::string_view line, std::size_t semicolon) noexcept
 {
     CTailText tail;
-    const std::size_t semicolon = line.find(';', from);
     tail.record = TrimmedRight(line.substr(0, semicolon));
-    if (semicolon == std::string_view::npos)
-        return tail;
     std::string_view rest = line.substr(semicolon + 1);
     tail.whole = Trimmed(rest);
     for (bool isFirst = true; isFirst || !rest.empty(); isFirst = false)
@@ -122,7 +119,7 @@ bool CAttributeReader::Append(std::string_view list, int line, CJOBXPropertyArra
     return m_isSound;
 }
 
-void CAttributeReader::Take(const CTailText& tail, int line, CJOBXtailed& record)
+void CAttributeReader::TakeTail(const CTailText& tail, int line, CJOBXtailed& record)
 {
     record.SetID(ReadTailID(tail, line, m_messages));
     if (!tail.attributes.empty())

@@ -21,7 +21,16 @@ struct CTailText
     std::string_view rest;       // the last of any further parts; "" if there is none
     bool hasID = false;
 };
-CTailText CutTail(std::string_view line, std::size_t from = 0) noexcept;
+CTailText CutTailAt(std::string_view line, std::size_t semicolon) noexcept;
+inline CTailText CutTail(std::string_view line, std::size_t from = 0) noexcept
+{
+    const std::size_t semicolon = line.find(';', from);
+    if (semicolon != std::string_view::npos)
+        return CutTailAt(line, semicolon);
+    CTailText tail;
+    tail.record = TrimmedRight(line);
+    return tail;
+}
 
 // The number of an "ID=" part; CJOBXtailed::kNoID, with a message, if it is not a number.
 __int64 ReadTailID(const CTailText& tail, int line, CFileMessages& messages);
@@ -38,10 +47,15 @@ public:
 
     // Appends the attributes of a list such as "0=1,2" with names, kinds and values. False if a message was reported.
     bool Append(std::string_view list, int line, CJOBXPropertyArray& properties);
-    // Stores the contents of a tail in a record.
-    void Take(const CTailText& tail, int line, CJOBXtailed& record);
+    // Stores the contents of a tail in a new record.
+    void Take(const CTailText& tail, int line, CJOBXtailed& record)
+    {
+        if (!tail.whole.empty())
+            TakeTail(tail, line, record);
+    }
 
 private:
+    void TakeTail(const CTailText& tail, int line, CJOBXtailed& record);
     void SetValue(CJOBXProperty& property, std::string_view value, int line);
     void SetText(CJOBXProperty& property, std::string_view value, int line);
     void SetOption(CJOBXProperty& property, const CAttributeTypes::Type& type, std::string_view value, int line);

@@ -148,6 +148,52 @@ TEST(CompleteEda, WhatIsWrongIsReportedWithItsLine)
         EXPECT_EQ(Codes(Read(test.text)), test.codes) << test.text;
 }
 
+// A second blank keeps a line from the fast way.
+TEST(CompleteEda, SaysTheSameOfAnOutlineWhetherItIsPlainOrNot)
+{
+    std::string plain = "PKG P 0 0 0 1 1\nCT\nOB 0 0 I\n";
+    std::string spaced = plain;
+    for (const char* const fields : {"OS 1 2",         "OS -1.5 .5",
+                                     "OS 1. 2",        "OS 1 x",
+                                     "OS 1",           "OS 1 2 3",
+                                     "OS - 1",         "OS . 1",
+                                     "OS 1 -",         "OS 1e5 2",
+                                     "OS 1 2x",        "OS 1,5 2",
+                                     "OS --1 2",       "OS 1 1234567890123456789012345",
+                                     "OS +1 2",        "OS 1.5.2 3",
+                                     "OC 0 0 1 1 Y",   "OC 0 0 1 1",
+                                     "OC 0 0 1 1 Y 7", "OC 0 0 Y 1 1",
+                                     "OS 1 2;;ID=4",   "OS",
+                                     "OC 1 2 3 4 Y;x"})
+    {
+        const std::string line = fields;
+        plain += line + '\n';
+        spaced += line.substr(0, 2) + ' ' + line.substr(2) + '\n';
+    }
+    const Result fast = Read(plain + "OE\nCE\n");
+    const Result slow = Read(spaced + "OE\nCE\n");
+    EXPECT_EQ(fast.codes, slow.codes);
+    EXPECT_EQ(fast.codes.size(), 15U);
+    const CJOBXdataPkgObjArray& outlines = fast.Package(0).m_arrOutlines;
+    ASSERT_EQ(outlines.GetSize(), slow.Package(0).m_arrOutlines.GetSize());
+    EXPECT_EQ(outlines.GetSize(), 27);
+    for (__int64 i = 0; i < outlines.GetSize(); ++i)
+        for (INT_PTR k = 0; k < outlines.GetAt(i)->m_arrParameters.GetSize(); ++k)
+            EXPECT_EQ(outlines.GetAt(i)->m_arrParameters[k],
+                      slow.Package(0).m_arrOutlines.GetAt(i)->m_arrParameters[k]);
+}
+
+TEST(CompleteEda, FindsANetNameAgainAmongManyOthers)
+{
+    std::string text;
+    for (int i = 0; i < 40; ++i)
+        text += "NET Name" + std::to_string(i) + '\n';
+    EXPECT_EQ(Read(text).codes, Strings{});
+    for (const char* const name : {"NAME3", "name15", "name16", "nAME39"})
+        EXPECT_EQ(Read(text + "NET " + name + '\n').codes.size(), 1U) << name;
+    EXPECT_EQ(Read("NET a\nNET A\n").codes.size(), 1U);
+}
+
 TEST(CompleteEda, ClassicReadingOfTheSameFileStaysAsItWas)
 {
     const SmallJob small;
