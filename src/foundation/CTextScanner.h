@@ -160,6 +160,16 @@ public:
     // False if the file could not be opened or read; then there are no lines.
     bool WasRead() const noexcept { return m_wasRead; }
 
+    // For a file read in pieces, before the first line: what it begins with, at most one piece.
+    std::string_view Beginning()
+    {
+        m_isAhead = m_pieces->Next(0);
+        Start({m_pieces->View().data(), 0});
+        return m_pieces->View();
+    }
+    // Whether reading a file in pieces failed before the end.
+    bool HasFailed() const noexcept { return m_pieces != nullptr && m_pieces->HasFailed(); }
+
     // Moves to the next line that is not empty; false at the end.
     bool NextLine()
     {
@@ -216,9 +226,11 @@ private:
     {
         if (m_pieces == nullptr)
             return false;
-        auto used = static_cast<std::size_t>(m_at - m_pieces->View().data());
-        for (; m_pieces->Next(used); used = 0) // again if a line is longer than a piece
+        const auto used = static_cast<std::size_t>(m_at - m_pieces->View().data());
+        // Again if a line is longer than a piece.
+        for (bool isMore = m_isAhead || m_pieces->Next(used); isMore; isMore = m_pieces->Next(0))
         {
+            m_isAhead = false;
             const std::string_view view = m_pieces->View();
             if (const std::size_t newline = view.rfind('\n'); newline != std::string_view::npos)
             {
@@ -248,6 +260,7 @@ private:
     CFileBytes m_bytes;
     std::unique_ptr<CFilePieces> m_pieces;
     bool m_wasRead;
+    bool m_isAhead = false; // a piece was read and not gone through
     bool m_hasNul = false;
     const char* m_checked = nullptr; // no NUL before this
     int m_lineNumber = 0;

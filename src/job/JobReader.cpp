@@ -81,7 +81,7 @@ void CJobReading::ReadInfoAndSymbols()
             m_job.rows.push_back({layer->m_sName, AsciiEqualNoCase(layer->m_sType.View(), kOfComponents)});
     for (const CJOBXmatrixStep& step : m_target.m_pMatrix->m_arrSteps.Records())
         m_job.steps.push_back(step.m_sName);
-    const CString misc = FindEntry(m_job.directory, "misc");
+    const CSourceFolder misc(FindEntry(m_job.directory, "misc"));
     CSourceFile info(m_context, misc, info_format::kInfo, Presence::Optional);
     ReadCompletely(m_context, info, *m_target.m_pMisc);
     m_job.unit = m_target.m_pMisc->GetUnit();
@@ -112,12 +112,13 @@ void CJobReading::ReadSymbols()
                  [&](int i)
                  {
                      const CReadingContext context = contexts.Of(static_cast<std::size_t>(i));
-                     CSourceFile file(context, directories[i], "features", Presence::Needed);
+                     const CSourceFolder folder(directories[i]);
+                     CSourceFile file(context, folder, "features", Presence::Needed);
                      auto symbol = std::make_unique<CJOBXSpecialSymbol>();
                      symbol->m_sPath = directories[i];
                      symbol->m_sName = NameOf(directories[i]);
                      ReadCompletely(context, file, *symbol->GetLayer());
-                     ReadAttributeList(context, directories[i], *symbol->GetLayer());
+                     ReadAttributeList(context, folder, *symbol->GetLayer());
                      finished.Append(i, std::move(symbol));
                  });
     contexts.Join();

@@ -3,7 +3,6 @@
 #include "reading/AttributeListMessageKinds.h"
 #include "reading/CFileUnit.h"
 #include "reading/CFirstNames.h"
-#include "reading/CSourceFile.h"
 
 #include <algorithm>
 #include <cmath>
@@ -88,9 +87,9 @@ private:
 };
 } // namespace
 
-void ReadAttributeList(const CReadingContext& context, const CString& directory, CJOBXattributed& owner)
+void ReadAttributeList(const CReadingContext& context, const CSourceFolder& folder, CJOBXattributed& owner)
 {
-    CSourceFile file(context, directory, kAttributeListFile, Presence::Optional);
+    CSourceFile file(context, folder, kAttributeListFile, Presence::Optional);
     if (file.WasRead())
         CAttributeListReading(context, file, *owner.pMakeAttributeList()).Read();
 }

@@ -2,8 +2,7 @@
 #pragma once
 
 #include "foundation/CJOBXattributeList.h"
-#include "foundation/framework/CString.h"
-#include "reading/CReadingContext.h"
+#include "reading/CSourceFile.h"
 
 // Reads the file in this folder, if there is one, into the list of `owner`.
-void ReadAttributeList(const CReadingContext& context, const CString& directory, CJOBXattributed& owner);
+void ReadAttributeList(const CReadingContext& context, const CSourceFolder& folder, CJOBXattributed& owner);

@@ -1,7 +1,6 @@
 #include "reading/AttributeTypesReader.h"
 
 #include "foundation/corekit/CKUtility.h"
-#include "reading/CSourceFile.h"
 
 #include <set>
 #include <string>
@@ -68,13 +67,13 @@ void ReadTypes(CTextScanner& text, CAttributeTypes& types)
 }
 } // namespace
 
-void ReadAttributeTypes(const CReadingContext& context, const CString& miscDirectory, CAttributeTypes& types)
+void ReadAttributeTypes(const CReadingContext& context, const CSourceFolder& misc, CAttributeTypes& types)
 {
     CKUtility& files = *CKUtility::GetInstance();
-    if (!files.IsDir(miscDirectory))
+    if (!files.IsDir(misc.Path()))
         return;
     CStringArray paths;
-    files.GetAllFileListIn(miscDirectory, paths, "sysattr*", 0);
+    files.GetAllFileListIn(misc.Path(), paths, "sysattr*", 0);
     std::set<std::string> names; // without the endings of compressed files: each is opened once
     for (INT_PTR i = 0; i < paths.GetSize(); ++i)
     {
@@ -88,7 +87,7 @@ void ReadAttributeTypes(const CReadingContext& context, const CString& miscDirec
     }
     const auto read = [&](const char* name)
     {
-        CSourceFile file(context, miscDirectory, name, Presence::Optional);
+        CSourceFile file(context, misc, name, Presence::Optional);
         if (file.WasRead())
             ReadTypes(file.Text(), types);
     };

@@ -1,8 +1,8 @@
 // The definitions of a job's attributes: the files "userattr", "sysattr" and "sysattr.*" of its folder "misc".
 #pragma once
 
-#include "reading/CReadingContext.h"
+#include "reading/CSourceFile.h"
 
 // Adds the definitions of all these files to `types`. User attributes come first, so they take precedence. A job may
 // have none.
-void ReadAttributeTypes(const CReadingContext& context, const CString& miscDirectory, CAttributeTypes& types);
+void ReadAttributeTypes(const CReadingContext& context, const CSourceFolder& misc, CAttributeTypes& types);

@@ -29,23 +29,24 @@ bool IsText(std::string_view begin)
 // The forms of a file in its directory, the preferred one first.
 constexpr std::array<std::string_view, 3> kForms = {"", ".Z", ".gz"};
 
-// The directory entries that are the file in one of its forms: the exact spelling, else of those that differ only in
+// The names in the folder that are the file in one of its forms: the exact spelling, else of those that differ only in
 // letter case the first in byte order.
-using Forms = std::array<std::string, kForms.size()>;
-Forms FormsIn(const CString& directory, std::string_view name)
+using Forms = std::array<std::string_view, kForms.size()>;
+Forms FormsIn(const CSourceFolder& folder, std::string_view name)
 {
     Forms found;
-    const auto take = [&](const ListedEntry& entry)
+    for (const std::string_view entry : folder.Names())
     {
+        if (!AsciiEqualNoCase(entry.substr(0, name.size()), name))
+            continue;
+        const std::string_view form = entry.substr(name.size());
+        const auto isExact = [name](std::string_view other, std::string_view exactForm)
+        { return other.starts_with(name) && other.substr(name.size()) == exactForm; };
         for (std::size_t i = 0; i < kForms.size(); ++i)
-        {
-            const std::string exact = std::string(name).append(kForms[i]);
-            if (AsciiEqualNoCase(entry.name, exact) && found[i] != exact &&
-                (found[i].empty() || entry.name == exact || entry.name < found[i]))
-                found[i] = entry.name;
-        }
-    };
-    ListEntries(std::string(directory.View()), take);
+            if (AsciiEqualNoCase(form, kForms[i]) && !isExact(found[i], kForms[i]) &&
+                (found[i].empty() || isExact(entry, kForms[i]) || entry < found[i]))
+                found[i] = entry;
+    }
     return found;
 }
 
@@ -79,26 +80,32 @@ LzwResult ExpandGzip(CJOBXgzipExpander& expander, std::string_view data, CLimite
 }
 } // namespace
 
-CString CSourceFile::Find(const CString& directory, const char* name)
-{
-    std::vector<CKDiagnostic> said;
-    const CDiagnosticCapture capture(said);
-    const CKUtility& files = *CKUtility::GetInstance();
-    for (const std::string& form : files.IsDir(directory) ? FormsIn(directory, name) : Forms())
-        if (!form.empty())
-            return files.CKPathCombine(directory, CString(std::string_view(form)));
-    return {};
-}
-
-CSourceFile::CSourceFile(const CReadingContext& context, const CString& directory, const char* name, Presence presence)
+CSourceFolder::CSourceFolder(const CString& path) : m_path(path)
 {
     std::vector<CKDiagnostic> said; // reported by messages instead
     const CDiagnosticCapture capture(said);
-    const CKUtility& files = *CKUtility::GetInstance();
-    const auto forms = files.IsDir(directory) ? FormsIn(directory, name) : Forms();
-    const auto first = std::find_if(forms.begin(), forms.end(), [](const std::string& form) { return !form.empty(); });
+    if (CKUtility::GetInstance()->IsDir(path))
+        ListEntries(std::string(path.View()), [this](const ListedEntry& entry) { m_names.emplace_back(entry.name); });
+}
+
+CString CSourceFile::Find(const CSourceFolder& folder, const char* name)
+{
+    for (const std::string_view form : FormsIn(folder, name))
+        if (!form.empty())
+            return CKUtility::GetInstance()->CKPathCombine(folder.Path(), CString(form));
+    return {};
+}
+
+CSourceFile::CSourceFile(const CReadingContext& context, const CSourceFolder& folder, const char* name,
+                         Presence presence)
+{
+    std::vector<CKDiagnostic> said; // reported by messages instead
+    const CDiagnosticCapture capture(said);
+    const Forms forms = FormsIn(folder, name);
+    const auto isThere = [](std::string_view form) { return !form.empty(); };
+    const auto* const first = std::find_if(forms.begin(), forms.end(), isThere);
     m_isThere = first != forms.end();
-    m_path = files.CKPathCombine(directory, m_isThere ? CString(std::string_view(*first)) : CString(name));
+    m_path = CKUtility::GetInstance()->CKPathCombine(folder.Path(), m_isThere ? CString(*first) : CString(name));
     m_messages = &context.messages.Of(context.job.BelowJob(m_path));
     if (!m_isThere)
     {
@@ -106,9 +113,7 @@ CSourceFile::CSourceFile(const CReadingContext& context, const CString& director
             m_messages->Say(file_message::kMissing, 0, "The file is not there.");
         return;
     }
-    const auto second =
-        std::find_if(std::next(first), forms.end(), [](const std::string& form) { return !form.empty(); });
-    if (second != forms.end())
+    if (const auto* const second = std::find_if(std::next(first), forms.end(), isThere); second != forms.end())
         m_messages->Say(file_message::kTwoForms, 0, "The file is also there as ", Quoted{*second},
                         ", which is not read.");
     Open(context.job.reading);
@@ -118,22 +123,20 @@ CSourceFile::CSourceFile(const CReadingContext& context, const CString& director
 
 void CSourceFile::Open(const CJOBXreading& reading)
 {
-    CInputFile file;
-    std::array<char, kLooked> buffer{};
-    std::size_t got = 0;
-    if (!CKUtility::GetInstance()->IsFile(m_path) || file.Open(m_path) != 0 ||
-        file.Read(buffer.data(), buffer.size(), got) != 0)
+    auto text = std::make_unique<CTextScanner>(CTextScanner::InPieces{}, m_path, __FILE__, __LINE__);
+    if (!text->WasRead())
         return SayUnreadable();
-    const std::string_view begin(buffer.data(), got);
-    const bool isGzip = begin.starts_with(kGzipMark);
-    if (!isGzip && !begin.starts_with(kLzwMark))
-        return TakeText(std::make_unique<CTextScanner>(CTextScanner::InPieces{}, m_path, __FILE__, __LINE__), begin);
+    const std::string_view beginning = text->Beginning();
+    if (text->HasFailed())
+        return SayUnreadable();
+    const bool isGzip = beginning.starts_with(kGzipMark);
+    if (!isGzip && !beginning.starts_with(kLzwMark))
+        return TakeText(std::move(text), beginning);
     CFileBytes bytes;
     if (!bytes.Load(m_path, __FILE__, __LINE__))
         return SayUnreadable();
     if (Expand(reading, bytes.View(), isGzip))
-        TakeText(std::make_unique<CTextScanner>(std::string_view(m_expanded)),
-                 std::string_view(m_expanded).substr(0, kLooked));
+        TakeText(std::make_unique<CTextScanner>(std::string_view(m_expanded)), m_expanded);
 }
 
 void CSourceFile::SayUnreadable()
@@ -161,12 +164,10 @@ bool CSourceFile::Expand(const CJOBXreading& reading, std::string_view data, boo
     return result == LzwResult::Done;
 }
 
-void CSourceFile::TakeText(std::unique_ptr<CTextScanner> text, std::string_view begin)
+void CSourceFile::TakeText(std::unique_ptr<CTextScanner> text, std::string_view beginning)
 {
-    if (!text->WasRead())
-        SayUnreadable();
-    else if (!IsText(begin))
-        m_messages->Say(file_message::kNotText, 0, "The file is not text.");
-    else
+    if (IsText(beginning.substr(0, kLooked)))
         m_text = std::move(text);
+    else
+        m_messages->Say(file_message::kNotText, 0, "The file is not text.");
 }

@@ -7,12 +7,28 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 // Whether a missing file is worth a message.
 enum class Presence
 {
     Needed,  // a missing one is an error
     Optional // many jobs have none
+};
+
+// A directory of a job, listed once for the files that are looked for in it.
+class CSourceFolder
+{
+public:
+    // One that cannot be listed is empty. A path is enough where one file is looked for.
+    CSourceFolder(const CString& path);
+
+    const CString& Path() const noexcept { return m_path; }
+    const std::vector<std::string>& Names() const noexcept { return m_names; }
+
+private:
+    CString m_path;
+    std::vector<std::string> m_names;
 };
 
 // A text file in a directory. Its name may be followed by ".Z" or ".gz"; letter case is ignored unless the exact
@@ -23,10 +39,10 @@ enum class Presence
 class CSourceFile
 {
 public:
-    CSourceFile(const CReadingContext& context, const CString& directory, const char* name, Presence presence);
+    CSourceFile(const CReadingContext& context, const CSourceFolder& folder, const char* name, Presence presence);
 
     // The path of the file that would be opened; "" if there is none.
-    static CString Find(const CString& directory, const char* name);
+    static CString Find(const CSourceFolder& folder, const char* name);
 
     // Whether there is anything under one of the names, readable or not.
     bool IsThere() const noexcept { return m_isThere; }
@@ -42,7 +58,7 @@ private:
     void Open(const CJOBXreading& reading);
     bool Expand(const CJOBXreading& reading, std::string_view data, bool isGzip);
     void SayUnreadable();
-    void TakeText(std::unique_ptr<CTextScanner> text, std::string_view begin);
+    void TakeText(std::unique_ptr<CTextScanner> text, std::string_view beginning);
 
     bool m_isThere = false;
     CString m_path;

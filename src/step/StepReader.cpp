@@ -47,15 +47,17 @@ public:
     void Read()
     {
         m_step.m_pProfile->m_sName = "profile";
-        ReadFile(m_context, m_directory, "profile", Presence::Needed, *m_step.m_pProfile);
-        ReadFile(m_context, m_directory, "stephdr", Presence::Optional, *m_step.m_pHeader);
-        ReadAttributeList(m_context, m_directory, m_step);
+        const CSourceFolder folder(m_directory);
+        ReadFile(m_context, folder, "profile", Presence::Needed, *m_step.m_pProfile);
+        ReadFile(m_context, folder, "stephdr", Presence::Optional, *m_step.m_pHeader);
+        ReadAttributeList(m_context, folder, m_step);
         ShowStatus(m_step.m_pStatus, "Complete profile file reading");
         ReadLayers(FindEntry(m_directory, "layers"));
         ShowStatus(m_step.m_pStatus, "Complete layers file reading");
-        ReadFile(m_context, FindEntry(m_directory, "eda"), "data", Presence::Optional, *m_step.m_pEda->m_pData);
+        const CSourceFolder eda(FindEntry(m_directory, "eda"));
+        ReadFile(m_context, eda, "data", Presence::Optional, *m_step.m_pEda->m_pData);
         ShowStatus(m_step.m_pStatus, "Complete eda file reading");
-        ReadFile(m_context, FindEntry(m_directory, "eda"), "shortf", Presence::Optional, *m_step.m_pEda);
+        ReadFile(m_context, eda, "shortf", Presence::Optional, *m_step.m_pEda);
         ReadNetlists(FindEntry(m_directory, "netlists"));
         CheckReferences(m_context, m_directory, m_step);
         ShowStatus(m_step.m_pStatus, "Complete netlists file reading");
@@ -64,10 +66,10 @@ public:
 private:
     // Whether the file is there.
     template <class T>
-    static bool ReadFile(const CReadingContext& context, const CString& directory, const char* name, Presence presence,
-                         T& into)
+    static bool ReadFile(const CReadingContext& context, const CSourceFolder& folder, const char* name,
+                         Presence presence, T& into)
     {
-        CSourceFile file(context, directory, name, presence);
+        CSourceFile file(context, folder, name, presence);
         if (file.IsThere())
             ReadCompletely(context, file, into);
         return file.IsThere();
@@ -110,13 +112,13 @@ private:
         layer.m_sName = LastPartOf(directory);
         components.m_sLayerName = layer.m_sName;
         components.m_sRelativePath = CKUtility::GetInstance()->CKPathCombine(layer.m_sName, "components");
-        const bool hasFeatures = ReadFile(context, directory, "features", PresenceOf(layer.m_sName, false), layer);
-        const bool hasComponents =
-            ReadFile(context, directory, "components", PresenceOf(layer.m_sName, true), components);
+        const CSourceFolder folder(directory);
+        const bool hasFeatures = ReadFile(context, folder, "features", PresenceOf(layer.m_sName, false), layer);
+        const bool hasComponents = ReadFile(context, folder, "components", PresenceOf(layer.m_sName, true), components);
         if (hasFeatures)
-            ReadFile(context, directory, tools_format::kTools, Presence::Optional, *layer.GetTool());
+            ReadFile(context, folder, tools_format::kTools, Presence::Optional, *layer.GetTool());
         if (hasFeatures || hasComponents)
-            ReadAttributeList(context, directory, hasFeatures ? static_cast<CJOBXattributed&>(layer) : components);
+            ReadAttributeList(context, folder, hasFeatures ? static_cast<CJOBXattributed&>(layer) : components);
         return {hasFeatures, hasComponents};
     }
 

@@ -169,3 +169,22 @@ TEST_F(SourceFile, IsReadPlainWhenItIsThereInTwoForms)
                             "read."));
 }
 } // namespace
+
+TEST_F(SourceFile, HasAllItsLinesHoweverManyPiecesTheyTake)
+{
+    std::string text = "first\n";
+    text += std::string(2 * CFilePieces::kPiece, 'x') + '\n';
+    while (text.size() < 5 * CFilePieces::kPiece)
+        text += "line " + std::to_string(text.size()) + '\n';
+    text += "last";
+    dir.Write("top/features", text);
+    std::string joined;
+    for (const std::string& line : Lines())
+        joined += line + '\n';
+    EXPECT_EQ(joined, text + '\n');
+    dir.Write("top/features", "only");
+    EXPECT_THAT(Lines(), ElementsAre("only"));
+    dir.Write("top/features", "");
+    EXPECT_THAT(Lines(), IsEmpty());
+    EXPECT_THAT(sink.lines, IsEmpty());
+}

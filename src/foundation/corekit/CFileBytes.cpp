@@ -95,6 +95,7 @@ bool CFilePieces::Next(std::size_t used)
     const int error = m_file.Read(m_buffer.get() + rest, wanted, got);
     m_nSize += got;
     m_nLeft = got == wanted ? m_nLeft - got : 0;
+    m_hasFailed = m_hasFailed || error != 0;
     if (error != 0)
         CKUtility::GetInstance()->Report(m_sourceFile, m_nLine, "read", m_sPath, error);
     return got > 0;

@@ -55,6 +55,8 @@ public:
     // cannot be read, which is reported to the diagnostics. Exhausted memory raises CMemoryException.
     bool Next(std::size_t used);
     std::string_view View() const noexcept { return {m_buffer.get(), m_nSize}; }
+    // Whether the system could not read a part of the file.
+    bool HasFailed() const noexcept { return m_hasFailed; }
 
 private:
     void Grow(std::size_t used);
@@ -67,6 +69,7 @@ private:
     std::size_t m_nCapacity = 0;
     std::size_t m_nSize = 0;
     std::size_t m_nLeft = 0; // in the file
+    bool m_hasFailed = false;
 };
 
 // The bytes of a whole file in one buffer.
