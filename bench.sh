@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Builds in release mode, measures everything and prints one table: ./bench.sh [OPTIONS]   (--scale 0.1: quick and rough)
-# JOBX_REAL_JOBS: a folder of real jobs, from which the job beagleboneblack is read. The default is beside the sources.
+# JOBX_REAL_JOBS: a folder of real jobs. The default is beside the sources.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")"
 # shellcheck source=scripts/packages.sh
@@ -17,4 +17,4 @@ model=$(sed -n 's/^model name[[:space:]]*: //p' /proc/cpuinfo 2>/dev/null | head
 echo
 echo "commit $commit, $(c++ --version | head -n 1), $(nproc) processors: ${model:-unknown}, $(date -u +%F)"
 exec build/bench/bin/bench_table --jobx build/bench/bin/jobx \
-    --real-job "${JOBX_REAL_JOBS:-../shared/jobs}/beagleboneblack" "$@"
+    --real-jobs "${JOBX_REAL_JOBS:-../shared/jobs}" "$@"

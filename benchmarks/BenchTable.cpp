@@ -10,6 +10,7 @@
 #include <CLI/CLI.hpp>
 #include <omp.h>
 
+#include <algorithm>
 #include <array>
 #include <chrono>
 #include <cstdio>
@@ -29,6 +30,8 @@ namespace fs = std::filesystem;
 constexpr int kRepeats = 5;
 constexpr int kLargeRepeats = 3;
 constexpr double kGrowth = 10.0;
+constexpr double kCompared = 30.0; // megabytes of a made job that is read in both ways
+constexpr double kSmallJob = 15e6; // bytes; reading it takes so little time that it is measured more often
 
 std::vector<fs::path> FilesBelow(const fs::path& directory)
 {
@@ -225,6 +228,36 @@ void MeasureWriting(const fs::path& small, const fs::path& large, const fs::path
     measurement.Set("growth", Median({seconds.begin(), seconds.end()}) / times.Work());
 }
 
+// A job read classically and completely in turn.
+void MeasureWays(const fs::path& job, Measurement& measurement)
+{
+    Alternated times;
+    std::vector<double> memory;
+    double bytes = 0.0;
+    const auto read = [&](const char* work)
+    {
+        const std::size_t before = AllocatedBytes();
+        std::shared_ptr<void> model;
+        const double seconds = ProcessorSeconds([&] { model = FindWork(work).read(job); });
+        bytes = static_cast<double>(AllocatedBytes() - before);
+        return seconds;
+    };
+    const double size = SizeBelow(job);
+    const int repeats = size > kSmallJob ? kRepeats : 5 * kRepeats;
+    for (int i = 0; i <= repeats; ++i)
+    {
+        const double classic = read("job");
+        const double classicBytes = bytes;
+        times.Add(read("job.complete"), classic);
+        memory.push_back(bytes / classicBytes);
+        measurement.Set("memory", bytes / size);
+    }
+    measurement.Set("bytes", size);
+    measurement.Set("seconds", times.Work());
+    measurement.Set("ratio", times.Ratio());
+    measurement.Set("memoryRatio", Median(memory));
+}
+
 // Programs started from now on read on so many threads.
 void UseThreads(int threads)
 {
@@ -301,7 +334,7 @@ struct Options
 {
     double scale = 1.0;
     std::string jobx;
-    std::string realJob;
+    std::string realJobs;
     std::string child; // what a child measures; empty in the parent
     std::vector<std::string> places;
 };
@@ -316,6 +349,8 @@ int RunAsChild(const Options& options)
         MeasureOnce(FindWork(places.at(0)), places.at(1), measurement);
     else if (options.child == "threads")
         MeasureThreads(places.at(0), measurement);
+    else if (options.child == "ways")
+        MeasureWays(places.at(0), measurement);
     else if (options.child == "units")
         MeasureUnitChange(places.at(0), measurement);
     else if (options.child == "write")
@@ -413,6 +448,7 @@ public:
         Table::PrintHead();
         for (const ReadingWork& work : ReadingWorks())
             MeasureWork(work);
+        MeasureBothWays();
         Info();
     }
 
@@ -503,14 +539,48 @@ private:
         std::printf("%-22s %8.2f\n", "blocks per 100 bytes", 100.0 * read.Get("blocks") / read.Get("bytes"));
     }
 
+    // Complete reading beside classic reading: of made jobs, and of all real ones.
+    void MeasureBothWays()
+    {
+        std::printf("\ncomplete reading, compared with classic reading on 1 thread\n");
+        for (const KindOfJob& kind : KindsOfJob())
+        {
+            kind.make(Small(), kCompared * m_options.scale);
+            PrintWays(kind.title, Small() / "input");
+            fs::remove_all(Small());
+        }
+        for (const fs::path& job : RealJobs())
+            PrintWays(job.filename().c_str(), job);
+        std::printf("\n");
+    }
+    void PrintWays(const char* name, const fs::path& job)
+    {
+        Measurement row = Child("ways", {job.string()});
+        PrintRow(name, row, "<= 1.25", "classic reading");
+        Measurement memory;
+        memory.Set("ratio", row.Get("memoryRatio"));
+        PrintRow("", memory, "<= 1.30", "the memory of classic reading");
+    }
+    std::vector<fs::path> RealJobs() const
+    {
+        std::vector<fs::path> jobs;
+        if (fs::is_directory(m_options.realJobs))
+            for (const auto& entry : fs::directory_iterator(m_options.realJobs))
+                if (fs::exists(entry.path() / "matrix" / "matrix"))
+                    jobs.push_back(entry.path());
+        std::sort(jobs.begin(), jobs.end());
+        return jobs;
+    }
+
     void Info()
     {
-        if (!fs::is_directory(m_options.realJob))
+        const std::vector<fs::path> jobs = RealJobs();
+        if (jobs.empty())
         {
             std::printf("%-22s no real job; set JOBX_REAL_JOBS\n", "jobx info");
             return;
         }
-        const Measurement info = Child("info", {m_options.jobx, m_options.realJob});
+        const Measurement info = Child("info", {m_options.jobx, jobs.front().string()});
         PrintRow("jobx info, real job", info, "<= 1.50", "reading and splitting its files; 1 thread");
         Measurement elapsed;
         elapsed.Set("bytes", info.Get("bytes"));
@@ -529,7 +599,7 @@ int Run(int argc, char** argv)
     CLI::App app("Measures reading, changing, writing and destroying jobs beside the least that each has to do.");
     app.add_option("--scale", options.scale, "Factor of all sizes; 0.1 is quick and rough")->capture_default_str();
     app.add_option("--jobx", options.jobx, "The program jobx");
-    app.add_option("--real-job", options.realJob, "A real job for jobx info");
+    app.add_option("--real-jobs", options.realJobs, "A folder of real jobs; the first by name is for jobx info");
     app.add_option("--child", options.child)->group("");
     app.add_option("places", options.places)->group("");
     CLI11_PARSE(app, argc, argv);

@@ -136,15 +136,55 @@ std::shared_ptr<void> ReadFile(const fs::path& path)
     return model;
 }
 
-// A job of features files whose features have unique numbers.
-void MakeNumberedJob(const fs::path& directory, double megabytes)
+JobPlan FeaturesPlan(double megabytes)
 {
     JobPlan plan;
     plan.megabytes = megabytes;
     plan.nets = 0;
     plan.components = 0;
+    return plan;
+}
+
+void MakeFeaturesJob(const fs::path& directory, double megabytes)
+{
+    GenerateJob(FeaturesPlan(megabytes), directory / "input");
+}
+
+// A job of features files whose features have unique numbers.
+void MakeNumberedJob(const fs::path& directory, double megabytes)
+{
+    JobPlan plan = FeaturesPlan(megabytes);
     plan.uniqueNumbers = true;
     GenerateJob(plan, directory / "input");
+}
+
+// A small job in which one file is replaced by a large one, which `make` puts into the folder "input".
+void MakeJobAround(const fs::path& directory, double megabytes, void (*make)(const fs::path&, double),
+                   const char* place)
+{
+    JobPlan plan;
+    plan.megabytes = 0.1;
+    GenerateJob(plan, directory / "job");
+    make(directory, megabytes);
+    const fs::path step = directory / "job" / "steps" / "step1";
+    fs::rename(directory / "input" / fs::path(place).filename(), step / place);
+    fs::remove_all(directory / "input");
+    fs::rename(directory / "job", directory / "input");
+}
+
+void MakeEdaJob(const fs::path& directory, double megabytes)
+{
+    MakeJobAround(directory, megabytes, MakeEda, "eda/data");
+}
+
+void MakeComponentsJob(const fs::path& directory, double megabytes)
+{
+    MakeJobAround(directory, megabytes, MakeComponents, "layers/comp_+_top/components");
+}
+
+void MakeNetlistJob(const fs::path& directory, double megabytes)
+{
+    MakeJobAround(directory, megabytes, MakeNetlist, "netlists/cadnet/netlist");
 }
 
 std::shared_ptr<void> ReadFeaturesFile(const fs::path& input)
@@ -220,6 +260,14 @@ const ReadingWork& FindWork(std::string_view name)
         if (work.name == name)
             return work;
     throw std::out_of_range("no such work: " + std::string(name));
+}
+
+const std::vector<KindOfJob>& KindsOfJob()
+{
+    static const std::vector<KindOfJob> kinds{
+        {"made job", MakeJob}, {"features", MakeFeaturesJob},     {"with numbers", MakeNumberedJob},
+        {"EDA", MakeEdaJob},   {"components", MakeComponentsJob}, {"netlist", MakeNetlistJob}};
+    return kinds;
 }
 
 void MakeJob(const fs::path& directory, double megabytes)

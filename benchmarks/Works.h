@@ -29,6 +29,16 @@ const std::vector<ReadingWork>& ReadingWorks();
 // The one of that name; std::out_of_range when there is none.
 const ReadingWork& FindWork(std::string_view name);
 
+// A job of which nearly all is one kind of file, for comparing complete reading with classic reading.
+struct KindOfJob
+{
+    const char* title;
+    // Makes a job of so many megabytes as "input" in the directory.
+    void (*make)(const std::filesystem::path& directory, double megabytes);
+};
+
+const std::vector<KindOfJob>& KindsOfJob();
+
 // Writes a job with all layers equally large and, beside it, the number of its lengths.
 void MakeJob(const std::filesystem::path& directory, double megabytes);
 
