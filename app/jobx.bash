@@ -6,7 +6,7 @@ _jobx_options() {
     info) echo "--all --compact --follow-links --help --json --layers --legacy --max-entries --messages --quiet --step --steps --strict --symbols --sysattr" ;;
     nets | components | packages | panel) echo "--csv --follow-links --help --json --legacy --max-entries --messages --quiet --step --steps --strict" ;;
     json) echo "--follow-links --help --latin1 --legacy --max-entries --messages --quiet --step --steps --strict --sysattr" ;;
-    diff) echo "--follow-links --help --ignore-line-numbers --json --legacy --max-entries --messages --quiet --strict --tolerance" ;;
+    diff) echo "--align --follow-links --help --ignore-line-numbers --json --legacy --max-entries --messages --only --quiet --strict --tolerance" ;;
     write) echo "--allow-incomplete --follow-links --force --help --max-entries --name --no-eda --output --quiet --rebuild-steps --scale --step --steps" ;;
     *) echo "--help --version" ;;
     esac
@@ -31,7 +31,7 @@ _jobx() {
     COMPREPLY=()
 
     case $before in
-    --scale | --tolerance | --name | --max-entries)
+    --scale | --tolerance | --name | --max-entries | --only)
         return
         ;;
     --messages)

@@ -1,15 +1,20 @@
 #include "diff/DiffCommand.h"
 
+#include "diff/ChangesText.h"
 #include "diff/JobDiff.h"
+#include "diff/MeaningDiff.h"
 #include "options/CommonOptions.h"
 #include "output/JsonOutput.h"
+#include "output/NearestName.h"
 #include "output/Text.h"
 #include "reading/JobReader.h"
 
 #include <CLI/CLI.hpp>
-#include <fmt/core.h>
+#include <fmt/format.h>
 
+#include <algorithm>
 #include <memory>
+#include <optional>
 
 namespace
 {
@@ -18,7 +23,9 @@ struct DiffOptions
     ReadOptions read; // of both jobs
     std::string jobA;
     std::string jobB;
-    DiffRules rules;
+    std::optional<double> tolerance;
+    bool ignoreLineNumbers = false;
+    MeaningRules meaning;
     bool json = false;
 };
 
@@ -85,9 +92,12 @@ void PrintErrors(Output& output, const ReadErrors& errors)
     output.Write(fmt::format("{}{}{}: some of it could not be compared\n", a, !a.empty() && !b.empty() ? ", " : "", b));
 }
 
-void PrintText(const DiffCollector& collector, const ReadErrors& errors)
+// The changes are null after classic reading.
+void PrintText(const DiffCollector& collector, const JobChanges* changes, const ReadErrors& errors)
 {
     Output output;
+    if (changes != nullptr)
+        PrintChanges(output, *changes, collector);
     for (const DiffGroup& group : collector.Groups())
     {
         const std::string field = group.field.empty() ? "" : fmt::format(" ({})", group.field);
@@ -148,7 +158,8 @@ void WriteGroup(JsonOutput& json, const DiffGroup& group)
         });
 }
 
-void PrintJson(const DiffOptions& options, const DiffCollector& collector, const ReadErrors& errors)
+void PrintJson(const DiffOptions& options, const DiffCollector& collector, const JobChanges& changes,
+               const ReadErrors& errors)
 {
     Output output;
     JsonOutput json(output, TextBytes::Utf8OrLatin1);
@@ -163,6 +174,7 @@ void PrintJson(const DiffOptions& options, const DiffCollector& collector, const
             {
                 json.Member("errorsInA", errors.a);
                 json.Member("errorsInB", errors.b);
+                WriteChanges(json, changes);
             }
             json.ArrayMember("groups",
                              [&]
@@ -182,6 +194,25 @@ double ToleranceIn(const std::string& text)
     return *tolerance;
 }
 
+std::string ListOfParts()
+{
+    return fmt::format("{}", fmt::join(kDiffParts, ", "));
+}
+
+std::set<DiffPart> PartsIn(const std::string& text)
+{
+    std::set<DiffPart> parts;
+    for (const std::string& word : SplitAtCommas(text, "--only needs names of parts, separated by commas"))
+    {
+        const auto* const found = std::find(kDiffParts.begin(), kDiffParts.end(), word);
+        if (found == kDiffParts.end())
+            RaiseWrongUsage(fmt::format("--only knows no part \"{}\"; the parts are: {}{}", Printable(word),
+                                        ListOfParts(), DidYouMean(word, {kDiffParts.begin(), kDiffParts.end()})));
+        parts.insert(static_cast<DiffPart>(found - kDiffParts.begin()));
+    }
+    return parts;
+}
+
 ExitCode PrintDiff(const DiffOptions& options)
 {
     ReadOptions read = options.read;
@@ -190,12 +221,20 @@ ExitCode PrintDiff(const DiffOptions& options)
     read.jobPath = options.jobB;
     const ReadJob b = ReadGoodJobDirectory(read);
     DiffCollector collector;
-    CompareJobs(collector, *a.job, *b.job, options.rules);
+    JobChanges changes;
+    if (options.read.way == JOBXway::Complete)
+    {
+        MeaningRules rules = options.meaning;
+        rules.tolerance = options.tolerance.value_or(rules.tolerance);
+        changes = CompareMeanings(collector, a, b, options.jobA, options.jobB, rules);
+    }
+    else
+        CompareJobs(collector, *a.job, *b.job, {options.tolerance.value_or(0.0), options.ignoreLineNumbers});
     const ReadErrors errors{a.errors, b.errors};
     if (options.json)
-        PrintJson(options, collector, errors);
+        PrintJson(options, collector, changes, errors);
     else
-        PrintText(collector, errors);
+        PrintText(collector, options.read.way == JOBXway::Complete ? &changes : nullptr, errors);
     read.jobPath = options.jobA;
     CheckStrictly(read, a);
     read.jobPath = options.jobB;
@@ -214,10 +253,22 @@ void AddDiffCommand(CLI::App& app, ExitCode& answer)
     AddWay(command, options->read);
     command
         .add_option_function<std::string>(
-            "--tolerance", [options](const std::string& text) { options->rules.tolerance = ToleranceIn(text); },
-            "Ignore coordinates and lengths that differ by at most T, in the unit of the files")
+            "--tolerance", [options](const std::string& text) { options->tolerance = ToleranceIn(text); },
+            "Ignore coordinates and lengths that differ by at most T, in mm; with --legacy, in the unit of the files")
         ->type_name("T");
-    command.add_flag("--ignore-line-numbers", options->rules.ignoreLineNumbers, "Ignore differences in line numbers");
+    CLI::Option* const legacy = command.get_option("--legacy");
+    command.add_flag("--ignore-line-numbers", options->ignoreLineNumbers,
+                     "With --legacy, ignore differences in line numbers; else they are never compared");
+    command
+        .add_flag("--align", options->meaning.align,
+                  "Find the shift that most components of B have in common, and compare as if it were undone")
+        ->excludes(legacy);
+    command
+        .add_option_function<std::string>(
+            "--only", [options](const std::string& text) { options->meaning.only = PartsIn(text); },
+            "Compare only these parts, separated by commas: " + ListOfParts())
+        ->type_name("PARTS")
+        ->excludes(legacy);
     command.add_flag("--json", options->json, "As a JSON document");
     command.callback([options, &answer] { answer = PrintDiff(*options); });
 }

@@ -11,20 +11,6 @@
 
 namespace
 {
-std::vector<std::string> SplitAtCommas(const std::string& text)
-{
-    std::vector<std::string> pieces;
-    std::istringstream stream(text + ",");
-    for (std::string piece; std::getline(stream, piece, ',');)
-    {
-        const std::size_t first = piece.find_first_not_of(' ');
-        if (first == std::string::npos)
-            RaiseWrongUsage("--step needs step names, separated by commas");
-        pieces.push_back(piece.substr(first, piece.find_last_not_of(' ') - first + 1));
-    }
-    return pieces;
-}
-
 unsigned long long EntriesIn(const std::string& text)
 {
     unsigned long long entries = 0;
@@ -45,6 +31,20 @@ ShownMessages MessagesIn(const std::string& text)
 void RaiseWrongUsage(const std::string& message)
 {
     throw UsageError(message);
+}
+
+std::vector<std::string> SplitAtCommas(const std::string& text, const char* problem)
+{
+    std::vector<std::string> pieces;
+    std::istringstream stream(text + ",");
+    for (std::string piece; std::getline(stream, piece, ',');)
+    {
+        const std::size_t first = piece.find_first_not_of(' ');
+        if (first == std::string::npos)
+            RaiseWrongUsage(problem);
+        pieces.push_back(piece.substr(first, piece.find_last_not_of(' ') - first + 1));
+    }
+    return pieces;
 }
 
 std::optional<double> NumberIn(const std::string& text)
@@ -102,7 +102,9 @@ void AddSteps(CLI::App& command, std::vector<std::string>& steps)
 {
     command
         .add_option_function<std::string>(
-            "--step,--steps", [&steps](const std::string& names) { steps = SplitAtCommas(names); },
+            "--step,--steps",
+            [&steps](const std::string& names)
+            { steps = SplitAtCommas(names, "--step needs step names, separated by commas"); },
             "Only this step, or several, separated by commas")
         ->type_name("A,B");
 }

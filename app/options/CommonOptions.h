@@ -25,6 +25,9 @@ public:
 // The finite number in the whole text, with a decimal point whatever the language; nothing if the text is not one.
 std::optional<double> NumberIn(const std::string& text);
 
+// The words between commas, without blanks around them. An empty word raises wrong usage with that problem.
+std::vector<std::string> SplitAtCommas(const std::string& text, const char* problem);
+
 // A command without options; its help refers to that of the program.
 CLI::App& AddCommand(CLI::App& app, const char* name, const char* about);
 

@@ -232,13 +232,13 @@ TEST(CompleteMembers, DiffComparesEachOfThem)
     const std::vector<Change> changes = {
         {"misc/attrlist", "sample job", "job", "    info / attribute .comment: value \"sample job\" -> \"job\"\n"},
         {"steps/pcb/attrlist", "", ".x=1\n", "    step PCB / attribute .x: only in B\n"},
-        {"steps/pcb/attrlist", "", "UNITS=MM\n", "step PCB: unit of the attribute list \"inch\" -> \"mm\"\n"},
         {"steps/pcb/layers/diel_2/attrlist", "0.04", "0.05",
          "attribute .layer_dielectric: value \"0.04\" -> \"0.05\"\n"},
+        {"steps/pcb/layers/diel_2/attrlist", "", "UNITS=MM\n", "attribute .layer_dielectric: value 1.016 -> 0.04\n"},
         {"steps/pcb/layers/comp_+_top/attrlist", "", ".x=1\n", "components comp_+_top / attribute .x: only in B\n"},
         {"symbols/led_mark/attrlist", "", ".x=1\n", "symbol led_mark: attribute list: 1 only in B\n"},
         {tools, "DRILL_SIZE=", "DRILL_SIZE=1", "layer drill / tool 0: drill size "},
-        {tools, "UNITS=INCH", "UNITS=MM", "layer drill: unit of the tools \"inch\" -> \"mm\"\n", 2},
+        {tools, "UNITS=INCH", "UNITS=MM", "layer drill / tool 1: drill size 1.016 -> 0.04\n", 16},
         {tools, "", "SPEED=3\n", "layer drill / key SPEED: only in B\n"},
         {"steps/pcb/netlists/refnet/netlist", "", "$0 A\n", "    step PCB / netlist refnet: only in B\n"},
         {"steps/pcb/eda/shortf", "", "SHORT 1 2\n", "    step PCB / shorts / short SHORT 1 2: only in B\n"},
@@ -274,7 +274,7 @@ TEST(CompleteMembers, DiffComparesTheInsideOfFurtherNetlistsAndTheSizesOfCarried
     Append(a + "/user/notes.txt", "1234");
     Append(b + "/user/notes.txt", "123456");
     const std::string out = RunJobx({"diff", a, b}).out;
-    EXPECT_THAT(out, HasSubstr("    step PCB / netlist refnet / net A / point 0: y 2 -> 3\n"));
+    EXPECT_THAT(out, HasSubstr("    step PCB / netlist refnet / net A / point 0: only in A\n"));
     EXPECT_THAT(out, HasSubstr("    files not read / file user/notes.txt: size 4 -> 6\n"));
-    EXPECT_THAT(out, HasSubstr("\n2 differences in 2 places\n"));
+    EXPECT_THAT(out, HasSubstr("\n3 differences in 2 places\n"));
 }

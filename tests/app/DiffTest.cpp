@@ -172,7 +172,7 @@ TEST(JobxDiff, AGroupSaysHowManyAndShowsTheFirstFew)
     for (std::size_t at = 0; (at = text.find(" M ", at)) != std::string::npos; ++at)
         text.replace(at, 3, " N ");
     jobs.directoryB.Write("blinker/steps/pcb/layers/comp_+_bot/components", text);
-    const std::vector<std::string> lines = LinesOf(jobs.Diff().out);
+    const std::vector<std::string> lines = LinesOf(jobs.LegacyDiff().out);
     EXPECT_THAT(lines, Contains("step PCB / components comp_+_bot: component (mirror): 3 changed"));
     EXPECT_THAT(lines, Contains("step PCB / components comp_+_bot: toeprint (mirror): 6 changed"));
     EXPECT_EQ(std::count_if(lines.begin(), lines.end(),
@@ -185,11 +185,14 @@ TEST(JobxDiff, AGroupSaysHowManyAndShowsTheFirstFew)
 TEST(JobxDiff, OneMoreRecordIsOneDifference)
 {
     const TwoJobs jobs;
-    jobs.Change("steps/pcb/layers/top/features", "P 0.514 0.55 1 P 0 0;0,1=0",
-                "L 1 1 2 2 0 P 0\nP 0.514 0.55 1 P 0 0;0,1=0");
+    const std::string top = jobs.directoryB.Read("blinker/steps/pcb/layers/top/features");
+    jobs.directoryB.Write("blinker/steps/pcb/layers/top/features", top + "L 1 1 2 2 0 P 0\n");
     const ProgramResult result = jobs.Diff();
-    EXPECT_EQ(result.out, "step PCB / layer top: feature L: 1 only in B\n"
-                          "    step PCB / layer top / feature 2 (L): only in B\n"
+    EXPECT_EQ(result.out, "Step PCB\n"
+                          "Features    top: 1 added, 0 removed\n"
+                          "\n"
+                          "step PCB / layer top: feature L: 1 only in B\n"
+                          "    step PCB / layer top / feature 123 (L): only in B\n"
                           "1 difference in 1 place\n");
 }
 
@@ -230,11 +233,11 @@ TEST(JobxDiff, TheToleranceIsForCoordinatesAndLengthsOnly)
     const TwoJobs jobs;
     jobs.Change("steps/pcb/layers/top/features", "P 0.514 0.65 0 P", "P 0.514 0.6505 0 P");
     jobs.Change("steps/pcb/eda/data", "RC -0.077 -0.172", "RC -0.0775 -0.172");
-    EXPECT_THAT(jobs.Diff().out, EndsWith("2 differences in 2 places\n"));
-    EXPECT_EQ(jobs.Diff({"--tolerance", "0.001"}).exitCode, 0);
-    EXPECT_THAT(jobs.Diff({"--tolerance", "0.0001"}).out, EndsWith("2 differences in 2 places\n"));
+    EXPECT_THAT(jobs.Diff().out, EndsWith("3 differences in 2 places\n")); // the moved pad counts in both jobs
+    EXPECT_EQ(jobs.Diff({"--tolerance", "0.0254"}).exitCode, 0);
+    EXPECT_THAT(jobs.Diff({"--tolerance", "0.00254"}).out, EndsWith("3 differences in 2 places\n"));
     jobs.Change("steps/pcb/layers/comp_+_bot/components", "CMP 3 0.62 0.6 180 M", "CMP 3 0.62 0.6 180.0001 M");
-    const ProgramResult result = jobs.Diff({"--tolerance", "0.001"});
+    const ProgramResult result = jobs.Diff({"--tolerance", "0.0254"});
     EXPECT_THAT(result.out, HasSubstr("component C3: rotation 180 -> 180.0001\n"));
     EXPECT_THAT(result.out, EndsWith("1 difference in 1 place\n"));
 }
@@ -244,18 +247,18 @@ TEST(JobxDiff, LineNumbersAreAKindOfTheirOwn)
     const TwoJobs jobs;
     jobs.Change("steps/pcb/layers/top/features", "#\n", "#\n#\n");
     jobs.Change("steps/pcb/eda/data", "HDR", "#\nHDR");
-    const ProgramResult result = jobs.Diff({});
+    const ProgramResult result = jobs.LegacyDiff({});
     EXPECT_EQ(result.exitCode, 1);
     EXPECT_THAT(result.out, HasSubstr("step PCB / eda: line number (subnet): 109 changed\n    step PCB / eda / net "
                                       "$NONE$ / subnet 0 (TOP): subnet 10 -> 11\n"));
     EXPECT_THAT(result.out, HasSubstr("step PCB / eda: line number (net object): 325 changed\n"));
     EXPECT_THAT(result.out, HasSubstr("step PCB / eda: line number (outline): 57 changed\n"));
     EXPECT_THAT(result.out, EndsWith("507 differences in 2 places\n"));
-    const ProgramResult without = jobs.Diff({"--ignore-line-numbers"});
+    const ProgramResult without = jobs.LegacyDiff({"--ignore-line-numbers"});
     EXPECT_EQ(without.exitCode, 0);
     EXPECT_EQ(without.out, "identical\n");
     jobs.Change("steps/pcb/profile", "#\n", "#\n#\n");
-    EXPECT_THAT(jobs.Diff({}).out, HasSubstr("step PCB / profile: line number (contour element): 16 changed\n"));
+    EXPECT_THAT(jobs.LegacyDiff({}).out, HasSubstr("step PCB / profile: line number (contour element): 16 changed\n"));
 }
 
 TEST(JobxDiff, MissingPartsAreToldOnce)
@@ -282,7 +285,9 @@ TEST(JobxDiff, LayersMakePairsWhateverTheirLetterCase)
 {
     const TwoJobs jobs;
     fs::rename(jobs.b + "/steps/pcb/layers/top", jobs.b + "/steps/pcb/layers/Top");
-    EXPECT_EQ(jobs.Diff().out, "step PCB / layer top: layer (name): 1 changed\n"
+    EXPECT_EQ(jobs.Diff().out, "Other       step PCB / layer top: layer (1)\n"
+                               "\n"
+                               "step PCB / layer top: layer (name): 1 changed\n"
                                "    step PCB / layer top: name \"top\" -> \"Top\"\n"
                                "1 difference in 1 place\n");
 }

@@ -38,6 +38,10 @@ const std::map<std::string, std::vector<BadValue>>& BadValues()
           kScale("1000001"), kScale("x")}},
         {"--step", {kSteps, {"a,,b", kSteps.problem}}},
         {"--steps", {kSteps, {",", kSteps.problem}}},
+        {"--only",
+         {{"", "--only needs names of parts, separated by commas"},
+          {"nest", "--only knows no part \"nest\"; the parts are: info, matrix, font, symbols, headers, layers, "
+                   "components, packages, nets, netlists, files; did you mean \"nets\"?"}}},
         {"--messages",
          {{"some", "--messages needs \"all\" or \"none\", not \"some\""},
           {"", "--messages needs \"all\" or \"none\", not \"\""}}},

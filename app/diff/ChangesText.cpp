@@ -1,0 +1,220 @@
+#include "diff/ChangesText.h"
+
+#include "output/Lengths.h"
+#include "output/Text.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <array>
+#include <map>
+
+namespace
+{
+constexpr std::size_t kLabel = 12;
+constexpr std::size_t kNames = 5; // of one kind of change
+
+// "2 added (R9, R10)"; "" for no name.
+std::string Named(const std::vector<std::string>& names, std::string_view change)
+{
+    if (names.empty())
+        return {};
+    const auto end = names.begin() + static_cast<std::ptrdiff_t>(std::min(names.size(), kNames));
+    return fmt::format("{} {} ({}{})", names.size(), change, fmt::join(names.begin(), end, ", "),
+                       names.size() > kNames ? ", ..." : "");
+}
+
+// One line for each text, the first behind the label.
+void PrintLines(Output& output, std::string_view label, const std::vector<std::string>& texts)
+{
+    std::string_view shown = label;
+    for (const std::string& text : texts)
+    {
+        if (text.empty())
+            continue;
+        output.Write(fmt::format("{:<{}}{}\n", shown, kLabel, text));
+        shown = "";
+    }
+}
+
+void PrintComponents(Output& output, const ComponentChanges& changes)
+{
+    std::string moved = Named(changes.moved, "moved");
+    if (!moved.empty())
+        moved += fmt::format(", by up to {}", SmallLength(changes.farthest));
+    PrintLines(output, "Components",
+               {Named(changes.added, "added"), Named(changes.removed, "removed"), moved,
+                Named(changes.rotated, "rotated"), Named(changes.otherPart, "with another part"),
+                Named(changes.otherPackage, "with another package"), Named(changes.otherSide, "on the other side")});
+}
+
+void PrintLayers(Output& output, const std::vector<LayerChanges>& layers)
+{
+    constexpr std::size_t kMostLayers = 12;
+    std::vector<std::string> texts;
+    for (std::size_t i = 0; i < std::min(layers.size(), kMostLayers); ++i)
+        texts.push_back(fmt::format("{}: {} added, {} removed", layers[i].name, layers[i].added, layers[i].removed));
+    if (layers.size() > kMostLayers)
+        texts.push_back(fmt::format("and {} more layers", layers.size() - kMostLayers));
+    PrintLines(output, "Features", texts);
+}
+
+void PrintStep(Output& output, const StepChanges& step)
+{
+    if (step.shift)
+        PrintLines(
+            output, "Aligned",
+            {fmt::format("B lies {}, {} mm from A", Rounded(step.shift->first, 6), Rounded(step.shift->second, 6))});
+    PrintComponents(output, step.components);
+    PrintLines(output, "Nets",
+               {Named(step.nets.added, "added"), Named(step.nets.removed, "removed"),
+                Named(step.nets.movedPins, "pins on another net")});
+    PrintLayers(output, step.layers);
+    std::vector<std::string> drills;
+    for (const auto& [size, counts] : step.drills)
+        drills.push_back(fmt::format("{}: {} -> {}", SmallLength(size), counts.first, counts.second));
+    PrintLines(output, "Drills", drills);
+}
+
+bool HasChanges(const StepChanges& step)
+{
+    const ComponentChanges& components = step.components;
+    for (const std::vector<std::string>* const names :
+         {&components.added, &components.removed, &components.moved, &components.rotated, &components.otherPart,
+          &components.otherPackage, &components.otherSide, &step.nets.added, &step.nets.removed, &step.nets.movedPins})
+        if (!names->empty())
+            return true;
+    return step.shift || !step.layers.empty() || !step.drills.empty();
+}
+
+// The differences that no line above is about.
+bool IsOther(const DiffGroup& group)
+{
+    constexpr std::array<std::string_view, 2> kAbove = {"component", "toeprint"};
+    if ((group.kind.starts_with("feature ") && group.field.empty()) || (group.kind == "net" && group.field.empty()))
+        return false;
+    if (std::find(kAbove.begin(), kAbove.end(), group.kind) == kAbove.end())
+        return true;
+    constexpr std::array<std::string_view, 7> kFields = {"", "x", "y", "rotation", "part name", "package", "net"};
+    return std::find(kFields.begin(), kFields.end(), group.field) == kFields.end();
+}
+
+void PrintOthers(Output& output, const DiffCollector& collector)
+{
+    std::vector<std::pair<std::string, std::int64_t>> others; // by place and kind, in the order they were found
+    for (const DiffGroup& group : collector.Groups())
+    {
+        if (!IsOther(group))
+            continue;
+        const std::string where = fmt::format("{}: {}", group.place, group.kind);
+        const auto found =
+            std::find_if(others.begin(), others.end(), [&](const auto& each) { return each.first == where; });
+        if (found == others.end())
+            others.emplace_back(where, group.count);
+        else
+            found->second += group.count;
+    }
+    std::vector<std::string> texts;
+    for (const auto& [where, count] : others)
+        texts.push_back(fmt::format("{} ({})", where, count));
+    PrintLines(output, "Other", texts);
+}
+
+void WriteNames(JsonOutput& json, std::string_view key, const std::vector<std::string>& names)
+{
+    json.ArrayMember(key,
+                     [&]
+                     {
+                         for (const std::string& name : names)
+                             json.Value(std::string_view(name));
+                     });
+}
+
+void WriteComponents(JsonOutput& json, const ComponentChanges& changes)
+{
+    WriteNames(json, "added", changes.added);
+    WriteNames(json, "removed", changes.removed);
+    WriteNames(json, "moved", changes.moved);
+    json.Member("farthest", changes.farthest);
+    WriteNames(json, "rotated", changes.rotated);
+    WriteNames(json, "otherPart", changes.otherPart);
+    WriteNames(json, "otherPackage", changes.otherPackage);
+    WriteNames(json, "otherSide", changes.otherSide);
+}
+
+void WriteLayers(JsonOutput& json, const StepChanges& step)
+{
+    json.ArrayMember("layers",
+                     [&]
+                     {
+                         for (const LayerChanges& layer : step.layers)
+                             json.Object(
+                                 [&]
+                                 {
+                                     json.Member("layer", std::string_view(layer.name));
+                                     json.Member("added", layer.added);
+                                     json.Member("removed", layer.removed);
+                                 });
+                     });
+    json.ArrayMember("drills",
+                     [&]
+                     {
+                         for (const auto& [size, counts] : step.drills)
+                             json.Object(
+                                 [&, size = size, counts = counts]
+                                 {
+                                     json.Member("diameter", size);
+                                     json.Member("a", counts.first);
+                                     json.Member("b", counts.second);
+                                 });
+                     });
+}
+
+void WriteStep(JsonOutput& json, const StepChanges& step)
+{
+    json.Member("step", std::string_view(step.name));
+    json.Member("unit", std::string_view("mm"));
+    json.Key("shift");
+    if (step.shift)
+        json.Value(CPointD(step.shift->first, step.shift->second));
+    else
+        json.Null();
+    json.ObjectMember("components", [&] { WriteComponents(json, step.components); });
+    json.ObjectMember("nets",
+                      [&]
+                      {
+                          WriteNames(json, "added", step.nets.added);
+                          WriteNames(json, "removed", step.nets.removed);
+                          WriteNames(json, "pinsOnOtherNet", step.nets.movedPins);
+                      });
+    WriteLayers(json, step);
+}
+} // namespace
+
+void PrintChanges(Output& output, const JobChanges& changes, const DiffCollector& collector)
+{
+    for (const StepChanges& step : changes.steps)
+    {
+        if (changes.steps.size() > 1 && HasChanges(step))
+            output.Write(fmt::format("Step {}\n", step.name));
+        PrintStep(output, step);
+    }
+    PrintOthers(output, collector);
+    if (collector.Differences() > 0)
+        output.Put('\n');
+}
+
+void WriteChanges(JsonOutput& json, const JobChanges& changes)
+{
+    json.ObjectMember("changes",
+                      [&]
+                      {
+                          json.ArrayMember("steps",
+                                           [&]
+                                           {
+                                               for (const StepChanges& step : changes.steps)
+                                                   json.Object([&] { WriteStep(json, step); });
+                                           });
+                          WriteNames(json, "otherFiles", changes.otherFiles);
+                      });
+}

@@ -1,0 +1,456 @@
+#!/usr/bin/env python3
+"""Change copies of a job with text tools and see that `jobx diff` tells just that change: check_diff.py JOBX JOB STEP...
+
+Each JOB is followed by the name of its step with components. Jobs that are not there are skipped; exit status 77 when
+none is.
+"""
+
+import json
+import re
+import shutil
+import subprocess
+import sys
+import tempfile
+from pathlib import Path
+
+INCH = 25.4
+
+
+def lines_of(path):
+    return path.read_text(encoding="latin-1").splitlines()
+
+
+def write(path, lines):
+    path.write_text("\n".join(lines) + "\n", encoding="latin-1")
+
+
+def number(value):
+    """As an exporter writes it."""
+    return f"{value:.9f}".rstrip("0").rstrip(".") or "0"
+
+
+class Copy:
+    """A copy of a job to change."""
+
+    def __init__(self, source, step, directory):
+        self.root = Path(directory) / "job"
+        shutil.copytree(source, self.root)
+        self.step = self.root / "steps" / step.lower()
+        self.eda = self.step / "eda" / "data"
+
+    def edit(self, path, old, new):
+        """Replaces the first match of a pattern that spans one line."""
+        text = path.read_text(encoding="latin-1")
+        changed, count = re.subn(old, new, text, count=1, flags=re.MULTILINE)
+        assert count == 1, f"{path} has no {old}"
+        path.write_text(changed, encoding="latin-1")
+
+    def components(self):
+        return sorted(self.step.glob("layers/*/components"))
+
+    def layer_with(self, pattern, name="*"):
+        """A features file with such a line."""
+        for path in sorted(self.step.glob(f"layers/{name}/features")):
+            if re.search(pattern, path.read_text(encoding="latin-1"), re.MULTILINE):
+                return path
+        raise AssertionError(f"no features file has {pattern}")
+
+
+class Diff:
+    """The answer of jobx diff."""
+
+    def __init__(self, program, a, b, *options):
+        run = [program, "diff", str(a), str(b), "--messages", "none", *options]
+        result = subprocess.run([*run, "--json"], check=False, stdout=subprocess.PIPE)
+        self.document = json.loads(result.stdout)
+        self.text = json.dumps(self.document["groups"], indent=1)[:4000]  # for people, when a check fails
+        assert result.returncode == (1 if self.document["differences"] else 0)
+
+    def kinds(self):
+        """What differs: kind, field and number, sorted."""
+        return sorted((group["kind"], group["field"], group["count"]) for group in self.document["groups"])
+
+    def step(self, name):
+        return next(step for step in self.document["changes"]["steps"] if step["step"] == name)
+
+
+def moved_pad(copy):
+    path = copy.layer_with(r"^P [-\d.]+ ", "*top*")
+    line = next(line for line in lines_of(path) if line.startswith("P "))
+    words = line.split(" ")
+    words[1] = number(float(words[1]) + 0.01)
+    copy.edit(path, "^" + re.escape(line) + "$", " ".join(words))
+
+
+def renumbered_features(path):
+    """Symbols and attribute tables in the opposite order."""
+    lines = lines_of(path)
+    counts = {mark: sum(line.startswith(mark) for line in lines) for mark in "$@&"}
+    place = {"L": 5, "P": 3, "A": 7}
+
+    def turned(mark, value):
+        return str(counts[mark] - 1 - int(value))
+
+    def tail(text):
+        """Options and numbers are not in a table; texts are, but here no attribute is known to have texts."""
+        items = [item.partition("=") for item in text.split(",")]
+        return ",".join(turned("@", name.strip()) + sep + value for name, sep, value in items)
+
+    changed = []
+    for line in lines:
+        fields, semicolon, rest = line.partition(";")
+        words = fields.split(" ")
+        if line[:1] in ("$", "@"):
+            found = re.match(r"(.)(\d+)(.*)", line)
+            line = found[1] + turned(found[1], found[2]) + found[3]
+        elif words[0] in place:
+            at = place[words[0]] + (words[3] == "-1")  # a resized pad has its factor behind the symbol
+            words[at] = turned("$", words[at])
+            line = " ".join(words) + semicolon + (tail(rest) if rest.strip() and counts["@"] else rest)
+        elif words[0] in ("S", "T", "B") and rest.strip() and counts["@"]:
+            line = fields + semicolon + tail(rest)
+        changed.append(line)
+    write(path, changed)
+
+
+def reversed_nets(copy):
+    """The nets of the EDA data in the opposite order, and the toeprints that refer to them."""
+    head, nets, foot = [], [], []
+    for line in lines_of(copy.eda):
+        if line.startswith("NET "):
+            nets.append([line])
+        elif line.startswith("PKG ") or foot:
+            foot.append(line)
+        elif nets and (line.startswith(("SNT", "FID", "PRP"))):
+            nets[-1].append(line)
+        elif not nets:
+            head.append(line)
+    write(copy.eda, head + [line for net in reversed(nets) for line in net] + foot)
+    for path in copy.components():
+        changed = []
+        for line in lines_of(path):
+            words = line.split(" ")
+            if words[0] == "TOP":
+                words[6] = str(len(nets) - 1 - int(words[6]))
+            changed.append(" ".join(words))
+        write(path, changed)
+
+
+def turned_layers(copy):
+    """The layer names of the EDA data in the opposite order."""
+    changed, count = [], 0
+    for line in lines_of(copy.eda):
+        words = line.split(" ")
+        if words[0] == "LYR":
+            words = [words[0], *reversed([word for word in words[1:] if word])]
+            count = len(words) - 1
+        elif words[0] == "FID":
+            words[2] = str(count - 1 - int(words[2]))
+        changed.append(" ".join(words))
+    write(copy.eda, changed)
+
+
+def renumbered(copy):
+    for path in copy.root.glob("steps/*/layers/*/features"):
+        renumbered_features(path)
+    reversed_nets(copy)
+    turned_layers(copy)
+
+
+def split_net(copy):
+    """The last pin of the net with the most pins goes to a net of its own; returns pin and both nets."""
+    lines = lines_of(copy.eda)
+    first_package = next(i for i, line in enumerate(lines) if line.startswith("PKG "))
+    starts = [i for i in range(first_package) if lines[i].startswith("NET ")]
+    name = {i: lines[i].split()[1] for i in starts}
+
+    def pins(i):
+        end = next((k for k in [*starts, first_package] if k > i), first_package)
+        return [k for k in range(i, end) if lines[k].startswith("SNT TOP ")]
+
+    most = max((i for i in starts if name[i] != "$NONE$"), key=lambda i: len(pins(i)))
+    at = pins(most)[-1]
+    end = at + 1
+    while lines[end].startswith("FID"):
+        end += 1
+    pin, features = lines[at], lines[at + 1 : end]
+    net = starts.index(most)
+    subnet = sum(line.startswith("SNT") for line in lines[most:at])
+    kept = lines[:at] + lines[end:]
+    first_package -= end - at
+    write(copy.eda, kept[:first_package] + ["NET SPLIT_OFF", pin, *features] + kept[first_package:])
+    for path in copy.components():
+        changed, told = [], None
+        for line in lines_of(path):
+            words = line.split(" ")
+            if words[0] == "CMP":
+                designator = words[6]
+            if words[0] == "TOP" and int(words[6]) == net and int(words[7]) == subnet:
+                words[6:8] = [str(len(starts)), "0"]
+                told = designator
+            changed.append(" ".join(words))
+        if told:
+            write(path, changed)
+            return told, name[most]
+    raise AssertionError("no toeprint is on that subnet")
+
+
+def metric_symbol(name):
+    """A name of round, square, rectangular, oval and donut symbols in microns."""
+    found = re.fullmatch(r"((?:r|s|rect|oval|tri|oct|di|el|donut_r|donut_s|hex_l)[\d.]+(?:x[\d.]+)*(?:x[rc][\d.]+)?)(.*)", name)
+    if found:  # behind a radius: which corners
+        return re.sub(r"\d+(\.\d+)?", lambda size: number(float(size[0]) * INCH), found[1]) + found[2]
+    found = re.fullmatch(r"(thr)([\d.]+)x([\d.]+)x(\d+x\d+)x([\d.]+)", name)
+    if found:  # an angle and a number of spokes between the lengths
+        outer, inner, gap = (number(float(found[i]) * INCH) for i in (2, 3, 5))
+        return f"thr{outer}x{inner}x{found[4]}x{gap}"
+    assert not re.search(r"\d", name), f"{name} is not known here"
+    return name
+
+
+def metric_line(words, counts):
+    """The words of a record with that many coordinates and lengths at its beginning."""
+    for i in range(1, 1 + counts):
+        words[i] = number(float(words[i]) * INCH)
+    return " ".join(words)
+
+
+def metric_features(path):
+    changed = []
+    for line in lines_of(path):
+        fields, semicolon, rest = line.partition(";")
+        words = fields.split(" ")
+        counts = {"L": 4, "A": 6, "P": 2, "OB": 2, "OS": 2, "OC": 4}.get(words[0])
+        if line.startswith("$"):
+            line = words[0] + " " + metric_symbol(words[1])
+        elif counts:
+            if words[0] == "P" and words[3] == "-1":
+                words[5] = number(float(words[5]) * INCH)
+            line = metric_line(words, counts) + semicolon + rest
+        elif words[0] in ("T", "B"):
+            turned = int(words[5 if words[0] == "T" else 6] in ("8", "9"))  # an angle follows
+            sizes = (6, 7) if words[0] == "T" else (8, 9)
+            for i in (1, 2, sizes[0] + turned, sizes[1] + turned):
+                words[i] = number(float(words[i]) * INCH)
+            line = " ".join(words) + semicolon + rest
+        changed.append({"U INCH": "U MM", "UNITS=INCH": "UNITS=MM"}.get(line, line))
+    write(path, changed)
+
+
+def metric_eda(path):
+    counts = {"CR": 3, "SQ": 3, "RC": 4, "OB": 2, "OS": 2, "OC": 4}
+    changed = []
+    for line in lines_of(path):
+        words = line.split(" ")
+        if words[0] == "HDR":
+            line += "\nUNITS=MM"
+        elif words[0] == "PKG":
+            line = " ".join(words[:2] + [number(float(word) * INCH) for word in words[2:7]] + words[7:])
+        elif words[0] == "PIN":
+            line = " ".join(words[:3] + [number(float(word) * INCH) for word in words[3:6]] + words[6:])
+        elif words[:3] == ["SNT", "PLN", "S"]:
+            words[4] = number(float(words[4]) * INCH)
+            line = " ".join(words)
+        elif words[0] in counts:
+            line = metric_line(words, counts[words[0]])
+        changed.append(line)
+    write(path, changed)
+
+
+def metric_components(path):
+    changed = []
+    for line in lines_of(path):
+        words = line.split(" ")
+        if words[0] in ("CMP", "TOP"):
+            words[2:4] = [number(float(word) * INCH) for word in words[2:4]]
+            line = " ".join(words)
+            # .comp_height is the first attribute of the files here, and is a length
+            line = re.sub(r";0=([\d.]+)", lambda found: ";0=" + number(float(found[1]) * INCH), line)
+        changed.append({"UNITS=INCH": "UNITS=MM"}.get(line, line))
+    write(path, changed)
+
+
+def metric_keys(path, keys):
+    changed = []
+    for line in lines_of(path):
+        key, equals, value = line.partition("=")
+        if key.strip() in keys and value.strip():
+            line = key + equals + number(float(value) * INCH)
+        changed.append({"UNITS=INCH": "UNITS=MM"}.get(line, line))
+    write(path, changed)
+
+
+def metric_netlist(path):
+    changed = []
+    for line in lines_of(path):
+        words = line.split(" ")
+        if re.match(r"\d+ [-\d.]+ [-\d.]+ [-\d.]+ [TBDI]", line):
+            round_point = float(words[1]) != 0
+            count = 3 if round_point else 5
+            for i in [k for k in range(1, count + 2) if re.fullmatch(r"-?\d+(\.\d+)?", words[k])]:
+                words[i] = number(float(words[i]) * INCH)
+            line = " ".join(words)
+        changed.append("UNITS=MM" if line.startswith("UNITS") else line)
+        if line.startswith("H "):
+            changed.append("UNITS=MM")
+    write(path, changed)
+
+
+def metric(copy):
+    """Everything of the sample in millimetres."""
+    for packed in copy.root.glob("symbols/*/features.Z"):
+        packed.with_suffix("").write_bytes(subprocess.run(["gzip", "-dc", packed], check=True, stdout=subprocess.PIPE).stdout)
+        packed.unlink()
+    for pattern in ("steps/*/layers/*/features", "steps/*/profile", "symbols/*/features"):
+        for path in copy.root.glob(pattern):
+            metric_features(path)
+    for path in copy.root.glob("steps/*/eda/data"):
+        metric_eda(path)
+    for path in copy.components():
+        metric_components(path)
+    for path in copy.root.glob("steps/*/netlists/*/netlist"):
+        metric_netlist(path)
+    for path in copy.root.glob("steps/*/stephdr"):
+        metric_keys(path, {"X", "Y", "DX", "DY", "X_DATUM", "Y_DATUM", "X_ORIGIN", "Y_ORIGIN"})
+        path.write_text("UNITS=MM\n" + path.read_text(encoding="latin-1"), encoding="latin-1")
+    for path in copy.root.glob("steps/*/layers/*/tools"):
+        metric_keys(path, {"THICKNESS", "MIN_TOL", "MAX_TOL", "FINISH_SIZE", "DRILL_SIZE"})
+    for path in copy.root.glob("**/attrlist"):
+        metric_keys(path, {".board_thickness", ".layer_dielectric"})
+        path.write_text("UNITS=MM\n" + path.read_text(encoding="latin-1"), encoding="latin-1")
+
+
+class Checks:
+    def __init__(self, program, source, step):
+        self.program, self.source, self.step = program, source, step
+        self.done = 0
+
+    def changed(self, change, *options):
+        """The difference between the job and a copy with that change."""
+        with tempfile.TemporaryDirectory() as directory:
+            copy = Copy(self.source, self.step, directory)
+            told = change(copy)
+            diff = Diff(self.program, self.source, copy.root, *options)
+        self.done += 1
+        return diff, told
+
+    def nothing(self):
+        diff, _ = self.changed(lambda copy: None)
+        assert diff.document["differences"] == 0, diff.text
+        diff, _ = self.changed(renumbered)
+        assert diff.document["differences"] == 0, diff.text
+
+    def thickness(self):
+        diff, _ = self.changed(
+            lambda copy: copy.edit(copy.root / "misc/attrlist", r"^(\.board_thickness *=).*", r"\1 0.063")
+        )
+        assert diff.kinds() == [("attribute", "value", 1)], diff.text
+
+    def copper_weight(self):
+        def change(copy):
+            path = next(p for p in sorted(copy.step.glob("layers/*/attrlist")) if ".copper_weight" in p.read_text())
+            copy.edit(path, r"^(\.copper_weight *=).*", r"\1 7")
+
+        diff, _ = self.changed(change)
+        assert diff.kinds() == [("attribute", "value", 1)], diff.text
+
+    def package_outline(self):
+        diff, _ = self.changed(lambda copy: copy.edit(copy.eda, r"^((?:RC|CR|SQ|OS) \S+) \S+", r"\1 -9.5"))
+        assert diff.kinds() == [("outline", "shape", 1)], diff.text
+
+    def pad(self):
+        diff, _ = self.changed(moved_pad)
+        assert diff.kinds() == [("feature P", "", 1), ("feature P", "", 1)], diff.text
+        layers = diff.step(self.step)["layers"]
+        assert [(layer["added"], layer["removed"]) for layer in layers] == [(1, 1)]
+
+    def attribute(self):
+        def change(copy):
+            path = copy.layer_with(r"^P [^;]*;\S")
+            copy.edit(path, r"^(P [^;\n]*);\S.*$", r"\1")
+
+        diff, _ = self.changed(change)
+        assert diff.kinds() == [("feature P", "", 1), ("feature P", "", 1)], diff.text
+
+    def drill_size(self):
+        def change(copy):
+            path = next(p for p in sorted(copy.step.glob("layers/*/features")) if "drill" in p.parent.name)
+            copy.edit(path, r"^\$0 r\S+", "$0 r77")
+
+        diff, _ = self.changed(change)
+        assert {kind for kind, _, _ in diff.kinds()} <= {"feature P", "feature L"}, diff.text
+        drills = diff.step(self.step)["drills"]
+        assert len(drills) == 2 and drills[0]["a"] + drills[1]["a"] == drills[0]["b"] + drills[1]["b"], drills
+
+    def value(self):
+        path = sorted((self.source / "steps" / self.step.lower()).glob("layers/*/components"))[-1]
+        diff, _ = self.changed(
+            lambda copy: copy.edit(copy.step / "layers" / path.parent.name / "components", r"^(PRP \S+) .*", r"\1 'new'")
+        )
+        assert diff.kinds() == [("property", "value", 1)], diff.text
+
+    def component(self):
+        def change(copy):
+            path = copy.components()[-1]
+            line = next(line for line in lines_of(path) if line.startswith("CMP "))
+            words = line.split(" ")
+            words[2] = number(float(words[2]) + 0.5)
+            words[4] = number((float(words[4]) + 90) % 360)
+            copy.edit(path, "^" + re.escape(line) + "$", " ".join(words))
+            return words[6]
+
+        diff, name = self.changed(change)
+        assert diff.kinds() == [("component", "rotation", 1), ("component", "x", 1)], diff.text
+        components = diff.step(self.step)["components"]
+        assert components["moved"] == [name] and components["rotated"] == [name]
+
+    def net(self):
+        diff, (designator, net) = self.changed(split_net)
+        nets = diff.step(self.step)["nets"]
+        assert nets["added"] == ["SPLIT_OFF"] and nets["removed"] == [], diff.text
+        assert len(nets["pinsOnOtherNet"]) == 1
+        assert re.fullmatch(re.escape(designator) + r"\.\S+ from " + re.escape(net) + " to SPLIT_OFF", nets["pinsOnOtherNet"][0])
+        assert {kind for kind, _, _ in diff.kinds()} == {"net", "subnet", "toeprint"}, diff.text
+
+    def carried(self):
+        diff, _ = self.changed(lambda copy: (copy.root / "notes.bin").write_bytes(b"\x00\x01"))
+        assert diff.kinds() == [("file", "", 1)], diff.text
+
+    def only(self):
+        diff, _ = self.changed(moved_pad, "--only", "components,nets,matrix")
+        assert diff.document["differences"] == 0, diff.text
+
+    def metric(self):
+        diff, _ = self.changed(metric)
+        assert diff.document["differences"] == 0, diff.text
+
+    def all(self, names):
+        for name in names:
+            getattr(self, name)()
+        print(f"{self.source.name}: {self.done} changes are told as they are")
+
+
+ALL = (
+    "nothing package_outline pad attribute drill_size value component net carried only thickness copper_weight metric"
+).split()
+OF_JOB = {  # as far as the job has what is changed
+    "flat_hierarchy": [name for name in ALL if name not in ("thickness", "copper_weight", "metric")],
+    "beagleboneblack": ["nothing", "net"],
+}
+
+
+def main():
+    program, *jobs = sys.argv[1:]
+    checked = 0
+    for job, step in zip(jobs[::2], jobs[1::2], strict=True):
+        source = Path(job)
+        if source.is_dir():
+            Checks(program, source, step).all(OF_JOB.get(source.name, ALL))
+            checked += 1
+        else:
+            print(f"SKIPPED: {job} is not there")
+    sys.exit(0 if checked else 77)
+
+
+if __name__ == "__main__":
+    main()
