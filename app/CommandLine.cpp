@@ -40,6 +40,8 @@ A job is a directory; unpack an archive (.tgz, .zip) first. Reading changes noth
 write: they unpack compressed user symbols in place, so a file "features" appears beside symbols/NAME/features.Z, or is
 replaced there.
 
+"jobx help COMMAND" explains a command and its columns.
+
 Data goes to standard output; messages and the progress line go to standard error.
 
 Exit codes:
@@ -192,13 +194,31 @@ void RefuseOptionsAsValues(const CLI::App& app, const std::vector<std::string>& 
     }
 }
 
+bool HasCommand(const CLI::App& app, const std::string& name)
+{
+    return !app.get_subcommands([&](const CLI::App* command) { return command->get_name() == name; }).empty();
+}
+
+// "help COMMAND" is another way to ask for "COMMAND --help", and "help" for "--help".
+void TakeHelpAsOption(const CLI::App& app, std::vector<std::string>& words)
+{
+    if (words.empty() || words.front() != "help")
+        return;
+    words.erase(words.begin());
+    if (!words.empty() && !IsOption(words.front()) && !HasCommand(app, words.front()))
+        RaiseUnknownCommand(app, words.front());
+    words.emplace_back("--help");
+}
+
 // Runs the command from the command line.
 void Parse(CLI::App& app, int argc, const char* const* argv)
 {
-    RefuseOptionsAsValues(app, {argv + std::min(argc, 1), argv + argc});
+    std::vector<std::string> words(argv + std::min(argc, 1), argv + argc);
+    TakeHelpAsOption(app, words);
+    RefuseOptionsAsValues(app, words);
     try
     {
-        app.parse(argc, argv);
+        app.parse(std::vector<std::string>(words.rbegin(), words.rend())); // the parser takes them from the end
     }
     catch (const CLI::Success& success)
     {

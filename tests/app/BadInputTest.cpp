@@ -346,6 +346,9 @@ TEST(JobxUsage, HelpAndVersionAreData)
     EXPECT_EQ(version.exitCode, 0);
     EXPECT_THAT(version.out, MatchesRegex("jobx [0-9]+\\.[0-9]+\\.[0-9]+\n"));
     EXPECT_EQ(RunJobx({"json", "--help"}).exitCode, 0);
+    EXPECT_EQ(RunJobx({"help"}).out, help.out);
+    EXPECT_EQ(RunJobx({"help", "json"}).out, RunJobx({"json", "--help"}).out);
+    EXPECT_EQ(RunJobx({"help", "jsno"}).err, "jobx: there is no command \"jsno\"; did you mean \"json\"?\n");
     for (const std::string command : {"components", "packages", "panel"})
         EXPECT_THAT(RunJobx({command, "--help"}).out, HasSubstr("Lengths are in the unit of the file (see info)."));
 }
