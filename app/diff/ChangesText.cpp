@@ -115,6 +115,7 @@ void PrintOthers(Output& output, const DiffCollector& collector)
             found->second += group.count;
     }
     std::vector<std::string> texts;
+    texts.reserve(others.size());
     for (const auto& [where, count] : others)
         texts.push_back(fmt::format("{} ({})", where, count));
     PrintLines(output, "Other", texts);

@@ -173,7 +173,7 @@ void CompareField(Sink& sink, const Record& a, const Record& b)
     else if constexpr (kKind == Kind::Text)
         sink.Text(kShown, Field::Get(a), Field::Get(b));
     else if constexpr (kKind == Kind::Integer || kKind == Kind::Index)
-        sink.Number(kShown, Field::Get(a), Field::Get(b));
+        sink.Number(kShown, static_cast<std::int64_t>(Field::Get(a)), static_cast<std::int64_t>(Field::Get(b)));
     else if constexpr (kKind == Kind::Real || kKind == Kind::Angle)
         sink.Real(kShown, Field::Get(a), Field::Get(b));
     else if constexpr (kKind == Kind::Length)

@@ -95,14 +95,7 @@ void AddMeanings(Meaning& meaning, const List& list, const FileView& view)
 {
     using Record = jobx::RecordOfList<List>;
     std::vector<Meaning> meanings;
-    jobx::ForEachRecord(list,
-                        [&](const Record& record)
-                        {
-                            FileView inside = view;
-                            if constexpr (std::is_same_v<Record, CJOBXProperty>)
-                                inside.layer = nullptr;
-                            AddMeaning(meanings.emplace_back(), record, inside);
-                        });
+    jobx::ForEachRecord(list, [&](const Record& record) { AddMeaning(meanings.emplace_back(), record, view); });
     if constexpr (std::is_same_v<Record, CJOBXProperty> || std::is_same_v<Record, CLProperty>)
         std::stable_sort(meanings.begin(), meanings.end(),
                          [](const Meaning& a, const Meaning& b) { return a.words < b.words; });
