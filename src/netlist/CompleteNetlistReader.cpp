@@ -11,6 +11,7 @@
 
 #include <map>
 #include <memory>
+#include <string>
 
 namespace
 {
@@ -123,14 +124,25 @@ private:
         }
         fields.Text(point.m_sEndPoint);
         fields.Text(point.m_sExposure);
+        ReadFlags(fields, point);
+    }
+    // Points with the flags of the one before share them.
+    void ReadFlags(CCheckedRecord& fields, CJOBXnetPt& point)
+    {
+        const std::string_view flags = fields.Left();
+        if (m_flagged != nullptr && flags == m_flags)
+            return point.ShareFlags(*m_flagged);
+        m_flags = flags;
+        m_flagged = &point;
         for (CString word; !fields.IsAtEnd() && fields.Text(word);)
             if (word.View() == netlist_format::kStaggered)
                 ReadStaggered(fields, point, word);
             else
                 point.AddFlag(word);
     }
-    static void ReadStaggered(CCheckedRecord& fields, CJOBXnetPt& point, const CString& mark)
+    void ReadStaggered(CCheckedRecord& fields, CJOBXnetPt& point, const CString& mark)
     {
+        m_flagged = nullptr; // the numbers are no flags
         point.m_sStaggeredMark = mark;
         fields.Point(point.m_ptStaggeredPosition);
         fields.Real(point.m_dStaggeredRadius);
@@ -149,6 +161,9 @@ private:
     CFirstNames m_netNames;
     std::map<int, CJOBXnet*> m_nets; // the first of each number
     CListFiller<CJOBXnetPt> m_points{};
+    // The flags read last and a point that has them; null if it has more than flags.
+    std::string m_flags;
+    const CJOBXnetPt* m_flagged = nullptr;
 };
 } // namespace
 

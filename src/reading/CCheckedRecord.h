@@ -46,10 +46,12 @@ public:
         value = read.value;
         CheckEnd(digits.empty() ? m_keyword.data() : read.end, m_keyword);
     }
-    bool IsAtEnd() noexcept
+    bool IsAtEnd() noexcept { return Left().empty(); }
+    // What was not taken yet, without the blanks before it.
+    std::string_view Left() noexcept
     {
         SkipBlanks();
-        return m_at == m_end;
+        return {m_at, static_cast<std::size_t>(m_end - m_at)};
     }
 
     // Each takes one field; false if the record has ended.
@@ -112,8 +114,9 @@ private:
         constexpr std::ptrdiff_t kMostDigits = 9; // always fit
         const bool isNegative = at != end && *at == '-';
         const char* const digits = at + (isNegative ? 1 : 0);
+        const char* const last = end - digits > kMostDigits ? digits + kMostDigits : end;
         int number = 0;
-        for (at = digits; at != end && number_text::IsDigit(*at) && at - digits < kMostDigits; ++at)
+        for (at = digits; at != last && number_text::IsDigit(*at); ++at)
             number = number * 10 + (*at - '0');
         if (at == digits)
             return nullptr;

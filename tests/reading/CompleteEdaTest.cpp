@@ -183,6 +183,18 @@ TEST(CompleteEda, SaysTheSameOfAnOutlineWhetherItIsPlainOrNot)
                       slow.Package(0).m_arrOutlines.GetAt(i)->m_arrParameters[k]);
 }
 
+TEST(CompleteEda, SaysWhichNumbersAreNone)
+{
+    const auto said = [](const std::string& feature)
+    { return Read("LYR top\nNET A\nSNT VIA\nFID C 0 " + feature + "\n").codes.size(); };
+    EXPECT_EQ(said("0"), 0U);
+    EXPECT_EQ(said("000000000000"), 0U) << "more digits than are read at once";
+    EXPECT_EQ(said("+0"), 0U);
+    for (const char* const none : {"0x", "x", "-", "0.5", "0-"})
+        EXPECT_EQ(said(none), 1U) << none;
+    EXPECT_EQ(said("3000000000"), 1U) << "no such feature";
+}
+
 TEST(CompleteEda, FindsANetNameAgainAmongManyOthers)
 {
     std::string text;

@@ -56,6 +56,28 @@ TEST(CompleteNetlist, PointsOfNoNetAreKept)
     EXPECT_EQ(result.File().m_arrNets.GetAt(0)->m_arrPts.GetSize(), 1);
 }
 
+TEST(CompleteNetlist, PointsHaveTheFlagsOfTheirOwnLine)
+{
+    const Result result = Read("$0 GND\n0 0.5 1 2 T e e v f\n0 0.5 1 2 T e e  v f\n0 0.5 1 2 T e e v\n"
+                               "0 0.5 1 2 T e e\n0 0.5 1 2 T e e\n0 0.5 1 2 T e e v staggered 5 6 0.7\n"
+                               "0 0.5 1 2 T e e v staggered 5 6 0.7\n0 0.5 1 2 T e e v\n0 0.5 1 2 T e e v\n");
+    EXPECT_EQ(result.codes, Strings{});
+    std::string flags;
+    double staggered = 0.0;
+    for (const CJOBXnetPt& point : result.File().m_arrNets.GetAt(0)->m_arrPts.Records())
+    {
+        for (INT_PTR i = 0; i < point.GetFlags().GetSize(); ++i)
+            flags += TextOf(point.GetFlags()[i]);
+        flags += ' ';
+        staggered += point.m_dStaggeredRadius;
+    }
+    EXPECT_EQ(flags, "vf vf v   v v v v ");
+    EXPECT_DOUBLE_EQ(staggered, 1.4);
+    CJOBXnetPtArray& points = result.File().m_arrNets.GetAt(0)->m_arrPts;
+    points.GetAt(8)->AddFlag(CString("m"));
+    EXPECT_EQ(points.GetAt(7)->GetFlags().GetSize(), 1) << "those of another point stay as they are";
+}
+
 TEST(CompleteNetlist, WhatIsWrongIsReportedWithItsLine)
 {
     const struct
