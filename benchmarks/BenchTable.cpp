@@ -392,13 +392,13 @@ class Table
 public:
     static void PrintHead()
     {
-        std::printf("%-22s %8s %8s %8s %8s %8s %8s %8s  %s\n", "work", "input MB", "MB/s", "ratio", "target",
+        std::printf("%-38s %8s %8s %8s %8s %8s %8s %8s  %s\n", "work", "input MB", "MB/s", "ratio", "target",
                     "mem/byte", "peak MB", "10x", "ratio is to");
     }
 
     Table& Name(const char* name)
     {
-        std::printf("%-22s", name);
+        std::printf("%-38s", name);
         return *this;
     }
     Table& Number(const Measurement& from, const char* name, int decimals, double scale = 1.0)
@@ -536,7 +536,7 @@ private:
         PrintRow("destroy", destroy, "", "freeing as many blocks");
         destroy.Set("ratio", read.Get("destroyShare"));
         PrintRow("destroy", destroy, "<= 0.15", "reading the same job");
-        std::printf("%-22s %8.2f\n", "blocks per 100 bytes", 100.0 * read.Get("blocks") / read.Get("bytes"));
+        std::printf("%-38s %8.2f\n", "blocks per 100 bytes", 100.0 * read.Get("blocks") / read.Get("bytes"));
     }
 
     // Complete reading beside classic reading: of made jobs, and of all real ones.
@@ -577,7 +577,7 @@ private:
         const std::vector<fs::path> jobs = RealJobs();
         if (jobs.empty())
         {
-            std::printf("%-22s no real job; set JOBX_REAL_JOBS\n", "jobx info");
+            std::printf("%-38s no real job; set JOBX_REAL_JOBS\n", "jobx info");
             return;
         }
         const Measurement info = Child("info", {m_options.jobx, jobs.front().string()});
