@@ -4,7 +4,10 @@
 _jobx_options() {
     case $1 in
     info) echo "--all --compact --follow-links --help --json --layers --legacy --max-entries --messages --quiet --step --steps --strict --symbols --sysattr" ;;
-    nets | components | packages | panel) echo "--csv --follow-links --help --json --legacy --max-entries --messages --quiet --step --steps --strict" ;;
+    layers) echo "--columns --csv --follow-links --help --json --layer --legacy --max-entries --messages --quiet --sort --step --steps --strict --units --wide" ;;
+    nets) echo "--columns --csv --follow-links --help --json --legacy --max-entries --messages --net --pins --quiet --sort --step --steps --strict --units --wide" ;;
+    components) echo "--columns --csv --follow-links --help --json --legacy --max-entries --messages --name --quiet --sort --step --steps --strict --units --wide" ;;
+    packages | panel) echo "--columns --csv --follow-links --help --json --legacy --max-entries --messages --quiet --sort --step --steps --strict --units --wide" ;;
     json) echo "--follow-links --help --latin1 --legacy --max-entries --messages --quiet --step --steps --strict --sysattr" ;;
     diff) echo "--align --follow-links --help --ignore-line-numbers --json --legacy --max-entries --messages --only --quiet --strict --tolerance" ;;
     write) echo "--allow-incomplete --follow-links --force --help --max-entries --name --no-eda --output --quiet --rebuild-steps --scale --step --steps" ;;
@@ -31,11 +34,15 @@ _jobx() {
     COMPREPLY=()
 
     case $before in
-    --scale | --tolerance | --name | --max-entries | --only)
+    --scale | --tolerance | --name | --max-entries | --only | --columns | --sort | --net | --layer)
         return
         ;;
     --messages)
         mapfile -t COMPREPLY < <(compgen -W "all none" -- "$current")
+        return
+        ;;
+    --units)
+        mapfile -t COMPREPLY < <(compgen -W "mm inch" -- "$current")
         return
         ;;
     --sysattr)
@@ -55,7 +62,7 @@ _jobx() {
     if [[ $current == -* ]]; then
         mapfile -t COMPREPLY < <(compgen -W "$(_jobx_options "$command")" -- "$current")
     elif [[ -z $command ]]; then
-        mapfile -t COMPREPLY < <(compgen -W "components diff info json nets packages panel write" -- "$current")
+        mapfile -t COMPREPLY < <(compgen -W "components diff info json layers nets packages panel write" -- "$current")
     else
         compopt -o filenames 2>/dev/null
         mapfile -t COMPREPLY < <(compgen -d -- "$current") # a job is a directory

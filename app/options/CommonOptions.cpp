@@ -7,6 +7,7 @@
 
 #include <charconv>
 #include <cmath>
+#include <memory>
 #include <sstream>
 
 namespace
@@ -26,6 +27,33 @@ ShownMessages MessagesIn(const std::string& text)
         RaiseWrongUsage(fmt::format("--messages needs \"all\" or \"none\", not \"{}\"", Printable(text)));
     return text == "all" ? ShownMessages::All : ShownMessages::None;
 }
+
+JOBXunit UnitIn(const std::string& text)
+{
+    if (text != "mm" && text != "inch")
+        RaiseWrongUsage(fmt::format("--units needs \"mm\" or \"inch\", not \"{}\"", Printable(text)));
+    return text == "mm" ? JOBXunit::Millimetre : JOBXunit::Inch;
+}
+
+// Begins with an example, and leaves it to the program to say which options cannot be combined.
+class ExampleFirst : public CLI::Formatter
+{
+public:
+    explicit ExampleFirst(const char* example) : m_example(example) {}
+
+    std::string make_usage(const CLI::App* app, std::string name) const override
+    {
+        return fmt::format("Example:\n  {}\n\n{}", m_example, Formatter::make_usage(app, std::move(name)));
+    }
+    std::string make_option_opts(const CLI::Option* option) const override
+    {
+        const std::string type = option->get_items_expected_max() == 0 ? "" : option->get_type_name();
+        return type.empty() ? type : " " + type;
+    }
+
+private:
+    std::string m_example;
+};
 } // namespace
 
 void RaiseWrongUsage(const std::string& message)
@@ -64,6 +92,11 @@ CLI::App& AddCommand(CLI::App& app, const char* name, const char* about)
     return *command;
 }
 
+void SetExample(CLI::App& command, const char* example)
+{
+    command.formatter(std::make_shared<ExampleFirst>(example));
+}
+
 CLI::App& AddJobCommand(CLI::App& app, const char* name, const char* about, ReadOptions& read)
 {
     CLI::App& command = AddCommand(app, name, about);
@@ -83,7 +116,7 @@ void AddReading(CLI::App& command, ReadOptions& read)
         ->type_name("N");
 }
 
-void AddWay(CLI::App& command, ReadOptions& read)
+CLI::Option* AddWay(CLI::App& command, ReadOptions& read)
 {
     read.way = JOBXway::Complete;
     CLI::Option* const legacy = command.add_flag_callback(
@@ -96,6 +129,7 @@ void AddWay(CLI::App& command, ReadOptions& read)
         ->type_name("WHICH");
     command.add_flag("--strict", read.strict, "Exit with 5 if the job has errors, after printing what was read")
         ->excludes(legacy);
+    return legacy;
 }
 
 void AddSteps(CLI::App& command, std::vector<std::string>& steps)
@@ -124,12 +158,45 @@ void AddSystemAttributes(CLI::App& command, ReadOptions& read)
         ->type_name("FILE");
 }
 
-void AddTableForms(CLI::App& command, TableForm& form)
+void AddTableView(CLI::App& command, TableView& view, CLI::Option* legacy)
 {
     CLI::Option* const csv = command.add_flag_callback(
-        "--csv", [&form] { form = TableForm::Csv; }, "As comma-separated values (RFC 4180); lines end with CR LF");
+        "--csv", [&view] { view.form = TableForm::Csv; }, "As comma-separated values (RFC 4180); lines end with CR LF");
     command
         .add_flag_callback(
-            "--json", [&form] { form = TableForm::Json; }, "As a JSON array")
+            "--json", [&view] { view.form = TableForm::Json; }, "As a JSON array")
         ->excludes(csv);
+    CLI::Option* const wide =
+        command.add_flag("--wide", view.isWide, "All columns, and long texts in full")->excludes(legacy);
+    command
+        .add_option_function<std::string>(
+            "--columns",
+            [&view](const std::string& names)
+            { view.columns = SplitAtCommas(names, "--columns needs column names, separated by commas"); },
+            "Only these columns, in this order, separated by commas")
+        ->type_name("A,B")
+        ->excludes(wide)
+        ->excludes(legacy);
+    command
+        .add_option_function<std::string>(
+            "--sort",
+            [&view](const std::string& column)
+            {
+                if (column.empty() || column == "-")
+                    RaiseWrongUsage("--sort needs the name of a column");
+                view.sort = column;
+            },
+            "Sort by this column, R2 before R10; -COLUMN: the other way round")
+        ->type_name("COLUMN")
+        ->excludes(legacy);
+}
+
+void AddUnits(CLI::App& command, std::optional<JOBXunit>& unit, CLI::Option* legacy)
+{
+    command
+        .add_option_function<std::string>(
+            "--units", [&unit](const std::string& text) { unit = UnitIn(text); },
+            "Show lengths in mm or inch, instead of the job's unit")
+        ->type_name("UNIT")
+        ->excludes(legacy);
 }

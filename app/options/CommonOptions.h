@@ -2,7 +2,7 @@
 #pragma once
 
 #include "output/ExitError.h"
-#include "output/Table.h"
+#include "output/TableView.h"
 #include "reading/JobReader.h"
 
 #include <optional>
@@ -12,7 +12,8 @@
 namespace CLI
 {
 class App;
-}
+class Option;
+} // namespace CLI
 
 // A mistake in the command line. RunCommandLine adds which help to read.
 class UsageError : public ExitError
@@ -31,6 +32,9 @@ std::vector<std::string> SplitAtCommas(const std::string& text, const char* prob
 // A command without options; its help refers to that of the program.
 CLI::App& AddCommand(CLI::App& app, const char* name, const char* about);
 
+// Puts an example in front of the command's help.
+void SetExample(CLI::App& command, const char* example);
+
 // A command that reads one job, with JOB and the options of reading.
 CLI::App& AddJobCommand(CLI::App& app, const char* name, const char* about, ReadOptions& read);
 
@@ -38,13 +42,16 @@ CLI::App& AddJobCommand(CLI::App& app, const char* name, const char* about, Read
 void AddReading(CLI::App& command, ReadOptions& read);
 
 // Whether the job is read completely or as before, and what its faults do. Every command has these options, except one
-// that needs the classic way.
-void AddWay(CLI::App& command, ReadOptions& read);
+// that needs the classic way. The option for the latter, for options that cannot be combined with it.
+CLI::Option* AddWay(CLI::App& command, ReadOptions& read);
 
 // The steps; --step and --steps are two names of one option.
 void AddSteps(CLI::App& command, std::vector<std::string>& steps);
 
 void AddSystemAttributes(CLI::App& command, ReadOptions& read);
 
-// --csv and --json, one of which may be given.
-void AddTableForms(CLI::App& command, TableForm& form);
+// The forms, columns and order of a table. --csv and --json cannot be combined; with `legacy`, only these two can.
+void AddTableView(CLI::App& command, TableView& view, CLI::Option* legacy);
+
+// The unit of shown lengths; not with `legacy`.
+void AddUnits(CLI::App& command, std::optional<JOBXunit>& unit, CLI::Option* legacy);

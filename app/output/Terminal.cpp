@@ -3,8 +3,14 @@
 #if defined(_WIN32)
 #include <io.h>
 #else
+#include <sys/ioctl.h>
 #include <unistd.h>
 #endif
+
+namespace
+{
+constexpr std::size_t kUsualWidth = 80;
+} // namespace
 
 bool IsTerminal(std::FILE* stream)
 {
@@ -13,4 +19,16 @@ bool IsTerminal(std::FILE* stream)
 #else
     return isatty(fileno(stream)) != 0;
 #endif
+}
+
+std::size_t TerminalWidth(std::FILE* stream)
+{
+    if (!IsTerminal(stream))
+        return 0;
+#if !defined(_WIN32)
+    ::winsize size = {};
+    if (::ioctl(fileno(stream), TIOCGWINSZ, &size) == 0 && size.ws_col > 0)
+        return size.ws_col;
+#endif
+    return kUsualWidth;
 }

@@ -1,44 +1,56 @@
 #include "panel/PanelCommand.h"
 
+#include "model/FieldWords.h"
+#include "model/ShownUnit.h"
 #include "options/CommonOptions.h"
 #include "output/Messages.h"
+#include "output/TableView.h"
 #include "output/Text.h"
 #include "panel/Placements.h"
 
 #include <CLI/CLI.hpp>
 #include <fmt/core.h>
 
-#include <charconv>
 #include <memory>
+#include <optional>
 #include <set>
 
 namespace
 {
-constexpr const char* kPanelFooter =
-    R"(Each placement is one row, numbered from 1 in each step. A placement comes before those inside it. LEVEL counts
-from 1; PARENT is the number of the placement around it. X and Y give the position of the placed step's datum in the
-step of the first column. Lengths are in the unit of the file (see info). ANGLE is clockwise, the sum of all rotations. MIRROR is "YES"
-if the placement, or one around it, is mirrored. FLIP comes from the outermost placement.
+constexpr const char* kPanelFooter = R"(Columns, with one placement in a row; a placement comes before those inside it:
+  Step         the step in which the placement lies; only if several steps are shown
+  Number       counts the placements in that step from 1
+  Level        1 for what the step itself repeats, one more for each step between; only if there are several levels
+  Parent       the number of the placement around it
+  Placed step  the step that is placed
+  X, Y         the position of the placed step's datum in the step of the first column
+  Angle        clockwise, in degrees, the sum of all rotations
+  Mirror       YES if the placement, or one around it, is mirrored
+  Flip         from the outermost placement
+  Unit         with --wide: the unit of the lengths
 
 A step that repeats itself, directly or through others, is an error (exit code 3); so are more than 100000 placements.
 docs/panel.schema.json describes the JSON document.
 
+Columns that are empty in every row are left out. On a terminal, texts are shortened, and columns left out from the
+right, until the lines fit; --wide and --columns prevent that. Lengths in the aligned table are rounded to 4 decimals of
+mm or 5 of inch; --csv and --json have all digits, all columns, and a column "unit". --columns and --sort accept titles
+and keys.
+
+--legacy prints the columns of earlier versions. It can be combined with --csv, --json and --step only.
+
 Examples and exit codes: jobx --help)";
 
-// Rounds sums of lengths to what a person writes: 2.15, not 2.1500000000000004.
-double Rounded(double sum)
-{
-    const std::string text = fmt::format("{:.12g}", sum);
-    double rounded = 0.0;
-    std::from_chars(text.data(), text.data() + text.size(), rounded);
-    return rounded;
-}
+constexpr TableKind kPlacements{"placements", "step?,number,level?,parent,name,x,y,angle,mirror,flip"};
 
 struct PanelOptions
 {
     ReadOptions read;
     std::vector<std::string> steps; // whose placements are printed; empty for all. Every step of the job is read.
-    TableForm form = TableForm::Aligned;
+    TableView view;
+    std::optional<JOBXunit> unit;
+
+    bool IsClassic() const { return read.way == JOBXway::Classic; }
 };
 
 struct PlacementRow
@@ -46,6 +58,7 @@ struct PlacementRow
     const CJOBXstepObj& step;
     std::int64_t number;
     const Placement& placement;
+    JOBXunit unit;
 
     const CODBstepRepeat& Entry() const { return *placement.entry; }
 };
@@ -57,41 +70,55 @@ constexpr ColumnOf<PlacementRow> kPanelColumns[] = {
     {"Parent", "parent", ColumnKind::Number,
      [](const PlacementRow& row) { return row.placement.parent < 0 ? Cell() : CellOf(row.placement.parent + 1); }},
     {"Placed step", "name", ColumnKind::Text, [](const PlacementRow& row) { return CellOf(row.Entry().m_sName); }},
-    {"X", "x", ColumnKind::Number, [](const PlacementRow& row) { return CellOf(Rounded(row.Entry().m_ptPosition.x)); }},
-    {"Y", "y", ColumnKind::Number, [](const PlacementRow& row) { return CellOf(Rounded(row.Entry().m_ptPosition.y)); }},
+    {"X", "x", ColumnKind::Length,
+     [](const PlacementRow& row) { return CellOf(RoundedLength(row.Entry().m_ptPosition.x)); }},
+    {"Y", "y", ColumnKind::Length,
+     [](const PlacementRow& row) { return CellOf(RoundedLength(row.Entry().m_ptPosition.y)); }},
     {"Angle", "angle", ColumnKind::Number, [](const PlacementRow& row) { return CellOf(row.Entry().m_dAngle); }},
     {"Mirror", "mirror", ColumnKind::Text, [](const PlacementRow& row) { return CellOf(row.Entry().m_sMirror); }},
     {"Flip", "flip", ColumnKind::Text, [](const PlacementRow& row) { return CellOf(row.Entry().m_sFlip); }},
+    {"Unit", "unit", ColumnKind::Text, [](const PlacementRow& row) { return CellOf(WordFor(row.unit)); }},
 };
 
-void AddStep(Table& table, const CJOBXstepObj& step, const std::vector<Placement>& placements)
+std::span<const ColumnOf<PlacementRow>> ColumnsFor(const PanelOptions& options)
 {
-    const std::span<const ColumnOf<PlacementRow>> columns = kPanelColumns;
-    std::int64_t number = 0;
-    for (const Placement& placement : placements)
-        table.Add(CellsOf(columns, PlacementRow{step, ++number, placement}));
+    const std::span<const ColumnOf<PlacementRow>> all = kPanelColumns;
+    return options.IsClassic() ? all.first(all.size() - 1) : all;
 }
 
-void PrintPanel(const PanelOptions& options)
+Table PlacementsTable(const CJOBX& job, const PanelOptions& options)
 {
-    const ReadJob read = ReadGoodJobDirectory(options.read);
-    const CJOBX* const job = read.job.get();
-    Table table(HeadsOf(std::span<const ColumnOf<PlacementRow>>(kPanelColumns)));
+    const ShownUnit unit(job, options.unit);
+    Table table(HeadsOf(ColumnsFor(options), options.IsClassic() ? std::nullopt : std::optional(unit.Unit())));
     std::set<std::string> unknown;
     std::int64_t room = kMaxPlacements;
-    PlacementFinder finder(*job);
-    for (const CJOBXstepObj* const step : StepsNamed(*job, options.steps))
+    PlacementFinder finder(job, unit);
+    for (const CJOBXstepObj* const step : StepsNamed(job, options.steps))
     {
         const Placements placements = finder.Find(*step, room);
         room -= static_cast<std::int64_t>(placements.all.size());
-        AddStep(table, *step, placements.all);
+        std::int64_t number = 0;
+        for (const Placement& placement : placements.all)
+            table.Add(CellsOf(ColumnsFor(options), PlacementRow{*step, ++number, placement, unit.Unit()}));
         for (const CString& name : placements.unknownSteps)
             unknown.insert(Printable(name.View()));
     }
     for (const std::string& name : unknown)
         PrintWarning(fmt::format("step \"{}\" is repeated but not in the job", name));
+    return table;
+}
+
+void PrintPanel(const PanelOptions& options)
+{
+    if (!options.IsClassic())
+        CheckView(HeadsOf(ColumnsFor(options)), kPlacements, options.view);
+    const ReadJob read = ReadGoodJobDirectory(options.read);
+    const Table table = PlacementsTable(*read.job, options);
     Output output;
-    table.Print(output, options.form);
+    if (options.IsClassic())
+        table.Print(output, options.view.form);
+    else
+        PrintView(table, kPlacements, options.view, options.read.quiet);
     CheckStrictly(options.read, read);
 }
 } // namespace
@@ -100,9 +127,11 @@ void AddPanelCommand(CLI::App& app)
 {
     const auto options = std::make_shared<PanelOptions>();
     CLI::App& command = AddJobCommand(app, "panel", "Prints the positions of repeated steps as a table", options->read);
-    AddWay(command, options->read);
+    CLI::Option* const legacy = AddWay(command, options->read);
     AddSteps(command, options->steps);
-    AddTableForms(command, options->form);
+    AddTableView(command, options->view, legacy);
+    AddUnits(command, options->unit, legacy);
+    SetExample(command, "jobx panel board --step panel --units mm    where the boards lie on a panel");
     command.footer(kPanelFooter);
     command.callback([options] { PrintPanel(*options); });
 }

@@ -114,18 +114,19 @@ private:
 
 // The table with a separate entry for each placement, so that a parent of any angle rotates each placement exactly. The
 // mirror keeps the text of the file.
-std::unique_ptr<CODBstepRepeatArray> SinglePlaces(const CJOBXstepRepeatArray& table)
+std::unique_ptr<CODBstepRepeatArray> SinglePlaces(const CJOBXstepObj& step, const ShownUnit& unit)
 {
+    const auto length = [&](double number) { return unit.Length(number, *step.GetHeader()); };
     auto places = std::make_unique<CODBstepRepeatArray>();
-    for (const CJOBXstepRepeat& entry : table.Records())
+    for (const CJOBXstepRepeat& entry : TableOf(step).Records())
     {
         for (int i = 0; i < entry.m_ptCount.x; ++i)
             for (int j = 0; j < entry.m_ptCount.y; ++j)
             {
                 CODBstepRepeat& place = *places->Own(std::make_unique<CODBstepRepeat>());
                 place.m_sName = entry.m_sName;
-                place.m_ptPosition.SetData(entry.m_ptPosition.x + i * entry.m_ptPitch.x,
-                                           entry.m_ptPosition.y + j * entry.m_ptPitch.y);
+                place.m_ptPosition.SetData(length(entry.m_ptPosition.x + i * entry.m_ptPitch.x),
+                                           length(entry.m_ptPosition.y + j * entry.m_ptPitch.y));
                 place.m_ptCount.SetData(1, 1);
                 place.m_dAngle = entry.m_dAngle;
                 place.m_sMirror = entry.m_sMirror;
@@ -139,7 +140,7 @@ std::unique_ptr<CODBstepRepeatArray> SinglePlaces(const CJOBXstepRepeatArray& ta
 class Placer
 {
 public:
-    explicit Placer(const StepTables& tables) : m_tables(tables) {}
+    Placer(const StepTables& tables, const ShownUnit& unit) : m_tables(tables), m_unit(unit) {}
 
     Placements Place(const CJOBXstepObj& root)
     {
@@ -184,11 +185,12 @@ private:
     {
         std::unique_ptr<CODBstepRepeatArray>& places = m_places[&step];
         if (places == nullptr)
-            places = SinglePlaces(TableOf(step));
+            places = SinglePlaces(step, m_unit);
         return *places;
     }
 
     const StepTables& m_tables;
+    ShownUnit m_unit;
     std::unordered_map<const CJOBXstepObj*, std::unique_ptr<CODBstepRepeatArray>> m_places;
     std::vector<OpenTable> m_open;
     Placements m_result;
@@ -197,14 +199,16 @@ private:
 
 struct PlacementFinder::Parts
 {
-    explicit Parts(const CJOBX& job) : tables(job), counter(tables), placer(tables) {}
+    Parts(const CJOBX& job, const ShownUnit& unit) : tables(job), counter(tables), placer(tables, unit) {}
 
     StepTables tables;
     PlacementCounter counter;
     Placer placer;
 };
 
-PlacementFinder::PlacementFinder(const CJOBX& job) : m_pParts(std::make_unique<Parts>(job)) {}
+PlacementFinder::PlacementFinder(const CJOBX& job, const ShownUnit& unit) : m_pParts(std::make_unique<Parts>(job, unit))
+{
+}
 
 PlacementFinder::~PlacementFinder() = default;
 

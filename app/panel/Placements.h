@@ -1,6 +1,7 @@
 #pragma once
 
 #include "JOBXCLSDLL.h"
+#include "model/ShownUnit.h"
 
 #include <cstdint>
 #include <memory>
@@ -30,13 +31,13 @@ inline constexpr std::int64_t kMaxPlacements = 100000;
 class PlacementFinder
 {
 public:
-    explicit PlacementFinder(const CJOBX& job);
+    // `unit` is that of all lengths found.
+    PlacementFinder(const CJOBX& job, const ShownUnit& unit);
     PlacementFinder(const PlacementFinder&) = delete;
     PlacementFinder& operator=(const PlacementFinder&) = delete;
     ~PlacementFinder();
 
     // The placements in the step, including nested ones.
-    // Units:   lengths in the unit of the step headers.
     // Results: raises ExitError, and places nothing, if a step repeats itself, directly or through others, or if there
     //          are more than `room` placements.
     Placements Find(const CJOBXstepObj& step, std::int64_t room = kMaxPlacements);

@@ -1,7 +1,12 @@
+#include "model/FieldWords.h"
+#include "model/Glob.h"
+#include "model/LayerRoles.h"
+#include "model/PackageIndex.h"
 #include "model/SubnetCounts.h"
 #include "tables/StepTable.h"
 #include "tables/Tables.h"
 
+#include <algorithm>
 #include <optional>
 #include <unordered_map>
 #include <unordered_set>
@@ -33,7 +38,7 @@ constexpr ColumnOf<NetRow> kNetColumns[] = {
     {"Name", "name", ColumnKind::Text, [](const NetRow& row) { return CellOf(row.name); }},
     {"Subnets", "subnets", ColumnKind::Number,
      [](const NetRow& row) { return row.counts ? CellOf(row.counts->Total()) : Cell(); }},
-    {"Toeprints", "toeprints", ColumnKind::Number, CountCell<&SubnetCounts::toeprints>},
+    {"Pins", "toeprints", ColumnKind::Number, CountCell<&SubnetCounts::toeprints>, "Toeprints"},
     {"Vias", "vias", ColumnKind::Number, CountCell<&SubnetCounts::vias>},
     {"Traces", "traces", ColumnKind::Number, CountCell<&SubnetCounts::traces>},
     {"Planes", "planes", ColumnKind::Number, CountCell<&SubnetCounts::planes>},
@@ -41,6 +46,7 @@ constexpr ColumnOf<NetRow> kNetColumns[] = {
     {"Features", "features", ColumnKind::Number, CountCell<&SubnetCounts::features>},
     {"Netlist points", "netlistPoints", ColumnKind::Number, [](const NetRow& row) { return CellOf(row.points); }},
 };
+constexpr StepColumns<NetRow> kNetsTable{kNetColumns, std::size(kNetColumns)};
 
 // The number of test points in the netlist for each net name.
 PointsByName CountPoints(const CJOBXnetArray& nets)
@@ -49,6 +55,22 @@ PointsByName CountPoints(const CJOBXnetArray& nets)
     for (const CJOBXnet& net : nets.Records())
         points[net.m_sName] += net.m_arrPts.GetSize();
     return points;
+}
+
+// Nets of the EDA data and of the netlists.
+NameFilter NetFilter(const CJOBX& job, const TableRequest& request)
+{
+    if (request.pattern.empty())
+        return {};
+    std::vector<std::string> names;
+    for (const CJOBXstepObj& step : job.m_pSteps->m_arrSteps.Records())
+    {
+        for (const CJOBXdataNet& net : step.GetEda()->m_pData->m_arrNets.Records())
+            names.emplace_back(net.m_sName.View());
+        for (const CJOBXnet& net : step.GetNetlist()->m_arrNets.Records())
+            names.emplace_back(net.m_sName.View());
+    }
+    return {request.pattern, "net", names, LetterCase::Respected};
 }
 
 template <class Add>
@@ -73,9 +95,95 @@ void VisitNets(const CJOBXstepObj& step, Add add)
         if (shown.insert(net.m_sName).second)
             add(NetRow{step, net.m_sName, net.m_nNumber, {}, {}, points.at(net.m_sName)});
 }
+
+// Where a pin of a component meets the board.
+struct PinRow
+{
+    const CJOBXstepObj& step;
+    const CJOBXcomponents& file;
+    const CJOBXcmp& component;
+    const CJOBXcmpTop& toeprint;
+    const CJOBXdataNet* net;     // null if its reference is invalid
+    const CJOBXdataPkg* package; // likewise
+    const ShownUnit& unit;
+    std::optional<BoardSide> side;
+};
+
+// The name that the toeprint has, or else its pin in the package.
+Cell PinNameOf(const PinRow& row)
+{
+    if (!row.toeprint.m_sName.IsEmpty() || row.package == nullptr)
+        return CellOf(row.toeprint.m_sName);
+    const CJOBXdataPkgPin* const pin = row.package->m_arrPins.GetAt(row.toeprint.m_nPin);
+    return pin == nullptr ? Cell() : CellOf(pin->m_sName);
+}
+
+constexpr ColumnOf<PinRow> kPinColumns[] = {
+    {"Step", "step", ColumnKind::Text, [](const PinRow& row) { return CellOf(row.step.m_sName); }},
+    {"Net", "net", ColumnKind::Text,
+     [](const PinRow& row) { return row.net == nullptr ? Cell() : CellOf(row.net->m_sName); }},
+    {"Component", "component", ColumnKind::Text, [](const PinRow& row) { return CellOf(row.component.m_sName); }},
+    {"Pin", "pin", ColumnKind::Text, PinNameOf},
+    {"Side", "side", ColumnKind::Text,
+     [](const PinRow& row) { return row.side ? CellOf(WordFor(*row.side)) : Cell(); }},
+    {"X", "x", ColumnKind::Length,
+     [](const PinRow& row) { return CellOf(row.unit.Length(row.toeprint.m_ptLocation.x, row.file)); }},
+    {"Y", "y", ColumnKind::Length,
+     [](const PinRow& row) { return CellOf(row.unit.Length(row.toeprint.m_ptLocation.y, row.file)); }},
+    {"Layer", "layer", ColumnKind::Text, [](const PinRow& row) { return CellOf(row.file.m_sLayerName); }},
+    {"Unit", "unit", ColumnKind::Text, [](const PinRow& row) { return CellOf(WordFor(row.unit.Unit())); }},
+};
+constexpr StepColumns<PinRow> kPinsTable{kPinColumns, std::size(kPinColumns)};
+
+// The step's pins, net by net; those without a net last.
+std::vector<std::vector<PinRow>> PinsOf(const CJOBXstepObj& step, const CJOBXmatrix& matrix, const ShownUnit& unit)
+{
+    const CJOBXdata& eda = *step.GetEda()->m_pData;
+    const PackageIndex packages(eda.m_arrPkgs);
+    std::vector<std::vector<PinRow>> byNet(static_cast<std::size_t>(eda.m_arrNets.GetSize()) + 1);
+    for (const CJOBXcomponents& file : step.m_arrComponents.Records())
+    {
+        const std::optional<BoardSide> side = SideOf(file, matrix);
+        for (const CJOBXcmp& component : file.m_arrCmps.Records())
+        {
+            const CJOBXdataPkg* const package = packages.Find(component.m_nPkgRef);
+            for (const CJOBXcmpTop& toeprint : component.m_arrTops.Records())
+            {
+                const CJOBXdataNet* const net = eda.m_arrNets.GetAt(toeprint.m_nNet);
+                auto& rows = net == nullptr ? byNet.back() : byNet[static_cast<std::size_t>(toeprint.m_nNet)];
+                rows.push_back({step, file, component, toeprint, net, package, unit, side});
+            }
+        }
+    }
+    return byNet;
+}
 } // namespace
 
-Table NetsTable(const CJOBX& job)
+Table NetsTable(const CJOBX& job, const TableRequest& request)
 {
-    return TableOfSteps<NetRow>(job, kNetColumns, [](const CJOBXstepObj& step, auto add) { VisitNets(step, add); });
+    const NameFilter filter = NetFilter(job, request);
+    return TableOfSteps(job, request, kNetsTable,
+                        [&](const CJOBXstepObj& step, auto add)
+                        {
+                            VisitNets(step,
+                                      [&](const NetRow& row)
+                                      {
+                                          if (filter.Passes(row.name.View()))
+                                              add(row);
+                                      });
+                        });
+}
+
+Table NetPinsTable(const CJOBX& job, const TableRequest& request)
+{
+    const NameFilter filter = NetFilter(job, request);
+    return TableOfSteps(job, request, kPinsTable,
+                        [&](const CJOBXstepObj& step, auto add)
+                        {
+                            for (const std::vector<PinRow>& net : PinsOf(step, *job.m_pMatrix, request.unit))
+                                for (const PinRow& pin : net)
+                                    if (!filter.IsSet() ||
+                                        (pin.net != nullptr && filter.Passes(pin.net->m_sName.View())))
+                                        add(pin);
+                        });
 }

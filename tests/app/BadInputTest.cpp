@@ -349,6 +349,10 @@ TEST(JobxUsage, HelpAndVersionAreData)
     EXPECT_EQ(RunJobx({"help"}).out, help.out);
     EXPECT_EQ(RunJobx({"help", "json"}).out, RunJobx({"json", "--help"}).out);
     EXPECT_EQ(RunJobx({"help", "jsno"}).err, "jobx: there is no command \"jsno\"; did you mean \"json\"?\n");
-    for (const std::string command : {"components", "packages", "panel"})
-        EXPECT_THAT(RunJobx({command, "--help"}).out, HasSubstr("Lengths are in the unit of the file (see info)."));
+    for (const std::string command : {"layers", "nets", "components", "packages", "panel"})
+    {
+        const std::string text = RunJobx({command, "--help"}).out;
+        EXPECT_EQ(text.find("Example:\n  jobx " + command + " board"), text.find('\n') + 1) << text;
+        EXPECT_THAT(text, HasSubstr("\nColumns"));
+    }
 }

@@ -8,7 +8,8 @@
 
 namespace
 {
-const std::vector<std::string> kCommands = {"info", "nets", "components", "packages", "panel", "json", "diff", "write"};
+const std::vector<std::string> kCommands = {"info",  "layers", "nets", "components", "packages",
+                                            "panel", "json",   "diff", "write"};
 
 struct BadValue
 {
@@ -42,13 +43,18 @@ const std::map<std::string, std::vector<BadValue>>& BadValues()
          {{"", "--only needs names of parts, separated by commas"},
           {"nest", "--only knows no part \"nest\"; the parts are: info, matrix, font, symbols, headers, layers, "
                    "components, packages, nets, netlists, files; did you mean \"nets\"?"}}},
+        {"--columns", {{"", "--columns needs column names, separated by commas"}}},
+        {"--sort", {{"", "--sort needs the name of a column"}, {"-", "--sort needs the name of a column"}}},
+        {"--units", {{"cm", "--units needs \"mm\" or \"inch\", not \"cm\""}}},
+        {"--layer", {{"", "--layer needs a name"}}},
+        {"--net", {{"", "--net needs a name"}}},
         {"--messages",
          {{"some", "--messages needs \"all\" or \"none\", not \"some\""},
           {"", "--messages needs \"all\" or \"none\", not \"\""}}},
         {"--sysattr", {{"", "--sysattr needs the name of a file"}}},
         {"--output", {{"", "--output needs the name of a directory"}}},
         {"-o", {{"", "--output needs the name of a directory"}}},
-        {"--name", {{"", ""}}}, // an empty name is refused later: it names no directory
+        {"--name", {{"", ""}}}, // of write, an empty name is refused later: it names no directory
     };
     return kBadValues;
 }

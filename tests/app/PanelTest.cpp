@@ -27,13 +27,14 @@ struct Entry
 class PanelJob
 {
 public:
-    void AddStep(const std::string& name, const std::vector<Entry>& entries)
+    // `head`: the first lines of its header.
+    void AddStep(const std::string& name, const std::vector<Entry>& entries, const std::string& head = "")
     {
         m_matrix += "STEP {\nCOL=" + std::to_string(++m_steps) + "\nNAME=" + name + "\n}\n";
         m_directory.Write("job/steps/" + name + "/profile", "UNITS=INCH\n");
         m_directory.Write("job/steps/" + name + "/layers/top/features", "#\n");
         std::ostringstream header;
-        header << "X_DATUM=0\n";
+        header << head << "X_DATUM=0\n";
         for (const Entry& entry : entries)
             header << "STEP-REPEAT {\nNAME=" << entry.name << "\nX=" << entry.x << "\nY=" << entry.y
                    << "\nDX=" << entry.dx << "\nDY=" << entry.dy << "\nNX=" << entry.nx << "\nNY=" << entry.ny
@@ -53,13 +54,13 @@ private:
     int m_steps = 0;
 };
 
-constexpr const char* kHeader = "step,number,level,parent,name,x,y,angle,mirror,flip\r\n";
+constexpr const char* kHeader = "step,number,level,parent,name,x,y,angle,mirror,flip,unit\r\n";
 } // namespace
 
 TEST(JobxPanel, PrintsThePlacementsOfTheSampleAsItAlwaysDid)
 {
     const TempDir directory;
-    const ProgramResult result = RunJobx({"panel", CopySample(directory), "--step", "panel"});
+    const ProgramResult result = RunLegacy({"panel", CopySample(directory), "--step", "panel"});
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_EQ(result.err, "");
     EXPECT_EQ(result.out, "Step   Number  Level  Parent  Placed step     X      Y  Angle  Mirror  Flip\n"
@@ -71,16 +72,45 @@ TEST(JobxPanel, PrintsThePlacementsOfTheSampleAsItAlwaysDid)
                           "PANEL       5      1          PCB           3.9  2.275     90  NO      NO\n");
 }
 
+TEST(JobxPanel, LengthsAreInTheUnitThatIsAskedFor)
+{
+    const TempDir directory;
+    const ProgramResult result = RunJobx({"panel", CopySample(directory), "--step", "panel", "--units", "mm"});
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_EQ(result.out, "Number  Placed step   X mm    Y mm  Angle  Mirror  Flip\n"
+                          "------  -----------  -----  ------  -----  ------  ----\n"
+                          "     1  PCB          10.16   10.16      0  NO      NO\n"
+                          "     2  PCB          10.16   39.37      0  NO      NO\n"
+                          "     3  PCB          54.61   10.16      0  NO      NO\n"
+                          "     4  PCB          54.61   39.37      0  NO      NO\n"
+                          "     5  PCB          99.06  57.785     90  NO      NO\n");
+}
+
+TEST(JobxPanel, StepHeadersOfDifferentUnitsGiveOnePlace)
+{
+    PanelJob job;
+    job.AddStep("board", {});
+    job.AddStep("array", {{"board", 1, 2}});
+    job.AddStep("panel", {{"array", 10, 20}}, "UNITS=MM\n");
+    const std::string header = kHeader;
+    EXPECT_EQ(job.Run({"--step", "panel", "--csv"}).out,
+              header + "panel,1,1,,array,0.393700787402,0.787401574803,0,NO,NO,inch\r\n"
+                       "panel,2,2,1,board,1.3937007874,2.7874015748,0,NO,NO,inch\r\n");
+    EXPECT_EQ(job.Run({"--step", "panel", "--csv", "--units", "mm"}).out,
+              header + "panel,1,1,,array,10,20,0,NO,NO,mm\r\n"
+                       "panel,2,2,1,board,35.4,70.8,0,NO,NO,mm\r\n");
+}
+
 TEST(JobxPanel, PrintsTheSampleAsCsv)
 {
     const TempDir directory;
     const ProgramResult result = RunJobx({"panel", CopySample(directory), "--csv"});
     EXPECT_EQ(result.exitCode, 0);
-    EXPECT_EQ(result.out, std::string(kHeader) + "PANEL,1,1,,PCB,0.4,0.4,0,NO,NO\r\n"
-                                                 "PANEL,2,1,,PCB,0.4,1.55,0,NO,NO\r\n"
-                                                 "PANEL,3,1,,PCB,2.15,0.4,0,NO,NO\r\n"
-                                                 "PANEL,4,1,,PCB,2.15,1.55,0,NO,NO\r\n"
-                                                 "PANEL,5,1,,PCB,3.9,2.275,90,NO,NO\r\n");
+    EXPECT_EQ(result.out, std::string(kHeader) + "PANEL,1,1,,PCB,0.4,0.4,0,NO,NO,inch\r\n"
+                                                 "PANEL,2,1,,PCB,0.4,1.55,0,NO,NO,inch\r\n"
+                                                 "PANEL,3,1,,PCB,2.15,0.4,0,NO,NO,inch\r\n"
+                                                 "PANEL,4,1,,PCB,2.15,1.55,0,NO,NO,inch\r\n"
+                                                 "PANEL,5,1,,PCB,3.9,2.275,90,NO,NO,inch\r\n");
 }
 
 TEST(JobxPanel, PrintsTheSampleAsJson)
@@ -92,7 +122,7 @@ TEST(JobxPanel, PrintsTheSampleAsJson)
     EXPECT_EQ(CountJson(result.out).Objects(""), 5);
     EXPECT_THAT(result.out,
                 testing::StartsWith(R"([{"step":"PANEL","number":1,"level":1,"parent":null,"name":"PCB","x":0.4,)"
-                                    R"("y":0.4,"angle":0,"mirror":"NO","flip":"NO"},)"));
+                                    R"("y":0.4,"angle":0,"mirror":"NO","flip":"NO","unit":"inch"},)"));
 }
 
 TEST(JobxPanel, StepWithoutRepeatsPlacesNothing)
@@ -101,6 +131,7 @@ TEST(JobxPanel, StepWithoutRepeatsPlacesNothing)
     const std::string job = CopySample(directory);
     EXPECT_EQ(RunJobx({"panel", job, "--step", "pcb", "--csv"}).out, kHeader);
     EXPECT_EQ(RunJobx({"panel", job, "--step", "pcb", "--json"}).out, "[]\n");
+    EXPECT_EQ(RunJobx({"panel", job, "--step", "pcb"}).out, "no placements\n");
 }
 
 TEST(JobxPanel, NestedStepsLieInTheStepsThatRepeatThem)
@@ -112,15 +143,15 @@ TEST(JobxPanel, NestedStepsLieInTheStepsThatRepeatThem)
     job.AddStep("panel", {{"ARRAY", 100, 200, 0, 50, 1, 2}, {"coupon", 7, 8}});
     const ProgramResult result = job.Run({"--step", "panel", "--csv"});
     EXPECT_EQ(result.err, "");
-    EXPECT_EQ(result.out, std::string(kHeader) + "panel,1,1,,ARRAY,100,200,0,NO,NO\r\n"
-                                                 "panel,2,2,1,board,101,202,0,NO,NO\r\n"
-                                                 "panel,3,2,1,board,111,202,0,NO,NO\r\n"
-                                                 "panel,4,2,1,coupon,100,205,0,NO,NO\r\n"
-                                                 "panel,5,1,,ARRAY,100,250,0,NO,NO\r\n"
-                                                 "panel,6,2,5,board,101,252,0,NO,NO\r\n"
-                                                 "panel,7,2,5,board,111,252,0,NO,NO\r\n"
-                                                 "panel,8,2,5,coupon,100,255,0,NO,NO\r\n"
-                                                 "panel,9,1,,coupon,7,8,0,NO,NO\r\n");
+    EXPECT_EQ(result.out, std::string(kHeader) + "panel,1,1,,ARRAY,100,200,0,NO,NO,inch\r\n"
+                                                 "panel,2,2,1,board,101,202,0,NO,NO,inch\r\n"
+                                                 "panel,3,2,1,board,111,202,0,NO,NO,inch\r\n"
+                                                 "panel,4,2,1,coupon,100,205,0,NO,NO,inch\r\n"
+                                                 "panel,5,1,,ARRAY,100,250,0,NO,NO,inch\r\n"
+                                                 "panel,6,2,5,board,101,252,0,NO,NO,inch\r\n"
+                                                 "panel,7,2,5,board,111,252,0,NO,NO,inch\r\n"
+                                                 "panel,8,2,5,coupon,100,255,0,NO,NO,inch\r\n"
+                                                 "panel,9,1,,coupon,7,8,0,NO,NO,inch\r\n");
 }
 
 TEST(JobxPanel, TurnsAndMirrorsOfTheParentReachWhatLiesInIt)
@@ -131,9 +162,9 @@ TEST(JobxPanel, TurnsAndMirrorsOfTheParentReachWhatLiesInIt)
     job.AddStep("panel", {{"array", 100, 200, 0, 0, 1, 1, 90, "YES", "NO"}});
     // A quarter turn clockwise takes (1, 2) to (2, -1) and the column at (11, 2) to (2, -11).
     EXPECT_EQ(job.Run({"--step", "panel", "--csv"}).out, std::string(kHeader) +
-                                                             "panel,1,1,,array,100,200,90,YES,NO\r\n"
-                                                             "panel,2,2,1,board,102,199,120,YES,NO\r\n"
-                                                             "panel,3,2,1,board,102,189,120,YES,NO\r\n");
+                                                             "panel,1,1,,array,100,200,90,YES,NO,inch\r\n"
+                                                             "panel,2,2,1,board,102,199,120,YES,NO,inch\r\n"
+                                                             "panel,3,2,1,board,102,189,120,YES,NO,inch\r\n");
 }
 
 TEST(JobxPanel, EveryPlaceOfANestedTableTurnsByAnyAngle)
@@ -144,9 +175,8 @@ TEST(JobxPanel, EveryPlaceOfANestedTableTurnsByAnyAngle)
     job.AddStep("panel", {{"array", 0, 0, 0, 0, 1, 1, 30}});
     const std::vector<std::string> lines = LinesOf(job.Run({"--step", "panel"}).out);
     ASSERT_EQ(lines.size(), 5U);
-    EXPECT_THAT(WordsOf(lines[3]), ElementsAre("panel", "2", "2", "1", "board", "0", "0", "30", "NO", "NO"));
-    EXPECT_THAT(WordsOf(lines[4]),
-                ElementsAre("panel", "3", "2", "1", "board", "8.66025403784", "-5", "30", "NO", "NO"));
+    EXPECT_THAT(WordsOf(lines[3]), ElementsAre("2", "2", "1", "board", "0", "0", "30", "NO", "NO"));
+    EXPECT_THAT(WordsOf(lines[4]), ElementsAre("3", "2", "1", "board", "8.66025", "-5", "30", "NO", "NO"));
 }
 
 TEST(JobxPanel, WithoutANameEveryStepIsPrinted)
@@ -155,9 +185,9 @@ TEST(JobxPanel, WithoutANameEveryStepIsPrinted)
     job.AddStep("board", {});
     job.AddStep("array", {{"board", 1, 1}});
     job.AddStep("panel", {{"array", 2, 2}});
-    EXPECT_EQ(job.Run({"--csv"}).out, std::string(kHeader) + "array,1,1,,board,1,1,0,NO,NO\r\n"
-                                                             "panel,1,1,,array,2,2,0,NO,NO\r\n"
-                                                             "panel,2,2,1,board,3,3,0,NO,NO\r\n");
+    EXPECT_EQ(job.Run({"--csv"}).out, std::string(kHeader) + "array,1,1,,board,1,1,0,NO,NO,inch\r\n"
+                                                             "panel,1,1,,array,2,2,0,NO,NO,inch\r\n"
+                                                             "panel,2,2,1,board,3,3,0,NO,NO,inch\r\n");
 }
 
 TEST(JobxPanel, StepThatRepeatsItselfIsAnError)
@@ -232,7 +262,8 @@ TEST(JobxPanel, CountsBelowOnePlaceNothing)
     PanelJob job;
     job.AddStep("board", {});
     job.AddStep("panel", {{"board", 0, 0, 1, 1, 0, 5}, {"board", 0, 0, 1, 1, 5, -2}, {"board", 9, 9}});
-    EXPECT_EQ(job.Run({"--step", "panel", "--csv"}).out, std::string(kHeader) + "panel,1,1,,board,9,9,0,NO,NO\r\n");
+    EXPECT_EQ(job.Run({"--step", "panel", "--csv"}).out,
+              std::string(kHeader) + "panel,1,1,,board,9,9,0,NO,NO,inch\r\n");
 }
 
 TEST(JobxPanel, HugeCountsAreRefusedAtOnce)
@@ -278,5 +309,5 @@ TEST(JobxPanel, NestsAThousandLevelsDeep)
     EXPECT_EQ(result.exitCode, 0);
     const std::vector<std::string> lines = LinesOf(result.out);
     ASSERT_EQ(lines.size(), 1001U);
-    EXPECT_EQ(lines.back(), "s1000,1000,1000,999,s0,1000,0,0,NO,NO\r");
+    EXPECT_EQ(lines.back(), "s1000,1000,1000,999,s0,1000,0,0,NO,NO,inch\r");
 }

@@ -49,12 +49,12 @@ TEST(JobxStepOption, TablesHaveTheRowsOfTheStepsInTheOrderGiven)
     const TempDir directory;
     const std::string job = JobOfThreeSteps(directory);
     const auto placed = [&](const std::string& steps) { return RunJobx({"panel", job, "--csv", "--step", steps}).out; };
-    EXPECT_EQ(placed("panel,array"), "step,number,level,parent,name,x,y,angle,mirror,flip\r\n"
-                                     "PANEL,1,1,,PCB,1,2,0,NO,\r\n"
-                                     "ARRAY,1,1,,PCB,1,2,0,NO,\r\n");
-    EXPECT_EQ(placed("array,panel,Array"), "step,number,level,parent,name,x,y,angle,mirror,flip\r\n"
-                                           "ARRAY,1,1,,PCB,1,2,0,NO,\r\n"
-                                           "PANEL,1,1,,PCB,1,2,0,NO,\r\n");
+    EXPECT_EQ(placed("panel,array"), "step,number,level,parent,name,x,y,angle,mirror,flip,unit\r\n"
+                                     "PANEL,1,1,,PCB,1,2,0,NO,,inch\r\n"
+                                     "ARRAY,1,1,,PCB,1,2,0,NO,,inch\r\n");
+    EXPECT_EQ(placed("array,panel,Array"), "step,number,level,parent,name,x,y,angle,mirror,flip,unit\r\n"
+                                           "ARRAY,1,1,,PCB,1,2,0,NO,,inch\r\n"
+                                           "PANEL,1,1,,PCB,1,2,0,NO,,inch\r\n");
     for (const std::string command : {"nets", "components", "packages"})
     {
         SCOPED_TRACE(command);
