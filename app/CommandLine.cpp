@@ -1,6 +1,7 @@
 #include "CommandLine.h"
 
 #include "diff/DiffCommand.h"
+#include "features/FeaturesCommand.h"
 #include "info/InfoCommand.h"
 #include "options/CommonOptions.h"
 #include "output/ExitError.h"
@@ -9,6 +10,7 @@
 #include "output/Text.h"
 #include "panel/PanelCommand.h"
 #include "tables/TableCommand.h"
+#include "tree/TreeCommand.h"
 #include "write/WriteCommand.h"
 #include "json/JsonCommand.h"
 
@@ -31,6 +33,7 @@ Examples:
   jobx info board                      the facts about the board in the directory "board"
   jobx info board --layers             its layers and what they hold
   jobx components board --csv > c.csv  the components as a spreadsheet
+  jobx nets board --net GND --pins     which pins are on a net
   jobx panel board --step panel        where the boards lie on a panel
   jobx json board > board.json         everything, for another program
   jobx diff board newer                what differs between two jobs
@@ -47,7 +50,7 @@ Data goes to standard output; messages and the progress line go to standard erro
 Exit codes:
   0  done
   1  diff: the jobs differ
-  2  wrong usage, or a step that the job does not have
+  2  wrong usage, or a step, layer, net or component that the job does not have
   3  the input cannot be read
   4  the output cannot be written
   5  with --strict: the job has errors
@@ -62,7 +65,9 @@ void AddCommands(CLI::App& app, ExitCode& answer)
 {
     AddInfoCommand(app);
     AddTableCommands(app);
+    AddFeaturesCommand(app);
     AddPanelCommand(app);
+    AddTreeCommand(app);
     AddJsonCommand(app);
     AddDiffCommand(app, answer);
     AddWriteCommand(app);

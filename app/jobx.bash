@@ -7,6 +7,8 @@ _jobx_options() {
     layers) echo "--columns --csv --follow-links --help --json --layer --legacy --max-entries --messages --quiet --sort --step --steps --strict --units --wide" ;;
     nets) echo "--columns --csv --follow-links --help --json --legacy --max-entries --messages --net --pins --quiet --sort --step --steps --strict --units --wide" ;;
     components) echo "--columns --csv --follow-links --help --json --legacy --max-entries --messages --name --quiet --sort --step --steps --strict --units --wide" ;;
+    features) echo "--attribute --columns --csv --follow-links --help --json --layer --legacy --max-entries --messages --ndjson --near --net --quiet --sort --step --steps --strict --symbol --units --wide" ;;
+    tree) echo "--follow-links --help --json --max-entries --messages --quiet --strict" ;;
     packages | panel) echo "--columns --csv --follow-links --help --json --legacy --max-entries --messages --quiet --sort --step --steps --strict --units --wide" ;;
     json) echo "--follow-links --help --latin1 --legacy --max-entries --messages --quiet --step --steps --strict --sysattr" ;;
     diff) echo "--align --follow-links --help --ignore-line-numbers --json --legacy --max-entries --messages --only --quiet --strict --tolerance" ;;
@@ -34,7 +36,8 @@ _jobx() {
     COMPREPLY=()
 
     case $before in
-    --scale | --tolerance | --name | --max-entries | --only | --columns | --sort | --net | --layer)
+    --scale | --tolerance | --name | --max-entries | --only | --columns | --sort | --net | --layer | \
+        --symbol | --attribute | --near)
         return
         ;;
     --messages)
@@ -62,7 +65,7 @@ _jobx() {
     if [[ $current == -* ]]; then
         mapfile -t COMPREPLY < <(compgen -W "$(_jobx_options "$command")" -- "$current")
     elif [[ -z $command ]]; then
-        mapfile -t COMPREPLY < <(compgen -W "components diff info json layers nets packages panel write" -- "$current")
+        mapfile -t COMPREPLY < <(compgen -W "components diff features info json layers nets packages panel tree write" -- "$current")
     else
         compopt -o filenames 2>/dev/null
         mapfile -t COMPREPLY < <(compgen -d -- "$current") # a job is a directory

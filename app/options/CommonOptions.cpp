@@ -116,19 +116,24 @@ void AddReading(CLI::App& command, ReadOptions& read)
         ->type_name("N");
 }
 
+void AddMessages(CLI::App& command, ReadOptions& read)
+{
+    command
+        .add_option_function<std::string>(
+            "--messages", [&read](const std::string& text) { read.messages = MessagesIn(text); },
+            "Which messages about the job: all or none, instead of the ten most serious")
+        ->type_name("WHICH");
+    command.add_flag("--strict", read.strict, "Exit with 5 if the job has errors, after printing what was read");
+}
+
 CLI::Option* AddWay(CLI::App& command, ReadOptions& read)
 {
     read.way = JOBXway::Complete;
     CLI::Option* const legacy = command.add_flag_callback(
         "--legacy", [&read] { read.way = JOBXway::Classic; },
         "Read like the library by default and like earlier versions: less of the job, no messages");
-    command
-        .add_option_function<std::string>(
-            "--messages", [&read](const std::string& text) { read.messages = MessagesIn(text); },
-            "Which messages about the job: all or none, instead of the ten most serious")
-        ->type_name("WHICH");
-    command.add_flag("--strict", read.strict, "Exit with 5 if the job has errors, after printing what was read")
-        ->excludes(legacy);
+    AddMessages(command, read);
+    command.get_option("--strict")->excludes(legacy);
     return legacy;
 }
 
@@ -158,7 +163,7 @@ void AddSystemAttributes(CLI::App& command, ReadOptions& read)
         ->type_name("FILE");
 }
 
-void AddTableView(CLI::App& command, TableView& view, CLI::Option* legacy)
+void AddTableView(CLI::App& command, TableView& view)
 {
     CLI::Option* const csv = command.add_flag_callback(
         "--csv", [&view] { view.form = TableForm::Csv; }, "As comma-separated values (RFC 4180); lines end with CR LF");
@@ -166,8 +171,7 @@ void AddTableView(CLI::App& command, TableView& view, CLI::Option* legacy)
         .add_flag_callback(
             "--json", [&view] { view.form = TableForm::Json; }, "As a JSON array")
         ->excludes(csv);
-    CLI::Option* const wide =
-        command.add_flag("--wide", view.isWide, "All columns, and long texts in full")->excludes(legacy);
+    CLI::Option* const wide = command.add_flag("--wide", view.isWide, "All columns, and long texts in full");
     command
         .add_option_function<std::string>(
             "--columns",
@@ -175,8 +179,7 @@ void AddTableView(CLI::App& command, TableView& view, CLI::Option* legacy)
             { view.columns = SplitAtCommas(names, "--columns needs column names, separated by commas"); },
             "Only these columns, in this order, separated by commas")
         ->type_name("A,B")
-        ->excludes(wide)
-        ->excludes(legacy);
+        ->excludes(wide);
     command
         .add_option_function<std::string>(
             "--sort",
@@ -187,16 +190,20 @@ void AddTableView(CLI::App& command, TableView& view, CLI::Option* legacy)
                 view.sort = column;
             },
             "Sort by this column, R2 before R10; -COLUMN: the other way round")
-        ->type_name("COLUMN")
-        ->excludes(legacy);
+        ->type_name("COLUMN");
 }
 
-void AddUnits(CLI::App& command, std::optional<JOBXunit>& unit, CLI::Option* legacy)
+void AddUnits(CLI::App& command, std::optional<JOBXunit>& unit)
 {
     command
         .add_option_function<std::string>(
             "--units", [&unit](const std::string& text) { unit = UnitIn(text); },
             "Show lengths in mm or inch, instead of the job's unit")
-        ->type_name("UNIT")
-        ->excludes(legacy);
+        ->type_name("UNIT");
+}
+
+void RefuseTogether(CLI::App& command, CLI::Option* option, std::initializer_list<const char*> others)
+{
+    for (const char* const other : others)
+        option->excludes(command.get_option(other));
 }

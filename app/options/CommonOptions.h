@@ -5,6 +5,7 @@
 #include "output/TableView.h"
 #include "reading/JobReader.h"
 
+#include <initializer_list>
 #include <optional>
 #include <string>
 #include <vector>
@@ -41,8 +42,11 @@ CLI::App& AddJobCommand(CLI::App& app, const char* name, const char* about, Read
 // How jobs are read and reported. Every command that reads a job has these options.
 void AddReading(CLI::App& command, ReadOptions& read);
 
-// Whether the job is read completely or as before, and what its faults do. Every command has these options, except one
-// that needs the classic way. The option for the latter, for options that cannot be combined with it.
+// What the faults of a job do that is read completely.
+void AddMessages(CLI::App& command, ReadOptions& read);
+
+// As above, and whether the job is read completely or as before. Every command has these options, except those that
+// need one way. Returns the option for the latter.
 CLI::Option* AddWay(CLI::App& command, ReadOptions& read);
 
 // The steps; --step and --steps are two names of one option.
@@ -50,8 +54,11 @@ void AddSteps(CLI::App& command, std::vector<std::string>& steps);
 
 void AddSystemAttributes(CLI::App& command, ReadOptions& read);
 
-// The forms, columns and order of a table. --csv and --json cannot be combined; with `legacy`, only these two can.
-void AddTableView(CLI::App& command, TableView& view, CLI::Option* legacy);
+// The form, columns and order of a table: --csv, --json, --wide, --columns and --sort.
+void AddTableView(CLI::App& command, TableView& view);
 
-// The unit of shown lengths; not with `legacy`.
-void AddUnits(CLI::App& command, std::optional<JOBXunit>& unit, CLI::Option* legacy);
+// The unit of shown lengths: --units.
+void AddUnits(CLI::App& command, std::optional<JOBXunit>& unit);
+
+// Makes it wrong usage to give the option and one of the others.
+void RefuseTogether(CLI::App& command, CLI::Option* option, std::initializer_list<const char*> others);

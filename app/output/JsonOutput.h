@@ -5,6 +5,7 @@
 
 #include <rapidjson/writer.h>
 
+#include <concepts>
 #include <cstdint>
 #include <string_view>
 
@@ -29,6 +30,12 @@ public:
     void Value(double number);
     void Null() { m_writer.Null(); }
     void True() { m_writer.Bool(true); }
+    // Not for pointers, which turn into truth values before they turn into texts.
+    template <std::same_as<bool> Truth>
+    void Value(Truth truth)
+    {
+        m_writer.Bool(truth);
+    }
     void Value(const CPointD& point);
     void Value(const CPointN& point);
     void Value(const CStringArray& texts);

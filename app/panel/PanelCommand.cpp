@@ -34,8 +34,8 @@ docs/panel.schema.json describes the JSON document.
 
 Columns that are empty in every row are left out. On a terminal, texts are shortened, and columns left out from the
 right, until the lines fit; --wide and --columns prevent that. Lengths in the aligned table are rounded to 4 decimals of
-mm or 5 of inch; --csv and --json have all digits, all columns, and a column "unit". --columns and --sort accept titles
-and keys.
+mm or 5 of inch; --csv and --json have all digits, all columns, and a column "unit". --columns and --sort take a title,
+or a key from the first line of --csv.
 
 --legacy prints the columns of earlier versions. It can be combined with --csv, --json and --step only.
 
@@ -129,8 +129,9 @@ void AddPanelCommand(CLI::App& app)
     CLI::App& command = AddJobCommand(app, "panel", "Prints the positions of repeated steps as a table", options->read);
     CLI::Option* const legacy = AddWay(command, options->read);
     AddSteps(command, options->steps);
-    AddTableView(command, options->view, legacy);
-    AddUnits(command, options->unit, legacy);
+    AddTableView(command, options->view);
+    AddUnits(command, options->unit);
+    RefuseTogether(command, legacy, {"--wide", "--columns", "--sort", "--units"});
     SetExample(command, "jobx panel board --step panel --units mm    where the boards lie on a panel");
     command.footer(kPanelFooter);
     command.callback([options] { PrintPanel(*options); });

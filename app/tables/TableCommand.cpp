@@ -101,8 +101,8 @@ An amount of 0 in an attribute list means that it is not known.
 constexpr const char* kCommonFooter =
     R"(Columns that are empty in every row are left out. On a terminal, texts are shortened, and columns left out from the
 right, until the lines fit; --wide and --columns prevent that. Lengths in the aligned table are rounded to 4 decimals of
-mm or 5 of inch; --csv and --json have all digits, all columns, and a column "unit". Both name columns by their keys,
-which --columns and --sort accept, too: the title in lower case, except where "jobx COMMAND JOB --csv" shows another.
+mm or 5 of inch; --csv and --json have all digits, all columns, and a column "unit". --columns and --sort take a title, or
+a key from the first line of --csv.
 
 --legacy prints the columns of earlier versions. It can be combined with --csv, --json and --step only.
 
@@ -190,8 +190,9 @@ void AddTableCommand(CLI::App& app, const TableCommand& table)
             ->excludes(legacy);
     if (table.make == NetsTable)
         command.add_flag("--pins", options->pins, "The pins of the nets, one in a row")->excludes(legacy);
-    AddTableView(command, options->view, legacy);
-    AddUnits(command, options->unit, legacy);
+    AddTableView(command, options->view);
+    AddUnits(command, options->unit);
+    RefuseTogether(command, legacy, {"--wide", "--columns", "--sort", "--units"});
     SetExample(command, table.example);
     command.footer(std::string(table.footer) + kCommonFooter);
     command.callback([&table, options]

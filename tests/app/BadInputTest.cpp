@@ -349,7 +349,7 @@ TEST(JobxUsage, HelpAndVersionAreData)
     EXPECT_EQ(RunJobx({"help"}).out, help.out);
     EXPECT_EQ(RunJobx({"help", "json"}).out, RunJobx({"json", "--help"}).out);
     EXPECT_EQ(RunJobx({"help", "jsno"}).err, "jobx: there is no command \"jsno\"; did you mean \"json\"?\n");
-    for (const std::string command : {"layers", "nets", "components", "packages", "panel"})
+    for (const std::string command : {"layers", "nets", "components", "packages", "panel", "features", "tree"})
     {
         const std::string text = RunJobx({command, "--help"}).out;
         EXPECT_EQ(text.find("Example:\n  jobx " + command + " board"), text.find('\n') + 1) << text;

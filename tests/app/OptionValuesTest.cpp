@@ -8,8 +8,8 @@
 
 namespace
 {
-const std::vector<std::string> kCommands = {"info",  "layers", "nets", "components", "packages",
-                                            "panel", "json",   "diff", "write"};
+const std::vector<std::string> kCommands = {"info",     "layers", "nets", "components", "packages", "panel",
+                                            "features", "tree",   "json", "diff",       "write"};
 
 struct BadValue
 {
@@ -48,6 +48,9 @@ const std::map<std::string, std::vector<BadValue>>& BadValues()
         {"--units", {{"cm", "--units needs \"mm\" or \"inch\", not \"cm\""}}},
         {"--layer", {{"", "--layer needs a name"}}},
         {"--net", {{"", "--net needs a name"}}},
+        {"--symbol", {{"", "--symbol needs a name"}}},
+        {"--attribute", {{"", "--attribute needs a name, as in .pad_usage=via"}}},
+        {"--near", {{"1,2", "--near needs X,Y,R: three numbers, R at least 0, not \"1,2\""}}},
         {"--messages",
          {{"some", "--messages needs \"all\" or \"none\", not \"some\""},
           {"", "--messages needs \"all\" or \"none\", not \"\""}}},

@@ -18,7 +18,8 @@ except ImportError:
     print("SKIPPED: no pseudo-terminals here")
     sys.exit(77)
 
-COMMANDS = [["layers"], ["nets"], ["nets", "--pins"], ["components"], ["packages"], ["panel"]]
+COMMANDS = [["layers"], ["nets"], ["nets", "--pins"], ["components"], ["packages"], ["panel"], ["tree"]]
+COMMANDS += [["features", "--layer", layer] for layer in ("*top*", "*drill*")]
 
 
 def run_on_terminal(columns, *arguments):
