@@ -36,7 +36,7 @@ protected:
         scanner.Took(at, lines);
     }
 
-    CFeatureBuilder m_builder; // NOLINT(*-non-private-member-variables-in-classes): of the reader as well
+    CFeatureBuilder m_builder; // of the reader as well
 
 private:
     Reading& Reader() noexcept { return static_cast<Reading&>(*this); }

@@ -103,7 +103,7 @@ CSourceFile::CSourceFile(const CReadingContext& context, const CSourceFolder& fo
     const CDiagnosticCapture capture(said);
     const Forms forms = FormsIn(folder, name);
     const auto isThere = [](std::string_view form) { return !form.empty(); };
-    const auto* const first = std::find_if(forms.begin(), forms.end(), isThere);
+    const auto first = std::find_if(forms.begin(), forms.end(), isThere);
     m_isThere = first != forms.end();
     m_path = CKUtility::GetInstance()->CKPathCombine(folder.Path(), m_isThere ? CString(*first) : CString(name));
     m_messages = &context.messages.Of(context.job.BelowJob(m_path));
@@ -113,7 +113,7 @@ CSourceFile::CSourceFile(const CReadingContext& context, const CSourceFolder& fo
             m_messages->Say(file_message::kMissing, 0, "The file is not there.");
         return;
     }
-    if (const auto* const second = std::find_if(std::next(first), forms.end(), isThere); second != forms.end())
+    if (const auto second = std::find_if(std::next(first), forms.end(), isThere); second != forms.end())
         m_messages->Say(file_message::kTwoForms, 0, "The file is also there as ", Quoted{*second},
                         ", which is not read.");
     Open(context.job.reading);
