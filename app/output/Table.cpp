@@ -179,6 +179,7 @@ public:
     {
         PrintLine(output, indent, m_lines[0]);
         std::vector<std::string> rules;
+        rules.reserve(m_widths.size());
         for (const std::size_t width : m_widths)
             rules.emplace_back(width, '-');
         PrintLine(output, indent, rules);
@@ -255,12 +256,14 @@ bool Table::IsBlank(std::size_t column) const
 void Table::Choose(const std::vector<std::size_t>& columns)
 {
     std::vector<Column> heads;
+    heads.reserve(columns.size());
     for (const std::size_t column : columns)
         heads.push_back(m_columns[column]);
     m_columns = std::move(heads);
     for (std::vector<Cell>& row : m_rows)
     {
         std::vector<Cell> cells;
+        cells.reserve(columns.size());
         for (const std::size_t column : columns)
             cells.push_back(row[column]);
         row = std::move(cells);

@@ -56,6 +56,7 @@ std::vector<std::size_t> FindColumns(const Columns& columns, const TableKind& ki
                                      const std::vector<std::string>& names)
 {
     std::vector<std::size_t> found;
+    found.reserve(names.size());
     for (const std::string& name : names)
         found.push_back(FindColumn(columns, kind, name));
     return found;
