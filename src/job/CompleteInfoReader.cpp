@@ -28,16 +28,6 @@ void ReadCompletely(const CReadingContext& /*context*/, CSourceFile& file, CJOBX
     if (!file.WasRead())
         return;
     CKeyLines lines(file, kInfoKinds, &unit);
-    bool isInBlock = false; // this file has none
-    while (lines.Next())
-    {
-        if (lines.What() == CKeyLines::Form::Begin)
-            lines.SayUnknown("block");
-        if (lines.What() != CKeyLines::Form::Key)
-            isInBlock = lines.What() == CKeyLines::Form::Begin;
-        else if (isInBlock)
-            lines.KeepOfUnknownBlock(misc);
-        else
-            lines.Store(kInfoKeys, misc);
-    }
+    lines.ReadBlocks(
+        misc, [] { return false; }, [] {}, [&] { lines.Store(kInfoKeys, misc); }); // no block is known
 }

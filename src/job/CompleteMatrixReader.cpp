@@ -61,19 +61,8 @@ public:
 
     void Read()
     {
-        while (m_lines.Next())
-            if (m_lines.What() == CKeyLines::Form::Begin)
-                OnBegin();
-            else if (m_lines.What() == CKeyLines::Form::End)
-                Close();
-            else if (m_layer != nullptr)
-                m_lines.Store(kMatrixLayerKeys, *m_layer);
-            else if (m_step != nullptr)
-                m_lines.Store(kMatrixStepKeys, *m_step);
-            else if (m_isInUnknown)
-                m_lines.KeepOfUnknownBlock(m_matrix);
-            else
-                m_lines.Store(kMatrixKeys, m_matrix);
+        m_lines.ReadBlocks(
+            m_matrix, [this] { return Open(); }, [this] { Close(); }, [this] { Store(); });
         CheckSteps();
         CheckLayers();
     }
@@ -86,16 +75,8 @@ private:
         int line; // where it begins
     };
 
-    void Close()
+    bool Open()
     {
-        m_layer = nullptr;
-        m_step = nullptr;
-        m_isInUnknown = false;
-    }
-
-    void OnBegin()
-    {
-        Close();
         if (m_lines.Begins(matrix_format::kLayer))
         {
             m_layer = m_matrix.m_arrLayers.Own(std::make_unique<CJOBXmatrixLayer>());
@@ -106,11 +87,23 @@ private:
             m_step = m_matrix.m_arrSteps.Own(std::make_unique<CJOBXmatrixStep>());
             m_steps.push_back({m_step, m_lines.Line()});
         }
+        return m_layer != nullptr || m_step != nullptr;
+    }
+
+    void Close()
+    {
+        m_layer = nullptr;
+        m_step = nullptr;
+    }
+
+    void Store()
+    {
+        if (m_layer != nullptr)
+            m_lines.Store(kMatrixLayerKeys, *m_layer);
+        else if (m_step != nullptr)
+            m_lines.Store(kMatrixStepKeys, *m_step);
         else
-        {
-            m_isInUnknown = true;
-            m_lines.SayUnknown("block");
-        }
+            m_lines.Store(kMatrixKeys, m_matrix);
     }
 
     // `what` is "layer" or "step", `place` its "row" or "column".
@@ -163,9 +156,8 @@ private:
     CKeyLines m_lines;
     CFileMessages& m_messages;
     CJOBXmatrix& m_matrix;
-    CJOBXmatrixStep* m_step = nullptr; // of the open block; at most one of the three is set
+    CJOBXmatrixStep* m_step = nullptr; // of the open block; at most one of the two is set
     CJOBXmatrixLayer* m_layer = nullptr;
-    bool m_isInUnknown = false;
     std::vector<Block<CJOBXmatrixStep>> m_steps; // of this file
     std::vector<Block<CJOBXmatrixLayer>> m_layers;
 };

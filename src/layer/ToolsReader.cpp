@@ -46,31 +46,25 @@ public:
 
     void Read()
     {
-        while (m_lines.Next())
-            if (m_lines.What() == CKeyLines::Form::Begin)
-                OnBegin();
-            else if (m_lines.What() == CKeyLines::Form::End)
-                Close();
-            else if (m_tool != nullptr)
-                m_lines.Store(kToolKeys, *m_tool);
-            else if (m_isInUnknown)
-                m_lines.KeepOfUnknownBlock(m_tools);
-            else
-                m_lines.Store(kToolsKeys, m_tools);
-        Close();
+        m_lines.ReadBlocks(
+            m_tools, [this] { return Open(); }, [this] { Close(); },
+            [this]
+            {
+                if (m_tool != nullptr)
+                    m_lines.Store(kToolKeys, *m_tool);
+                else
+                    m_lines.Store(kToolsKeys, m_tools);
+            });
         m_tools.m_sUnits = m_tools.GetUnit() == JOBXunit::Millimetre ? "MM" : "INCH";
     }
 
 private:
-    void OnBegin()
+    bool Open()
     {
-        Close();
         m_toolLine = m_lines.Line();
-        m_isInUnknown = !m_lines.Begins(tools_format::kTool);
-        if (m_isInUnknown)
-            m_lines.SayUnknown("block");
-        else
+        if (m_lines.Begins(tools_format::kTool))
             m_tool = m_tools.GetToolDataArray()->Own(std::make_unique<CJOBXtoolData>());
+        return m_tool != nullptr;
     }
 
     void Close()
@@ -78,7 +72,6 @@ private:
         if (m_tool != nullptr)
             Check(*m_tool);
         m_tool = nullptr;
-        m_isInUnknown = false;
     }
 
     void Check(const CJOBXtoolData& tool)
@@ -97,7 +90,6 @@ private:
     CFileMessages& m_messages;
     CJOBXtool& m_tools;
     CJOBXtoolData* m_tool = nullptr; // of the open block
-    bool m_isInUnknown = false;
     int m_toolLine = 0;
     std::map<int, int> m_numbers; // with the line of the first
 };

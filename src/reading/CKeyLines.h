@@ -63,26 +63,35 @@ struct CKey
 class CKeyLines
 {
 public:
-    enum class Form
-    {
-        Key,
-        Begin, // of a block; a block that is still open has ended
-        End    // of the open block
-    };
-
     // A units line goes to `unit`, if there is one.
     CKeyLines(CSourceFile& file, const CKeyKinds& kinds, CFileUnit* unit = nullptr)
         : m_text(file.Text()), m_messages(file.Messages()), m_kinds(kinds), m_unit(unit)
     {
     }
 
-    // Moves to the next line; false at the end of the file.
-    bool Next();
-    Form What() const noexcept { return m_form; }
+    // Reads all lines. Where a block begins, `open` makes its record, or answers false if it does not know the name: then
+    // `around` keeps the keys of the block. `close` follows each block, even one that is not closed in the file. `store`
+    // takes a key, of the open record or outside of blocks.
+    template <class Open, class Close, class Store>
+    void ReadBlocks(CJOBXkeyed& around, Open open, Close close, Store store)
+    {
+        bool isInUnknown = false;
+        while (Next())
+            if (m_form != Form::Key)
+            {
+                close();
+                isInUnknown = m_form == Form::Begin && !open();
+                if (isInUnknown)
+                    SayUnknown("block");
+            }
+            else if (isInUnknown)
+                KeepOfUnknownBlock(around);
+            else
+                store();
+        close();
+    }
+
     int Line() const noexcept { return m_text.LineNumber(); }
-    // Of the key, or of the block that begins.
-    std::string_view Name() const noexcept { return m_name; }
-    CFileMessages& Messages() noexcept { return m_messages; }
 
     // Whether the block that begins has this name, letters in any case.
     bool Begins(std::string_view upperName) const noexcept
@@ -100,12 +109,20 @@ public:
         SayUnknown("key");
         Keep(object, m_name);
     }
-    // For a key in a block of an unknown name: kept as "BLOCK.KEY" by the object around it.
-    void KeepOfUnknownBlock(CJOBXkeyed& around);
-    // Reports the name of the line as unknown.
-    void SayUnknown(const char* what) { m_messages.SayUnknown(m_kinds.unknown, Line(), what, m_name); }
 
 private:
+    enum class Form
+    {
+        Key,
+        Begin, // of a block; a block that is still open has ended
+        End    // of the open block
+    };
+
+    // Moves to the next line; false at the end of the file.
+    bool Next();
+    // Kept as "BLOCK.KEY".
+    void KeepOfUnknownBlock(CJOBXkeyed& around);
+    void SayUnknown(const char* what) { m_messages.SayUnknown(m_kinds.unknown, Line(), what, m_name); }
     bool Begin(std::string_view line);
     bool End();
     void SayOpen();
@@ -117,7 +134,7 @@ private:
     const CKeyKinds& m_kinds;
     CFileUnit* m_unit;
     Form m_form = Form::Key;
-    std::string_view m_name;
+    std::string_view m_name; // of the key, or of the block that begins
     std::string_view m_value;
     std::string m_block; // the open one
     int m_blockLine = 0; // where it began; 0 if none is open

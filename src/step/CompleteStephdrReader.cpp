@@ -65,32 +65,24 @@ public:
 
     void Read()
     {
-        while (m_lines.Next())
-            if (m_lines.What() == CKeyLines::Form::Begin)
-                OnBegin();
-            else if (m_lines.What() == CKeyLines::Form::End)
-                Close();
-            else if (m_entry != nullptr)
-                m_lines.Store(kStepRepeatKeys, *m_entry);
-            else if (m_isInUnknown)
-                m_lines.KeepOfUnknownBlock(m_header);
-            else
-                m_lines.Store(kStephdrKeys, m_header);
-        Close();
+        m_lines.ReadBlocks(
+            m_header, [this] { return Open(); }, [this] { Close(); },
+            [this]
+            {
+                if (m_entry != nullptr)
+                    m_lines.Store(kStepRepeatKeys, *m_entry);
+                else
+                    m_lines.Store(kStephdrKeys, m_header);
+            });
     }
 
 private:
-    void OnBegin()
+    bool Open()
     {
-        Close();
         m_entryLine = m_lines.Line();
         if (m_lines.Begins(stephdr_format::kEntry))
             m_entry = m_header.m_arrStepRepeats.Own(std::make_unique<CJOBXstepRepeat>());
-        else
-        {
-            m_isInUnknown = true;
-            m_lines.SayUnknown("block");
-        }
+        return m_entry != nullptr;
     }
 
     void Close()
@@ -98,7 +90,6 @@ private:
         if (m_entry != nullptr)
             Check(*m_entry);
         m_entry = nullptr;
-        m_isInUnknown = false;
     }
 
     void Check(const CJOBXstepRepeat& entry)
@@ -122,7 +113,6 @@ private:
     CFileMessages& m_messages;
     CJOBXstephdr& m_header;
     CJOBXstepRepeat* m_entry = nullptr; // the open one
-    bool m_isInUnknown = false;
     int m_entryLine = 0;
 };
 } // namespace
