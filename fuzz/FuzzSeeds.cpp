@@ -3,26 +3,16 @@
 #include "JOBXCLSDLL.h"
 #include "JobArchive.h"
 #include "foundation/corekit/LzwEncoder.h"
+#include "support/TempDir.h"
 
 #include <algorithm>
 #include <filesystem>
-#include <fstream>
 #include <initializer_list>
-#include <iterator>
-#include <stdexcept>
 
 namespace fs = std::filesystem;
 
 namespace
 {
-std::string BytesOf(const fs::path& path)
-{
-    std::ifstream file(path, std::ios::binary);
-    if (!file)
-        throw std::runtime_error("cannot read " + path.string());
-    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-}
-
 // A file of every name below `folder`, in a stable order.
 std::vector<std::string> FilesBelow(const fs::path& folder)
 {
@@ -44,16 +34,16 @@ std::vector<FuzzSeed> FilesNamed(const fs::path& sample, std::initializer_list<s
             continue;
         std::string flat = name;
         std::replace(flat.begin(), flat.end(), '/', '-');
-        seeds.push_back({flat, BytesOf(sample / name)});
+        seeds.push_back({flat, FileBytes((sample / name).string())});
     }
     return seeds;
 }
 
 std::vector<FuzzSeed> CompressedFiles(const fs::path& sample)
 {
-    const std::string features = BytesOf(sample / "steps/pcb/layers/bot/features");
+    const std::string features = FileBytes((sample / "steps/pcb/layers/bot/features").string());
     const std::string run(70000, 'a');
-    return {{"mount_ring", BytesOf(sample / "symbols/mount_ring/features.Z")},
+    return {{"mount_ring", FileBytes((sample / "symbols/mount_ring/features.Z").string())},
             {"empty", EncodeLzw("")},
             {"sixteen_bits", EncodeLzw(features)},
             {"nine_bits", EncodeLzw(features, {.maxWidth = 9})},
@@ -108,7 +98,7 @@ std::string Packed(const fs::path& sample, std::initializer_list<std::string_vie
     for (const std::string& name : FilesBelow(sample))
         if (std::any_of(beginnings.begin(), beginnings.end(),
                         [&](std::string_view beginning) { return name.starts_with(beginning); }))
-            archive += PackFile(name, BytesOf(sample / name));
+            archive += PackFile(name, FileBytes((sample / name).string()));
     return archive;
 }
 

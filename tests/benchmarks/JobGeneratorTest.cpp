@@ -8,8 +8,6 @@
 #include <cmath>
 #include <cstdint>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <map>
 #include <stdexcept>
 #include <string>
@@ -136,10 +134,7 @@ std::map<std::string, std::string> Tree(const std::string& root)
     std::map<std::string, std::string> files;
     for (const auto& entry : fs::recursive_directory_iterator(root))
         if (entry.is_regular_file())
-        {
-            std::ifstream file(entry.path(), std::ios::binary);
-            files[fs::relative(entry.path(), root).generic_string()] = {std::istreambuf_iterator<char>(file), {}};
-        }
+            files[fs::relative(entry.path(), root).generic_string()] = FileBytes(entry.path().string());
     return files;
 }
 

@@ -14,7 +14,6 @@
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -37,16 +36,9 @@ std::string Written(const CJOBXcomponents& components)
     return dir.Read("components");
 }
 
-std::string FileText(const std::string& path)
-{
-    std::ifstream file(path, std::ios::binary);
-    EXPECT_TRUE(file.is_open()) << path;
-    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-}
-
 std::string Input()
 {
-    return FileText(TestDataDir() + "/eda/components/in/components");
+    return FileBytes(TestDataDir() + "/eda/components/in/components");
 }
 
 // One component, read from a line that follows its comment.
@@ -433,13 +425,10 @@ TEST(Components, Reader_MalformedNumbersAreZero)
 TEST(Components, Reader_TakesCrLfAndNoLastLineEnd)
 {
     const std::string text = Input();
-    std::string crLf;
-    for (const char c : text)
-        crLf += c == '\n' ? "\r\n"s : std::string(1, c);
     CJOBXcomponents plain;
     Read(plain, text);
     CJOBXcomponents carriageReturns;
-    Read(carriageReturns, crLf);
+    Read(carriageReturns, WithCrLf(text));
     CJOBXcomponents cut;
     Read(cut, std::string_view(text).substr(0, text.size() - 1));
     EXPECT_EQ(Written(carriageReturns), Written(plain));
@@ -497,7 +486,7 @@ TEST(Components, Writer_WritesTheWholeFile)
 {
     CJOBXcomponents components;
     Read(components, Input());
-    EXPECT_EQ(Written(components), FileText(TestDataDir() + "/eda/components/golden/components"));
+    EXPECT_EQ(Written(components), FileBytes(TestDataDir() + "/eda/components/golden/components"));
 }
 
 TEST(Components, Writer_WithoutTablesWritesHeaderAndComponents)

@@ -2,14 +2,13 @@
 // input that once was a finding.
 #include "FuzzSeeds.h"
 #include "FuzzTargets.h"
+#include "support/TempDir.h"
 #include "support/TestPaths.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <string>
 #include <vector>
 
@@ -40,9 +39,7 @@ void RunAll(const FuzzTarget& target, const std::vector<fs::path>& inputs)
     for (const fs::path& input : inputs)
     {
         SCOPED_TRACE(input.string());
-        std::ifstream file(input, std::ios::binary);
-        ASSERT_TRUE(file.is_open());
-        Feed(target, {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()});
+        Feed(target, FileBytes(input.string()));
     }
 }
 

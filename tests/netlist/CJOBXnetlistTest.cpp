@@ -13,7 +13,6 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <memory>
 #include <set>
 #include <string>
@@ -48,16 +47,9 @@ std::string WrittenPoints(const CJOBXnetlist& netlist)
     return text.substr(title + kTitle.size());
 }
 
-std::string FileText(const std::string& path)
-{
-    std::ifstream file(path, std::ios::binary);
-    EXPECT_TRUE(file.is_open()) << path;
-    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-}
-
 std::string Input()
 {
-    return FileText(TestDataDir() + "/eda/netlist/in/netlist");
+    return FileBytes(TestDataDir() + "/eda/netlist/in/netlist");
 }
 
 // The point of a net 3 that the line behind the net number describes.
@@ -315,13 +307,10 @@ TEST(Netlist, Reader_DollarBeforeTheNumberOfAPointMakesItANetLine)
 TEST(Netlist, Reader_TakesCrLfAndNoLastLineEnd)
 {
     const std::string text = Input();
-    std::string crLf;
-    for (const char c : text)
-        crLf += c == '\n' ? "\r\n"s : std::string(1, c);
     CJOBXnetlist plain;
     Read(plain, text);
     CJOBXnetlist carriageReturns;
-    Read(carriageReturns, crLf);
+    Read(carriageReturns, WithCrLf(text));
     CJOBXnetlist cut;
     Read(cut, std::string_view(text).substr(0, text.size() - 1));
     EXPECT_EQ(Written(carriageReturns), Written(plain));
@@ -376,7 +365,7 @@ TEST(Netlist, Writer_WritesTheWholeFile)
 {
     CJOBXnetlist netlist;
     Read(netlist, Input());
-    EXPECT_EQ(Written(netlist), FileText(TestDataDir() + "/eda/netlist/golden/netlist"));
+    EXPECT_EQ(Written(netlist), FileBytes(TestDataDir() + "/eda/netlist/golden/netlist"));
 }
 
 TEST(Netlist, Writer_EmptyNetlistHasItsHeaders)

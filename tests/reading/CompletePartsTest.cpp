@@ -11,8 +11,6 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 
 namespace
 {
@@ -131,8 +129,7 @@ TEST(CompleteTools, AreWrittenAgain)
     const SmallJob files;
     const CompleteRead read(files, kToolsFile, "UNITS=INCH\nTOOLS {\nNUM=7\nTYPE=VIA\n}\n");
     read.job->WriteODBData(files.dir.MakeDir("out").c_str(), 0);
-    std::ifstream written(files.dir.Path("out/job/steps/PCB/layers/top/tools"));
-    const std::string text{std::istreambuf_iterator<char>(written), std::istreambuf_iterator<char>()};
+    const std::string text = files.dir.Read("out/job/steps/PCB/layers/top/tools");
     EXPECT_NE(text.find("UNITS=INCH\n"), std::string::npos);
     EXPECT_NE(text.find("NUM=7\n"), std::string::npos);
 }

@@ -10,7 +10,6 @@
 #include <functional>
 #include <map>
 #include <set>
-#include <sstream>
 
 namespace fs = std::filesystem;
 
@@ -22,14 +21,6 @@ const std::string& Document()
 {
     static const std::string path = std::string(JOBX_SOURCE_DIR) + "/docs/messages.md";
     return path;
-}
-
-std::string ReadFile(const std::string& path)
-{
-    std::ifstream file(path, std::ios::binary);
-    std::ostringstream text;
-    text << file.rdbuf();
-    return text.str();
 }
 
 // The list as the document has it.
@@ -46,7 +37,7 @@ std::string List()
 // so.
 TEST(MessageList, OfTheDocumentIsTheOneOfTheLibrary)
 {
-    const std::string text = ReadFile(Document());
+    const std::string text = FileBytes(Document());
     const std::size_t begin = text.find(kListBegins);
     ASSERT_NE(begin, std::string::npos);
     EXPECT_EQ(text.substr(begin), List());

@@ -179,12 +179,6 @@ std::vector<fs::path> FilesBelow(const fs::path& directory)
     return files;
 }
 
-std::string BytesOf(const fs::path& path)
-{
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-}
-
 // Whether every record of `before` but the last of each list, which the damage may have changed, stands in `now`.
 bool Keeps(const Reading& before, const Reading& now)
 {
@@ -226,7 +220,7 @@ class DamagedFile : public testing::TestWithParam<std::string>
 {
 protected:
     const std::string m_path = SamplesDir() + "/blinker/" + GetParam();
-    const std::string m_bytes = BytesOf(m_path);
+    const std::string m_bytes = FileBytes(m_path);
     const std::string m_name = fs::path(m_path).filename().string();
     const Reader* const m_pReader = ReaderOf(m_path);
 };
@@ -336,7 +330,7 @@ TEST(DamagedFiles, AJobWithACutFileIsReadChangedAndWritten)
     for (const fs::path& path : FilesBelow(job))
     {
         SCOPED_TRACE(path.string());
-        const std::string bytes = BytesOf(path);
+        const std::string bytes = FileBytes(path.string());
         for (int round = 0; round < (kIsSlowBuild ? 1 : 3); ++round)
         {
             fs::resize_file(path, random() % (bytes.size() + 1));

@@ -1,10 +1,9 @@
 #include "robustness/SampleJob.h"
 
+#include "support/TempDir.h"
 #include "support/TestPaths.h"
 
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 
 namespace fs = std::filesystem;
 
@@ -131,11 +130,6 @@ CREATION_DATE=20260105.090000
 SAVE_DATE=20260105.090000
 )";
 
-std::string ContentsOf(const fs::path& path)
-{
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-}
 } // namespace
 
 std::string CopySample(const TempDir& dir)
@@ -166,6 +160,6 @@ std::string MakeSmallJob(const TempDir& dir)
     dir.Write("small/misc/info", kInfo);
     dir.Write("small/symbols/a_symbol_with_a_long_name/features", "P 0 0 0 P 0 0\n");
     dir.Write("small/symbols/compressed/features.Z",
-              ContentsOf(SamplesDir() + "/blinker/symbols/mount_ring/features.Z"));
+              FileBytes(SamplesDir() + "/blinker/symbols/mount_ring/features.Z"));
     return dir.Path("small");
 }

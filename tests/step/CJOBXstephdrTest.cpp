@@ -14,7 +14,6 @@
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -36,16 +35,9 @@ std::string Written(const CJOBXstephdr& header)
     return dir.Read("stephdr");
 }
 
-std::string FileText(const std::string& path)
-{
-    std::ifstream file(path, std::ios::binary);
-    EXPECT_TRUE(file.is_open()) << path;
-    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-}
-
 std::string Input()
 {
-    return FileText(TestDataDir() + "/step/stephdr/in/stephdr");
+    return FileBytes(TestDataDir() + "/step/stephdr/in/stephdr");
 }
 
 std::string Lower(std::string text)
@@ -370,13 +362,10 @@ TEST(StepRepeat, Reader_SecondFileIsAppended)
 TEST(StepHeader, Reader_TakesCrLfAndNoLastLineEnd)
 {
     const std::string text = Input();
-    std::string crLf;
-    for (const char c : text)
-        crLf += c == '\n' ? "\r\n"s : std::string(1, c);
     CJOBXstephdr plain;
     Read(plain, text);
     CJOBXstephdr carriageReturns;
-    Read(carriageReturns, crLf);
+    Read(carriageReturns, WithCrLf(text));
     CJOBXstephdr cut;
     Read(cut, std::string_view(text).substr(0, text.size() - 1));
     EXPECT_EQ(Written(carriageReturns), Written(plain));
@@ -431,7 +420,7 @@ TEST(StepHeader, Writer_WritesTheWholeFile)
 {
     CJOBXstephdr header;
     Read(header, Input());
-    EXPECT_EQ(Written(header), FileText(TestDataDir() + "/step/stephdr/golden/stephdr"));
+    EXPECT_EQ(Written(header), FileBytes(TestDataDir() + "/step/stephdr/golden/stephdr"));
 }
 
 TEST(StepHeader, Writer_WithoutEntriesWritesTwoBlankLines)

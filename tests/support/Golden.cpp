@@ -1,11 +1,11 @@
 #include "support/Golden.h"
 
+#include "support/TempDir.h"
+
 #include <gtest/gtest.h>
 
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <map>
 
 namespace fs = std::filesystem;
@@ -20,11 +20,7 @@ std::map<std::string, std::string> FilesBelow(const fs::path& folder)
         return files;
     for (const auto& entry : fs::recursive_directory_iterator(folder))
         if (entry.is_regular_file())
-        {
-            std::ifstream in(entry.path(), std::ios::binary);
-            files[entry.path().lexically_relative(folder).generic_string()] =
-                std::string(std::istreambuf_iterator<char>(in), {});
-        }
+            files[entry.path().lexically_relative(folder).generic_string()] = FileBytes(entry.path().string());
     return files;
 }
 } // namespace

@@ -52,14 +52,26 @@ std::string TempDir::MakeDir(std::string_view relativePath) const
 
 std::string TempDir::Read(std::string_view relativePath) const
 {
-    const std::string path = Path(relativePath);
+    return FileBytes(Path(relativePath));
+}
+
+bool TempDir::Exists(std::string_view relativePath) const
+{
+    return fs::exists(Path(relativePath));
+}
+
+std::string FileBytes(const std::string& path)
+{
     std::ifstream file(path, std::ios::binary);
     if (!file)
         throw std::runtime_error("cannot read " + path);
     return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
 
-bool TempDir::Exists(std::string_view relativePath) const
+std::string WithCrLf(std::string_view text)
 {
-    return fs::exists(Path(relativePath));
+    std::string lines;
+    for (const char c : text)
+        lines.append(c == '\n' ? "\r" : "").push_back(c);
+    return lines;
 }

@@ -31,3 +31,9 @@ public:
 private:
     std::string m_sPath;
 };
+
+// The bytes of any file as they are. Throws as above.
+std::string FileBytes(const std::string& path);
+
+// The text with CR before each LF.
+std::string WithCrLf(std::string_view text);
