@@ -1,7 +1,7 @@
 #include "compact/CODBcmpToe.h"
 
-#include "compact/CompactFields.h"
 #include "compact/NewCopy.h"
+#include "compact/RescaleLengths.h"
 
 template class CExPtrArray<CODBcmpToe*, CODBcmpToe*>;
 

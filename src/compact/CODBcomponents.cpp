@@ -1,7 +1,7 @@
 #include "compact/CODBcomponents.h"
 
-#include "compact/CompactFields.h"
 #include "compact/NewCopy.h"
+#include "compact/RescaleLengths.h"
 
 CODBcomponents::~CODBcomponents() = default;
 

@@ -1,7 +1,7 @@
 #include "compact/CODBdata.h"
 
-#include "compact/CompactFields.h"
 #include "compact/NewCopy.h"
+#include "compact/RescaleLengths.h"
 
 CODBdata::~CODBdata() = default;
 

@@ -1,7 +1,7 @@
 #include "compact/CODBdataPkg.h"
 
-#include "compact/CompactFields.h"
 #include "compact/NewCopy.h"
+#include "compact/RescaleLengths.h"
 
 template class CExPtrArray<CODBdataPkg*, CODBdataPkg*>;
 

@@ -1,7 +1,7 @@
 #include "compact/CODBdataPkgObj.h"
 
-#include "compact/CompactFields.h"
 #include "compact/NewCopy.h"
+#include "compact/RescaleLengths.h"
 #include "eda/CJOBXdataPkgObjContour.h"
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 #include "compact/CODBdataPkgPin.h"
 
-#include "compact/CompactFields.h"
 #include "compact/NewCopy.h"
+#include "compact/RescaleLengths.h"
 
 template class CExPtrArray<CODBdataPkgPin*, CODBdataPkgPin*>;
 

@@ -1,7 +1,7 @@
 #include "compact/CODBlayObj.h"
 
-#include "compact/CompactFields.h"
 #include "compact/NewCopy.h"
+#include "compact/RescaleLengths.h"
 
 template class CExPtrArray<CODBlayObjSurfaceOB*, CODBlayObjSurfaceOB*>;
 template class CExPtrArray<CODBlayObj*, CODBlayObj*>;

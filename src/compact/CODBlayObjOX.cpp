@@ -1,7 +1,7 @@
 #include "compact/CODBlayObjOX.h"
 
-#include "compact/CompactFields.h"
 #include "compact/NewCopy.h"
+#include "compact/RescaleLengths.h"
 
 template class CExPtrArray<CODBlayObjOX*, CODBlayObjOX*>;
 

@@ -1,7 +1,7 @@
 #include "compact/CODBnet.h"
 
-#include "compact/CompactFields.h"
 #include "compact/NewCopy.h"
+#include "compact/RescaleLengths.h"
 
 template class CExPtrArray<CODBnet*, CODBnet*>;
 

@@ -1,7 +1,7 @@
 #include "compact/CODBnetlist.h"
 
-#include "compact/CompactFields.h"
 #include "compact/NewCopy.h"
+#include "compact/RescaleLengths.h"
 
 CODBnetlist::~CODBnetlist() = default;
 

@@ -1,7 +1,7 @@
 #include "compact/CODBstepRepeat.h"
 
-#include "compact/CompactFields.h"
 #include "compact/NewCopy.h"
+#include "compact/RescaleLengths.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,7 +1,7 @@
 #include "compact/CODBstephdr.h"
 
-#include "compact/CompactFields.h"
 #include "compact/NewCopy.h"
+#include "compact/RescaleLengths.h"
 
 template class CExPtrArray<CODBstephdr*, CODBstephdr*>;
 

@@ -98,23 +98,6 @@ void ForEachCompactField(Visit visit)
     }
     (std::make_index_sequence<std::tuple_size_v<List>>{});
 }
-
-// Multiplies the lengths of an object and its lists; skips lists that cannot be rescaled.
-template <class Compact>
-void RescaleLengths(Compact& record, double factor)
-{
-    ForEachCompactField<Compact>(
-        [&](auto field)
-        {
-            auto& member = field.Ref(record);
-            if constexpr (field.IsScaled() && field.Kind() == FieldKind::Length)
-                member *= factor;
-            else if constexpr (field.IsScaled())
-                member.ReScale(factor);
-            else if constexpr (requires { member.vRescale(factor); })
-                member.vRescale(factor);
-        });
-}
 } // namespace jobx
 
 template <>
