@@ -1,6 +1,7 @@
 #include "FileCounts.h"
 #include "JsonCounts.h"
 #include "RunProgram.h"
+#include "support/SlowBuild.h"
 #include "support/TestPaths.h"
 
 #include <gmock/gmock.h>
@@ -101,7 +102,8 @@ TEST(JobxInfo, FeaturesOfTheSampleByKindAreTheLinesOfItsFiles)
 TEST(JobxInfo, FeaturesOfRealJobsByKindAreTheLinesOfTheirFiles)
 {
     JOBX_REQUIRE_REAL_JOBS(jobs);
-    ExpectLayersAsInFiles(jobs + "/beagleboneblack", "STP", jobs + "/beagleboneblack/steps/stp", 21);
+    if (!kIsSlowBuild)
+        ExpectLayersAsInFiles(jobs + "/beagleboneblack", "STP", jobs + "/beagleboneblack/steps/stp", 21);
     ExpectLayersAsInFiles(jobs + "/flat_hierarchy", "PCB", jobs + "/flat_hierarchy/steps/pcb", 24);
 }
 
@@ -212,6 +214,9 @@ TEST(JobxInfo, CompactModelAsJson)
 
 TEST(JobxInfo, CompactModelOfARealJobHasTheCountsOfItsFiles)
 {
+    if (kIsSlowBuild)
+        GTEST_SKIP()
+            << "takes long in this build; the compact model of this job is compared record by record elsewhere";
     JOBX_REQUIRE_REAL_JOBS(jobs);
     const std::string job = jobs + "/beagleboneblack";
     const ProgramResult result = RunJobx({"info", job, "--compact"});

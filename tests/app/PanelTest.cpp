@@ -1,6 +1,7 @@
 #include "FileCounts.h"
 #include "JsonCounts.h"
 #include "RunProgram.h"
+#include "support/SlowBuild.h"
 
 #include <gmock/gmock.h>
 
@@ -275,6 +276,8 @@ TEST(JobxPanel, HugeCountsAreRefusedAtOnce)
     } cases[] = {{2147483647, 2147483647, 3}, {1, 100001, 3}, {1, 100000, 0}, {400, 251, 3}};
     for (const auto& [nx, ny, exitCode] : cases)
     {
+        if (kIsSlowBuild && exitCode == 0)
+            continue; // prints all of them
         SCOPED_TRACE(testing::Message() << nx << " x " << ny);
         PanelJob job;
         job.AddStep("board", {});

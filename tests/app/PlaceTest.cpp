@@ -34,16 +34,17 @@ TEST(JobxPlace, AJobSaysTheSameWhereverItLies)
 {
     const TempDir plain;
     const std::string plainJob = SampleBelow(plain, "plain");
-    for (const std::string folder : {"a.sum", "job.Z", "features", "x.SUM.old", "My.zip/Features"})
-        for (const std::string command :
-             {"info --legacy", "json --legacy", "info --compact", "info --json --legacy", "info", "json"})
+    for (const std::string command :
+         {"info --legacy", "json --legacy", "info --compact", "info --json --legacy", "info", "json"})
+    {
+        const TempDir fresh;
+        const std::string freshJob = SampleBelow(fresh, "plain");
+        const ProgramResult wanted = RunShell("\"$JOBX\" " + command + " " + ShellWord(freshJob));
+        for (const std::string folder : {"a.sum", "job.Z", "features", "x.SUM.old", "My.zip/Features"})
         {
             SCOPED_TRACE(folder + " " + command);
             const TempDir directory;
             const std::string job = SampleBelow(directory, folder);
-            const TempDir fresh;
-            const std::string freshJob = SampleBelow(fresh, "plain");
-            const ProgramResult wanted = RunShell("\"$JOBX\" " + command + " " + ShellWord(freshJob));
             const ProgramResult found = RunShell("\"$JOBX\" " + command + " " + ShellWord(job));
             EXPECT_EQ(found.exitCode, 0);
             EXPECT_EQ(found.err, "");
@@ -51,6 +52,7 @@ TEST(JobxPlace, AJobSaysTheSameWhereverItLies)
             const bool isLegacy = command != "info" && command != "json";
             EXPECT_EQ(fs::exists(job + "/symbols/mount_ring/features"), isLegacy) << "decompressed beside itself";
         }
+    }
     EXPECT_THAT(RunLegacy({"info", plainJob}).out, HasSubstr("Symbols of the job: 2\n"));
 }
 

@@ -1,4 +1,5 @@
 #include "RunProgram.h"
+#include "support/SlowBuild.h"
 
 #include <gmock/gmock.h>
 
@@ -32,16 +33,21 @@ TEST(JobxStepOption, EitherNameTakesOneStepOrSeveralInEveryCommand)
     const TempDir directory;
     const std::string job = JobOfThreeSteps(directory);
     for (const std::string command : {"info", "nets", "components", "packages", "panel", "json"})
+    {
+        const std::string ofAllSteps = RunJobx({command, job}).out;
         for (const std::string steps : {"panel", "panel,ARRAY", "PANEL,panel,array"})
         {
+            if (kIsSlowBuild && command != "nets" && steps != "panel,ARRAY")
+                continue;
             SCOPED_TRACE(command + " " + steps);
             const ProgramResult one = RunJobx({command, job, "--step", steps});
             EXPECT_EQ(one.exitCode, 0) << one.err;
-            EXPECT_NE(one.out, RunJobx({command, job}).out);
+            EXPECT_NE(one.out, ofAllSteps);
             const ProgramResult other = RunJobx({command, job, "--steps=" + steps});
             EXPECT_EQ(other.exitCode, 0) << other.err;
             EXPECT_EQ(other.out, one.out);
         }
+    }
 }
 
 TEST(JobxStepOption, TablesHaveTheRowsOfTheStepsInTheOrderGiven)
