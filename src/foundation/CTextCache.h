@@ -48,7 +48,7 @@ private:
     }
 
     // So many texts that were not known make it grow.
-    static constexpr std::size_t LeftToGrowth(unsigned slotBits) noexcept { return std::size_t{2} << slotBits; }
+    static constexpr std::size_t LeftToGrowth(unsigned slotBits) noexcept { return std::size_t{1} << (slotBits - 1); }
 
     // The same as Of, with more slots.
     CString OfLarger(std::string_view text)
