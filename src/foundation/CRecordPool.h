@@ -152,7 +152,7 @@ inline constexpr std::size_t kRecordAlignment = 8;
 // What is larger than this has a block of its own.
 inline constexpr std::size_t kLargestRecord = 1024;
 // A list of more bytes has a block of its own, of which the allocator takes little.
-inline constexpr std::size_t kLargestBlock = 256;
+inline constexpr std::size_t kLargestBlock = 512;
 
 // The chunks of this thread and what happens to records.
 namespace record_pool
