@@ -40,10 +40,10 @@ public:
 
     int m_nNumber = -1; // from the comment line above the component
     int m_nSide = -1;   // 0 for a bottom component; only the host sets it
+    int m_nMirror = 0;  // 1 if mirrored
     CJOBXcmpTopArray m_arrTops;
     CString m_sPartName;
-    CString m_sName;   // the reference designator
-    int m_nMirror = 0; // 1 if mirrored
+    CString m_sName; // the reference designator
     double m_dRotation = 0.0;
     CPointD m_ptLocation;
     int m_nPkgRef = -1; // index into the EDA data's packages

@@ -1,23 +1,28 @@
 #include "foundation/CJOBXtailed.h"
 
 #include "foundation/CJOBXProperty.h"
+#include "foundation/CPointerTable.h"
 #include "foundation/framework/Guarded.h"
 
 #include <memory>
 #include <utility>
 
-static_assert(sizeof(std::uintptr_t) >= sizeof(std::uint32_t));
-
 struct CJOBXtailed::Tail
 {
     __int64 id = kNoID;
-    CJOBXPropertyArray attributes;
+    CJOBXPropertyArray attributes{};
+
+    // Of all records.
+    JOBX_LOCAL static constinit CPointerTable<Tail> table;
 };
+
+constinit CPointerTable<CJOBXtailed::Tail> CJOBXtailed::Tail::table;
 
 namespace
 {
-constexpr std::uintptr_t kIsNumber = 1;
-constexpr __int64 kLargest = static_cast<__int64>(UINTPTR_MAX >> 2U); // the largest that fits beside the mark
+constexpr std::uint32_t kIsNumber = 1;
+constexpr __int64 kLargestInside = static_cast<__int64>(UINT32_MAX >> 1U); // the largest that fits beside the mark
+constexpr __int64 kLargest = (__int64{1} << 62U) - 1;
 } // namespace
 
 bool CJOBXtailed::HasTail() const noexcept
@@ -27,17 +32,34 @@ bool CJOBXtailed::HasTail() const noexcept
 
 CJOBXtailed::Tail* CJOBXtailed::GetTail() const noexcept
 {
-    return HasTail() ? reinterpret_cast<Tail*>(m_nLink) : nullptr; // NOLINT(performance-no-int-to-ptr): shares its word
+    return HasTail() ? Tail::table.Find((m_nLink >> 1U) - 1) : nullptr;
+}
+
+// Makes a tail with these arguments and gives it a number.
+template <class... Args>
+std::uint32_t CJOBXtailed::LinkToNew(const Args&... args)
+{
+    return Guarded(
+        [&]
+        {
+            std::unique_ptr<Tail> tail(new Tail{args...});
+            const std::uint32_t link = (Tail::table.Add(tail.get()) + 1) << 1U;
+            tail.release(); // NOLINT(bugprone-unused-return-value): the record with the link is going to own it
+            return link;
+        });
+}
+
+CJOBXtailed::Tail& CJOBXtailed::MakeTail()
+{
+    if (!HasTail())
+        m_nLink = LinkToNew(GetID());
+    return *GetTail();
 }
 
 CJOBXtailed::CJOBXtailed(const CJOBXtailed& other)
 {
     const Tail* const tail = other.GetTail();
-    m_nLink = tail == nullptr ? other.m_nLink
-                              : Guarded(
-                                    [&] {
-                                        return reinterpret_cast<std::uintptr_t>(new Tail{tail->id, tail->attributes});
-                                    });
+    m_nLink = tail == nullptr ? other.m_nLink : LinkToNew(tail->id, tail->attributes);
 }
 
 CJOBXtailed& CJOBXtailed::operator=(const CJOBXtailed& other)
@@ -49,7 +71,11 @@ CJOBXtailed& CJOBXtailed::operator=(const CJOBXtailed& other)
 
 CJOBXtailed::~CJOBXtailed()
 {
-    delete GetTail();
+    if (const Tail* const tail = GetTail())
+    {
+        Tail::table.Remove((m_nLink >> 1U) - 1);
+        delete tail;
+    }
 }
 
 __int64 CJOBXtailed::GetID() const noexcept
@@ -62,10 +88,10 @@ __int64 CJOBXtailed::GetID() const noexcept
 void CJOBXtailed::SetID(__int64 id)
 {
     const __int64 fitting = id >= 0 && id <= kLargest ? id : kNoID;
-    if (Tail* const tail = GetTail())
-        tail->id = fitting;
+    if (HasTail() || fitting > kLargestInside)
+        MakeTail().id = fitting;
     else
-        m_nLink = fitting == kNoID ? 0 : (static_cast<std::uintptr_t>(fitting) << 1U) | kIsNumber;
+        m_nLink = fitting == kNoID ? 0 : (static_cast<std::uint32_t>(fitting) << 1U) | kIsNumber;
 }
 
 const CJOBXPropertyArray* CJOBXtailed::pGetTailAttributes() const noexcept
@@ -76,15 +102,5 @@ const CJOBXPropertyArray* CJOBXtailed::pGetTailAttributes() const noexcept
 
 CJOBXPropertyArray* CJOBXtailed::pMakeTailAttributes()
 {
-    return Guarded(
-        [&]
-        {
-            if (!HasTail())
-            {
-                auto tail = std::make_unique<Tail>();
-                tail->id = GetID();
-                m_nLink = reinterpret_cast<std::uintptr_t>(tail.release());
-            }
-            return &GetTail()->attributes;
-        });
+    return &MakeTail().attributes;
 }

@@ -10,7 +10,7 @@ class CJOBXPropertyArray;
 // What a record may have after the first ";" of its line: attributes, and a number that is unique in the job. Complete
 // reading fills it; classic reading leaves it empty.
 // Ownership: owns its attributes; copies are deep.
-// Memory:    one word, even for a record with only a number.
+// Memory:    half a word, even for a record with only a number, if that is below 2^31.
 class JOBX_API CJOBXtailed
 {
 public:
@@ -38,7 +38,10 @@ private:
 
     JOBX_LOCAL bool HasTail() const noexcept;
     JOBX_LOCAL Tail* GetTail() const noexcept;
+    JOBX_LOCAL Tail& MakeTail();
+    template <class... Args>
+    JOBX_LOCAL static std::uint32_t LinkToNew(const Args&... args);
 
-    // 0 for nothing; twice the number plus 1; or the address of a tail.
-    std::uintptr_t m_nLink = 0;
+    // 0 for nothing; twice the unique number plus 1; or twice the number of a tail in the table of all, plus 2.
+    std::uint32_t m_nLink = 0;
 };

@@ -114,6 +114,12 @@ TEST(Components, New_IsEmptyInInch)
     EXPECT_TRUE(components.m_sRelativePath.IsEmpty());
 }
 
+TEST(Components, RecordsOfWhichABoardHasManyStaySmall)
+{
+    EXPECT_LE(sizeof(CJOBXcmp), 152U);
+    EXPECT_LE(sizeof(CJOBXcmpTop), 72U);
+}
+
 TEST(Components, Reader_MissingFileGivesOneAndChangesNothing)
 {
     const TempDir dir;

@@ -118,9 +118,12 @@ TEST(EdaModel, OutlineAccessorsSetWhatTheyName)
     EXPECT_EQ(contour.GetODBlayObjOXArray(), &contour.m_arrElements);
 }
 
-TEST(EdaModel, NetObjectsStaySmall)
+TEST(EdaModel, RecordsOfWhichABoardHasManyStaySmall)
 {
     EXPECT_LE(sizeof(CJOBXdataNetObj), 40U) << "a board has millions of them";
+    EXPECT_LE(sizeof(CJOBXSnt), 128U);
+    EXPECT_LE(sizeof(CJOBXdataPkgObj), 48U);
+    EXPECT_LE(sizeof(CJOBXdataPkgPin), 104U);
 }
 
 TEST(EdaModel, RecordsWithoutACopyOperationCannotBeCopied)

@@ -17,18 +17,19 @@ void AddAttribute(Record& record, const char* name)
     record.pMakeTailAttributes()->Add(property);
 }
 
-TEST(Tailed, HasNothingAtFirstAndTakesOneWord)
+TEST(Tailed, HasNothingAtFirstAndTakesHalfAWord)
 {
     const Record record;
     EXPECT_EQ(record.GetID(), CJOBXtailed::kNoID);
     EXPECT_EQ(record.pGetTailAttributes(), nullptr);
-    EXPECT_EQ(sizeof(Record), sizeof(void*));
+    EXPECT_EQ(sizeof(Record), 4U);
 }
 
 TEST(Tailed, KeepsANumberWithAndWithoutAttributes)
 {
     Record record;
-    for (const __int64 id : {__int64{0}, __int64{1}, __int64{61417}, __int64{1} << 40})
+    for (const __int64 id :
+         {__int64{0}, __int64{1}, __int64{61417}, (__int64{1} << 31) - 1, __int64{1} << 31, __int64{1} << 40})
     {
         record.SetID(id);
         EXPECT_EQ(record.GetID(), id);
@@ -50,6 +51,19 @@ TEST(Tailed, HasNoNumberWhenItDoesNotFit)
     EXPECT_EQ(record.GetID(), CJOBXtailed::kNoID);
     record.SetID((__int64{1} << 62) - 1);
     EXPECT_EQ(record.GetID(), (__int64{1} << 62) - 1);
+}
+
+TEST(Tailed, ALargeNumberIsReplacedRemovedAndCopied)
+{
+    Record record;
+    record.SetID(__int64{1} << 40);
+    const Record copy(record);
+    record.SetID(5);
+    EXPECT_EQ(record.GetID(), 5);
+    record.SetID(CJOBXtailed::kNoID);
+    EXPECT_EQ(record.GetID(), CJOBXtailed::kNoID);
+    EXPECT_EQ(record.pGetTailAttributes(), nullptr);
+    EXPECT_EQ(copy.GetID(), __int64{1} << 40);
 }
 
 TEST(Tailed, HasNoAttributesWhileTheListIsEmpty)
