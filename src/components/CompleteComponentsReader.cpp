@@ -118,6 +118,9 @@ private:
         if (m_component == nullptr)
             return SayNoOwner(fields);
         const CPropertyText text(line);
+        if (text.name.empty())
+            m_messages.Say(components_message::kTooFew, Line(), "The record ", Quoted{fields.Keyword()},
+                           " has too few fields.");
         m_properties.Own(std::make_unique<CLProperty>(m_cache.Of(text.name), m_cache.Of(text.value)));
         if (!text.numbers.empty())
             m_messages.Say(components_message::kTooMany, Line(), "The numbers ", Quoted{text.numbers},

@@ -139,24 +139,35 @@ private:
             return SayNoOwner(fields, "net");
         auto subnet = record_pool::New<CJOBXSnt>();
         subnet->m_nLineNumber = Line();
-        fields.Text(subnet->m_sKind);
-        if (subnet->m_sKind.View() == eda_format::kToeprint)
-        {
-            fields.Text(subnet->m_sSide);
-            fields.Integer(subnet->m_nComponentNumber);
-            fields.Integer(subnet->m_nToeprintNumber);
-        }
-        else if (subnet->m_sKind.View() == eda_format::kPlane)
-        {
-            fields.Text(subnet->m_sFillType);
-            fields.Text(subnet->m_sCutoutType);
-            fields.Real(subnet->m_dFillSize);
-        }
-        fields.End();
+        ReadSubnet(fields, *subnet);
         m_attributes.Take(tail, Line(), *subnet);
         CJOBXSnt* const kept = m_subnets.Own(std::move(subnet));
         m_features.Begin(kept->m_arrNetObjs);
         m_hasFeatures = true;
+    }
+
+    void ReadSubnet(CCheckedRecord& fields, CJOBXSnt& subnet)
+    {
+        fields.Text(subnet.m_sKind);
+        const std::string_view kind = subnet.m_sKind.View();
+        if (kind == eda_format::kToeprint)
+        {
+            fields.Text(subnet.m_sSide);
+            fields.Integer(subnet.m_nComponentNumber);
+            fields.Integer(subnet.m_nToeprintNumber);
+            if (const std::string_view side = subnet.m_sSide.View();
+                !side.empty() && side != eda_format::kTopSide && side != eda_format::kBottomSide)
+                m_messages.Say(eda_message::kNoComponent, Line(), "The side ", Quoted{side}, " is neither T nor B.");
+        }
+        else if (kind == eda_format::kPlane)
+        {
+            fields.Text(subnet.m_sFillType);
+            fields.Text(subnet.m_sCutoutType);
+            fields.Real(subnet.m_dFillSize);
+        }
+        else if (!kind.empty() && kind != eda_format::kVia && kind != eda_format::kTrace)
+            return m_messages.SayUnknown(eda_message::kUnknown, Line(), "subnet type", kind);
+        fields.End();
     }
 
     void OnFeature(CCheckedRecord& fields, const CTailText& tail)
@@ -168,6 +179,9 @@ private:
         std::string_view kind;
         if (fields.Text(kind))
             object->m_sKind = kind;
+        if (!kind.empty() &&
+            (kind.size() > 1 || eda_format::kFeatureTypes.find(kind.front()) == std::string_view::npos))
+            m_messages.SayUnknown(eda_message::kUnknown, Line(), "feature type", kind);
         fields.Integer(object->m_nLayerIndex);
         if (object->m_nLayerIndex >= m_data.m_arrLayerNames.GetSize() || object->m_nLayerIndex < 0)
             m_messages.Say(eda_message::kNoLayer, Line(), "The layer number ", object->m_nLayerIndex,
@@ -240,6 +254,9 @@ private:
             return SayNoOwner(fields, "net, package, pin or feature group");
         auto property = record_pool::New<CJOBXProperty>();
         const CPropertyText text(m_text.Line());
+        if (text.name.empty())
+            m_messages.Say(eda_message::kTooFew, Line(), "The record ", Quoted{fields.Keyword()},
+                           " has too few fields.");
         property->m_sName = m_cache.Of(text.name);
         property->m_sValue = text.value;
         if (text.hasQuotes)

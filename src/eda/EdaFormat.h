@@ -20,7 +20,12 @@ inline constexpr std::string_view kFeature = "FID";
 // Kinds of subnets with additional fields, and the kind of a feature that is a hole.
 inline constexpr std::string_view kToeprint = "TOP";
 inline constexpr std::string_view kPlane = "PLN";
+inline constexpr std::string_view kVia = "VIA";
+inline constexpr std::string_view kTrace = "TRC";
+inline constexpr std::string_view kTopSide = "T"; // of a toeprint
+inline constexpr std::string_view kBottomSide = "B";
 inline constexpr std::string_view kHole = "H";
+inline constexpr std::string_view kFeatureTypes = "CLH"; // copper, laminate, hole
 
 // Outlines of packages and pins.
 inline constexpr std::string_view kCircle = "CR";

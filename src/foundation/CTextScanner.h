@@ -154,6 +154,20 @@ public:
     {
         Start({});
     }
+    // Gets the number of each line that loses text behind a NUL byte.
+    class CutLines
+    {
+    public:
+        virtual void OnCutLine(int line) = 0;
+
+    protected:
+        CutLines() = default;
+        CutLines(const CutLines&) = default;
+        CutLines& operator=(const CutLines&) = default;
+        ~CutLines() = default;
+    };
+    void ReportCutLines(CutLines& to) noexcept { m_cutLines = &to; }
+
     // Scans a text owned by the caller.
     explicit CTextScanner(std::string_view text) : m_wasRead(true) { Start(text); }
 
@@ -243,7 +257,7 @@ private:
     }
     // The line without a NUL and the text after it. Searches for NULs piece by piece, shortly before the lines are
     // read.
-    std::string_view TextOf(std::string_view line) noexcept
+    std::string_view TextOf(std::string_view line)
     {
         const char* const lineEnd = line.data() + line.size();
         if (m_checked < m_at)
@@ -254,7 +268,16 @@ private:
             m_hasNul = std::memchr(m_checked, '\0', static_cast<std::size_t>(piece)) != nullptr;
             m_checked += piece;
         }
-        return m_hasNul ? line.substr(0, line.find('\0')) : line;
+        return m_hasNul ? BeforeNul(line) : line;
+    }
+    std::string_view BeforeNul(std::string_view line)
+    {
+        const std::size_t nul = line.find('\0');
+        const auto isLost = [](char character) { return character != '\0' && !IsAsciiSpace(character); };
+        if (nul != std::string_view::npos && m_cutLines != nullptr &&
+            std::any_of(line.begin() + static_cast<std::ptrdiff_t>(nul), line.end(), isLost))
+            m_cutLines->OnCutLine(m_lineNumber + 1);
+        return line.substr(0, nul);
     }
 
     CFileBytes m_bytes;
@@ -262,6 +285,7 @@ private:
     bool m_wasRead;
     bool m_isAhead = false; // a piece was read and not gone through
     bool m_hasNul = false;
+    CutLines* m_cutLines = nullptr;
     const char* m_checked = nullptr; // no NUL before this
     int m_lineNumber = 0;
     const char* m_at = nullptr;

@@ -136,6 +136,13 @@ void CJobReading::ReadStepsAndFont(const CStringArray& stepNames)
     m_messages.Deliver();
 }
 
+// A file that would have been read but for one of the same name.
+void CJobReading::SayOtherSpelling(const std::string& file)
+{
+    if (const std::string taken = m_taken.FindInAnyCase(file); !taken.empty() && taken != file)
+        m_messages.Of(file).Say(file_message::kSameName, 0, "The file ", Quoted{taken}, " is read instead.");
+}
+
 // Directories behind links are not searched: they may lead in circles.
 void CJobReading::ListCarriedFiles()
 {
@@ -151,6 +158,7 @@ void CJobReading::ListCarriedFiles()
         ULONGLONG size = 0;
         if (m_taken.Has(below) || SizeOfFile(files[i], size) != 0)
             continue;
+        SayOtherSpelling(below);
         auto carried = std::make_unique<CJOBXcarriedFile>();
         carried->SetPath(CString(std::string_view(below)));
         carried->SetSize(size);
@@ -167,7 +175,7 @@ void CJobReading::CompareSteps(const CString& stepsDirectory, const CStringArray
     SaySameNames(stepsDirectory, directories);
     CFileMessages& messages = m_messages.Of(m_job.BelowJob(stepsDirectory));
     for (INT_PTR i = 0; i < stepNames.GetSize(); ++i)
-        if (!folders.contains(Lower(stepNames[i])))
+        if (!stepNames[i].IsEmpty() && !folders.contains(Lower(stepNames[i])))
             messages.Say(matrix_message::kNoStepFolder, 0, "The step ", Quoted{stepNames[i].View()}, " has no folder.");
     const CJOBXmatrixStepArray& rows = m_target.m_pMatrix->m_arrSteps;
     for (__int64 i = 0; i < rows.GetSize(); ++i)

@@ -24,6 +24,7 @@ private:
     void SaySameNames(const CString& place, const CStringArray& directories);
     void CompareSteps(const CString& stepsDirectory, const CStringArray& stepNames);
     void ReadSymbols();
+    void SayOtherSpelling(const std::string& file);
     void ListCarriedFiles();
 
     CJOBX& m_target;

@@ -5,6 +5,7 @@
 #include "layer/FeatureLines.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstring>
 #include <string_view>
 
@@ -244,7 +245,7 @@ public:
             return true;
         const auto read = ReadReal(field.data(), field.data() + field.size());
         value = read.value;
-        return Numeric(field, read.end);
+        return Numeric(field, std::isfinite(value) ? read.end : field.data());
     }
     bool Integer(int& value) noexcept
     {

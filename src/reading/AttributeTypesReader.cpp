@@ -1,9 +1,13 @@
 #include "reading/AttributeTypesReader.h"
 
 #include "foundation/corekit/CKUtility.h"
+#include "reading/DefinitionMessageKinds.h"
 
+#include <algorithm>
+#include <iterator>
 #include <set>
 #include <string>
+#include <utility>
 
 namespace
 {
@@ -15,20 +19,14 @@ struct TypeName
 };
 constexpr TypeName kTypeNames[] = {
     {"BOOLEAN", JOBXattributeKind::Flag},    {"TEXT", JOBXattributeKind::Text},  {"OPTION", JOBXattributeKind::Option},
-    {"INTEGER", JOBXattributeKind::Integer}, {"FLOAT", JOBXattributeKind::Real},
+    {"INTEGER", JOBXattributeKind::Integer}, {"FLOAT", JOBXattributeKind::Real}, {"REAL", JOBXattributeKind::Real},
 };
 
-// False for a line that does not begin a definition.
-bool IsBegin(std::string_view line, JOBXattributeKind& kind)
+// The type that a line "TYPE {" names; "" for another line.
+std::string_view TypeIn(std::string_view line)
 {
-    const std::string_view word = TrimmedRight(line.substr(0, line.find('{')));
-    if (word.size() == line.size())
-        return false;
-    kind = JOBXattributeKind::Unknown;
-    for (const TypeName& name : kTypeNames)
-        if (AsciiEqualNoCase(word, name.begins))
-            kind = name.kind;
-    return true;
+    const std::size_t brace = line.find('{');
+    return brace == std::string_view::npos ? std::string_view() : TrimmedRight(line.substr(0, brace));
 }
 
 std::vector<std::string> SplitOptions(std::string_view list)
@@ -44,27 +42,69 @@ std::vector<std::string> SplitOptions(std::string_view list)
 }
 
 // Ignores the keys of a definition that values do not need.
-void ReadTypes(CTextScanner& text, CAttributeTypes& types)
+class CTypesReading
 {
-    CAttributeTypes::Type type;
-    std::string name;
-    while (text.NextLine())
+public:
+    CTypesReading(CSourceFile& file, CAttributeTypes& types)
+        : m_text(file.Text()), m_messages(file.Messages()), m_types(types)
     {
-        const std::string_view line = text.Line();
-        JOBXattributeKind kind{};
-        if (IsBegin(line, kind))
-        {
-            type = {kind, {}};
-            name.clear();
-        }
-        else if (BeginsWith(line, "NAME="))
-            name = KeyValue(line);
-        else if (BeginsWith(line, "OPTIONS="))
-            type.options = SplitOptions(KeyValue(line));
-        else if (line.front() == '}' && !name.empty())
-            types.Add(name, std::exchange(type, {}));
     }
-}
+
+    void Read()
+    {
+        while (m_text.NextLine())
+            ReadLine(m_text.Line());
+        SayOpen();
+    }
+
+private:
+    void ReadLine(std::string_view line)
+    {
+        const std::string_view key = TrimmedRight(line.substr(0, line.find('=')));
+        if (const std::string_view type = TypeIn(line); !type.empty())
+            Begin(type);
+        else if (line.front() == '}')
+            End();
+        else if (key.size() < line.size() && AsciiEqualNoCase(key, "NAME"))
+            m_name = KeyValue(line);
+        else if (key.size() < line.size() && AsciiEqualNoCase(key, "OPTIONS"))
+            m_type.options = SplitOptions(KeyValue(line));
+    }
+
+    void Begin(std::string_view type)
+    {
+        SayOpen();
+        m_line = m_text.LineNumber();
+        m_name.clear();
+        const auto* const found =
+            std::find_if(std::begin(kTypeNames), std::end(kTypeNames),
+                         [&](const TypeName& name) { return AsciiEqualNoCase(type, name.begins); });
+        const bool isKnown = found != std::end(kTypeNames);
+        m_type = {isKnown ? found->kind : JOBXattributeKind::Unknown, {}};
+        if (!isKnown)
+            m_messages.SayUnknown(definition_message::kUnknown, m_line, "type", type);
+    }
+    void End()
+    {
+        if (m_line != 0 && m_name.empty())
+            m_messages.Say(definition_message::kNoName, m_line, "The definition that begins here has no name.");
+        if (!m_name.empty())
+            m_types.Add(m_name, std::exchange(m_type, {}));
+        m_line = 0;
+    }
+    void SayOpen()
+    {
+        if (m_line != 0)
+            m_messages.Say(definition_message::kNotClosed, m_line, "The definition that begins here is not closed.");
+    }
+
+    CTextScanner& m_text;
+    CFileMessages& m_messages;
+    CAttributeTypes& m_types;
+    CAttributeTypes::Type m_type;
+    std::string m_name;
+    int m_line = 0; // where the open definition begins; 0 if none is open
+};
 } // namespace
 
 void ReadAttributeTypes(const CReadingContext& context, const CSourceFolder& misc, CAttributeTypes& types)
@@ -89,7 +129,7 @@ void ReadAttributeTypes(const CReadingContext& context, const CSourceFolder& mis
     {
         CSourceFile file(context, misc, name, Presence::Optional);
         if (file.WasRead())
-            ReadTypes(file.Text(), types);
+            CTypesReading(file, types).Read();
     };
     read("userattr");
     for (const std::string& name : names)

@@ -5,6 +5,7 @@
 #include "reading/AttributeMessageKinds.h"
 #include "reading/CJOBXreading.h"
 #include "reading/ComponentsMessageKinds.h"
+#include "reading/DefinitionMessageKinds.h"
 #include "reading/EdaMessageKinds.h"
 #include "reading/FeatureMessageKinds.h"
 #include "reading/FileMessageKinds.h"
@@ -22,19 +23,12 @@
 namespace
 {
 // The kinds by area, in the order of their codes.
-constexpr std::span<const CJOBXmessageKind* const> kAreas[] = {attribute_list_message::kAll,
-                                                               attribute_message::kAll,
-                                                               components_message::kAll,
-                                                               eda_message::kAll,
-                                                               feature_message::kAll,
-                                                               file_message::kAll,
-                                                               font_message::kAll,
-                                                               stephdr_message::kAll,
-                                                               info_message::kAll,
-                                                               matrix_message::kAll,
-                                                               netlist_message::kAll,
-                                                               tools_message::kAll,
-                                                               unit_message::kAll};
+constexpr std::span<const CJOBXmessageKind* const> kAreas[] = {
+    attribute_list_message::kAll, attribute_message::kAll, components_message::kAll,
+    definition_message::kAll,     eda_message::kAll,       feature_message::kAll,
+    file_message::kAll,           font_message::kAll,      stephdr_message::kAll,
+    info_message::kAll,           matrix_message::kAll,    netlist_message::kAll,
+    tools_message::kAll,          unit_message::kAll};
 
 CString WithoutControls(const CString& text)
 {

@@ -78,7 +78,37 @@ LzwResult ExpandGzip(CJOBXgzipExpander& expander, std::string_view data, CLimite
         return LzwResult::TooLong;
     return isWhole ? LzwResult::Done : LzwResult::Damaged;
 }
+LzwResult ExpandLzw(std::string_view data, ULONGLONG limit, CLimitedText& text)
+{
+    return DecodeLzw(data, limit, [&text](std::string_view block) { return text.Take(block); });
+}
+
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+
+// Whether all lines of a text that begins like this end with CR alone. A text of one line does not tell.
+bool HasOnlyCR(std::string_view begin)
+{
+    const std::size_t cr = begin.find('\r');
+    return cr < begin.size() - 1 && begin.find('\n') == std::string_view::npos;
+}
 } // namespace
+
+// Reports lines that lose text.
+class CSourceFile::CLostText final : public CTextScanner::CutLines
+{
+public:
+    explicit CLostText(CFileMessages& messages) : m_messages(messages) {}
+
+    void OnCutLine(int line) override
+    {
+        m_messages.Say(file_message::kNul, line, "What follows the NUL byte in this line is not read.");
+    }
+
+private:
+    CFileMessages& m_messages;
+};
+
+CSourceFile::~CSourceFile() = default;
 
 CSourceFolder::CSourceFolder(const CString& path) : m_path(path)
 {
@@ -113,10 +143,12 @@ CSourceFile::CSourceFile(const CReadingContext& context, const CSourceFolder& fo
             m_messages->Say(file_message::kMissing, 0, "The file is not there.");
         return;
     }
-    if (const auto second = std::find_if(std::next(first), forms.end(), isThere); second != forms.end())
-        m_messages->Say(file_message::kTwoForms, 0, "The file is also there as ", Quoted{*second},
-                        ", which is not read.");
     Open(context.job.reading);
+    if (const auto second = std::find_if(std::next(first), forms.end(), isThere);
+        second != forms.end() &&
+        !IsSameAs(context.job.reading, CKUtility::GetInstance()->CKPathCombine(folder.Path(), CString(*second))))
+        m_messages->Say(file_message::kTwoForms, 0, "The file is also there as ", Quoted{*second},
+                        ", which is not read and has other contents.");
     if (WasRead() && context.job.taken != nullptr)
         context.job.taken->Add(context.job.BelowJob(m_path));
 }
@@ -130,13 +162,48 @@ void CSourceFile::Open(const CJOBXreading& reading)
     if (text->HasFailed())
         return SayUnreadable();
     const bool isGzip = beginning.starts_with(kGzipMark);
-    if (!isGzip && !beginning.starts_with(kLzwMark))
+    const bool isPacked = isGzip || beginning.starts_with(kLzwMark);
+    if (!isPacked && (beginning.starts_with(kByteOrderMark) || HasOnlyCR(beginning.substr(0, kLooked))))
+        return OpenUnusual();
+    if (!isPacked)
         return TakeText(std::move(text), beginning);
     CFileBytes bytes;
     if (!bytes.Load(m_path, __FILE__, __LINE__))
         return SayUnreadable();
     if (Expand(reading, bytes.View(), isGzip))
         TakeText(std::make_unique<CTextScanner>(std::string_view(m_expanded)), m_expanded);
+}
+
+void CSourceFile::OpenUnusual()
+{
+    CFileBytes bytes;
+    if (!bytes.Load(m_path, __FILE__, __LINE__))
+        return SayUnreadable();
+    std::string_view text = bytes.View();
+    const bool hasOnlyCR = HasOnlyCR(text.substr(0, kLooked));
+    if (text.starts_with(kByteOrderMark))
+        text.remove_prefix(kByteOrderMark.size());
+    m_expanded = text;
+    if (hasOnlyCR)
+        std::replace(m_expanded.begin(), m_expanded.end(), '\r', '\n');
+    TakeText(std::make_unique<CTextScanner>(std::string_view(m_expanded)), m_expanded);
+}
+
+// Whether the compressed file `other` expands to the bytes of this one. False if that cannot be found out.
+bool CSourceFile::IsSameAs(const CJOBXreading& reading, const CString& other) const
+{
+    CFileBytes own;
+    CFileBytes packed;
+    if (!own.Load(m_path, __FILE__, __LINE__) || !packed.Load(other, __FILE__, __LINE__))
+        return false;
+    std::string expanded;
+    CLimitedText text(expanded, own.View().size());
+    LzwResult result = LzwResult::Damaged;
+    if (packed.View().starts_with(kLzwMark))
+        result = ExpandLzw(packed.View(), own.View().size(), text);
+    else if (packed.View().starts_with(kGzipMark) && reading.pGzipExpander != nullptr)
+        result = ExpandGzip(*reading.pGzipExpander, packed.View(), text);
+    return result == LzwResult::Done && expanded == own.View();
 }
 
 void CSourceFile::SayUnreadable()
@@ -154,8 +221,7 @@ bool CSourceFile::Expand(const CJOBXreading& reading, std::string_view data, boo
     }
     CLimitedText text(m_expanded, reading.nExpansionLimit);
     const LzwResult result =
-        isGzip ? ExpandGzip(*reading.pGzipExpander, data, text)
-               : DecodeLzw(data, reading.nExpansionLimit, [&text](std::string_view block) { return text.Take(block); });
+        isGzip ? ExpandGzip(*reading.pGzipExpander, data, text) : ExpandLzw(data, reading.nExpansionLimit, text);
     if (result == LzwResult::TooLong)
         m_messages->Say(file_message::kTooLong, 0, "The file expands to more than ",
                         static_cast<long long>(reading.nExpansionLimit), " bytes.");
@@ -166,8 +232,9 @@ bool CSourceFile::Expand(const CJOBXreading& reading, std::string_view data, boo
 
 void CSourceFile::TakeText(std::unique_ptr<CTextScanner> text, std::string_view beginning)
 {
-    if (IsText(beginning.substr(0, kLooked)))
-        m_text = std::move(text);
-    else
-        m_messages->Say(file_message::kNotText, 0, "The file is not text.");
+    if (!IsText(beginning.substr(0, kLooked)))
+        return m_messages->Say(file_message::kNotText, 0, "The file is not text.");
+    m_lost = std::make_unique<CLostText>(*m_messages);
+    m_text = std::move(text);
+    m_text->ReportCutLines(*m_lost);
 }

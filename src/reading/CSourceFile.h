@@ -33,13 +33,16 @@ private:
 
 // A text file in a directory. Its name may be followed by ".Z" or ".gz"; letter case is ignored unless the exact
 // spelling exists. If its contents are compressed by compress(1) or gzip, they are expanded in memory; nothing is ever
-// written. What is wrong with the file as a whole goes to its messages, which the context keeps. Nothing goes to the
+// written. A byte order mark of UTF-8 is left out, and lines may end with CR alone. What is wrong with the file as a whole goes to its messages, which the context keeps. Nothing goes to the
 // diagnostics.
 // Ownership: owns the text; borrows the messages. Views of lines are valid as CTextScanner says.
 class CSourceFile
 {
 public:
     CSourceFile(const CReadingContext& context, const CSourceFolder& folder, const char* name, Presence presence);
+    CSourceFile(const CSourceFile&) = delete;
+    CSourceFile& operator=(const CSourceFile&) = delete;
+    ~CSourceFile();
 
     // The path of the file that would be opened; "" if there is none.
     static CString Find(const CSourceFolder& folder, const char* name);
@@ -55,8 +58,12 @@ public:
     const CString& Path() const noexcept { return m_path; }
 
 private:
+    class CLostText;
+
     void Open(const CJOBXreading& reading);
+    void OpenUnusual();
     bool Expand(const CJOBXreading& reading, std::string_view data, bool isGzip);
+    bool IsSameAs(const CJOBXreading& reading, const CString& other) const;
     void SayUnreadable();
     void TakeText(std::unique_ptr<CTextScanner> text, std::string_view beginning);
 
@@ -64,5 +71,6 @@ private:
     CString m_path;
     CFileMessages* m_messages; // in the list of the context
     std::string m_expanded;
+    std::unique_ptr<CLostText> m_lost; // gets reports of m_text
     std::unique_ptr<CTextScanner> m_text;
 };

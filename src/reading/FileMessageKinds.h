@@ -28,15 +28,19 @@ inline constexpr CJOBXmessageKind kNotText{"FIL006", JOBXseverity::Error, "A fil
                                            "a features file that holds a picture or an archive",
                                            "Ask for the job again."};
 inline constexpr CJOBXmessageKind kTwoForms{
-    "FIL007", JOBXseverity::Warning, "A file is there twice, plain and compressed; only the plain one is read.",
-    "features and features.Z in one folder", "Remove the one that is out of date."};
+    "FIL007", JOBXseverity::Warning,
+    "A file is there twice, plain and compressed, with different contents; only the plain one is read.",
+    "features and features.Z in one folder, where features is older", "Remove the one that is out of date."};
 inline constexpr CJOBXmessageKind kSameName{
     "FIL008", JOBXseverity::Warning,
-    "Two folders of layers, steps or user symbols have the same name if letter case is "
+    "Two folders of layers, steps or user symbols, or two files in one folder, have the same name if letter case is "
     "ignored.",
     "folders steps/pcb/layers/top and steps/pcb/layers/TOP",
-    "Layers and symbols are both read, of steps only one; remove the folder that is out of date."};
+    "Layers and symbols are both read, of steps and files only one; remove what is out of date."};
+inline constexpr CJOBXmessageKind kNul{
+    "FIL009", JOBXseverity::Error, "A line has a NUL byte; what follows it on the line is not read.",
+    "NAME=TOP with a byte 0 before the P", "Ask for the job again: the file was probably damaged."};
 
-inline constexpr const CJOBXmessageKind* kAll[] = {&kMissing, &kUnreadable, &kDamaged,  &kNoExpander,
-                                                   &kTooLong, &kNotText,    &kTwoForms, &kSameName};
+inline constexpr const CJOBXmessageKind* kAll[] = {&kMissing, &kUnreadable, &kDamaged,  &kNoExpander, &kTooLong,
+                                                   &kNotText, &kTwoForms,   &kSameName, &kNul};
 } // namespace file_message

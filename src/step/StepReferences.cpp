@@ -16,7 +16,6 @@
 
 namespace
 {
-constexpr std::string_view kTopSide = "T";
 constexpr std::string_view kTopComponents = "comp_+_top";
 constexpr std::string_view kBottomComponents = "comp_+_bot";
 
@@ -123,16 +122,18 @@ private:
 
     void CheckToeprint(const CJOBXSnt& subnet)
     {
-        if (subnet.m_sKind.View() != eda_format::kToeprint)
-            return;
+        const std::string_view side = subnet.m_sSide.View();
+        if (subnet.m_sKind.View() != eda_format::kToeprint ||
+            (side != eda_format::kTopSide && side != eda_format::kBottomSide))
+            return; // another side was reported while reading
         const CJOBXcomponents* const file =
-            FindNamed(m_step.m_arrComponents, subnet.m_sSide.View() == kTopSide ? kTopComponents : kBottomComponents,
+            FindNamed(m_step.m_arrComponents, side == eda_format::kTopSide ? kTopComponents : kBottomComponents,
                       [](const CJOBXcomponents& components) { return components.m_sLayerName; });
         if (file == nullptr)
             return;
         if (!Holds(file->m_arrCmps, subnet.m_nComponentNumber))
-            Eda().Say(eda_message::kNoComponent, subnet.m_nLineNumber, "The side ", Quoted{subnet.m_sSide.View()},
-                      " has no component ", subnet.m_nComponentNumber, ".");
+            Eda().Say(eda_message::kNoComponent, subnet.m_nLineNumber, "The side ", Quoted{side}, " has no component ",
+                      subnet.m_nComponentNumber, ".");
         else if (const CJOBXcmp& component = *file->m_arrCmps.GetAt(subnet.m_nComponentNumber);
                  !Holds(component.m_arrTops, subnet.m_nToeprintNumber))
             Eda().Say(eda_message::kNoComponent, subnet.m_nLineNumber, "The component ",

@@ -52,9 +52,18 @@ TEST_F(AttributeTypes, ComeFromTheDefinitionsOfAllTheFiles)
     }
     EXPECT_THAT(types.Find("_FINISH")->options, ElementsAre("HASL", "SMTA", "OSP", ""));
     EXPECT_THAT(types.Find(".height")->options, IsEmpty());
-    EXPECT_THAT(
-        sink.lines,
-        ElementsAre("misc/sysattr: warning FIL007 The file is also there as \"sysattr.Z\", which is not read."));
+    EXPECT_THAT(sink.lines, ElementsAre("misc/sysattr:7: note DEF003 The type \"WHAT\" is not known."));
+}
+
+TEST_F(AttributeTypes, MayHaveBlanksAroundTheirEqualsSigns)
+{
+    dir.Write("misc/sysattr", "OPTION {\n  NAME = .use\n  OPTIONS = a;b\n}\nREAL {\n  name\t=\t.height\n}\n");
+    const CAttributeTypes types = Read();
+    ASSERT_NE(types.Find(".use"), nullptr);
+    EXPECT_THAT(types.Find(".use")->options, ElementsAre("a", "b"));
+    ASSERT_NE(types.Find(".height"), nullptr);
+    EXPECT_EQ(types.Find(".height")->kind, JOBXattributeKind::Real);
+    EXPECT_THAT(sink.lines, IsEmpty());
 }
 
 TEST_F(AttributeTypes, OfTheSystemAreKnownUnlessTheJobDefinesThem)

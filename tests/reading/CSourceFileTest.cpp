@@ -166,7 +166,7 @@ TEST_F(SourceFile, IsReadPlainWhenItIsThereInTwoForms)
     EXPECT_THAT(Lines(), ElementsAre("plain"));
     EXPECT_THAT(sink.lines,
                 ElementsAre("top/features: warning FIL007 The file is also there as \"features.Z\", which is not "
-                            "read."));
+                            "read and has other contents."));
 }
 } // namespace
 
