@@ -126,7 +126,8 @@ std::string NamedJobPath(const std::string& path)
     return error ? path : full.string();
 }
 
-std::string ProblemOfJob(const std::string& path, const FailedOperations& failed, JOBXway way)
+std::string ProblemOfJob(const std::string& path, const FailedOperations& failed, JOBXway way,
+                         const std::string& toldOfMatrix)
 {
     const CKUtility* const files = CKUtility::GetInstance();
     const auto missing = [&](const char* what, const CString& place)
@@ -151,6 +152,8 @@ std::string ProblemOfJob(const std::string& path, const FailedOperations& failed
     if (!files->DoesFileExist(file))
         return missing("file \"matrix/matrix\"", file);
     const std::string told = failed.ReasonFor(file);
-    const std::string reason = told.empty() ? ReasonNotToOpen(std::string(file.View())) : told;
+    std::string reason = told.empty() ? ReasonNotToOpen(std::string(file.View())) : told;
+    if (reason.empty())
+        reason = toldOfMatrix;
     return fmt::format("cannot read {}{}{}", Quoted(file.View()), reason.empty() ? "" : ": ", reason);
 }

@@ -14,5 +14,7 @@ void CheckAttributeFile(const std::string& path);
 // The path of a job, with a name for the job: "." and the like are expanded.
 std::string NamedJobPath(const std::string& path);
 
-// Why the library did not accept a directory as a job, in one line.
-std::string ProblemOfJob(const std::string& path, const FailedOperations& failed, JOBXway way);
+// Why the library did not accept a directory as a job, in one line. `toldOfMatrix` is what a message says about its
+// matrix, or "".
+std::string ProblemOfJob(const std::string& path, const FailedOperations& failed, JOBXway way,
+                         const std::string& toldOfMatrix);

@@ -43,8 +43,10 @@ CStringArray StepNamesOf(const CJOBXmatrixStepArray& steps)
     std::string list;
     for (INT_PTR i = 0; i < known.GetSize(); ++i)
     {
+        if (known[i].IsEmpty())
+            continue;
         names.emplace_back(known[i].View());
-        list += (i == 0 ? "" : ", ") + Printable(names.back());
+        list += (list.empty() ? "" : ", ") + Printable(names.back());
     }
     throw ExitError(ExitCode::WrongUsage,
                     fmt::format("the job has no step \"{}\"; its steps are: {}{}", Printable(wanted),
@@ -169,7 +171,7 @@ ReadJob ReadJobDirectory(const ReadOptions& options)
     NameAsOutside(*read.job, path);
     if (read.result == 0)
     {
-        read.problem = ProblemOfJob(path, failed, options.way);
+        read.problem = ProblemOfJob(path, failed, options.way, messages.ReasonFor("matrix/matrix"));
         return read;
     }
     messages.Share(path, failed);

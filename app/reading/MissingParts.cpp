@@ -211,6 +211,8 @@ private:
         for (const char* const name : names)
         {
             const CString path = Files().FindPath(place, name);
+            if (m_isComplete && IsTold(Files().GetSegmntFromFilePath(path, 1)))
+                continue;
             if (IsBrokenLink(path))
                 Add(fmt::format("{}: \"{}\" is a broken link", whose, name));
             else if (IsThere(path) && !Files().IsDir(path) && !IsTold(path))
@@ -221,6 +223,8 @@ private:
     void LookForStep(const CString& name)
     {
         const CString path = Files().FindPath(m_steps, name);
+        if (m_isComplete && (name.IsEmpty() || IsTold(m_steps)))
+            return;
         if (!IsTold(path))
             AddDirectory(fmt::format("step \"{}\" of the matrix", Shown(name)), path,
                          " has no directory below \"steps\"");

@@ -74,6 +74,20 @@ std::string ReadingMessages::First() const
     return Printable(first->Line().View());
 }
 
+std::string ReadingMessages::ReasonFor(std::string_view file) const
+{
+    for (const CJOBXmessage& message : m_messages)
+        if (message.kind->severity == JOBXseverity::Error && message.line == 0 && message.file.View() == file)
+        {
+            std::string text(message.text.View());
+            if (text.front() == 'T')
+                text.front() = 't';
+            text.pop_back(); // the full stop
+            return text;
+        }
+    return {};
+}
+
 void ReadingMessages::Share(const std::string& jobPath, FailedOperations& failed)
 {
     const auto isReported = [&](const CJOBXmessage& message)

@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 // Which messages of complete reading are printed.
@@ -23,6 +24,8 @@ public:
 
     const std::vector<CJOBXmessage>& List() const { return m_messages; } // in the order of the job
     std::int64_t ErrorCount() const;
+    // The first error about the file as a whole, as the end of a sentence: "the file is not text". "" if there is none.
+    std::string ReasonFor(std::string_view file) const;
     std::int64_t WarningCount() const;
     // The first of the most serious messages, for people; "" if there is none above a note.
     std::string First() const;

@@ -69,8 +69,26 @@ void PrintNote(const std::string& line)
     PrintError("note: " + line);
 }
 
-void PrintNotes(const CJOBX& job, const std::string& jobPath)
+// Steps of the matrix that were not chosen: the written matrix names them all the same.
+void PrintStepsLeftOut(const CJOBX& job, const std::vector<std::string>& chosen)
 {
+    if (chosen.empty())
+        return;
+    std::string names;
+    for (const CJOBXmatrixStep& row : job.m_pMatrix->m_arrSteps.Records())
+    {
+        const auto steps = job.m_pSteps->m_arrSteps.Records();
+        const auto isRow = [&](const CJOBXstepObj& step) { return step.m_sName.CompareNoCase(row.m_sName) == 0; };
+        if (!row.m_sName.IsEmpty() && std::none_of(steps.begin(), steps.end(), isRow))
+            names += (names.empty() ? "" : ", ") + Printable(row.m_sName.View());
+    }
+    if (!names.empty())
+        PrintNote("the matrix also names the steps that are not written: " + names);
+}
+
+void PrintNotes(const CJOBX& job, const std::string& jobPath, const std::vector<std::string>& chosen)
+{
+    PrintStepsLeftOut(job, chosen);
     int symbols = 0;
     ForEachSymbol(job, [&](const CJOBXSpecialSymbol& symbol) { symbols += IsNamedByPath(symbol) ? 1 : 0; });
     if (symbols > 0)
@@ -106,8 +124,11 @@ void WriteInto(const fs::path& directory, CJOBX& job, const WriteOptions& option
     if (failures.Count() == 0 && files.IsDir(jobDirectory))
         return;
     failures.Print(std::string(jobDirectory.View()), target);
+    std::error_code ignored;
+    const bool wasThere = fs::exists(fs::symlink_status(target, ignored));
     throw ExitError(ExitCode::UnwritableOutput,
-                    fmt::format("the job could not be written; \"{}\" is unchanged", Printable(target)));
+                    fmt::format("the job could not be written; \"{}\" {}", Printable(target),
+                                wasThere ? "is unchanged" : "was not made"));
 }
 
 // The job to be replaced may have the parts that could not be read.
@@ -228,7 +249,7 @@ void RunWrite(const ReadOptions& read, const WriteOptions& options)
     Change(job, options, target.name);
     WriteAndMove(job, options, target);
     if (!read.quiet)
-        PrintNotes(job, path);
+        PrintNotes(job, path, read.steps);
 }
 
 void AddWriteCommand(CLI::App& app)

@@ -262,3 +262,50 @@ TEST(CompleteReading, WriteAndTheCompactModelReadAsBefore)
     EXPECT_EQ(RunJobx({"info", job, "--compact"}).err, "");
     EXPECT_EQ(RunJobx({"info", job, "--compact"}).out, RunLegacy({"info", job, "--compact"}).out);
 }
+
+TEST(CompleteReading, AMatrixThatIsNotTextIsNamedAsTheReason)
+{
+    const TempDir directory;
+    const std::string job = CopySample(directory);
+    directory.Write("blinker/matrix/matrix", "PK\x03\x04" + std::string(50, '\x02'));
+    const ProgramResult result = RunJobx({"info", job});
+    EXPECT_EQ(result.exitCode, 3);
+    EXPECT_EQ(result.err, "jobx: cannot read \"" + job + "/matrix/matrix\": the file is not text\n");
+    directory.Write("blinker/matrix/matrix", "\x1F\x9D\x90\x01");
+    EXPECT_EQ(RunJobx({"info", job}).err,
+              "jobx: cannot read \"" + job + "/matrix/matrix\": the compressed file is damaged or cut short\n");
+}
+
+TEST(CompleteReading, AStepWithoutANameIsReportedOnceAndIsNotAmongTheNames)
+{
+    const TempDir directory;
+    const std::string job = CopySample(directory);
+    directory.Write("blinker/matrix/matrix", "STEP {\nCOL=3\n}\n" + directory.Read("blinker/matrix/matrix"));
+    EXPECT_EQ(RunJobx({"info", job}).err, "jobx: " + job + "/matrix/matrix:1: error MAT012 The step has no name.\n");
+    EXPECT_THAT(RunJobx({"info", job, "--step", "x"}).err, HasSubstr("its steps are: PCB, PANEL"));
+}
+
+TEST(CompleteReading, ADirectoryThatCannotBeListedIsTheOnlyCauseNamed)
+{
+    const TempDir directory;
+    const std::string job = CopySample(directory);
+    const std::string limited = RunJobx({"info", job, "--max-entries", "1"}).err;
+    EXPECT_THAT(limited, HasSubstr("cannot list \"" + job + "/steps\""));
+    EXPECT_THAT(limited, Not(HasSubstr("has no directory")));
+    fs::rename(job + "/steps/pcb/netlists", directory.Path("netlists"));
+    fs::create_directory_symlink(directory.Path("netlists"), job + "/steps/pcb/netlists");
+    EXPECT_EQ(RunJobx({"info", job}).err, "jobx: warning: cannot follow \"" + job +
+                                              "/steps/pcb/netlists\": it leads out of the job "
+                                              "(--follow-links follows it)\n");
+}
+
+TEST(CompleteReading, WriteNamesTheStepsThatOnlyTheMatrixHas)
+{
+    const TempDir directory;
+    const std::string job = CopySample(directory);
+    EXPECT_THAT(RunJobx({"write", job, "--step", "pcb", "-o", directory.Path("out")}).err,
+                HasSubstr("jobx: note: the matrix also names the steps that are not written: PANEL\n"));
+    EXPECT_THAT(RunJobx({"write", job, "-o", directory.Path("whole")}).err, Not(HasSubstr("also names")));
+    EXPECT_THAT(RunJobx({"write", job, "--steps", "pcb,panel", "-o", directory.Path("both")}).err,
+                Not(HasSubstr("also names")));
+}

@@ -575,7 +575,9 @@ TEST(JobxWriteFails, OnAFileSystemThatTakesNoMore)
                   "/steps/PCB/layers/top/features\": File too large\njobx: the job could not be written; \"" +
                   directory.Path("out/job") + "\" is unchanged\n");
     EXPECT_EQ(TreeOf(directory.Path("out")), before) << kNoStaging;
-    EXPECT_EQ(RunShell(write + ShellWord(directory.Path("new"))).exitCode, 4);
+    const ProgramResult fresh = RunShell(write + ShellWord(directory.Path("new")));
+    EXPECT_EQ(fresh.exitCode, 4);
+    EXPECT_THAT(fresh.err, HasSubstr("could not be written; \"" + directory.Path("new/job") + "\" was not made\n"));
     EXPECT_FALSE(directory.Exists("new"));
 }
 
