@@ -117,8 +117,8 @@ private:
     {
         if (m_component == nullptr)
             return SayNoOwner(fields);
-        const CPropertyText text(line);
-        if (text.name.empty())
+        const CPropertyText text(fields.IsAtEnd() ? std::string_view() : line);
+        if (fields.IsAtEnd())
             m_messages.Say(components_message::kTooFew, Line(), "The record ", Quoted{fields.Keyword()},
                            " has too few fields.");
         m_properties.Own(std::make_unique<CLProperty>(m_cache.Of(text.name), m_cache.Of(text.value)));

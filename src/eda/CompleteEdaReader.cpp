@@ -253,8 +253,8 @@ private:
         if (m_properties == nullptr)
             return SayNoOwner(fields, "net, package, pin or feature group");
         auto property = record_pool::New<CJOBXProperty>();
-        const CPropertyText text(m_text.Line());
-        if (text.name.empty())
+        const CPropertyText text(fields.IsAtEnd() ? std::string_view() : m_text.Line());
+        if (fields.IsAtEnd())
             m_messages.Say(eda_message::kTooFew, Line(), "The record ", Quoted{fields.Keyword()},
                            " has too few fields.");
         property->m_sName = m_cache.Of(text.name);

@@ -241,7 +241,7 @@ TEST(DamagedFiles, DefinitionsOfAttributesThatCannotBeUsedAreReported)
                 ElementsAre("misc/userattr:1: warning DEF001 The definition that begins here is not closed.",
                             "misc/userattr:4: warning DEF002 The definition that begins here has no name.",
                             "misc/userattr:6: note DEF003 The type \"COLOR\" is not known."));
-    EXPECT_THAT(MessagesWith("misc/sysattr.fab", "OPTION {\nNAME=.a\nOPTIONS=x;y\n}\n\nFLOAT {\nNAME=.c\n}\n"),
+    EXPECT_THAT(MessagesWith("misc/sysattr.fab", "OPTION {\nNAME=.q\nOPTIONS=x;y\n}\n\nFLOAT {\nNAME=.c\n}\n"),
                 IsEmpty());
 }
 } // namespace damaged_files_messages_test
