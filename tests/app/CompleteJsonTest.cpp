@@ -228,3 +228,69 @@ TEST(CompleteJson, DiffComparesWhatCompleteReadingAdds)
     const std::string noFlag = MakeJob(two, "$0 r10\n@0 .smd\nP 0 0 0 P 0 0;0=1;ID=7\n");
     EXPECT_EQ(RunJobx({"diff", a, noFlag}).exitCode, 1);
 }
+
+TEST(CompleteJson, ZeroIsAUniqueNumber)
+{
+    const TempDir directory;
+    EXPECT_THAT(RunJobx({"json", MakeJob(directory, "$0 r10\nP 0 0 0 P 0 0;;ID=0\n")}).out, HasSubstr(R"("id":0,)"));
+}
+
+TEST(CompleteJson, EachKindOfAttributeHasItsWord)
+{
+    const TempDir directory;
+    const std::string job =
+        MakeJob(directory, "$0 r10\n@0 .flag\n@1 .count\n@2 .size\n@3 .words\n@4 .choice\n@5 .other\n"
+                           "&0 abc\nP 0 0 0 P 0 0;0,1=7,2=0.5,3=0,4=1,5=3\n");
+    directory.Write(
+        "job/misc/userattr",
+        "BOOLEAN {\nNAME=.flag\n}\nINTEGER {\nNAME=.count\n}\nFLOAT {\nNAME=.size\n}\nTEXT {\nNAME=.words\n}\n"
+        "OPTION {\nNAME=.choice\nOPTIONS=a;b\n}\n");
+    const std::string document = RunJobx({"json", job, "--strict"}).out;
+    const std::vector<std::pair<std::string, std::string>> words = {
+        {R"(".flag","number":0,"value":true,"textNumber":-1)", "flag"},
+        {R"(".count","number":1,"value":"7","textNumber":-1)", "integer"},
+        {R"(".size","number":2,"value":"0.5","textNumber":-1)", "real"},
+        {R"(".words","number":3,"value":"abc","textNumber":0)", "text"},
+        {R"(".choice","number":4,"value":"b","textNumber":-1)", "option"},
+        {R"(".other","number":5,"value":"3","textNumber":-1)", "unknown"}};
+    for (const auto& [beginning, word] : words)
+        EXPECT_THAT(document, HasSubstr(beginning + R"(,"furtherValues":[],"kind":")" + word + "\"")) << word;
+}
+
+TEST(CompleteJson, DiffPairsRecordsWithoutRegardToTheirUniqueNumbers)
+{
+    const TempDir one;
+    const TempDir two;
+    const std::string a = MakeJob(one, "$0 r10\nP 0 0 0 P 0 0;;ID=1\nP 1 0 0 P 0 0;;ID=2\nP 2 0 0 P 0 0;;ID=3\n");
+    const std::string b = MakeJob(two, "$0 r10\nP 9 0 0 P 0 0;;ID=11\nP 0 0 0 P 0 0;;ID=12\nP 1 0 0 P 0 0;;ID=13\n"
+                                       "P 2 0 0 P 0 0;;ID=14\n");
+    const std::string out = RunJobx({"diff", a, b}).out;
+    EXPECT_THAT(out, HasSubstr("feature P: 1 only in B\n"));
+    EXPECT_THAT(out, HasSubstr("feature P (id): 3 changed\n"));
+    EXPECT_THAT(out, HasSubstr("\n4 differences in 1 place\n"));
+}
+
+TEST(CompleteJson, DiffComparesFeatureGroups)
+{
+    const TempDir one;
+    const TempDir two;
+    const std::string a = CopySample(one);
+    const std::string b = CopySample(two);
+    const std::string data = "blinker/steps/pcb/eda/data";
+    one.Write(data, one.Read(data) + "FGR TEXT\nFID C 0 1\nPRP NOTE 'a'\n");
+    two.Write(data, two.Read(data) + "FGR COORD\nFID C 0 1\nPRP NOTE 'b'\n");
+    const std::string out = RunJobx({"diff", a, b}).out;
+    EXPECT_THAT(out, HasSubstr("feature group 0 (TEXT): kind \"TEXT\" -> \"COORD\"\n"));
+    EXPECT_THAT(out, HasSubstr("feature group 0 (TEXT) / attribute NOTE: value \"a\" -> \"b\"\n"));
+}
+
+TEST(CompleteJson, DiffIsStrictAboutBothJobs)
+{
+    const TempDir one;
+    const TempDir two;
+    const std::string sound = MakeJob(one, "$0 r10\nP 0 0 0 P 0 0\n");
+    const std::string faulty = MakeJob(two, "$0 r10\nP 0 0 7 P 0 0\n");
+    EXPECT_EQ(RunJobx({"diff", sound, faulty, "--strict"}).exitCode, 5);
+    EXPECT_EQ(RunJobx({"diff", faulty, sound, "--strict"}).exitCode, 5);
+    EXPECT_EQ(RunJobx({"diff", sound, faulty}).exitCode, 1);
+}
