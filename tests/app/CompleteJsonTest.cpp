@@ -251,8 +251,8 @@ TEST(CompleteJson, EachKindOfAttributeHasItsWord)
         {R"(".count","number":1,"value":"7","textNumber":-1)", "integer"},
         {R"(".size","number":2,"value":"0.5","textNumber":-1)", "real"},
         {R"(".words","number":3,"value":"abc","textNumber":0)", "text"},
-        {R"(".choice","number":4,"value":"b","textNumber":-1)", "option"},
-        {R"(".other","number":5,"value":"3","textNumber":-1)", "unknown"}};
+        {R"(".choice","number":4,"value":"b","textNumber":1)", "option"},
+        {R"(".other","number":5,"value":"3","textNumber":-1)", "integer"}};
     for (const auto& [beginning, word] : words)
         EXPECT_THAT(document, HasSubstr(beginning + R"(,"furtherValues":[],"kind":")" + word + "\"")) << word;
 }
