@@ -257,33 +257,6 @@ TEST(CompleteJson, EachKindOfAttributeHasItsWord)
         EXPECT_THAT(document, HasSubstr(beginning + R"(,"furtherValues":[],"kind":")" + word + "\"")) << word;
 }
 
-TEST(CompleteJson, DiffPairsRecordsWithoutRegardToTheirUniqueNumbers)
-{
-    const TempDir one;
-    const TempDir two;
-    const std::string a = MakeJob(one, "$0 r10\nP 0 0 0 P 0 0;;ID=1\nP 1 0 0 P 0 0;;ID=2\nP 2 0 0 P 0 0;;ID=3\n");
-    const std::string b = MakeJob(two, "$0 r10\nP 9 0 0 P 0 0;;ID=11\nP 0 0 0 P 0 0;;ID=12\nP 1 0 0 P 0 0;;ID=13\n"
-                                       "P 2 0 0 P 0 0;;ID=14\n");
-    const std::string out = RunJobx({"diff", a, b}).out;
-    EXPECT_THAT(out, HasSubstr("feature P: 1 only in B\n"));
-    EXPECT_THAT(out, HasSubstr("feature P (id): 3 changed\n"));
-    EXPECT_THAT(out, HasSubstr("\n4 differences in 1 place\n"));
-}
-
-TEST(CompleteJson, DiffComparesFeatureGroups)
-{
-    const TempDir one;
-    const TempDir two;
-    const std::string a = CopySample(one);
-    const std::string b = CopySample(two);
-    const std::string data = "blinker/steps/pcb/eda/data";
-    one.Write(data, one.Read(data) + "FGR TEXT\nFID C 0 1\nPRP NOTE 'a'\n");
-    two.Write(data, two.Read(data) + "FGR COORD\nFID C 0 1\nPRP NOTE 'b'\n");
-    const std::string out = RunJobx({"diff", a, b}).out;
-    EXPECT_THAT(out, HasSubstr("feature group 0 (TEXT): kind \"TEXT\" -> \"COORD\"\n"));
-    EXPECT_THAT(out, HasSubstr("feature group 0 (TEXT) / attribute NOTE: value \"a\" -> \"b\"\n"));
-}
-
 TEST(CompleteJson, DiffIsStrictAboutBothJobs)
 {
     const TempDir one;
