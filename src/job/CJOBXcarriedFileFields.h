@@ -12,7 +12,6 @@ struct jobx::Fields<CJOBXcarriedFile>
         Text("path", "Below the job, with / between its parts", &CJOBXcarriedFile::GetPath, &CJOBXcarriedFile::SetPath)
             .Shown("path")
             .AsName(),
-        Integer("size", "In bytes", &CJOBXcarriedFile::GetSize, &CJOBXcarriedFile::SetSize)
-            .Shown("size"),
+        Integer("size", "In bytes", &CJOBXcarriedFile::GetSize, &CJOBXcarriedFile::SetSize).Shown("size"),
     };
 };
