@@ -64,7 +64,8 @@ private:
 
     static std::size_t BlockOf(std::uint32_t number) noexcept
     {
-        return static_cast<std::size_t>(std::bit_width(number + kFirst)) - kFirstBits - 1;
+        // The width of a number above 0, so that compilers see that the result is not negative.
+        return static_cast<std::size_t>(std::bit_width(number / kFirst + 1)) - 1;
     }
     Entry& At(std::uint32_t number) const noexcept
     {
