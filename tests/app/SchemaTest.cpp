@@ -76,7 +76,7 @@ private:
     void WalkInside()
     {
         jobx::ForEachField<Record>(
-            [this](auto field)
+            [&](auto field)
             {
                 using Field = decltype(field);
                 if constexpr (Field::kKind == jobx::FieldKind::Part)
