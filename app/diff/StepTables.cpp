@@ -3,6 +3,8 @@
 #include "diff/DiffRecords.h"
 #include "output/Lengths.h"
 
+#include <fmt/core.h>
+
 #include <algorithm>
 #include <charconv>
 #include <string_view>
@@ -106,7 +108,7 @@ std::string StepTables::Pin(int package, int number) const
     const CJOBXdataPkg* const found = m_packages.Find(package);
     const bool isThere = found != nullptr && number >= 0 && number < found->m_arrPins.GetSize();
     const CJOBXdataPkgPin* const pin = isThere ? found->m_arrPins.GetAt(number) : nullptr;
-    return pin == nullptr ? "#" + std::to_string(number) : std::string(pin->m_sName.View());
+    return pin == nullptr ? fmt::format("#{}", number) : std::string(pin->m_sName.View());
 }
 
 std::string StepTables::Layer(int number) const
