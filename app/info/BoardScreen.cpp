@@ -104,7 +104,7 @@ void PrintJob(Output& output, const CJOBX& job)
 void PrintBoard(Output& output, const BoardFacts& facts)
 {
     PrintFact(output, "Board",
-              {"step " + Printable(facts.step->m_sName.View()),
+              {fmt::format("step {}", Printable(facts.step->m_sName.View())),
                facts.size ? BoardArea(facts.size->width, facts.size->height) : ""});
     PrintFact(output, "Thickness", {facts.thickness ? BoardLength(*facts.thickness) : ""});
     std::vector<std::string> copper;
@@ -190,7 +190,7 @@ void PrintPanels(Output& output, const BoardFacts& facts)
     for (std::size_t i = 0; i < std::min(facts.panels.size(), kMostPanels); ++i)
     {
         const PanelFacts& panel = facts.panels[i];
-        std::vector<std::string> pieces = {"step " + Printable(panel.name.View()),
+        std::vector<std::string> pieces = {fmt::format("step {}", Printable(panel.name.View())),
                                            panel.size ? BoardArea(panel.size->width, panel.size->height)
                                                       : std::string()};
         for (const auto& [name, copies] : panel.repeats)
@@ -202,7 +202,8 @@ void PrintPanels(Output& output, const BoardFacts& facts)
         PrintFact(output, "", {fmt::format("and {} more", facts.panels.size() - kMostPanels)});
     std::vector<std::string> others;
     for (const auto& [name, size] : facts.otherSteps)
-        others.push_back(Printable(name.View()) + (size ? " " + BoardArea(size->width, size->height) : ""));
+        others.push_back(size ? fmt::format("{} {}", Printable(name.View()), BoardArea(size->width, size->height))
+                              : Printable(name.View()));
     PrintFact(output, "Other steps", others);
 }
 

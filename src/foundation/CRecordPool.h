@@ -90,7 +90,7 @@ public:
 private:
     struct Kept;
 
-    CRecordChunk* const m_self = this; // what a page begins with
+    [[maybe_unused]] CRecordChunk* const m_self = this; // what a page begins with
     std::atomic<std::int64_t> m_living{kFilling};
     std::atomic<bool> m_owning;
     std::size_t m_size;
