@@ -31,7 +31,7 @@ inline constexpr std::int64_t kMaxPlacements = 100000;
 class PlacementFinder
 {
 public:
-    // `unit` is that of all lengths found.
+    // All lengths found are in `unit`.
     PlacementFinder(const CJOBX& job, const ShownUnit& unit);
     PlacementFinder(const PlacementFinder&) = delete;
     PlacementFinder& operator=(const PlacementFinder&) = delete;
