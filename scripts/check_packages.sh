@@ -28,11 +28,12 @@ done
 
 # has PACKAGE FILE: a shell pattern for one of its files.
 has() {
-    local name
-    while read -r name; do
+    local name names
+    mapfile -t names < <(dpkg-deb --fsys-tarfile "$built"/packages/"$1"_*.deb | tar -t)
+    for name in "${names[@]}"; do
         # shellcheck disable=SC2053 # a pattern is meant
         if [[ $name == ./usr/$2 ]]; then return; fi
-    done < <(dpkg-deb --fsys-tarfile "$built"/packages/"$1"_*.deb | tar -t)
+    done
     fail "the package $1 does not have $2"
 }
 has jobx bin/jobx
@@ -93,7 +94,7 @@ in_root() {
 }
 in_root /usr/bin/jobx --version
 in_root /usr/bin/jobx info /job/blinker --quiet >"$work/info"
-grep -q '^Matrix: 2 steps, 18 layers$' "$work/info" || fail "jobx of the package does not read the sample"
+grep -q '^Board .* 40.64 x 25.4 mm ' "$work/info" || fail "jobx of the package does not read the sample"
 in_root /usr/bin/jobx write /job/blinker -o /job/out --quiet
 [[ -f $test_root/job/out/blinker/matrix/matrix ]] || fail "jobx of the package does not write the sample"
 
