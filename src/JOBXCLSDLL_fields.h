@@ -15,7 +15,7 @@
 #include "eda/CJOBXdataPkgPinFields.h"
 #include "foundation/CJOBXPropertyFields.h"
 #include "foundation/CommonFields.h"
-#include "foundation/RecordFields.h"
+#include "foundation/base/RecordFields.h"
 #include "foundation/corekit/CLPropertyFields.h"
 #include "job/CJOBXFields.h"
 #include "job/CJOBXcarriedFileFields.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "foundation/CExPtrArray.h"
+#include "foundation/base/CExPtrArray.h"
 
 #include <memory>
 

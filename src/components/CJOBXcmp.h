@@ -1,14 +1,14 @@
 #pragma once
 
 #include "components/CJOBXcmpTop.h"
-#include "foundation/CExPtrArray.h"
 #include "foundation/CJOBXProperty.h"
-#include "foundation/CJOBXrecord.h"
 #include "foundation/CJOBXtailed.h"
-#include "foundation/JobxExport.h"
+#include "foundation/base/CExPtrArray.h"
+#include "foundation/base/CJOBXrecord.h"
 #include "foundation/corekit/CLProperty.h"
 #include "foundation/corekit/CPointD.h"
 #include "foundation/framework/CString.h"
+#include "foundation/framework/JobxExport.h"
 
 #include <cstdio>
 

@@ -1,11 +1,11 @@
 #pragma once
 
-#include "foundation/CExPtrArray.h"
-#include "foundation/CJOBXrecord.h"
 #include "foundation/CJOBXtailed.h"
-#include "foundation/JobxExport.h"
+#include "foundation/base/CExPtrArray.h"
+#include "foundation/base/CJOBXrecord.h"
 #include "foundation/corekit/CPointD.h"
 #include "foundation/framework/CString.h"
+#include "foundation/framework/JobxExport.h"
 
 // A toeprint: the place where a pin of a placed component meets the board, and its net.
 // Units:     lengths in the unit of its file; the rotation in degrees as in the file.

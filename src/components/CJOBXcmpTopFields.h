@@ -2,7 +2,7 @@
 
 #include "components/CJOBXcmpTop.h"
 #include "foundation/CommonFields.h"
-#include "foundation/RecordFields.h"
+#include "foundation/base/RecordFields.h"
 
 // The fields of CJOBXcmpTop.
 template <>

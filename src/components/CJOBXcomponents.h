@@ -1,14 +1,14 @@
 #pragma once
 
 #include "components/CJOBXcmp.h"
-#include "foundation/CExPtrArray.h"
 #include "foundation/CJOBXattributeList.h"
 #include "foundation/CJOBXunit.h"
-#include "foundation/JobxExport.h"
+#include "foundation/base/CExPtrArray.h"
 #include "foundation/corekit/CArrayN.h"
 #include "foundation/framework/CRaisingNew.h"
 #include "foundation/framework/CString.h"
 #include "foundation/framework/CStringArray.h"
+#include "foundation/framework/JobxExport.h"
 
 // The components file of one component layer: its components and the numbered tables of attribute names and texts.
 // Units:     lengths in the unit of the file; reading does not set the units text.

@@ -3,7 +3,7 @@
 #include "components/CJOBXcmpFields.h"
 #include "components/CJOBXcomponents.h"
 #include "foundation/CommonFields.h"
-#include "foundation/RecordFields.h"
+#include "foundation/base/RecordFields.h"
 
 // The fields of CJOBXcomponents.
 template <>

@@ -3,7 +3,7 @@
 #include "eda/CJOBXSnt.h"
 #include "eda/CJOBXdataNetObjFields.h"
 #include "foundation/CommonFields.h"
-#include "foundation/RecordFields.h"
+#include "foundation/base/RecordFields.h"
 
 // The fields of CJOBXSnt.
 template <>

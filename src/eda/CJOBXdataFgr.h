@@ -1,9 +1,9 @@
 #pragma once
 
 #include "eda/CJOBXdataNetObj.h"
-#include "foundation/CExPtrArray.h"
 #include "foundation/CJOBXProperty.h"
 #include "foundation/CJOBXtailed.h"
+#include "foundation/base/CExPtrArray.h"
 #include "foundation/framework/CRaisingNew.h"
 #include "foundation/framework/CString.h"
 

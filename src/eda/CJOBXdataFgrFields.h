@@ -4,7 +4,7 @@
 #include "eda/CJOBXdataNetObjFields.h"
 #include "foundation/CJOBXPropertyFields.h"
 #include "foundation/CommonFields.h"
-#include "foundation/RecordFields.h"
+#include "foundation/base/RecordFields.h"
 
 // The fields of CJOBXdataFgr.
 template <>

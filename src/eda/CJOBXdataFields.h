@@ -5,7 +5,7 @@
 #include "eda/CJOBXdataNetFields.h"
 #include "eda/CJOBXdataPkgFields.h"
 #include "foundation/CommonFields.h"
-#include "foundation/RecordFields.h"
+#include "foundation/base/RecordFields.h"
 
 // The fields of CJOBXdata.
 template <>

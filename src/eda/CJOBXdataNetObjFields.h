@@ -1,7 +1,7 @@
 #pragma once
 
 #include "eda/CJOBXdataNetObj.h"
-#include "foundation/RecordFields.h"
+#include "foundation/base/RecordFields.h"
 
 // The fields of CJOBXdataNetObj.
 template <>

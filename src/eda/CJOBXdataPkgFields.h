@@ -4,7 +4,7 @@
 #include "eda/CJOBXdataPkgPinFields.h"
 #include "foundation/CJOBXPropertyFields.h"
 #include "foundation/CommonFields.h"
-#include "foundation/RecordFields.h"
+#include "foundation/base/RecordFields.h"
 #include "foundation/corekit/CLPropertyFields.h"
 
 // The fields of CJOBXdataPkg.

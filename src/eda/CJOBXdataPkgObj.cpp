@@ -3,8 +3,8 @@
 #include "eda/CJOBXdataPkgObjContour.h"
 #include "eda/CJOBXdataPkgObjFields.h"
 #include "eda/EdaFormat.h"
-#include "foundation/NumberText.h"
 #include "foundation/ScaleLengths.h"
+#include "foundation/base/NumberText.h"
 #include "foundation/framework/Guarded.h"
 
 #include <array>

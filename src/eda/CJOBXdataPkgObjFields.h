@@ -2,7 +2,7 @@
 
 #include "eda/CJOBXdataPkgObjContour.h"
 #include "foundation/CommonFields.h"
-#include "foundation/RecordFields.h"
+#include "foundation/base/RecordFields.h"
 #include "layer/CJOBXlayObjOXFields.h"
 
 // The fields of CJOBXdataPkgObjCircle.

@@ -3,7 +3,7 @@
 #include "eda/CJOBXdataPkgObjFields.h"
 #include "eda/CJOBXdataPkgPin.h"
 #include "foundation/CommonFields.h"
-#include "foundation/RecordFields.h"
+#include "foundation/base/RecordFields.h"
 
 // The fields of CJOBXdataPkgPin.
 template <>

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "foundation/JobxExport.h"
 #include "foundation/framework/CRaisingNew.h"
 #include "foundation/framework/CString.h"
 #include "foundation/framework/CStringArray.h"
+#include "foundation/framework/JobxExport.h"
 
 class CJOBXdata;
 

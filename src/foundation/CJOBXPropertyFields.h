@@ -1,7 +1,7 @@
 #pragma once
 
 #include "foundation/CJOBXProperty.h"
-#include "foundation/RecordFields.h"
+#include "foundation/base/RecordFields.h"
 
 // The fields of CJOBXProperty.
 template <>

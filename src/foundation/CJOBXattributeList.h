@@ -2,8 +2,8 @@
 
 #include "foundation/CJOBXProperty.h"
 #include "foundation/CJOBXunit.h"
-#include "foundation/JobxExport.h"
 #include "foundation/framework/CRaisingNew.h"
+#include "foundation/framework/JobxExport.h"
 
 #include <memory>
 

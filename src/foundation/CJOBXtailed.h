@@ -1,7 +1,7 @@
 #pragma once
 
-#include "foundation/JobxExport.h"
 #include "foundation/framework/FrameworkTypes.h"
+#include "foundation/framework/JobxExport.h"
 
 #include <cstdint>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "foundation/JobxExport.h"
+#include "foundation/framework/JobxExport.h"
 
 // The unit of lengths.
 enum class JOBXunit : unsigned char

@@ -1,8 +1,8 @@
 // How the readers fill the lists of their records.
 #pragma once
 
-#include "foundation/CExPtrArray.h"
 #include "foundation/CRecordPool.h"
+#include "foundation/base/CExPtrArray.h"
 
 #include <algorithm>
 #include <memory>

@@ -1,6 +1,6 @@
 #include "foundation/CRecordPool.h"
 
-#include "foundation/CJOBXrecord.h"
+#include "foundation/base/CJOBXrecord.h"
 #include "foundation/framework/CArray.h"
 #include "foundation/framework/CException.h"
 

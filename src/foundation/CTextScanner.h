@@ -1,7 +1,7 @@
 // How every reader of the library parses a text file: lines as views of one buffer, blank-separated fields, numbers.
 #pragma once
 
-#include "foundation/NumberText.h"
+#include "foundation/base/NumberText.h"
 #include "foundation/corekit/CFileBytes.h"
 #include "foundation/framework/AsciiText.h"
 #include "foundation/framework/CString.h"

@@ -7,7 +7,7 @@
 #include "foundation/CJOBXkeyed.h"
 #include "foundation/CJOBXtailed.h"
 #include "foundation/CJOBXunit.h"
-#include "foundation/RecordFields.h"
+#include "foundation/base/RecordFields.h"
 
 #include <vector>
 

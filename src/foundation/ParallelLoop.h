@@ -1,8 +1,8 @@
 // The basis of the library's two parallel loops for reading.
 #pragma once
 
-#include "foundation/CExPtrArray.h"
 #include "foundation/WorkerTeam.h"
+#include "foundation/base/CExPtrArray.h"
 
 #include <algorithm>
 #include <atomic>

@@ -2,7 +2,7 @@
 // alone, and converts lists and parts.
 #pragma once
 
-#include "foundation/RecordFields.h"
+#include "foundation/base/RecordFields.h"
 
 namespace jobx
 {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "foundation/RecordFields.h"
+#include "foundation/base/RecordFields.h"
 #include "job/CJOBX.h"
 #include "job/CJOBXcarriedFileFields.h"
 #include "job/CJOBXmatrixFields.h"

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "foundation/CExPtrArray.h"
-#include "foundation/JobxExport.h"
+#include "foundation/base/CExPtrArray.h"
 #include "foundation/framework/CRaisingNew.h"
 #include "foundation/framework/CString.h"
 #include "foundation/framework/FrameworkTypes.h"
+#include "foundation/framework/JobxExport.h"
 
 // A file of a job that no reader took, so nothing of it is in the model.
 // Ownership: a plain value; not copyable.

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "foundation/CExPtrArray.h"
+#include "foundation/base/CExPtrArray.h"
 #include "foundation/framework/CRaisingNew.h"
 #include "foundation/framework/CString.h"
 #include "foundation/framework/CStringArray.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "foundation/CExPtrArray.h"
+#include "foundation/base/CExPtrArray.h"
 #include "foundation/corekit/CPointD.h"
 #include "foundation/framework/CRaisingNew.h"
 #include "foundation/framework/CString.h"

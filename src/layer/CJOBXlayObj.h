@@ -1,9 +1,9 @@
 #pragma once
 
-#include "foundation/CExPtrArray.h"
 #include "foundation/CJOBXProperty.h"
 #include "foundation/CJOBXidentified.h"
-#include "foundation/CJOBXrecord.h"
+#include "foundation/base/CExPtrArray.h"
+#include "foundation/base/CJOBXrecord.h"
 #include "foundation/corekit/CPointD.h"
 #include "foundation/framework/CRaisingNew.h"
 #include "foundation/framework/CString.h"

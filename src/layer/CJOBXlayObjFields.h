@@ -2,7 +2,7 @@
 
 #include "foundation/CJOBXPropertyFields.h"
 #include "foundation/CommonFields.h"
-#include "foundation/RecordFields.h"
+#include "foundation/base/RecordFields.h"
 #include "layer/CJOBXlayObj.h"
 #include "layer/CJOBXlayObjOXFields.h"
 

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "foundation/CExPtrArray.h"
 #include "foundation/CJOBXattributeList.h"
 #include "foundation/CJOBXidentified.h"
 #include "foundation/CJOBXunit.h"
+#include "foundation/base/CExPtrArray.h"
 #include "foundation/corekit/CArrayN.h"
 #include "foundation/framework/CRaisingNew.h"
 #include "foundation/framework/CString.h"

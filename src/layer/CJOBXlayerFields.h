@@ -2,7 +2,7 @@
 
 #include "components/CJOBXcomponentsFields.h"
 #include "foundation/CommonFields.h"
-#include "foundation/RecordFields.h"
+#include "foundation/base/RecordFields.h"
 #include "layer/CJOBXlayObjFields.h"
 #include "layer/CJOBXlayer.h"
 #include "layer/CJOBXtoolFields.h"

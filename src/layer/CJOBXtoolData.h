@@ -1,8 +1,8 @@
 #pragma once
 
-#include "foundation/CExPtrArray.h"
 #include "foundation/CJOBXidentified.h"
 #include "foundation/CJOBXkeyed.h"
+#include "foundation/base/CExPtrArray.h"
 #include "foundation/framework/CRaisingNew.h"
 #include "foundation/framework/CString.h"
 

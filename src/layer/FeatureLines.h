@@ -3,7 +3,7 @@
 // there is.
 #pragma once
 
-#include "foundation/NumberText.h"
+#include "foundation/base/NumberText.h"
 #include "layer/FeaturesFormat.h"
 
 #include <string_view>

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "foundation/CExPtrArray.h"
-#include "foundation/CJOBXrecord.h"
 #include "foundation/CJOBXtailed.h"
-#include "foundation/JobxExport.h"
+#include "foundation/base/CExPtrArray.h"
+#include "foundation/base/CJOBXrecord.h"
 #include "foundation/framework/CString.h"
+#include "foundation/framework/JobxExport.h"
 #include "netlist/CJOBXnetPt.h"
 
 // A net of the netlist: its number, its name and its test points.

@@ -1,12 +1,12 @@
 #pragma once
 
-#include "foundation/CExPtrArray.h"
-#include "foundation/CJOBXrecord.h"
 #include "foundation/CJOBXtailed.h"
-#include "foundation/JobxExport.h"
+#include "foundation/base/CExPtrArray.h"
+#include "foundation/base/CJOBXrecord.h"
 #include "foundation/corekit/CPointD.h"
 #include "foundation/framework/CString.h"
 #include "foundation/framework/CStringArray.h"
+#include "foundation/framework/JobxExport.h"
 
 #include <memory>
 

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "foundation/CExPtrArray.h"
 #include "foundation/CJOBXunit.h"
-#include "foundation/JobxExport.h"
+#include "foundation/base/CExPtrArray.h"
 #include "foundation/framework/CRaisingNew.h"
 #include "foundation/framework/CString.h"
+#include "foundation/framework/JobxExport.h"
 #include "netlist/CJOBXnet.h"
 #include "netlist/CJOBXnetPt.h"
 

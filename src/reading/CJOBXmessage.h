@@ -1,7 +1,7 @@
 #pragma once
 
-#include "foundation/JobxExport.h"
 #include "foundation/framework/CString.h"
+#include "foundation/framework/JobxExport.h"
 
 // How serious a message is. Note: worth knowing. Warning: something may not be as intended. Error: part of the job is
 // missing from the model or wrong.

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "components/CJOBXcomponents.h"
-#include "foundation/CExPtrArray.h"
 #include "foundation/CJOBXattributeList.h"
+#include "foundation/base/CExPtrArray.h"
 #include "foundation/framework/CRaisingNew.h"
 #include "foundation/framework/CString.h"
 #include "layer/CJOBXlayer.h"

@@ -3,7 +3,7 @@
 #include "eda/CJOBXdataFields.h"
 #include "eda/CJOBXeda.h"
 #include "foundation/CommonFields.h"
-#include "foundation/RecordFields.h"
+#include "foundation/base/RecordFields.h"
 #include "layer/CJOBXlayerFields.h"
 #include "netlist/CJOBXnetlistFields.h"
 #include "step/CJOBXstepObj.h"

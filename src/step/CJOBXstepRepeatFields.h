@@ -1,7 +1,7 @@
 #pragma once
 
 #include "foundation/CommonFields.h"
-#include "foundation/RecordFields.h"
+#include "foundation/base/RecordFields.h"
 #include "step/CJOBXstepRepeat.h"
 
 // The fields of CJOBXstepRepeat.

@@ -1,13 +1,13 @@
 #pragma once
 
-#include "foundation/CExPtrArray.h"
 #include "foundation/CJOBXidentified.h"
 #include "foundation/CJOBXkeyed.h"
 #include "foundation/CJOBXunit.h"
-#include "foundation/JobxExport.h"
+#include "foundation/base/CExPtrArray.h"
 #include "foundation/corekit/CPointD.h"
 #include "foundation/framework/CRaisingNew.h"
 #include "foundation/framework/CString.h"
+#include "foundation/framework/JobxExport.h"
 #include "step/CJOBXstepRepeat.h"
 
 // The header of a step: datum, origin, step-and-repeat table, and settings kept as text.

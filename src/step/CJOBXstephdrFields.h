@@ -1,7 +1,7 @@
 #pragma once
 
 #include "foundation/CommonFields.h"
-#include "foundation/RecordFields.h"
+#include "foundation/base/RecordFields.h"
 #include "step/CJOBXstepRepeatFields.h"
 #include "step/CJOBXstephdr.h"
 

@@ -1,4 +1,4 @@
-#include "foundation/NumberText.h"
+#include "foundation/base/NumberText.h"
 #include "foundation/corekit/CKUtility.h"
 #include "step/CJOBXstephdr.h"
 #include "step/StephdrFormat.h"

@@ -1,7 +1,7 @@
 // The pool behind the records of a job: what a chunk keeps, when destructors run, and that runs are given back whole.
 #include "foundation/CRecordPool.h"
 
-#include "foundation/CJOBXrecord.h"
+#include "foundation/base/CJOBXrecord.h"
 #include "foundation/corekit/CArrayN.h"
 #include "foundation/framework/CStringArray.h"
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "foundation/CExPtrArray.h"
-#include "foundation/JobxExport.h"
+#include "foundation/base/CExPtrArray.h"
 #include "foundation/corekit/CValueArray.h"
+#include "foundation/framework/JobxExport.h"
 
 extern template class JOBX_API CArray<int, int>;
 extern template class JOBX_API CValueArray<int, int>;

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "foundation/JobxExport.h"
 #include "foundation/framework/CString.h"
+#include "foundation/framework/JobxExport.h"
 
 // A failed call to the file system: the caller, the operation, and the system's reason.
 // Ownership: a plain value.

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "foundation/JobxExport.h"
 #include "foundation/corekit/CKDiagnostic.h"
 #include "foundation/framework/CString.h"
 #include "foundation/framework/CStringArray.h"
 #include "foundation/framework/FrameworkTypes.h"
+#include "foundation/framework/JobxExport.h"
 
 #include <atomic>
 #include <mutex>

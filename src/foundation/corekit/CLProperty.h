@@ -1,7 +1,7 @@
 #pragma once
 
-#include "foundation/CExPtrArray.h"
-#include "foundation/CJOBXrecord.h"
+#include "foundation/base/CExPtrArray.h"
+#include "foundation/base/CJOBXrecord.h"
 #include "foundation/framework/CString.h"
 
 // A name and a value: the plain attribute of packages and components.

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "foundation/RecordFields.h"
+#include "foundation/base/RecordFields.h"
 #include "foundation/corekit/CLProperty.h"
 
 // The fields of CLProperty.

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "foundation/CExPtrArray.h"
-#include "foundation/JobxExport.h"
+#include "foundation/base/CExPtrArray.h"
 #include "foundation/corekit/CValueArray.h"
 #include "foundation/framework/CRaisingNew.h"
+#include "foundation/framework/JobxExport.h"
 
 // A pair of 32-bit integers: a grid point, or a count in x and in y.
 // Ownership: a plain value.

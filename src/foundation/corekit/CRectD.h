@@ -1,9 +1,9 @@
 #pragma once
 
-#include "foundation/CExPtrArray.h"
-#include "foundation/JobxExport.h"
+#include "foundation/base/CExPtrArray.h"
 #include "foundation/corekit/CValueArray.h"
 #include "foundation/framework/CRaisingNew.h"
+#include "foundation/framework/JobxExport.h"
 
 // An axis-parallel rectangle in double precision.
 // Units:     the unit of its file, inch or millimetre; areas in that unit squared.

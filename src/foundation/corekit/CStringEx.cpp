@@ -1,6 +1,6 @@
 #include "foundation/corekit/CStringEx.h"
 
-#include "foundation/NumberText.h"
+#include "foundation/base/NumberText.h"
 
 template class CArray<CStringEx, const CStringEx&>;
 template class CValueArray<CStringEx>;

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "foundation/JobxExport.h"
 #include "foundation/corekit/CValueArray.h"
 #include "foundation/framework/CRaisingNew.h"
 #include "foundation/framework/CString.h"
+#include "foundation/framework/JobxExport.h"
 
 // A text that can be parsed as a number.
 // Results:   text that does not begin with a number reads as 0; white space before the number and anything after it is

@@ -1,10 +1,10 @@
 // Free functions on text for readers and hosts.
 #pragma once
 
-#include "foundation/JobxExport.h"
 #include "foundation/framework/CString.h"
 #include "foundation/framework/CStringArray.h"
 #include "foundation/framework/FrameworkTypes.h"
+#include "foundation/framework/JobxExport.h"
 
 // A copy in upper or lower case; only ASCII letters change.
 JOBX_API CString MakeUpper(const CString& text);

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "foundation/JobxExport.h"
 #include "foundation/framework/CArchive.h"
 #include "foundation/framework/CException.h"
 #include "foundation/framework/CObject.h"
+#include "foundation/framework/JobxExport.h"
 
 #include <algorithm>
 #include <cstddef>

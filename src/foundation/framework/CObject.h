@@ -1,8 +1,8 @@
 #pragma once
 
-#include "foundation/JobxExport.h"
 #include "foundation/framework/CRaisingNew.h"
 #include "foundation/framework/FrameworkTypes.h"
+#include "foundation/framework/JobxExport.h"
 
 class CArchive;
 class CDumpContext;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "foundation/JobxExport.h"
+#include "foundation/framework/JobxExport.h"
 
 #include <cstddef>
 #include <new>

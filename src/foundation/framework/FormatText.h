@@ -1,7 +1,7 @@
 // The only place where the library prints in the style of printf.
 #pragma once
 
-#include "foundation/JobxExport.h"
+#include "foundation/framework/JobxExport.h"
 
 #include <cstdarg>
 #include <cstddef>

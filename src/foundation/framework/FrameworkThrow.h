@@ -2,8 +2,8 @@
 // Each throws a pointer, as the framework does; the catcher calls Delete() on it.
 #pragma once
 
-#include "foundation/JobxExport.h"
 #include "foundation/framework/FrameworkTypes.h"
+#include "foundation/framework/JobxExport.h"
 
 [[noreturn]] JOBX_API void AfxThrowMemoryException();
 [[noreturn]] JOBX_API void AfxThrowInvalidArgException();

@@ -1,4 +1,4 @@
-#include "foundation/NumberText.h"
+#include "foundation/base/NumberText.h"
 
 #include "foundation/framework/AsciiText.h"
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "foundation/JobxExport.h"
 #include "foundation/framework/CRaisingNew.h"
+#include "foundation/framework/JobxExport.h"
 
 #include <cstddef>
 #include <new>

@@ -1,4 +1,4 @@
-#include "foundation/CJOBXrecord.h"
+#include "foundation/base/CJOBXrecord.h"
 
 #include "support/MemoryChecker.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "foundation/CPointerCounts.h"
+#include "foundation/base/CPointerCounts.h"
 #include "foundation/framework/CArray.h"
 
 #include <algorithm>

@@ -1,5 +1,5 @@
 // Reading numbers: the same results as the C library's functions in the C locale, for every text.
-#include "foundation/NumberText.h"
+#include "foundation/base/NumberText.h"
 
 #include "support/CommaLocale.h"
 
