@@ -2,7 +2,7 @@
 // to 100 MB.
 #include "Floor.h"
 
-#include "foundation/CTextScanner.h"
+#include "foundation/CLineScanner.h"
 #include "layer/CJOBXlayer.h"
 #include "layer/FeaturesReader.h"
 
@@ -24,7 +24,7 @@ const std::string& LargeLayer()
 std::unique_ptr<CJOBXlayer> ReadLayer(std::string_view text)
 {
     auto layer = std::make_unique<CJOBXlayer>();
-    CTextScanner scanner(text);
+    CLineScanner scanner(text);
     ReadFeatures(scanner, *layer);
     return layer;
 }

@@ -142,7 +142,7 @@ private:
                        " belongs to no component.");
     }
 
-    CTextScanner& m_text;
+    CLineScanner& m_text;
     CFileMessages& m_messages;
     CJOBXcomponents& m_file;
     CFileUnit m_unit;

@@ -1,10 +1,10 @@
 #include "components/CJOBXcomponents.h"
 #include "components/ComponentsFormat.h"
+#include "foundation/CBlankEndedScanner.h"
+#include "foundation/CLineScanner.h"
 #include "foundation/CListFiller.h"
 #include "foundation/CRecordPool.h"
 #include "foundation/CTextCache.h"
-#include "foundation/CTextScanner.h"
-#include "foundation/CTokenScanner.h"
 #include "foundation/KeywordTable.h"
 #include "foundation/NumberedTable.h"
 #include "foundation/framework/Guarded.h"
@@ -79,7 +79,7 @@ void OnNewComponent(ComponentsReading& reading, std::string_view line)
 
 // The name that ends a line, and the attributes behind it. Attributes of a toeprint also go to its component; this is
 // intended.
-void TakeName(ComponentsReading& reading, CTokenScanner& fields, CString& name)
+void TakeName(ComponentsReading& reading, CBlankEndedScanner& fields, CString& name)
 {
     const std::string_view rest = fields.Rest();
     const std::size_t semicolon = rest.find(';');
@@ -103,7 +103,7 @@ void OnComponent(ComponentsReading& reading, std::string_view line)
     if (reading.component == nullptr)
         return;
     CJOBXcmp& component = *reading.component;
-    CTokenScanner fields(WithoutKeyword(line));
+    CBlankEndedScanner fields(WithoutKeyword(line));
     component.m_nPkgRef = fields.Integer();
     component.m_ptLocation.x = fields.Real();
     component.m_ptLocation.y = fields.Real();
@@ -118,7 +118,7 @@ void OnToeprint(ComponentsReading& reading, std::string_view line)
     if (reading.component == nullptr)
         return;
     CJOBXcmpTop& top = *reading.tops.Own(record_pool::New<CJOBXcmpTop>());
-    CTokenScanner fields(WithoutKeyword(line));
+    CBlankEndedScanner fields(WithoutKeyword(line));
     top.m_nPin = fields.Integer();
     top.m_ptLocation.x = fields.Real();
     top.m_ptLocation.y = fields.Real();
@@ -157,7 +157,7 @@ constexpr Keyword<ComponentsReading> kComponentsKeywords[] = {
     {components_format::kProperty, OnProperty},
 };
 
-void ReadLines(CTextScanner& text, CJOBXcomponents& components)
+void ReadLines(CLineScanner& text, CJOBXcomponents& components)
 {
     ComponentsReading reading{components,
                               CNumberIndex(components.m_arrAttributeNameNumbers, components.m_arrAttributeNames)};
@@ -174,7 +174,7 @@ int CJOBXcomponents::ParseODBOfMFC(CString path)
     return Guarded(
         [&]
         {
-            CTextScanner text(path, __FILE__, __LINE__);
+            CLineScanner text(path, __FILE__, __LINE__);
             ReadLines(text, *this);
             return 1;
         });

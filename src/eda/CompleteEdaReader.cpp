@@ -437,7 +437,7 @@ private:
                            " of this record are not kept.");
     }
 
-    CTextScanner& m_text;
+    CLineScanner& m_text;
     CFileMessages& m_messages;
     CJOBXdata& m_data;
     CFileUnit m_unit;

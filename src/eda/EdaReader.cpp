@@ -1,9 +1,9 @@
 #include "eda/CJOBXdata.h"
 #include "eda/EdaFormat.h"
+#include "foundation/CBlankEndedScanner.h"
 #include "foundation/CListFiller.h"
 #include "foundation/CRecordPool.h"
 #include "foundation/CTextCache.h"
-#include "foundation/CTokenScanner.h"
 #include "foundation/FieldTexts.h"
 #include "foundation/KeywordTable.h"
 #include "foundation/framework/Guarded.h"
@@ -25,7 +25,7 @@ enum class Inside
 struct EdaReading
 {
     CJOBXdata& data;
-    CTextScanner& text;
+    CLineScanner& text;
     Inside inside = Inside::Nothing;
     // The current records; null until the first one.
     CJOBXdataNet* net = nullptr;
@@ -111,7 +111,7 @@ void AddPackage(EdaReading& reading, std::string_view line, int number)
     if (HasAttributes(line))
         return;
     auto package = record_pool::New<CJOBXdataPkg>();
-    CTokenScanner fields(WithoutKeyword(line));
+    CBlankEndedScanner fields(WithoutKeyword(line));
     package->m_nNumber = number;
     package->m_sName = fields.Token();
     package->m_dPitch = fields.Real();
@@ -175,7 +175,7 @@ void OnPin(EdaReading& reading, std::string_view line)
     if (reading.package == nullptr)
         return;
     auto pin = record_pool::New<CJOBXdataPkgPin>();
-    CTokenScanner fields(WithoutKeyword(line));
+    CBlankEndedScanner fields(WithoutKeyword(line));
     pin->m_sName = fields.Token();
     pin->m_sType = fields.Token();
     pin->m_ptCenter.SetX(fields.Real());
@@ -215,7 +215,7 @@ void OnProperty(EdaReading& reading, std::string_view line)
     if (properties == nullptr)
         return;
     auto property = record_pool::New<CJOBXProperty>();
-    CTokenScanner fields(WithoutKeyword(line));
+    CBlankEndedScanner fields(WithoutKeyword(line));
     property->m_sName = reading.textCache.Of(fields.Token());
     CFieldScanner values(fields.Rest());
     values.Text(property->m_sValue); // quotes are kept, and a quoted text with blanks is split
@@ -307,7 +307,7 @@ bool IsSkipped(std::string_view line)
            !Contains(line, eda_format::kNumberedPackage);
 }
 
-void ReadLines(CTextScanner& text, CJOBXdata& data)
+void ReadLines(CLineScanner& text, CJOBXdata& data)
 {
     EdaReading reading{data, text};
     while (text.NextLine())
@@ -322,7 +322,7 @@ int CJOBXdata::ParseODBOfMFC(CString path)
     return Guarded(
         [&]
         {
-            CTextScanner text(path, __FILE__, __LINE__);
+            CLineScanner text(path, __FILE__, __LINE__);
             ReadLines(text, *this);
             return text.WasRead() ? 1 : 0;
         });

@@ -1,9 +1,9 @@
 // How the readers keep the fields of a line as a list of texts.
 #pragma once
 
+#include "foundation/CLineScanner.h"
 #include "foundation/CRecordPool.h"
 #include "foundation/CTextCache.h"
-#include "foundation/CTextScanner.h"
 #include "foundation/framework/CStringArray.h"
 
 #include <array>

@@ -1,7 +1,7 @@
 // How readers find out which kind a line is.
 #pragma once
 
-#include "foundation/CTextScanner.h"
+#include "foundation/CLineScanner.h"
 
 #include <array>
 #include <cstddef>

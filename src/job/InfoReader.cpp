@@ -41,7 +41,7 @@ int CJOBXmisc::ParseODBOfMFC(const CString& miscDirectory)
     return Guarded(
         [&]
         {
-            CTextScanner text(path, __FILE__, __LINE__);
+            CLineScanner text(path, __FILE__, __LINE__);
             while (text.NextLine())
                 Dispatch<kInfoKeywords>(*this, text.Line());
             return text.WasRead() ? 1 : 0;

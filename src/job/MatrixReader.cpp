@@ -88,7 +88,7 @@ void OnLine(MatrixReading& reading, std::string_view line)
         Dispatch<kOutside>(reading, line);
 }
 
-void ReadLines(CTextScanner& text, CJOBXmatrix& matrix)
+void ReadLines(CLineScanner& text, CJOBXmatrix& matrix)
 {
     MatrixReading reading{matrix};
     while (text.NextLine())
@@ -103,7 +103,7 @@ int CJOBXmatrix::ParseODBOfMFC(const CString& matrixDirectory)
         {
             const CString path =
                 CKUtility::GetInstance()->FindPath(matrixDirectory, matrix_format::kMatrix, __FILE__, __LINE__);
-            CTextScanner text(path, __FILE__, __LINE__);
+            CLineScanner text(path, __FILE__, __LINE__);
             ReadLines(text, *this);
             return text.WasRead() ? 1 : 0;
         });

@@ -1,4 +1,4 @@
-#include "foundation/CTextScanner.h"
+#include "foundation/CLineScanner.h"
 #include "foundation/corekit/TextTools.h"
 #include "foundation/framework/Guarded.h"
 #include "job/CJOBXsysAttrData.h"
@@ -80,7 +80,7 @@ int CJOBXsysAttrDataArray::ParseODBOfMFC(const CString& filePath)
     return Guarded(
         [&]
         {
-            CTextScanner text(filePath, __FILE__, __LINE__);
+            CLineScanner text(filePath, __FILE__, __LINE__);
             SysAttrReading reading{*this, nullptr};
             CStringArray tokens;
             while (text.NextLine())

@@ -1,7 +1,7 @@
 #include "layer/CJOBXlayer.h"
 
 #include "components/CJOBXcomponents.h"
-#include "foundation/CTextScanner.h"
+#include "foundation/CLineScanner.h"
 #include "foundation/CTextWriter.h"
 #include "foundation/NumberedTable.h"
 #include "foundation/ScaleLengths.h"
@@ -49,7 +49,7 @@ int CJOBXlayer::ParseODBOfMFC(CString path)
     Guarded(
         [&]
         {
-            CTextScanner scanner(CTextScanner::InPieces{}, path, __FILE__, __LINE__);
+            CLineScanner scanner(CLineScanner::InPieces{}, path, __FILE__, __LINE__);
             ReadFeatures(scanner, *this);
         });
     return 1;

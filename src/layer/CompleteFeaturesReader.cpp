@@ -458,7 +458,7 @@ private:
         return true;
     }
 
-    CTextScanner& m_scanner;
+    CLineScanner& m_scanner;
     CFileMessages& m_messages;
     CJOBXlayer& m_layer;
     CNumberIndex m_names{m_layer.m_arrAttributeNameNumbers, m_layer.m_arrAttributeNames};

@@ -104,7 +104,7 @@ private:
                            Quoted{m_character->m_sName.View()}, " is not closed.");
     }
 
-    CTextScanner& m_text;
+    CLineScanner& m_text;
     CFileMessages& m_messages;
     CJOBXfonts& m_fonts;
     CFileUnit m_unit;

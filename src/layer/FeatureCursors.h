@@ -1,7 +1,7 @@
 // Three ways to parse the fields of a feature line. FeatureLines.h says which fields there are.
 #pragma once
 
-#include "foundation/CTextScanner.h"
+#include "foundation/CLineScanner.h"
 #include "layer/FeatureLines.h"
 
 #include <algorithm>

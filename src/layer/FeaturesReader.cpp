@@ -31,7 +31,7 @@ std::string_view WithoutTail(std::string_view attributes)
 class CFeaturesReading : private CPlainFeatureLines<CFeaturesReading>
 {
 public:
-    CFeaturesReading(CTextScanner& scanner, CJOBXlayer& layer)
+    CFeaturesReading(CLineScanner& scanner, CJOBXlayer& layer)
         : CPlainFeatureLines(layer), m_scanner(scanner), m_layer(layer)
     {
     }
@@ -216,7 +216,7 @@ private:
             m_builder.CloseContour(m_scanner.LineNumber());
     }
 
-    CTextScanner& m_scanner;
+    CLineScanner& m_scanner;
     CJOBXlayer& m_layer;
     CNumberIndex m_names{m_layer.m_arrAttributeNameNumbers, m_layer.m_arrAttributeNames};
     CNumberIndex m_texts{m_layer.m_arrAttributeTextNumbers, m_layer.m_arrAttributeTexts};
@@ -225,7 +225,7 @@ private:
 };
 } // namespace
 
-void ReadFeatures(CTextScanner& scanner, CJOBXlayer& layer)
+void ReadFeatures(CLineScanner& scanner, CJOBXlayer& layer)
 {
     const auto reading = std::make_unique<CFeaturesReading>(scanner, layer); // too large for the stack of a worker
                                                                              // thread

@@ -1,8 +1,8 @@
 // Reads a features file into a layer.
 #pragma once
 
+#include "foundation/CBlankEndedScanner.h"
 #include "foundation/CJOBXProperty.h"
-#include "foundation/CTokenScanner.h"
 #include "reading/CSourceFile.h"
 
 #include <memory>
@@ -11,7 +11,7 @@
 class CJOBXlayer;
 
 // Appends the contents of the scanned file to the layer's tables and features.
-void ReadFeatures(CTextScanner& scanner, CJOBXlayer& layer);
+void ReadFeatures(CLineScanner& scanner, CJOBXlayer& layer);
 
 // Appends the contents of the file by complete reading.
 void ReadCompletely(const CReadingContext& context, CSourceFile& file, CJOBXlayer& layer);

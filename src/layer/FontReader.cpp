@@ -65,7 +65,7 @@ constexpr Keyword<FontReading> kFontKeywords[] = {
     {font_format::kYSize, OnSize<&CJOBXfonts::m_dYSize>, Letters::AsWritten}, // upper case only; intended
 };
 
-void ReadLines(CTextScanner& text, CJOBXfonts& fonts)
+void ReadLines(CLineScanner& text, CJOBXfonts& fonts)
 {
     FontReading reading{fonts};
     while (text.NextLine())
@@ -84,7 +84,7 @@ int CJOBXfonts::ParseStandardFont(const CString& folder)
     return Guarded(
         [&]
         {
-            CTextScanner text(path, __FILE__, __LINE__);
+            CLineScanner text(path, __FILE__, __LINE__);
             ReadLines(text, *this);
             return 1;
         });

@@ -2,7 +2,7 @@
 // pass, for both ways of reading.
 #pragma once
 
-#include "foundation/CTextScanner.h"
+#include "foundation/CLineScanner.h"
 #include "layer/FeatureBuilder.h"
 #include "layer/FeatureCursors.h"
 
@@ -22,7 +22,7 @@ protected:
     explicit CPlainFeatureLines(CJOBXlayer& layer) : m_builder(layer) {}
 
     // Goes through the plain lines ahead; stops at the first that was not taken.
-    void ReadPlainLines(CTextScanner& scanner)
+    void ReadPlainLines(CLineScanner& scanner)
     {
         m_lastList = {}; // may point into a piece of the file that is gone
         const std::string_view ahead = scanner.Ahead();

@@ -148,7 +148,7 @@ private:
         fields.Real(point.m_dStaggeredRadius);
     }
 
-    CTextScanner& m_text;
+    CLineScanner& m_text;
     CFileMessages& m_messages;
     CJOBXnetlist& m_netlist;
     CFileUnit m_unit;

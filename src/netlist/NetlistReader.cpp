@@ -1,7 +1,7 @@
+#include "foundation/CLineScanner.h"
 #include "foundation/CListFiller.h"
 #include "foundation/CRecordPool.h"
 #include "foundation/CTextCache.h"
-#include "foundation/CTextScanner.h"
 #include "foundation/KeywordTable.h"
 #include "foundation/framework/Guarded.h"
 #include "netlist/CJOBXnetlist.h"
@@ -140,7 +140,7 @@ constexpr Keyword<NetlistReading> kNetlistKeywords[] = {
     {"", OnPoint},
 };
 
-void ReadLines(CTextScanner& text, CJOBXnetArray& nets)
+void ReadLines(CLineScanner& text, CJOBXnetArray& nets)
 {
     NetlistReading reading{nets, CFirstNets(nets)};
     while (text.NextLine())
@@ -154,7 +154,7 @@ int CJOBXnetlist::ParseODBOfMFC(CString path)
     return Guarded(
         [&]
         {
-            CTextScanner text(path, __FILE__, __LINE__);
+            CLineScanner text(path, __FILE__, __LINE__);
             ReadLines(text, m_arrNets);
             return text.WasRead() ? 1 : 0;
         });

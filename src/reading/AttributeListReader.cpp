@@ -78,7 +78,7 @@ private:
                            Quoted{attribute.m_sName.View()}, " cannot have the value ", Quoted{value}, ".");
     }
 
-    CTextScanner& m_text;
+    CLineScanner& m_text;
     CFileMessages& m_messages;
     const CAttributeTypes& m_types;
     CFileUnit m_unit;

@@ -98,7 +98,7 @@ private:
             m_messages.Say(definition_message::kNotClosed, m_line, "The definition that begins here is not closed.");
     }
 
-    CTextScanner& m_text;
+    CLineScanner& m_text;
     CFileMessages& m_messages;
     CAttributeTypes& m_types;
     CAttributeTypes::Type m_type;

@@ -1,7 +1,7 @@
 // How complete reading takes the fields of a record.
 #pragma once
 
-#include "foundation/CTextScanner.h"
+#include "foundation/CLineScanner.h"
 #include "foundation/corekit/CPointD.h"
 #include "reading/CFileMessages.h"
 

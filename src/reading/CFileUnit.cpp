@@ -1,6 +1,6 @@
 #include "reading/CFileUnit.h"
 
-#include "foundation/CTextScanner.h"
+#include "foundation/CLineScanner.h"
 #include "reading/UnitMessageKinds.h"
 
 bool IsUnit(std::string_view text, JOBXunit& unit) noexcept

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "foundation/CJOBXkeyed.h"
-#include "foundation/CTextScanner.h"
+#include "foundation/CLineScanner.h"
 #include "foundation/corekit/CPointD.h"
 #include "foundation/corekit/CPointN.h"
 #include "reading/CFileMessages.h"
@@ -129,7 +129,7 @@ private:
     bool TakeKey(std::string_view line);
     void Keep(CJOBXkeyed& object, std::string_view name) const;
 
-    CTextScanner& m_text;
+    CLineScanner& m_text;
     CFileMessages& m_messages;
     const CKeyKinds& m_kinds;
     CFileUnit* m_unit;

@@ -94,7 +94,7 @@ bool HasOnlyCR(std::string_view begin)
 } // namespace
 
 // Reports lines that lose text.
-class CSourceFile::CLostText final : public CTextScanner::CutLines
+class CSourceFile::CLostText final : public CLineScanner::CutLines
 {
 public:
     explicit CLostText(CFileMessages& messages) : m_messages(messages) {}
@@ -155,7 +155,7 @@ CSourceFile::CSourceFile(const CReadingContext& context, const CSourceFolder& fo
 
 void CSourceFile::Open(const CJOBXreading& reading)
 {
-    auto text = std::make_unique<CTextScanner>(CTextScanner::InPieces{}, m_path, __FILE__, __LINE__);
+    auto text = std::make_unique<CLineScanner>(CLineScanner::InPieces{}, m_path, __FILE__, __LINE__);
     if (!text->WasRead())
         return SayUnreadable();
     const std::string_view beginning = text->Beginning();
@@ -171,7 +171,7 @@ void CSourceFile::Open(const CJOBXreading& reading)
     if (!bytes.Load(m_path, __FILE__, __LINE__))
         return SayUnreadable();
     if (Expand(reading, bytes.View(), isGzip))
-        TakeText(std::make_unique<CTextScanner>(std::string_view(m_expanded)), m_expanded);
+        TakeText(std::make_unique<CLineScanner>(std::string_view(m_expanded)), m_expanded);
 }
 
 void CSourceFile::OpenUnusual()
@@ -186,7 +186,7 @@ void CSourceFile::OpenUnusual()
     m_expanded = text;
     if (hasOnlyCR)
         std::replace(m_expanded.begin(), m_expanded.end(), '\r', '\n');
-    TakeText(std::make_unique<CTextScanner>(std::string_view(m_expanded)), m_expanded);
+    TakeText(std::make_unique<CLineScanner>(std::string_view(m_expanded)), m_expanded);
 }
 
 // Whether the compressed file `other` expands to the bytes of this one. False if that cannot be found out.
@@ -230,7 +230,7 @@ bool CSourceFile::Expand(const CJOBXreading& reading, std::string_view data, boo
     return result == LzwResult::Done;
 }
 
-void CSourceFile::TakeText(std::unique_ptr<CTextScanner> text, std::string_view beginning)
+void CSourceFile::TakeText(std::unique_ptr<CLineScanner> text, std::string_view beginning)
 {
     if (!IsText(beginning.substr(0, kLooked)))
         return m_messages->Say(file_message::kNotText, 0, "The file is not text.");

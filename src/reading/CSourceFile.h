@@ -1,7 +1,7 @@
 // A file of a job in complete reading.
 #pragma once
 
-#include "foundation/CTextScanner.h"
+#include "foundation/CLineScanner.h"
 #include "reading/CFileMessages.h"
 #include "reading/CReadingContext.h"
 
@@ -35,7 +35,7 @@ private:
 // spelling exists. If its contents are compressed by compress(1) or gzip, they are expanded in memory; nothing is ever
 // written. A byte order mark of UTF-8 is left out, and lines may end with CR alone. What is wrong with the file as a whole goes to its messages, which the context keeps. Nothing goes to the
 // diagnostics.
-// Ownership: owns the text; borrows the messages. Views of lines are valid as CTextScanner says.
+// Ownership: owns the text; borrows the messages. Views of lines are valid as CLineScanner says.
 class CSourceFile
 {
 public:
@@ -52,7 +52,7 @@ public:
     // Whether there is text to read.
     bool WasRead() const noexcept { return m_text != nullptr; }
     // The lines; only if WasRead.
-    CTextScanner& Text() noexcept { return *m_text; }
+    CLineScanner& Text() noexcept { return *m_text; }
     CFileMessages& Messages() noexcept { return *m_messages; }
     // Of the file found; of the plain name if there is none.
     const CString& Path() const noexcept { return m_path; }
@@ -65,12 +65,12 @@ private:
     bool Expand(const CJOBXreading& reading, std::string_view data, bool isGzip);
     bool IsSameAs(const CJOBXreading& reading, const CString& other) const;
     void SayUnreadable();
-    void TakeText(std::unique_ptr<CTextScanner> text, std::string_view beginning);
+    void TakeText(std::unique_ptr<CLineScanner> text, std::string_view beginning);
 
     bool m_isThere = false;
     CString m_path;
     CFileMessages* m_messages; // in the list of the context
     std::string m_expanded;
     std::unique_ptr<CLostText> m_lost; // gets reports of m_text
-    std::unique_ptr<CTextScanner> m_text;
+    std::unique_ptr<CLineScanner> m_text;
 };

@@ -1,8 +1,8 @@
 // What the EDA data and the components files have in common.
 #pragma once
 
-#include "foundation/CTextScanner.h"
-#include "foundation/CTokenScanner.h"
+#include "foundation/CBlankEndedScanner.h"
+#include "foundation/CLineScanner.h"
 #include "foundation/corekit/CArrayN.h"
 #include "foundation/framework/CStringArray.h"
 
@@ -43,7 +43,7 @@ struct CPropertyText
 {
     explicit CPropertyText(std::string_view line) noexcept
     {
-        CTokenScanner fields(WithoutKeyword(line));
+        CBlankEndedScanner fields(WithoutKeyword(line));
         name = fields.TokenOrRest();
         const std::string_view rest = fields.Rest();
         const std::size_t last = rest.rfind('\'');

@@ -1,10 +1,10 @@
 // The text after the first ";" of a record: ";attributes;ID=number". Either part may be missing or empty.
 #pragma once
 
+#include "foundation/CBlankEndedScanner.h"
 #include "foundation/CJOBXProperty.h"
 #include "foundation/CJOBXtailed.h"
-#include "foundation/CTextScanner.h"
-#include "foundation/CTokenScanner.h"
+#include "foundation/CLineScanner.h"
 #include "foundation/NumberedTable.h"
 #include "reading/CAttributeTypes.h"
 #include "reading/CFileMessages.h"

@@ -104,7 +104,7 @@ constexpr Keyword<StephdrReading> kStephdrKeywords[] = {
     {stephdr_format::kFlip, OnEntryText<&CJOBXstepRepeat::m_sFlip>},
 };
 
-void ReadLines(CTextScanner& text, CJOBXstephdr& header)
+void ReadLines(CLineScanner& text, CJOBXstephdr& header)
 {
     StephdrReading reading{header, nullptr};
     while (text.NextLine())
@@ -117,7 +117,7 @@ int CJOBXstephdr::ParseODBOfMFC(CString path)
     return Guarded(
         [&]
         {
-            CTextScanner text(path, __FILE__, __LINE__);
+            CLineScanner text(path, __FILE__, __LINE__);
             ReadLines(text, *this);
             return text.WasRead() ? 1 : 0;
         });

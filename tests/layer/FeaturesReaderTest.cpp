@@ -25,7 +25,7 @@ namespace
 std::unique_ptr<CJOBXlayer> Read(std::string_view text)
 {
     auto layer = std::make_unique<CJOBXlayer>();
-    CTextScanner scanner(text);
+    CLineScanner scanner(text);
     ReadFeatures(scanner, *layer);
     return layer;
 }

@@ -1,5 +1,5 @@
 // Lines, fields and keywords as every reader sees them.
-#include "foundation/CTextScanner.h"
+#include "foundation/CLineScanner.h"
 
 #include "support/TempDir.h"
 
@@ -16,7 +16,7 @@ using namespace std::string_view_literals;
 std::vector<std::string> Lines(std::string_view text)
 {
     std::vector<std::string> lines;
-    CTextScanner scanner(text);
+    CLineScanner scanner(text);
     while (scanner.NextLine())
         lines.push_back(std::to_string(scanner.LineNumber()) + ":" + std::string(scanner.Line()));
     return lines;
@@ -25,7 +25,7 @@ std::vector<std::string> Lines(std::string_view text)
 std::vector<std::string> LinesInPieces(const std::string& path)
 {
     std::vector<std::string> lines;
-    CTextScanner scanner(CTextScanner::InPieces{}, path.c_str(), "", 0);
+    CLineScanner scanner(CLineScanner::InPieces{}, path.c_str(), "", 0);
     while (scanner.NextLine())
         lines.push_back(std::to_string(scanner.LineNumber()) + ":" + std::string(scanner.Line()));
     return lines;
@@ -34,7 +34,7 @@ std::vector<std::string> LinesInPieces(const std::string& path)
 using Texts = std::vector<std::string>;
 } // namespace
 
-TEST(TextScanner, LinesEndWithLfOrCrlfAndTheLastNeedsNone)
+TEST(LineScanner, LinesEndWithLfOrCrlfAndTheLastNeedsNone)
 {
     EXPECT_EQ(Lines("a\nb\r\nc"), (Texts{"1:a", "2:b", "3:c"}));
     EXPECT_EQ(Lines("a\nb\n"), (Texts{"1:a", "2:b"}));
@@ -43,14 +43,14 @@ TEST(TextScanner, LinesEndWithLfOrCrlfAndTheLastNeedsNone)
     EXPECT_EQ(Lines("x\ry\n"), Texts{"1:x\ry"});
 }
 
-TEST(TextScanner, EmptyLinesAreSkippedButCounted)
+TEST(LineScanner, EmptyLinesAreSkippedButCounted)
 {
     EXPECT_EQ(Lines("\n a \n \t\v\f\r\n\nb"), (Texts{"2:a", "5:b"}));
 }
 
-TEST(TextScanner, EmptyLinesCanBeAskedFor)
+TEST(LineScanner, EmptyLinesCanBeAskedFor)
 {
-    CTextScanner scanner("\nx\n"sv);
+    CLineScanner scanner("\nx\n"sv);
     EXPECT_TRUE(scanner.NextAnyLine());
     EXPECT_EQ(scanner.Line(), "");
     EXPECT_EQ(scanner.LineNumber(), 1);
@@ -60,12 +60,12 @@ TEST(TextScanner, EmptyLinesCanBeAskedFor)
     EXPECT_FALSE(scanner.NextLine());
 }
 
-TEST(TextScanner, NulEndsTheTextOfItsLineOnly)
+TEST(LineScanner, NulEndsTheTextOfItsLineOnly)
 {
     EXPECT_EQ(Lines("a \0b\nc\0\n\0d\ne"sv), (Texts{"1:a", "2:c", "4:e"}));
 }
 
-TEST(TextScanner, OnlyAsciiWhiteSpaceIsTrimmed)
+TEST(LineScanner, OnlyAsciiWhiteSpaceIsTrimmed)
 {
     EXPECT_EQ(Lines("\xA0 a\x85\n"), Texts{"1:\xA0 a\x85"});
     EXPECT_EQ(Trimmed(" \t\v\f\r\n x \n"), "x");
@@ -74,26 +74,26 @@ TEST(TextScanner, OnlyAsciiWhiteSpaceIsTrimmed)
     EXPECT_EQ(Trimmed(" \t"), "");
 }
 
-TEST(TextScanner, ReadsOnlyRegularFiles)
+TEST(LineScanner, ReadsOnlyRegularFiles)
 {
     const TempDir dir;
-    CTextScanner file(dir.Write("f", "a\nb").c_str(), "test", 1);
+    CLineScanner file(dir.Write("f", "a\nb").c_str(), "test", 1);
     EXPECT_TRUE(file.WasRead());
     EXPECT_TRUE(file.NextLine());
     EXPECT_EQ(file.Line(), "a");
-    CTextScanner missing(dir.Path("none").c_str(), "test", 1);
+    CLineScanner missing(dir.Path("none").c_str(), "test", 1);
     EXPECT_FALSE(missing.WasRead());
     EXPECT_FALSE(missing.NextLine());
-    CTextScanner directory(dir.Path().c_str(), "test", 1);
+    CLineScanner directory(dir.Path().c_str(), "test", 1);
     EXPECT_FALSE(directory.WasRead());
-    CTextScanner device("/dev/zero", "test", 1);
+    CLineScanner device("/dev/zero", "test", 1);
     EXPECT_FALSE(device.WasRead());
-    CTextScanner empty(dir.Write("e", "").c_str(), "test", 1);
+    CLineScanner empty(dir.Write("e", "").c_str(), "test", 1);
     EXPECT_TRUE(empty.WasRead());
     EXPECT_FALSE(empty.NextLine());
 }
 
-TEST(TextScanner, AFileReadInPiecesGivesTheSameLines)
+TEST(LineScanner, AFileReadInPiecesGivesTheSameLines)
 {
     const TempDir dir;
     constexpr std::size_t kPiece = CFilePieces::kPiece;
@@ -120,7 +120,7 @@ TEST(TextScanner, AFileReadInPiecesGivesTheSameLines)
     EXPECT_EQ(LinesInPieces(dir.MakeDir("directory")), Texts{});
 }
 
-TEST(TextScanner, KeywordsMatchInAnyAsciiCase)
+TEST(LineScanner, KeywordsMatchInAnyAsciiCase)
 {
     EXPECT_TRUE(BeginsWith("units=mm", "UNITS"));
     EXPECT_TRUE(BeginsWith("UNITS", "UNITS"));
@@ -130,7 +130,7 @@ TEST(TextScanner, KeywordsMatchInAnyAsciiCase)
     EXPECT_FALSE(BeginsWith("\xE4", "\xC4"));
 }
 
-TEST(TextScanner, KeyValueIsWhatFollowsTheFirstEqualsSign)
+TEST(LineScanner, KeyValueIsWhatFollowsTheFirstEqualsSign)
 {
     EXPECT_EQ(KeyValue("A = b=c "), "b=c");
     EXPECT_EQ(KeyValue("A="), "");

@@ -1,11 +1,11 @@
 // Tokens from the front of a line: what a blank ends is taken, the last piece stays.
-#include "foundation/CTokenScanner.h"
+#include "foundation/CBlankEndedScanner.h"
 
 #include <gtest/gtest.h>
 
-TEST(TokenScanner, TokenIsWhatABlankEnds)
+TEST(BlankEndedScanner, TokenIsWhatABlankEnds)
 {
-    CTokenScanner fields("one  two\tthree \t four");
+    CBlankEndedScanner fields("one  two\tthree \t four");
     EXPECT_EQ(fields.Token(), "one");
     EXPECT_EQ(fields.Rest(), "two\tthree \t four");
     EXPECT_EQ(fields.Token(), "two\tthree");
@@ -18,19 +18,19 @@ TEST(TokenScanner, TokenIsWhatABlankEnds)
     EXPECT_EQ(fields.Token(), "");
 }
 
-TEST(TokenScanner, TokenEndsAtABlankWithNothingBehindItToo)
+TEST(BlankEndedScanner, TokenEndsAtABlankWithNothingBehindItToo)
 {
-    CTokenScanner fields("one \t ");
+    CBlankEndedScanner fields("one \t ");
     EXPECT_EQ(fields.Token(), "one");
     EXPECT_EQ(fields.Rest(), "");
-    CTokenScanner number("7 ");
+    CBlankEndedScanner number("7 ");
     EXPECT_EQ(number.Integer(), 7);
     EXPECT_EQ(number.Rest(), "");
 }
 
-TEST(TokenScanner, NumberIsReadFromItsTokenOnly)
+TEST(BlankEndedScanner, NumberIsReadFromItsTokenOnly)
 {
-    CTokenScanner fields("12 -3x 1.5e2 abc 7.25;1 0x10 9");
+    CBlankEndedScanner fields("12 -3x 1.5e2 abc 7.25;1 0x10 9");
     EXPECT_EQ(fields.Integer(), 12);
     EXPECT_EQ(fields.Integer(), -3) << "what follows in the token is passed over";
     EXPECT_EQ(fields.Real(), 150.0);
@@ -42,13 +42,13 @@ TEST(TokenScanner, NumberIsReadFromItsTokenOnly)
     EXPECT_EQ(fields.Rest(), "9");
 }
 
-TEST(TokenScanner, NumberThatFillsTheTextIsLeft)
+TEST(BlankEndedScanner, NumberThatFillsTheTextIsLeft)
 {
-    CTokenScanner empty("");
+    CBlankEndedScanner empty("");
     EXPECT_EQ(empty.Integer(), 0);
     EXPECT_EQ(empty.Real(), 0.0);
     EXPECT_EQ(empty.Rest(), "");
-    CTokenScanner one("5");
+    CBlankEndedScanner one("5");
     EXPECT_EQ(one.Integer(), 0);
     EXPECT_EQ(one.Rest(), "5");
 }

@@ -135,11 +135,11 @@ private:
 // A text file line by line. LF or CRLF ends a line, the last line needs no end, a NUL byte ends the text of its line.
 // Lines are trimmed at both ends and are views of the scanner's buffer. For a file read whole, they are valid as long
 // as the scanner lives; for a file read in pieces, until the next line.
-class CTextScanner
+class CLineScanner
 {
 public:
     // Reads the file at `path`, which must be a regular file. Diagnostics name `sourceFile` and `line` as the caller.
-    CTextScanner(const CString& path, const char* sourceFile, int line)
+    CLineScanner(const CString& path, const char* sourceFile, int line)
         : m_wasRead(m_bytes.Load(path, sourceFile, line))
     {
         Start(m_bytes.View());
@@ -149,7 +149,7 @@ public:
     struct InPieces
     {
     };
-    CTextScanner(InPieces /*way*/, const CString& path, const char* sourceFile, int line)
+    CLineScanner(InPieces /*way*/, const CString& path, const char* sourceFile, int line)
         : m_pieces(std::make_unique<CFilePieces>()), m_wasRead(m_pieces->Open(path, sourceFile, line))
     {
         Start({});
@@ -169,7 +169,7 @@ public:
     void ReportCutLines(CutLines& to) noexcept { m_cutLines = &to; }
 
     // Scans a text owned by the caller.
-    explicit CTextScanner(std::string_view text) : m_wasRead(true) { Start(text); }
+    explicit CLineScanner(std::string_view text) : m_wasRead(true) { Start(text); }
 
     // False if the file could not be opened or read; then there are no lines.
     bool WasRead() const noexcept { return m_wasRead; }

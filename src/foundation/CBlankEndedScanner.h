@@ -1,17 +1,18 @@
-// How the readers of the step's files parse a line with fields at fixed positions.
+// Lines with fields at fixed positions, in which the last field has no blank behind it and is left.
 #pragma once
 
-#include "foundation/CTextScanner.h"
+#include "foundation/CLineScanner.h"
 
 #include <string_view>
 
 // Takes blank-separated tokens from the front of a trimmed text. A token is the text before the first blank; taking it
 // removes it and the blanks after it. If there is no blank, the token is empty (0 as a number) and nothing is removed,
-// so the last piece is left for whatever takes the rest. Files and hosts rely on it.
-class CTokenScanner
+// so the last piece is left for whatever takes the rest. Files and hosts rely on it. CFieldScanner differs in the last
+// field only: there it is everything that is left.
+class CBlankEndedScanner
 {
 public:
-    explicit CTokenScanner(std::string_view text) noexcept : m_rest(text) {}
+    explicit CBlankEndedScanner(std::string_view text) noexcept : m_rest(text) {}
 
     // The text not taken yet.
     std::string_view Rest() const noexcept { return m_rest; }
@@ -66,7 +67,7 @@ private:
 // The text after the first blank, trimmed; the whole line if it has no blank.
 inline std::string_view WithoutKeyword(std::string_view line) noexcept
 {
-    CTokenScanner fields(line);
+    CBlankEndedScanner fields(line);
     fields.Token();
     return fields.Rest();
 }
