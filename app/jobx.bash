@@ -10,7 +10,7 @@ _jobx_options() {
     features) echo "--attribute --columns --csv --follow-links --help --json --layer --legacy --max-entries --messages --ndjson --near --net --quiet --sort --step --steps --strict --symbol --units --wide" ;;
     tree) echo "--follow-links --help --json --max-entries --messages --quiet --strict" ;;
     packages | panel) echo "--columns --csv --follow-links --help --json --legacy --max-entries --messages --quiet --sort --step --steps --strict --units --wide" ;;
-    json) echo "--follow-links --help --latin1 --legacy --max-entries --messages --quiet --step --steps --strict --sysattr" ;;
+    json) echo "--follow-links --help --latin1 --layer --legacy --max-entries --messages --no-features --quiet --step --steps --strict --sysattr" ;;
     diff) echo "--align --follow-links --help --ignore-line-numbers --json --legacy --max-entries --messages --only --quiet --strict --tolerance" ;;
     write) echo "--allow-incomplete --follow-links --force --help --max-entries --name --no-eda --output --quiet --rebuild-steps --scale --step --steps" ;;
     *) echo "--help --version" ;;

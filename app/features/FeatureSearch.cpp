@@ -2,6 +2,7 @@
 
 #include "features/FeatureNets.h"
 #include "model/Glob.h"
+#include "model/LayerNames.h"
 
 #include <algorithm>
 #include <climits>
@@ -11,17 +12,6 @@
 
 namespace
 {
-NameFilter FilterOfLayers(const CJOBX& job, const std::string& pattern)
-{
-    if (pattern.empty())
-        return {};
-    std::vector<std::string> names;
-    for (const CJOBXstepObj& step : job.m_pSteps->m_arrSteps.Records())
-        for (const CJOBXlayer& layer : step.m_arrLayers.Records())
-            names.emplace_back(layer.m_sName.View());
-    return {pattern, "layer", names, LetterCase::Ignored};
-}
-
 NameFilter FilterOfNets(const CJOBX& job, const std::string& pattern)
 {
     if (pattern.empty())
@@ -75,7 +65,7 @@ bool Fits(const CJOBXlayObj& feature, const CJOBXlayer& layer, const FeatureQuer
 
 void FindFeatures(const CJOBX& job, const FeatureQuery& query, const std::function<void(const FoundFeature&)>& take)
 {
-    const NameFilter layers = FilterOfLayers(job, query.layer);
+    const NameFilter layers = LayersNamed(job, query.layer);
     const NameFilter netNames = FilterOfNets(job, query.net);
     for (const CJOBXstepObj& step : job.m_pSteps->m_arrSteps.Records())
     {

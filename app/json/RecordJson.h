@@ -4,11 +4,36 @@
 
 #include "JOBXCLSDLL_fields.h"
 #include "model/FieldWords.h"
+#include "model/Glob.h"
 #include "model/Sorted.h"
 #include "output/JsonOutput.h"
 
+#include <algorithm>
+#include <type_traits>
+#include <vector>
+
+// What a document has of the layers of steps. Profiles and user symbols are always there in full.
+struct LayerChoice
+{
+    bool withFeatures = true;
+    std::vector<NameFilter> names; // a layer needs a name that passes one of them; all layers if there are none
+
+    bool Passes(std::string_view name) const
+    {
+        return names.empty() ||
+               std::any_of(names.begin(), names.end(), [&](const NameFilter& filter) { return filter.Passes(name); });
+    }
+};
+
+// Whether a LayerChoice can leave out that member.
+template <class Record>
+constexpr bool CanBeLeftOut(std::string_view key)
+{
+    return std::is_same_v<Record, CJOBXlayer> && key == "features";
+}
+
 template <JOBXway kWay = JOBXway::Classic, class Record>
-void WriteRecord(JsonOutput& json, const Record& record);
+void WriteRecord(JsonOutput& json, const Record& record, const LayerChoice& choice = {});
 
 // The text by which lists of such records are sorted.
 template <class Record>
@@ -25,22 +50,29 @@ std::string_view SortingName(const Record& record)
 }
 
 template <JOBXway kWay, class Field, class List>
-void WriteRecords(JsonOutput& json, const List& list)
+void WriteRecords(JsonOutput& json, const List& list, const LayerChoice& choice)
 {
     using Record = jobx::RecordOfList<List>;
+    const auto write = [&](const Record& record)
+    {
+        if constexpr (std::is_same_v<Record, CJOBXlayer>)
+            if (!choice.Passes(record.m_sName.View()))
+                return;
+        WriteRecord<kWay>(json, record, choice);
+    };
     json.Array(
         [&]
         {
             if constexpr (Field::kField.isSorted)
                 for (const Record* const record : SortedRecords<Record>(list, &SortingName<Record>))
-                    WriteRecord<kWay>(json, *record);
+                    write(*record);
             else
-                jobx::ForEachRecord(list, [&](const Record& record) { WriteRecord<kWay>(json, record); });
+                jobx::ForEachRecord(list, write);
         });
 }
 
 template <JOBXway kWay = JOBXway::Classic, class Record>
-void WriteFields(JsonOutput& json, const Record& record);
+void WriteFields(JsonOutput& json, const Record& record, const LayerChoice& choice = {});
 
 template <JOBXway kWay, class Field, class Record>
 void WriteValue(JsonOutput& json, const Record& record)
@@ -69,14 +101,17 @@ void WriteValue(JsonOutput& json, const Record& record)
 }
 
 template <JOBXway kWay, class Field, class Record>
-void WriteField(JsonOutput& json, const Record& record)
+void WriteField(JsonOutput& json, const Record& record, const LayerChoice& choice)
 {
     if constexpr (Field::kKind == jobx::FieldKind::Class)
         Field::kField.access.Find(record, [&](const auto& classed) { WriteFields<kWay>(json, classed); });
     else
     {
+        if (CanBeLeftOut<Record>(Field::kField.key) && !choice.withFeatures)
+            return;
         if constexpr (!requires { jobx::Fields<Record>::kIsItsList; })
             json.Key(Field::kField.key);
+        // The choice is for lists, as that of the layers; a part, such as a profile, is there in full.
         if constexpr (Field::kKind == jobx::FieldKind::Part)
             WriteRecord<kWay>(json, Field::Get(record));
         else if constexpr (Field::kKind == jobx::FieldKind::OptionalPart)
@@ -87,7 +122,7 @@ void WriteField(JsonOutput& json, const Record& record)
                 json.Null();
         }
         else if constexpr (Field::kKind == jobx::FieldKind::Records)
-            WriteRecords<kWay, Field>(json, Field::Get(record));
+            WriteRecords<kWay, Field>(json, Field::Get(record), choice);
         else
             WriteValue<kWay, Field>(json, record);
     }
@@ -95,21 +130,21 @@ void WriteField(JsonOutput& json, const Record& record)
 
 // Writes the members of a record's object; the caller may add more.
 template <JOBXway kWay, class Record>
-void WriteFields(JsonOutput& json, const Record& record)
+void WriteFields(JsonOutput& json, const Record& record, const LayerChoice& choice)
 {
     jobx::ForEachField<Record>(
         [&](auto field)
         {
             if constexpr (jobx::IsInDocuments(decltype(field)::kField, kWay == JOBXway::Complete))
-                WriteField<kWay, decltype(field)>(json, record);
+                WriteField<kWay, decltype(field)>(json, record, choice);
         });
 }
 
 template <JOBXway kWay, class Record>
-void WriteRecord(JsonOutput& json, const Record& record)
+void WriteRecord(JsonOutput& json, const Record& record, const LayerChoice& choice)
 {
     if constexpr (requires { jobx::Fields<Record>::kIsItsList; })
-        WriteFields<kWay>(json, record);
+        WriteFields<kWay>(json, record, choice);
     else
-        json.Object([&] { WriteFields<kWay>(json, record); });
+        json.Object([&] { WriteFields<kWay>(json, record, choice); });
 }

@@ -2,6 +2,7 @@
 
 #include "JOBXCLSDLL_fields.h"
 #include "model/FieldWords.h"
+#include "json/RecordJson.h"
 #include "json/SchemaVersion.h"
 
 #include <rapidjson/prettywriter.h>
@@ -229,15 +230,22 @@ private:
         ObjectMember("properties", [&] { (Properties<Records>(classText), ...); });
         EndOfProperties<Records...>({});
     }
+    template <class Record>
+    void AddRequired(std::vector<std::string_view>& required) const
+    {
+        jobx::ForEachField<Record>(
+            [&](auto field)
+            {
+                using Field = decltype(field);
+                if (Has(Field::kField) && Field::kKind != Kind::Class &&
+                    !(m_isComplete && CanBeLeftOut<Record>(Field::kField.key)))
+                    required.push_back(Field::kField.key);
+            });
+    }
     template <class... Records>
     void EndOfProperties(std::vector<std::string_view> required)
     {
-        const auto add = [&](auto field)
-        {
-            if (Has(decltype(field)::kField) && decltype(field)::kKind != Kind::Class)
-                required.push_back(decltype(field)::kField.key);
-        };
-        (jobx::ForEachField<Records>(add), ...);
+        (AddRequired<Records>(required), ...);
         Key("required");
         Strings(required);
         Key("additionalProperties");
@@ -276,7 +284,9 @@ private:
             Types({"string", "boolean"});
         else
             ValueSchema(Field::kKind);
-        if (!Field::kField.about.empty())
+        if (m_isComplete && CanBeLeftOut<Record>(Field::kField.key))
+            Member("description", std::string(Field::kField.about) + "; in layers of steps not with --no-features");
+        else if (!Field::kField.about.empty())
             Member("description", Field::kField.about);
     }
     template <class Record>

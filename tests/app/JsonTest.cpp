@@ -5,6 +5,7 @@
 #include "support/TestPaths.h"
 
 #include <gmock/gmock.h>
+#include <rapidjson/document.h>
 
 #include <filesystem>
 
@@ -128,6 +129,71 @@ TEST(JobxJson, NetCommentsWithoutABlankNumberNoNet)
     ASSERT_EQ(static_cast<std::int64_t>(others.size()) - 1,
               CountLines(jobs + "/beagleboneblack/steps/stp/eda/data", "# NET"));
     EXPECT_THAT(others[1], testing::StartsWith("STP,0,0,DGND,"));
+}
+
+TEST(JobxJson, WithoutFeaturesHasAllElse)
+{
+    const TempDir directory;
+    const std::string job = CopySample(directory);
+    JsonCounts all = CountJson(RunJobx({"json", job}).out);
+    const JsonCounts facts = CountJson(RunJobx({"json", job, "--no-features"}).out);
+    ASSERT_TRUE(facts.isValid);
+    EXPECT_GT(all.Objects(Place("layers/features")), 0);
+    std::erase_if(all.objects, [](const auto& each) { return each.first.starts_with("steps/layers/features"); });
+    std::erase_if(all.texts, [](const auto& each) { return each.first.first.starts_with("steps/layers/features"); });
+    EXPECT_EQ(facts.objects, all.objects);
+    EXPECT_EQ(facts.texts, all.texts);
+    EXPECT_THAT(all.firstKeys[Place("layers")], HasSubstr(" features "));
+    EXPECT_THAT(facts.firstKeys.at(Place("layers")), testing::Not(HasSubstr("features ")));
+    EXPECT_GT(facts.Objects(Place("profile/features")), 0);
+    EXPECT_GT(facts.Objects("symbols/layer/features"), 0);
+}
+
+TEST(JobxJson, WithoutFeaturesTheFactsOfALargeBoardAreFewBytes)
+{
+    JOBX_REQUIRE_REAL_JOBS(jobs);
+    const std::string job = jobs + "/beagleboneblack";
+    const std::size_t facts = RunJobx({"json", job, "--messages", "none", "--no-features"}).out.size();
+    const std::size_t one =
+        RunJobx({"json", job, "--messages", "none", "--layer", "comp_+_*", "--layer", "TOP"}).out.size();
+    EXPECT_GT(facts, 1'000'000U);
+    EXPECT_LT(facts, 20'000'000U);
+    EXPECT_GT(one, facts);
+}
+
+TEST(JobxJson, LayersAreChosenByTheirNames)
+{
+    const TempDir directory;
+    const std::string job = CopySample(directory);
+    const auto layersOf = [&](const std::vector<std::string>& options)
+    {
+        std::vector<std::string> words = {"json", job};
+        words.insert(words.end(), options.begin(), options.end());
+        rapidjson::Document document;
+        document.Parse(RunJobx(words).out.c_str());
+        std::vector<std::string> names;
+        for (const auto& step : document["steps"].GetArray())
+            for (const auto& layer : step["layers"].GetArray())
+                names.emplace_back(layer["name"].GetString());
+        EXPECT_EQ(document["steps"][0]["components"].Size(), 2U);
+        return names;
+    };
+    EXPECT_THAT(layersOf({"--layer", "TOP"}), testing::ElementsAre("top", "top"));
+    EXPECT_THAT(layersOf({"--step", "pcb", "--layer", "ss?", "--layer", "*ou*"}),
+                testing::ElementsAre("rout", "ssb", "sst"));
+    EXPECT_GT(layersOf({}).size(), 20U);
+    const ProgramResult wrong = RunJobx({"json", job, "--layer", "top", "--layer", "topp"});
+    EXPECT_EQ(wrong.exitCode, 2);
+    EXPECT_EQ(wrong.out, "");
+    EXPECT_EQ(wrong.err, "jobx: the job has no layer \"topp\"; did you mean \"top\"?\n");
+}
+
+TEST(JobxJson, TheDocumentOfEarlierVersionsIsNotLimited)
+{
+    const TempDir directory;
+    const std::string job = MakeJob(directory, "");
+    EXPECT_THAT(RunLegacy({"json", job, "--no-features"}).err, HasSubstr("cannot be combined"));
+    EXPECT_EQ(RunLegacy({"json", job, "--layer", "top"}).exitCode, 2);
 }
 
 TEST(JobxJson, WithLegacyHasExactlyTheAgreedKeysInTheirOrder)

@@ -142,10 +142,13 @@ TEST(JobxOptionValues, AMissingValueASecondOneAndOneOfAFlagAreNamed)
             if (hasValue)
             {
                 EXPECT_EQ(ErrorOf(directory, command, {option}), Line(command, name + " needs a value"));
+            }
+            if (hasValue && command + option != "json--layer") // which may be repeated
+            {
                 EXPECT_EQ(ErrorOf(directory, command, {option, "1", option, "1"}),
                           Line(command, name + " may be given only once"));
             }
-            else if (option.starts_with("--"))
+            else if (!hasValue && option.starts_with("--"))
             {
                 EXPECT_EQ(ErrorOf(directory, command, {option + "=x"}), Line(command, name + " takes no value"));
             }
