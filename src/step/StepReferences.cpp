@@ -51,11 +51,16 @@ public:
         : m_context(context),
           m_directory(context.job.BelowJob(directory)),
           m_step(step),
-          m_data(*step.GetEda()->m_pData)
+          m_data(*step.GetEda()->m_pData),
+          m_top(FindComponents(kTopComponents)),
+          m_bottom(FindComponents(kBottomComponents))
     {
         for (INT_PTR i = 0; i < m_data.m_arrLayerNames.GetSize(); ++i)
-            m_layers.push_back(FindNamed(step.m_arrLayers, m_data.m_arrLayerNames[i].View(),
-                                         [](const CJOBXlayer& layer) { return layer.m_sName; }));
+        {
+            const CJOBXlayer* const layer = FindNamed(step.m_arrLayers, m_data.m_arrLayerNames[i].View(),
+                                                      [](const CJOBXlayer& each) { return each.m_sName; });
+            m_layers.push_back({layer, layer != nullptr ? layer->GetFeatures()->GetSize() : 0});
+        }
     }
 
     void Check()
@@ -71,6 +76,17 @@ public:
     }
 
 private:
+    struct Layer
+    {
+        const CJOBXlayer* layer; // null for one that the step does not have
+        __int64 features;
+    };
+
+    const CJOBXcomponents* FindComponents(std::string_view layer) const
+    {
+        return FindNamed(m_step.m_arrComponents, layer,
+                         [](const CJOBXcomponents& components) { return components.m_sLayerName; });
+    }
     // Whether the step or the matrix knows a layer of that name.
     bool IsLayer(std::string_view name) const
     {
@@ -85,7 +101,7 @@ private:
     {
         for (std::size_t i = 0; i < m_layers.size(); ++i)
             if (const CString& name = m_data.m_arrLayerNames[static_cast<INT_PTR>(i)];
-                m_layers[i] == nullptr && !IsLayer(name.View()))
+                m_layers[i].layer == nullptr && !IsLayer(name.View()))
                 Eda().Say(eda_message::kNoSuchLayer, 0, "There is no layer ", Quoted{name.View()}, ".");
     }
     // The nets of the main netlist are those of the EDA data, if a step has both.
@@ -111,13 +127,13 @@ private:
     void CheckFeature(const CJOBXdataNetObj& object)
     {
         const auto index = static_cast<std::size_t>(object.m_nLayerIndex);
-        if (object.m_nLayerIndex < 0 || index >= m_layers.size() || m_layers[index] == nullptr)
+        if (object.m_nLayerIndex < 0 || index >= m_layers.size() || m_layers[index].layer == nullptr)
             return; // reported while reading
-        const CJOBXlayObjArray& features = *m_layers[index]->GetFeatures();
-        if (!Holds(features, object.m_nFeatureIndex))
-            Eda().Say(eda_message::kNoFeature, object.m_nLineNumber, "The layer ",
-                      Quoted{m_layers[index]->m_sName.View()}, " has no feature ", object.m_nFeatureIndex, "; it has ",
-                      static_cast<long long>(features.GetSize()), " features.");
+        const Layer& known = m_layers[index];
+        if (object.m_nFeatureIndex < 0 || object.m_nFeatureIndex >= known.features)
+            Eda().Say(eda_message::kNoFeature, object.m_nLineNumber, "The layer ", Quoted{known.layer->m_sName.View()},
+                      " has no feature ", object.m_nFeatureIndex, "; it has ", static_cast<long long>(known.features),
+                      " features.");
     }
 
     void CheckToeprint(const CJOBXSnt& subnet)
@@ -126,9 +142,7 @@ private:
         if (subnet.m_sKind.View() != eda_format::kToeprint ||
             (side != eda_format::kTopSide && side != eda_format::kBottomSide))
             return; // another side was reported while reading
-        const CJOBXcomponents* const file =
-            FindNamed(m_step.m_arrComponents, side == eda_format::kTopSide ? kTopComponents : kBottomComponents,
-                      [](const CJOBXcomponents& components) { return components.m_sLayerName; });
+        const CJOBXcomponents* const file = side == eda_format::kTopSide ? m_top : m_bottom;
         if (file == nullptr)
             return;
         if (!Holds(file->m_arrCmps, subnet.m_nComponentNumber))
@@ -176,17 +190,27 @@ private:
                          " of ", Quoted{component.m_sName.View()}, " names the subnet ", top.m_nSubnet, " of the net ",
                          Quoted{m_data.m_arrNets.GetAt(top.m_nNet)->m_sName.View()}, ", which does not exist.");
     }
-    CFileMessages& Eda() { return m_context.messages.Of(m_directory + "/eda/data"); }
+    CFileMessages& Eda()
+    {
+        if (m_messages == nullptr)
+            m_messages = &m_context.messages.Of(m_directory + "/eda/data");
+        return *m_messages;
+    }
 
     const CReadingContext& m_context;
     std::string m_directory; // below the job
     const CJOBXstepObj& m_step;
     const CJOBXdata& m_data;
-    std::vector<const CJOBXlayer*> m_layers; // by number; null for a layer that the step does not have
+    // The components of the sides; null if there is no such file.
+    const CJOBXcomponents* m_top;
+    const CJOBXcomponents* m_bottom;
+    std::vector<Layer> m_layers;         // by number
+    CFileMessages* m_messages = nullptr; // of the EDA data; null until there is one
 };
 } // namespace
 
 void CheckReferences(const CReadingContext& context, const CString& directory, const CJOBXstepObj& step)
 {
-    CReferenceCheck(context, directory, step).Check();
+    if (context.job.reading.pSink != nullptr)
+        CReferenceCheck(context, directory, step).Check();
 }
