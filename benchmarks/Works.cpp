@@ -215,11 +215,19 @@ std::shared_ptr<void> ReadJob(const fs::path& input)
 {
     return ReadFile<CJOBX>(input);
 }
+// Only with a sink, as jobx has one, are references between files checked.
+class IgnoredMessages : public CJOBXmessageSink
+{
+public:
+    void OnMessage(const CJOBXmessage& /*message*/) override {}
+};
 std::shared_ptr<void> ReadJobCompletely(const fs::path& input)
 {
     auto job = std::make_shared<CJOBX>();
+    static IgnoredMessages ignored; // the job keeps its address
     CJOBXreading reading;
     reading.way = JOBXway::Complete;
+    reading.pSink = &ignored;
     job->SetReading(reading);
     if (job->ParseODBOfMFC(input.c_str()) != 1)
         throw std::runtime_error("cannot read " + input.string());

@@ -9,11 +9,14 @@
 #include "reading/CCheckedRecord.h"
 #include "reading/CFileUnit.h"
 #include "reading/CFirstNames.h"
+#include "reading/CPlainRecord.h"
 #include "reading/EdaMessageKinds.h"
 #include "reading/SharedRecords.h"
 #include "reading/Tail.h"
 
+#include <array>
 #include <memory>
+#include <span>
 
 namespace
 {
@@ -26,6 +29,65 @@ enum class Open
     Contour,
     Polygon // in a contour, or by itself
 };
+
+// The fields of a subnet, of which each kind has its own. A field that is missing keeps its value.
+struct SubnetFields
+{
+    std::string_view kind{};
+    std::string_view side{};
+    int component = -1;
+    int toeprint = -1;
+    std::string_view fillType{};
+    std::string_view cutoutType{};
+    double fillSize = 0.0;
+};
+
+bool IsSubnetKind(std::string_view kind)
+{
+    return kind == eda_format::kToeprint || kind == eda_format::kPlane || kind == eda_format::kVia ||
+           kind == eda_format::kTrace;
+}
+
+// False for any other kind, too.
+template <class Fields>
+bool Take(Fields& fields, SubnetFields& subnet)
+{
+    if (!fields.Text(subnet.kind))
+        return false;
+    if (subnet.kind == eda_format::kToeprint)
+        return fields.Text(subnet.side) && fields.Integer(subnet.component) && fields.Integer(subnet.toeprint);
+    if (subnet.kind == eda_format::kPlane)
+        return fields.Text(subnet.fillType) && fields.Text(subnet.cutoutType) && fields.Real(subnet.fillSize);
+    return IsSubnetKind(subnet.kind);
+}
+
+bool IsSide(std::string_view side)
+{
+    return side == eda_format::kTopSide || side == eda_format::kBottomSide;
+}
+
+// The fields of a pin.
+struct PinFields
+{
+    std::string_view name{};
+    std::string_view type{};
+    CPointD center{};
+    double holeSize = 0.0;
+    std::string_view electricalType = "U";
+    std::string_view mountType{};
+};
+
+template <class Fields>
+bool Take(Fields& fields, PinFields& pin)
+{
+    return fields.Text(pin.name) && fields.Text(pin.type) && fields.Point(pin.center) && fields.Real(pin.holeSize) &&
+           fields.Text(pin.electricalType) && fields.Text(pin.mountType);
+}
+
+bool IsFeatureType(std::string_view kind)
+{
+    return kind.size() == 1 && eda_format::kFeatureTypes.find(kind.front()) != std::string_view::npos;
+}
 
 class CCompleteEdaReading
 {
@@ -41,8 +103,11 @@ public:
 
     void Read()
     {
-        while (m_text.NextLine())
+        for (ReadPlainLines(); m_text.NextLine(); ReadPlainLines())
+        {
+            m_line = m_text.LineNumber();
             ReadLine(m_text.Line());
+        }
         CloseOutline();
         FinishLists();
         m_data.m_sUnits = m_data.GetUnit() == JOBXunit::Millimetre ? "MM" : "INCH";
@@ -57,7 +122,169 @@ private:
     // The most frequent ones first.
     static const Record kRecords[18];
 
-    int Line() const noexcept { return m_text.LineNumber(); }
+    int Line() const noexcept { return m_line; }
+
+    // Lines in their usual form, of which at most a name or the attributes give a message; any other line is left to
+    // ReadLine.
+    void ReadPlainLines()
+    {
+        ReadLinesAhead(m_text,
+                       [this](const char* at, const char* end, int line)
+                       {
+                           m_line = line;
+                           return ReadPlainLine({at, end}, at[0], at[0] == '\n' ? '\n' : at[1]);
+                       });
+    }
+    const char* ReadPlainLine(CPlainRecord fields, char first, char second)
+    {
+        switch (first)
+        {
+        case 'F':
+            return OnPlainFeature(fields);
+        case 'S':
+            return second == 'N' ? OnPlainSubnet(fields) : OnPlainOutline<3, 0>(fields, eda_format::kSquare);
+        case 'P':
+            return second == 'I' ? OnPlainPin(fields) : OnPlainProperty(fields);
+        case 'O':
+            return OnPlainPolygonLine(fields, second);
+        case 'C':
+            return OnPlainContourLine(fields, second);
+        case 'R':
+            return OnPlainOutline<4, 0>(fields, eda_format::kRectangle);
+        case 'N':
+            return OnPlainNet(fields);
+        case '#':
+            return OnPlainComment(fields);
+        default:
+            return nullptr;
+        }
+    }
+    // Without text, or "NET 3" or "PKG 3".
+    const char* OnPlainComment(CPlainRecord fields)
+    {
+        fields.Is('#');
+        if (fields.End())
+            return fields.At();
+        if (!fields.Is(' '))
+            return nullptr;
+        const char* const net = NumberedRecord(fields, eda_format::kNet, m_data.m_arrNets.GetSize());
+        return net != nullptr ? net : NumberedRecord(fields, eda_format::kPackage, m_data.m_arrPkgs.GetSize());
+    }
+    static const char* NumberedRecord(CPlainRecord fields, std::string_view keyword, __int64 position)
+    {
+        int number = 0;
+        return fields.Keyword(keyword) && fields.Integer(number) && number == position && fields.End() ? fields.At()
+                                                                                                       : nullptr;
+    }
+    const char* OnPlainNet(CPlainRecord fields)
+    {
+        std::string_view name;
+        CPlainTail tail;
+        if (!fields.Keyword(eda_format::kNet) || !fields.Rest(name) || !fields.End(tail))
+            return nullptr;
+        AddNet(name, tail);
+        return fields.At();
+    }
+    const char* OnPlainSubnet(CPlainRecord fields)
+    {
+        SubnetFields subnet;
+        CPlainTail tail;
+        if (m_net == nullptr || !fields.Keyword(eda_format::kSubnet) || !Take(fields, subnet) ||
+            (!subnet.side.empty() && !IsSide(subnet.side)) || !fields.End(tail))
+            return nullptr;
+        AddSubnet(subnet, tail);
+        return fields.At();
+    }
+    const char* OnPlainFeature(CPlainRecord fields)
+    {
+        std::string_view kind;
+        int layer = 0;
+        int feature = 0;
+        if (!m_hasFeatures || !fields.Keyword(eda_format::kFeature) || !fields.Text(kind) || !IsFeatureType(kind) ||
+            !fields.Integer(layer) || layer >= m_data.m_arrLayerNames.GetSize() || !fields.Integer(feature) ||
+            !fields.End())
+            return nullptr;
+        auto object = record_pool::New<CJOBXdataNetObj>();
+        object->m_nLineNumber = Line();
+        object->m_sKind = kind;
+        object->m_nLayerIndex = layer;
+        object->m_nFeatureIndex = feature;
+        m_features.Own(std::move(object));
+        return fields.At();
+    }
+    const char* OnPlainPin(CPlainRecord fields)
+    {
+        PinFields pin;
+        CPlainTail tail;
+        if (m_package == nullptr || m_open != Open::Nothing || !fields.Keyword(eda_format::kPin) ||
+            !Take(fields, pin) || !fields.End(tail))
+            return nullptr;
+        AddPin(pin, tail);
+        return fields.At();
+    }
+    const char* OnPlainProperty(CPlainRecord fields)
+    {
+        std::string_view name;
+        std::string_view value;
+        if (m_properties == nullptr || !fields.Keyword(eda_format::kProperty) || !fields.Text(name) ||
+            !fields.QuotedToEnd(value))
+            return nullptr;
+        auto property = record_pool::New<CJOBXProperty>();
+        property->m_sName = m_cache.Of(name);
+        property->m_sValue = value;
+        property->SetKind(JOBXattributeKind::Text);
+        m_properties->Own(std::move(property));
+        return fields.At();
+    }
+
+    const char* OnPlainContourLine(CPlainRecord fields, char second)
+    {
+        if (second == 'R')
+            return OnPlainOutline<3, 0>(fields, eda_format::kCircle);
+        const bool isBegin = second == 'T';
+        if (m_open != (isBegin ? Open::Nothing : Open::Contour))
+            return nullptr;
+        const char* const next = OnPlainOutline<0, 0>(fields, isBegin ? eda_format::kContour : eda_format::kContourEnd);
+        if (next != nullptr && isBegin)
+            OpenOutline(Open::Contour);
+        else if (next != nullptr)
+            CloseOutline(Open::Contour, Open::Nothing);
+        return next;
+    }
+    const char* OnPlainPolygonLine(CPlainRecord fields, char second)
+    {
+        if ((m_open == Open::Polygon) == (second == 'B'))
+            return nullptr;
+        if (second == 'S')
+            return OnPlainOutline<2, 0>(fields, eda_format::kSegment);
+        if (second == 'C')
+            return OnPlainOutline<4, 1>(fields, eda_format::kCurve);
+        const bool isBegin = second == 'B';
+        const char* const next = isBegin ? OnPlainOutline<2, 1>(fields, eda_format::kPolygon)
+                                         : OnPlainOutline<0, 0>(fields, eda_format::kPolygonEnd);
+        if (next != nullptr && isBegin)
+            OpenOutline(Open::Polygon);
+        else if (next != nullptr)
+            CloseOutline(Open::Polygon, m_isInContour ? Open::Contour : Open::Nothing);
+        return next;
+    }
+    template <std::size_t Numbers, std::size_t Words>
+    const char* OnPlainOutline(CPlainRecord fields, std::string_view keyword)
+    {
+        std::array<std::string_view, Numbers + Words> texts;
+        CPlainTail tail;
+        if (m_outlines == nullptr || !fields.Keyword(keyword))
+            return nullptr;
+        for (std::size_t i = 0; i < texts.size(); ++i)
+            if (i < Numbers ? !fields.NumberText(texts[i]) : !fields.Text(texts[i]))
+                return nullptr;
+        if (!fields.End(tail))
+            return nullptr;
+        auto record = NewOutline(keyword);
+        AddFields(record->m_arrParameters, std::span<const std::string_view>(texts), m_cache);
+        KeepOutline(std::move(record), tail);
+        return fields.At();
+    }
 
     void ReadLine(std::string_view line)
     {
@@ -114,12 +341,17 @@ private:
 
     void OnNet(CCheckedRecord& fields, const CTailText& tail)
     {
+        std::string_view name;
+        fields.Rest(name);
+        AddNet(name, tail);
+    }
+    template <class Tail>
+    void AddNet(std::string_view name, const Tail& tail)
+    {
         BeginRecord();
         auto net = record_pool::New<CJOBXdataNet>();
         net->m_nNumber = static_cast<int>(m_data.m_arrNets.GetSize());
-        std::string_view name;
-        if (fields.Rest(name))
-            net->m_sName = name;
+        net->m_sName = name;
         m_attributes.Take(tail, Line(), *net);
         CheckName(name);
         m_net = m_data.m_arrNets.Own(std::move(net));
@@ -128,7 +360,7 @@ private:
     }
     void CheckName(std::string_view name)
     {
-        if (const int before = m_netNames.LineBefore(name, Line()); before != 0 && !name.empty())
+        if (const int before = name.empty() ? 0 : m_netNames.LineBefore(name, Line()); before != 0)
             m_messages.Say(eda_message::kSameName, Line(), "The net ", Quoted{name},
                            " has the name of the net on line ", before, ".");
     }
@@ -137,37 +369,32 @@ private:
     {
         if (m_net == nullptr)
             return SayNoOwner(fields, "net");
+        SubnetFields subnet;
+        Take(fields, subnet);
+        if (!subnet.side.empty() && !IsSide(subnet.side))
+            m_messages.Say(eda_message::kNoComponent, Line(), "The side ", Quoted{subnet.side}, " is neither T nor B.");
+        if (subnet.kind.empty() || IsSubnetKind(subnet.kind))
+            fields.End();
+        else
+            m_messages.SayUnknown(eda_message::kUnknown, Line(), "subnet type", subnet.kind);
+        AddSubnet(subnet, tail);
+    }
+    template <class Tail>
+    void AddSubnet(const SubnetFields& fields, const Tail& tail)
+    {
         auto subnet = record_pool::New<CJOBXSnt>();
         subnet->m_nLineNumber = Line();
-        ReadSubnet(fields, *subnet);
+        subnet->m_sKind = fields.kind;
+        subnet->m_sSide = fields.side;
+        subnet->m_nComponentNumber = fields.component;
+        subnet->m_nToeprintNumber = fields.toeprint;
+        subnet->m_sFillType = fields.fillType;
+        subnet->m_sCutoutType = fields.cutoutType;
+        subnet->m_dFillSize = fields.fillSize;
         m_attributes.Take(tail, Line(), *subnet);
         CJOBXSnt* const kept = m_subnets.Own(std::move(subnet));
         m_features.Begin(kept->m_arrNetObjs);
         m_hasFeatures = true;
-    }
-
-    void ReadSubnet(CCheckedRecord& fields, CJOBXSnt& subnet)
-    {
-        fields.Text(subnet.m_sKind);
-        const std::string_view kind = subnet.m_sKind.View();
-        if (kind == eda_format::kToeprint)
-        {
-            fields.Text(subnet.m_sSide);
-            fields.Integer(subnet.m_nComponentNumber);
-            fields.Integer(subnet.m_nToeprintNumber);
-            if (const std::string_view side = subnet.m_sSide.View();
-                !side.empty() && side != eda_format::kTopSide && side != eda_format::kBottomSide)
-                m_messages.Say(eda_message::kNoComponent, Line(), "The side ", Quoted{side}, " is neither T nor B.");
-        }
-        else if (kind == eda_format::kPlane)
-        {
-            fields.Text(subnet.m_sFillType);
-            fields.Text(subnet.m_sCutoutType);
-            fields.Real(subnet.m_dFillSize);
-        }
-        else if (!kind.empty() && kind != eda_format::kVia && kind != eda_format::kTrace)
-            return m_messages.SayUnknown(eda_message::kUnknown, Line(), "subnet type", kind);
-        fields.End();
     }
 
     void OnFeature(CCheckedRecord& fields, const CTailText& tail)
@@ -179,8 +406,7 @@ private:
         std::string_view kind;
         if (fields.Text(kind))
             object->m_sKind = kind;
-        if (!kind.empty() &&
-            (kind.size() > 1 || eda_format::kFeatureTypes.find(kind.front()) == std::string_view::npos))
+        if (!kind.empty() && !IsFeatureType(kind))
             m_messages.SayUnknown(eda_message::kUnknown, Line(), "feature type", kind);
         fields.Integer(object->m_nLayerIndex);
         if (object->m_nLayerIndex >= m_data.m_arrLayerNames.GetSize() || object->m_nLayerIndex < 0)
@@ -217,14 +443,21 @@ private:
         CloseOutline();
         if (m_package == nullptr)
             return SayNoOwner(fields, "package");
-        auto pin = record_pool::New<CJOBXdataPkgPin>();
-        fields.Text(pin->m_sName);
-        fields.Text(pin->m_sType);
-        fields.Point(pin->m_ptCenter);
-        fields.Real(pin->m_dHoleSize);
-        fields.Text(pin->m_sElectricalType);
-        fields.Text(pin->m_sMountType);
+        PinFields pin;
+        Take(fields, pin);
         fields.End();
+        AddPin(pin, tail);
+    }
+    template <class Tail>
+    void AddPin(const PinFields& fields, const Tail& tail)
+    {
+        auto pin = record_pool::New<CJOBXdataPkgPin>();
+        pin->m_sName = fields.name;
+        pin->m_sType = fields.type;
+        pin->m_ptCenter = fields.center;
+        pin->m_dHoleSize = fields.holeSize;
+        pin->m_sElectricalType = fields.electricalType;
+        pin->m_sMountType = fields.mountType;
         m_attributes.Take(tail, Line(), *pin);
         m_pin = m_pins.Own(std::move(pin));
         m_properties = nullptr; // made with the first property: few pins have any
@@ -311,15 +544,26 @@ private:
             SayNoOwner(fields, "package or pin");
             return false;
         }
+        CFieldScanner texts(tail.record);
+        texts.Skip();
+        auto record = NewOutline(fields.Keyword());
+        AddFields(record->m_arrParameters, texts, m_cache);
+        CheckOutline(fields, numbers, words);
+        KeepOutline(std::move(record), tail);
+        return true;
+    }
+    std::unique_ptr<CJOBXdataPkgObj> NewOutline(std::string_view keyword)
+    {
         auto record = record_pool::New<CJOBXdataPkgObj>();
         record->m_nLineNumber = Line();
-        record->m_sKeyword = fields.Keyword();
-        AddParameters(tail.record, record->m_arrParameters);
-        if (!IsPlainOutline(tail.record.substr(fields.Keyword().size()), numbers, words))
-            CheckOutline(fields, numbers, words);
+        record->m_sKeyword = keyword;
+        return record;
+    }
+    template <class Tail>
+    void KeepOutline(std::unique_ptr<CJOBXdataPkgObj> record, const Tail& tail)
+    {
         m_attributes.Take(tail, Line(), *record);
         m_outlines->Own(std::move(record));
-        return true;
     }
     static void CheckOutline(CCheckedRecord& fields, int numbers, int words)
     {
@@ -330,45 +574,6 @@ private:
         for (int i = 0; i < words; ++i)
             fields.Text(word);
         fields.End();
-    }
-    // Whether so many plain numbers and then so many words, a blank before each, are all of it. Then nothing is wrong.
-    static bool IsPlainOutline(std::string_view fields, int numbers, int words) noexcept
-    {
-        const auto takes = [&fields](auto isPart)
-        {
-            std::size_t size = 0;
-            while (size != fields.size() && isPart(fields[size]))
-                ++size;
-            fields.remove_prefix(size);
-            return size;
-        };
-        const auto takesOne = [&fields](char character)
-        {
-            const bool isThere = fields.starts_with(character);
-            fields.remove_prefix(isThere ? 1 : 0);
-            return isThere;
-        };
-        constexpr std::size_t kMostDigits = 20; // far from the largest number
-        for (; numbers > 0; --numbers)
-        {
-            if (!takesOne(' '))
-                return false;
-            takesOne('-');
-            std::size_t digits = takes(number_text::IsDigit);
-            digits += takesOne('.') ? takes(number_text::IsDigit) : 0;
-            if (digits == 0 || digits > kMostDigits)
-                return false;
-        }
-        for (; words > 0; --words)
-            if (!takesOne(' ') || takes([](char letter) { return letter != ' ' && letter != '\t'; }) == 0)
-                return false;
-        return fields.empty();
-    }
-    void AddParameters(std::string_view record, CStringArray& parameters)
-    {
-        CFieldScanner fields(record);
-        fields.Skip();
-        AddFields(parameters, fields, m_cache);
     }
     void OpenOutline(Open open)
     {
@@ -438,6 +643,7 @@ private:
     }
 
     CLineScanner& m_text;
+    int m_line = 0;
     CFileMessages& m_messages;
     CJOBXdata& m_data;
     CFileUnit m_unit;

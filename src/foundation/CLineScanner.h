@@ -293,3 +293,18 @@ private:
     const char* m_wholeEnd = nullptr; // of the last line with an end
     std::string_view m_line;
 };
+
+// Goes through the lines ahead of the scanner with `read(at, end, number)`: `at` is where a line begins, `end` is behind
+// the last LF, `number` is the line's. It returns where the next line begins, or null to stop at this line.
+template <class Read>
+void ReadLinesAhead(CLineScanner& scanner, Read read)
+{
+    const std::string_view ahead = scanner.Ahead();
+    const char* const end = ahead.data() + ahead.size();
+    const int first = scanner.NumberAhead();
+    const char* at = ahead.data();
+    int lines = 0;
+    for (const char* next = nullptr; at != end && (next = read(at, end, first + lines)) != nullptr; at = next)
+        ++lines;
+    scanner.Took(at, lines);
+}

@@ -7,6 +7,7 @@
 #include "foundation/framework/CStringArray.h"
 
 #include <array>
+#include <span>
 #include <string_view>
 
 // Appends the fields, which are split only once if there are as few as usual. The list's block has the right size.
@@ -26,4 +27,13 @@ inline void AddFields(CStringArray& texts, CFieldScanner fields, CTextCache& cac
         texts[at++] = cache.Of(first[i]);
     for (; fields.Text(field); ++at)
         texts[at] = cache.Of(field);
+}
+
+// Appends texts that are split already.
+inline void AddFields(CStringArray& texts, std::span<const std::string_view> fields, CTextCache& cache)
+{
+    INT_PTR at = texts.GetSize();
+    record_pool::Extend(texts, static_cast<INT_PTR>(fields.size()));
+    for (const std::string_view field : fields)
+        texts[at++] = cache.Of(field);
 }

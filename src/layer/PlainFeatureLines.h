@@ -25,15 +25,8 @@ protected:
     void ReadPlainLines(CLineScanner& scanner)
     {
         m_lastList = {}; // may point into a piece of the file that is gone
-        const std::string_view ahead = scanner.Ahead();
-        const char* const end = ahead.data() + ahead.size();
-        const int first = scanner.NumberAhead();
-        const char* at = ahead.data();
-        int lines = 0;
-        for (const char* next = nullptr; at != end && (next = ReadPlainLine(at, end, first + lines)) != nullptr;
-             at = next)
-            ++lines;
-        scanner.Took(at, lines);
+        ReadLinesAhead(scanner, [this](const char* at, const char* end, int lineNumber)
+                       { return ReadPlainLine(at, end, lineNumber); });
     }
 
     CFeatureBuilder m_builder; // of the reader as well

@@ -1,14 +1,18 @@
 #include "foundation/CListFiller.h"
 #include "foundation/CRecordPool.h"
+#include "foundation/CTextCache.h"
 #include "netlist/CJOBXnetlist.h"
 #include "netlist/NetlistFormat.h"
 #include "netlist/NetlistReader.h"
 #include "reading/CCheckedRecord.h"
 #include "reading/CFileUnit.h"
 #include "reading/CFirstNames.h"
+#include "reading/CPlainRecord.h"
 #include "reading/NetlistMessageKinds.h"
 #include "reading/Tail.h"
 
+#include <algorithm>
+#include <array>
 #include <map>
 #include <memory>
 #include <string>
@@ -17,6 +21,82 @@ namespace
 {
 constexpr CCheckedRecord::Kinds kNetlistFields{netlist_message::kTooFew, netlist_message::kTooMany,
                                                netlist_message::kNotNumber};
+
+// The fields of a point. A field that is missing keeps its value.
+struct PointFields
+{
+    int net = -1;
+    double radius = 0.0;
+    CPointD position{};
+    std::string_view side{};
+    double width = 0.0;
+    double height = 0.0;
+    std::string_view endPoint{};
+    std::string_view exposure{};
+};
+
+template <class Fields>
+bool Take(Fields& fields, PointFields& point)
+{
+    return fields.Real(point.radius) && fields.Point(point.position) && fields.Text(point.side) &&
+           (point.radius != 0.0 || (fields.Real(point.width) && fields.Real(point.height))) &&
+           fields.Text(point.endPoint) && fields.Text(point.exposure);
+}
+
+struct StaggeredFields
+{
+    std::string_view mark{};
+    CPointD position{};
+    double radius = 0.0;
+};
+
+template <class Fields>
+bool Take(Fields& fields, StaggeredFields& staggered)
+{
+    return fields.Point(staggered.position) && fields.Real(staggered.radius);
+}
+
+// Gives points their flags. Points with the same flags share them, unless too many others were read in between.
+// Ownership: borrows the points.
+class CSharedFlags
+{
+public:
+    // `flags` are separated by blanks.
+    void Give(std::string_view flags, CJOBXnetPt& point)
+    {
+        if (flags.empty())
+            return;
+        Known& known = m_known[Slot(flags)];
+        if (known.flags == flags)
+            return point.ShareFlags(*known.point);
+        known.flags = flags;
+        known.point = &point;
+        while (!flags.empty())
+        {
+            const std::size_t blank = std::min(flags.find(' '), flags.size());
+            point.AddFlag(CString(flags.substr(0, blank)));
+            flags = WithoutLeading(flags.substr(blank), ' ');
+        }
+    }
+
+private:
+    struct Known
+    {
+        std::string flags{}; // "" for none
+        const CJOBXnetPt* point = nullptr;
+    };
+    static constexpr std::size_t kSlots = 64;
+
+    static std::size_t Slot(std::string_view flags) noexcept
+    {
+        std::size_t sum = 0;
+        for (const char letter : flags)
+            sum = sum * 31 + static_cast<unsigned char>(letter);
+        return sum % kSlots;
+    }
+
+    std::array<Known, kSlots> m_known{};
+};
 
 class CCompleteNetlistReading
 {
@@ -32,14 +112,60 @@ public:
 
     void Read()
     {
-        while (m_text.NextLine())
+        for (ReadPlainLines(); m_text.NextLine(); ReadPlainLines())
+        {
+            m_line = m_text.LineNumber();
             ReadLine(m_text.Line());
+        }
         m_points.Finish();
         m_netlist.m_arrNets.m_sUnits = m_netlist.GetUnit() == JOBXunit::Millimetre ? "MM" : "INCH";
     }
 
 private:
-    int Line() const noexcept { return m_text.LineNumber(); }
+    int Line() const noexcept { return m_line; }
+
+    // Lines in their usual form, of which at most the net or its name gives a message; any other line is left to
+    // ReadLine.
+    void ReadPlainLines()
+    {
+        ReadLinesAhead(m_text,
+                       [this](const char* at, const char* end, int line)
+                       {
+                           m_line = line;
+                           return *at == netlist_format::kNet.front() ? OnPlainNet({at, end}) : OnPlainPoint({at, end});
+                       });
+    }
+    const char* OnPlainNet(CPlainRecord fields)
+    {
+        int number = 0;
+        std::string_view name;
+        CPlainTail tail;
+        if (!fields.Keyword(netlist_format::kNet) || !fields.KeywordInteger(number) || !fields.Rest(name) ||
+            !fields.End(tail))
+            return nullptr;
+        AddNet(number, name, tail);
+        return fields.At();
+    }
+    const char* OnPlainPoint(CPlainRecord fields)
+    {
+        PointFields point;
+        StaggeredFields staggered;
+        std::string_view flags;
+        if (!fields.KeywordInteger(point.net) || !Take(fields, point))
+            return nullptr;
+        CPlainRecord behind = fields;
+        if (behind.Is(' ') && behind.Keyword(netlist_format::kStaggered))
+        {
+            fields = behind;
+            staggered.mark = netlist_format::kStaggered;
+            if (!Take(fields, staggered))
+                return nullptr;
+        }
+        if (!fields.WordsToEnd(flags) || flags.find(netlist_format::kStaggered) != std::string_view::npos)
+            return nullptr;
+        AddPoint(point, staggered, flags, CPlainTail{});
+        return fields.At();
+    }
 
     void ReadLine(std::string_view line)
     {
@@ -78,77 +204,82 @@ private:
 
     void OnNet(CCheckedRecord& fields, const CTailText& tail)
     {
-        auto net = record_pool::New<CJOBXnet>();
-        fields.KeywordInteger(netlist_format::kNet, net->m_nNumber);
+        int number = -1;
+        fields.KeywordInteger(netlist_format::kNet, number);
         std::string_view name;
-        if (fields.Rest(name))
-            net->m_sName = name;
+        fields.Rest(name);
+        AddNet(number, name, tail);
+    }
+    template <class Tail>
+    void AddNet(int number, std::string_view name, const Tail& tail)
+    {
+        auto net = record_pool::New<CJOBXnet>();
+        net->m_nNumber = number;
+        net->m_sName = name;
         m_attributes.Take(tail, Line(), *net);
-        if (const int before = m_netNames.LineBefore(name, Line()); before != 0 && !name.empty())
+        if (const int before = name.empty() ? 0 : m_netNames.LineBefore(name, Line()); before != 0)
             m_messages.Say(netlist_message::kSameName, Line(), "The net ", Quoted{name},
                            " has the name of the net on line ", before, ".");
         CJOBXnet* const kept = m_netlist.m_arrNets.Own(std::move(net));
-        if (!m_nets.try_emplace(kept->m_nNumber, kept).second)
-            m_messages.Say(netlist_message::kSameNumber, Line(), "Another net has the number ", kept->m_nNumber, ".");
+        const std::size_t count = m_nets.size();
+        m_nets.try_emplace(m_nets.end(), number, kept); // most files number them in order
+        if (m_nets.size() == count)
+            m_messages.Say(netlist_message::kSameNumber, Line(), "Another net has the number ", number, ".");
     }
 
     void OnPoint(CCheckedRecord& fields, const CTailText& tail)
     {
-        int number = -1;
-        fields.KeywordInteger({}, number);
+        PointFields point;
+        fields.KeywordInteger({}, point.net);
+        Take(fields, point);
+        StaggeredFields staggered;
+        std::string flags;
+        for (std::string_view word; !fields.IsAtEnd() && fields.Text(word);)
+            if (word == netlist_format::kStaggered)
+            {
+                staggered.mark = word;
+                Take(fields, staggered);
+            }
+            else
+                flags.append(flags.empty() ? 0 : 1, ' ').append(word);
+        AddPoint(point, staggered, flags, tail);
+    }
+    template <class Tail>
+    void AddPoint(const PointFields& fields, const StaggeredFields& staggered, std::string_view flags, const Tail& tail)
+    {
         auto point = record_pool::New<CJOBXnetPt>();
-        ReadPoint(fields, *point);
+        point->m_dRadius = fields.radius;
+        point->m_ptPosition = fields.position;
+        point->m_sSide = fields.side;
+        point->m_dWidth = fields.width;
+        point->m_dHeight = fields.height;
+        point->m_sEndPoint = fields.endPoint;
+        point->m_sExposure = fields.exposure;
+        if (!staggered.mark.empty())
+            point->m_sStaggeredMark = m_cache.Of(staggered.mark);
+        point->m_ptStaggeredPosition = staggered.position;
+        point->m_dStaggeredRadius = staggered.radius;
+        m_flags.Give(flags, *point);
         m_attributes.Take(tail, Line(), *point);
-        PointsOf(number).Own(std::move(point));
+        PointsOf(fields.net).Own(std::move(point));
     }
     CListFiller<CJOBXnetPt>& PointsOf(int number)
     {
-        const auto net = m_nets.find(number);
-        if (net == m_nets.end())
+        if (m_net == nullptr || number != m_net->m_nNumber)
+        {
+            const auto net = m_nets.find(number);
+            m_net = net != m_nets.end() ? net->second : nullptr;
+        }
+        if (m_net == nullptr)
             m_messages.Say(netlist_message::kNoNet, Line(), "No net has the number ", number, ".");
-        CJOBXnetPtArray& points = net != m_nets.end() ? net->second->m_arrPts : m_netlist.m_arrPts;
+        CJOBXnetPtArray& points = m_net != nullptr ? m_net->m_arrPts : m_netlist.m_arrPts;
         if (!m_points.IsFor(points))
             m_points.Begin(points);
         return m_points;
     }
 
-    void ReadPoint(CCheckedRecord& fields, CJOBXnetPt& point)
-    {
-        fields.Real(point.m_dRadius);
-        fields.Point(point.m_ptPosition);
-        fields.Text(point.m_sSide);
-        if (point.m_dRadius == 0.0)
-        {
-            fields.Real(point.m_dWidth);
-            fields.Real(point.m_dHeight);
-        }
-        fields.Text(point.m_sEndPoint);
-        fields.Text(point.m_sExposure);
-        ReadFlags(fields, point);
-    }
-    // Points with the flags of the one before share them.
-    void ReadFlags(CCheckedRecord& fields, CJOBXnetPt& point)
-    {
-        const std::string_view flags = fields.Left();
-        if (m_flagged != nullptr && flags == m_flags)
-            return point.ShareFlags(*m_flagged);
-        m_flags = flags;
-        m_flagged = &point;
-        for (CString word; !fields.IsAtEnd() && fields.Text(word);)
-            if (word.View() == netlist_format::kStaggered)
-                ReadStaggered(fields, point, word);
-            else
-                point.AddFlag(word);
-    }
-    void ReadStaggered(CCheckedRecord& fields, CJOBXnetPt& point, const CString& mark)
-    {
-        m_flagged = nullptr; // the numbers are no flags
-        point.m_sStaggeredMark = mark;
-        fields.Point(point.m_ptStaggeredPosition);
-        fields.Real(point.m_dStaggeredRadius);
-    }
-
     CLineScanner& m_text;
+    int m_line = 0;
     CFileMessages& m_messages;
     CJOBXnetlist& m_netlist;
     CFileUnit m_unit;
@@ -161,9 +292,9 @@ private:
     CFirstNames m_netNames;
     std::map<int, CJOBXnet*> m_nets; // the first of each number
     CListFiller<CJOBXnetPt> m_points{};
-    // The flags read last and a point that has them; null if it has more than flags.
-    std::string m_flags;
-    const CJOBXnetPt* m_flagged = nullptr;
+    CJOBXnet* m_net = nullptr; // of the last point; null if it has none
+    CSharedFlags m_flags;
+    CTextCache m_cache;
 };
 } // namespace
 

@@ -1,5 +1,6 @@
 #include "reading/Tail.h"
 
+#include "foundation/CRecordPool.h"
 #include "reading/AttributeMessageKinds.h"
 
 #include <memory>
@@ -100,7 +101,7 @@ bool CAttributeReader::Append(std::string_view list, int line, CJOBXPropertyArra
     {
         const std::size_t equals = item.find('=');
         const std::string_view number = Trimmed(item.substr(0, equals));
-        auto property = std::make_unique<CJOBXProperty>();
+        auto property = record_pool::New<CJOBXProperty>();
         property->m_nNumber = NumberOf(number);
         if (property->m_nNumber < 0)
         {
@@ -119,11 +120,11 @@ bool CAttributeReader::Append(std::string_view list, int line, CJOBXPropertyArra
     return m_isSound;
 }
 
-void CAttributeReader::TakeTail(const CTailText& tail, int line, CJOBXtailed& record)
+void CAttributeReader::Store(__int64 id, std::string_view attributes, int line, CJOBXtailed& record)
 {
-    record.SetID(ReadTailID(tail, line, m_messages));
-    if (!tail.attributes.empty())
-        Append(tail.attributes, line, *record.pMakeTailAttributes());
+    record.SetID(id);
+    if (!attributes.empty())
+        Append(attributes, line, *record.pMakeTailAttributes());
 }
 
 void CAttributeReader::SetValue(CJOBXProperty& property, std::string_view value, int line)

@@ -8,6 +8,7 @@
 #include "foundation/NumberedTable.h"
 #include "reading/CAttributeTypes.h"
 #include "reading/CFileMessages.h"
+#include "reading/CPlainRecord.h"
 
 #include <string_view>
 
@@ -51,11 +52,16 @@ public:
     void Take(const CTailText& tail, int line, CJOBXtailed& record)
     {
         if (!tail.whole.empty())
-            TakeTail(tail, line, record);
+            Store(ReadTailID(tail, line, m_messages), tail.attributes, line, record);
+    }
+    void Take(const CPlainTail& tail, int line, CJOBXtailed& record)
+    {
+        if (tail.id != CJOBXtailed::kNoID || !tail.attributes.empty())
+            Store(tail.id, tail.attributes, line, record);
     }
 
 private:
-    void TakeTail(const CTailText& tail, int line, CJOBXtailed& record);
+    void Store(__int64 id, std::string_view attributes, int line, CJOBXtailed& record);
     void SetValue(CJOBXProperty& property, std::string_view value, int line);
     void SetText(CJOBXProperty& property, std::string_view value, int line);
     void SetOption(CJOBXProperty& property, const CAttributeTypes::Type& type, std::string_view value, int line);
