@@ -2,6 +2,7 @@
 
 #include "output/Lengths.h"
 #include "output/Text.h"
+#include "output/Wrapping.h"
 
 #include <fmt/format.h>
 
@@ -12,6 +13,7 @@
 namespace
 {
 constexpr std::size_t kLabel = 12;
+constexpr std::size_t kScreen = 80;
 constexpr std::size_t kNames = 5; // of one kind of change
 
 // "2 added (R9, R10)"; "" for no name.
@@ -32,7 +34,7 @@ void PrintLines(Output& output, std::string_view label, const std::vector<std::s
     {
         if (text.empty())
             continue;
-        output.Write(fmt::format("{:<{}}{}\n", shown, kLabel, text));
+        output.Write(Wrapped(fmt::format("{:<{}}{}", shown, kLabel, text), kScreen, kLabel + 2) + "\n");
         shown = "";
     }
 }
@@ -48,12 +50,55 @@ void PrintComponents(Output& output, const ComponentChanges& changes)
                 Named(changes.otherPackage, "with another package"), Named(changes.otherSide, "on the other side")});
 }
 
+// "2 added (1.5 sq mm, 1 negative of 0.2 sq mm, 1 without area)".
+std::string FeaturesText(const FeatureSum& sum, std::string_view change)
+{
+    std::string text = fmt::format("{} {}", sum.count, change);
+    std::vector<std::string> notes;
+    if (sum.count > sum.negative + sum.withoutArea || sum.area > 0.0)
+        notes.push_back(AreaText(sum.area));
+    if (sum.negative > 0)
+        notes.push_back(fmt::format("{} negative of {}", sum.negative, AreaText(sum.negativeArea)));
+    if (sum.withoutArea > 0)
+        notes.push_back(fmt::format("{} without area", sum.withoutArea));
+    return notes.empty() ? text : fmt::format("{} ({})", text, fmt::join(notes, ", "));
+}
+
+std::string MovesText(const FeatureMoves& moves)
+{
+    if (!moves.areAlike)
+        return fmt::format("{} moved by up to {}", moves.count, SmallLength(moves.farthest));
+    return fmt::format("{} moved by {}, {} mm", moves.count, Rounded(moves.way.first, 6), Rounded(moves.way.second, 6));
+}
+
+// What changed on a layer; on lines of their own where one line has no room.
+void AddLayerLines(std::vector<std::string>& lines, const LayerChanges& layer)
+{
+    constexpr std::size_t kRoom = kScreen - kLabel;
+    std::vector<std::string> changes;
+    if (layer.added.count > 0)
+        changes.push_back(FeaturesText(layer.added, "added"));
+    if (layer.removed.count > 0)
+        changes.push_back(FeaturesText(layer.removed, "removed"));
+    if (layer.moved.count > 0)
+        changes.push_back(MovesText(layer.moved));
+    lines.push_back(layer.name + ":");
+    for (std::size_t i = 0; i < changes.size(); ++i)
+    {
+        const std::string text = changes[i] + (i + 1 < changes.size() ? "," : "");
+        if (lines.back().size() + 1 + text.size() <= kRoom)
+            lines.back().append(" ").append(text);
+        else
+            lines.push_back("  " + text);
+    }
+}
+
 void PrintLayers(Output& output, const std::vector<LayerChanges>& layers)
 {
     constexpr std::size_t kMostLayers = 12;
     std::vector<std::string> texts;
     for (std::size_t i = 0; i < std::min(layers.size(), kMostLayers); ++i)
-        texts.push_back(fmt::format("{}: {} added, {} removed", layers[i].name, layers[i].added, layers[i].removed));
+        AddLayerLines(texts, layers[i]);
     if (layers.size() > kMostLayers)
         texts.push_back(fmt::format("and {} more layers", layers.size() - kMostLayers));
     PrintLines(output, "Features", texts);
@@ -91,7 +136,8 @@ bool HasChanges(const StepChanges& step)
 bool IsOther(const DiffGroup& group)
 {
     constexpr std::array<std::string_view, 2> kAbove = {"component", "toeprint"};
-    if ((group.kind.starts_with("feature ") && group.field.empty()) || (group.kind == "net" && group.field.empty()))
+    if ((group.kind.starts_with("feature ") && (group.field.empty() || group.field == "place")) ||
+        (group.kind == "net" && group.field.empty()))
         return false;
     if (std::find(kAbove.begin(), kAbove.end(), group.kind) == kAbove.end())
         return true;
@@ -143,19 +189,36 @@ void WriteComponents(JsonOutput& json, const ComponentChanges& changes)
     WriteNames(json, "otherSide", changes.otherSide);
 }
 
+void WriteArea(JsonOutput& json, const FeatureSum& sum)
+{
+    json.Member("positive", sum.area);
+    json.Member("negative", sum.negativeArea);
+    json.Member("negativeFeatures", sum.negative);
+    json.Member("withoutArea", sum.withoutArea);
+}
+
+void WriteLayer(JsonOutput& json, const LayerChanges& layer)
+{
+    json.Member("layer", std::string_view(layer.name));
+    json.Member("added", layer.added.count);
+    json.Member("removed", layer.removed.count);
+    json.Member("moved", layer.moved.count);
+    json.ObjectMember("addedArea", [&] { WriteArea(json, layer.added); });
+    json.ObjectMember("removedArea", [&] { WriteArea(json, layer.removed); });
+    json.Key("movedBy");
+    if (layer.moved.count > 0 && layer.moved.areAlike)
+        json.Value(CPointD(layer.moved.way.first, layer.moved.way.second));
+    else
+        json.Null();
+}
+
 void WriteLayers(JsonOutput& json, const StepChanges& step)
 {
     json.ArrayMember("layers",
                      [&]
                      {
                          for (const LayerChanges& layer : step.layers)
-                             json.Object(
-                                 [&]
-                                 {
-                                     json.Member("layer", std::string_view(layer.name));
-                                     json.Member("added", layer.added);
-                                     json.Member("removed", layer.removed);
-                                 });
+                             json.Object([&] { WriteLayer(json, layer); });
                      });
     json.ArrayMember("drills",
                      [&]

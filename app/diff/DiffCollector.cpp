@@ -20,6 +20,8 @@ DiffValue Kept(const DiffValueView& value)
         return *number;
     if (const auto* const real = std::get_if<double>(&value))
         return *real;
+    if (const auto* const point = std::get_if<CPointD>(&value))
+        return *point;
     return {};
 }
 } // namespace

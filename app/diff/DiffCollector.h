@@ -2,6 +2,8 @@
 // does not grow with the jobs.
 #pragma once
 
+#include "JOBXCLSDLL.h"
+
 #include <cstdint>
 #include <map>
 #include <string>
@@ -18,9 +20,9 @@ enum class DiffChange
 };
 
 // One side of a change; empty if there is no value to show.
-using DiffValue = std::variant<std::monostate, std::string, std::int64_t, double>;
+using DiffValue = std::variant<std::monostate, std::string, std::int64_t, double, CPointD>;
 // As above with borrowed texts, for immediate use.
-using DiffValueView = std::variant<std::monostate, std::string_view, std::int64_t, double>;
+using DiffValueView = std::variant<std::monostate, std::string_view, std::int64_t, double, CPointD>;
 
 // Identifies a record in its list. Differences are counted by kind; paths are made of words.
 struct RecordPlace

@@ -6,7 +6,9 @@
 #include "options/CommonOptions.h"
 #include "output/JsonOutput.h"
 #include "output/NearestName.h"
+#include "output/Terminal.h"
 #include "output/Text.h"
+#include "output/Wrapping.h"
 #include "reading/JobReader.h"
 
 #include <CLI/CLI.hpp>
@@ -37,6 +39,8 @@ std::string ShownValue(const DiffValue& value)
         return std::to_string(*number);
     if (const auto* const real = std::get_if<double>(&value))
         return std::string(NumberText(*real).View());
+    if (const auto* const point = std::get_if<CPointD>(&value))
+        return fmt::format("{}, {}", NumberText(point->x).View(), NumberText(point->y).View());
     return {};
 }
 
@@ -92,27 +96,33 @@ void PrintErrors(Output& output, const ReadErrors& errors)
     output.Write(fmt::format("{}{}{}: some of it could not be compared\n", a, !a.empty() && !b.empty() ? ", " : "", b));
 }
 
+// On a terminal, lines are broken where it would break them.
+void PrintGroups(Output& output, const DiffCollector& collector)
+{
+    constexpr std::size_t kIndent = 8;
+    const std::size_t width = TerminalWidth(stdout);
+    const auto print = [&](const std::string& line) { output.Write(Wrapped(line, width, kIndent) + "\n"); };
+    for (const DiffGroup& group : collector.Groups())
+    {
+        const std::string field = group.field.empty() ? "" : fmt::format(" ({})", group.field);
+        print(fmt::format("{}: {}{}: {} {}", group.place, group.kind, field, group.count, ShownChange(group.change)));
+        for (const DiffExample& example : group.examples)
+            if (HasValues(example))
+                print(fmt::format("    {}: {} {} -> {}", example.path, group.field, ShownValue(example.a),
+                                  ShownValue(example.b)));
+            else
+                print(fmt::format("    {}: {}{}{}", example.path, group.field, group.field.empty() ? "" : " ",
+                                  ShownChange(group.change)));
+    }
+}
+
 // The changes are null after classic reading.
 void PrintText(const DiffCollector& collector, const JobChanges* changes, const ReadErrors& errors)
 {
     Output output;
     if (changes != nullptr)
         PrintChanges(output, *changes, collector);
-    for (const DiffGroup& group : collector.Groups())
-    {
-        const std::string field = group.field.empty() ? "" : fmt::format(" ({})", group.field);
-        output.Write(
-            fmt::format("{}: {}{}: {} {}\n", group.place, group.kind, field, group.count, ShownChange(group.change)));
-        for (const DiffExample& example : group.examples)
-        {
-            output.Write(fmt::format("    {}: ", example.path));
-            if (HasValues(example))
-                output.Write(fmt::format("{} {} -> {}\n", group.field, ShownValue(example.a), ShownValue(example.b)));
-            else
-                output.Write(
-                    fmt::format("{}{}{}\n", group.field, group.field.empty() ? "" : " ", ShownChange(group.change)));
-        }
-    }
+    PrintGroups(output, collector);
     if (collector.Differences() == 0)
         output.Write("identical\n");
     else
@@ -131,6 +141,8 @@ void WriteValue(JsonOutput& json, std::string_view key, const DiffValue& value)
         json.Member(key, *number);
     else if (const auto* const real = std::get_if<double>(&value))
         json.Member(key, *real);
+    else if (const auto* const point = std::get_if<CPointD>(&value))
+        json.Member(key, *point);
 }
 
 void WriteGroup(JsonOutput& json, const DiffGroup& group)

@@ -1,6 +1,8 @@
 // The differences between two jobs that a person asks for first.
 #pragma once
 
+#include "diff/FeatureArea.h"
+
 #include <cstdint>
 #include <map>
 #include <optional>
@@ -27,12 +29,22 @@ struct NetChanges
     std::vector<std::string> movedPins; // "U1.3 from GND to VCC"
 };
 
-// Features that only one of the jobs has.
+// Features that are the same but for their place, in millimetres.
+struct FeatureMoves
+{
+    std::int64_t count = 0;
+    std::pair<double, double> way; // of all, unless they differ
+    bool areAlike = true;
+    double farthest = 0.0;
+};
+
+// Features that only one of the jobs has, and those that were moved.
 struct LayerChanges
 {
     std::string name;
-    std::int64_t added = 0;
-    std::int64_t removed = 0;
+    FeatureSum added;
+    FeatureSum removed;
+    FeatureMoves moved;
 };
 
 struct StepChanges

@@ -154,6 +154,9 @@ void AddField(Meaning& meaning, const Record& record, const FileView& view)
     else if constexpr (kKind == Kind::Coordinate)
     {
         const CPointD point = Field::Get(record);
+        if constexpr (std::is_same_v<Record, CJOBXlayObjOX>)
+            if (record.GetKind() == "OE" || (kKey == "centre" && record.GetKind() != "OC"))
+                return; // the end has no point, and only an arc has a centre
         AddNumber(meaning, point.x * view.factor + (kKey == "size" ? 0.0 : view.shift.x));
         AddNumber(meaning, point.y * view.factor + (kKey == "size" ? 0.0 : view.shift.y));
     }

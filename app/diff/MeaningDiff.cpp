@@ -1,5 +1,6 @@
 #include "diff/MeaningDiff.h"
 
+#include "diff/FeaturePairs.h"
 #include "diff/NamedDiff.h"
 #include "diff/SameFiles.h"
 #include "info/Extents.h"
@@ -73,7 +74,9 @@ public:
           m_a(a),
           m_b(b),
           m_symbolsA(*a.m_pSpecialSymbols),
-          m_symbolsB(*b.m_pSpecialSymbols)
+          m_symbolsB(*b.m_pSpecialSymbols),
+          m_areasA(*a.m_pSpecialSymbols),
+          m_areasB(*b.m_pSpecialSymbols)
     {
     }
 
@@ -274,16 +277,69 @@ private:
                 Number(a, layerA, viewA, b, layerB, viewB);
             return;
         }
-        const MeaningMatch match = m_diff.Unnamed(*layerA.GetFeatures(), viewA, *layerB.GetFeatures(), viewB);
-        LayerChanges layer{Printable(layerA.m_sName.View()), CountOnly(match.b), CountOnly(match.a)};
-        if (layer.added + layer.removed > 0)
-            changes.layers.push_back(layer);
+        const MeaningMatch match = Features(changes, viewA, viewB);
         if (HaveOtherOrder(match))
             m_collector.Add("layer", DiffChange::Changed, "order of features"); // they are drawn in that order
         Keep(a, layerA, match.a, b, layerB, match.b);
         m_diff.FieldsButFeatures(layerA, viewA, layerB, viewB);
         Drills(changes, layerA, layerB);
     }
+
+    // Returns which features are at the same place in both layers.
+    MeaningMatch Features(StepChanges& changes, const FileView& viewA, const FileView& viewB)
+    {
+        const auto a = ListedOf(*viewA.layer->GetFeatures());
+        const auto b = ListedOf(*viewB.layer->GetFeatures());
+        MeaningMatch match =
+            MatchMeanings(NamedDiff::MeaningsOf(a, viewA), NamedDiff::MeaningsOf(b, viewB), m_rules.tolerance);
+        const FeaturePairs pairs = PairFeatures(a, viewA, b, viewB, match);
+        for (const FeaturePair& pair : pairs.otherAttributes)
+            AddPair(match, pair);
+        MeaningMatch withMoved = match;
+        for (const MovedPair& moved : pairs.moved)
+            AddPair(withMoved, moved.pair);
+        m_diff.Unmatched(a, b, withMoved);
+        LayerChanges layer{Printable(viewA.layer->m_sName.View()),
+                           SumOf(m_areasB, b, *viewB.layer, withMoved.b),
+                           SumOf(m_areasA, a, *viewA.layer, withMoved.a),
+                           {}};
+        for (const MovedPair& moved : pairs.moved)
+            Moved(layer.moved, *a[moved.pair.a].record, a[moved.pair.a].index, moved);
+        for (const FeaturePair& pair : pairs.otherAttributes)
+        {
+            const DiffScope scope(m_collector, PlaceOf(*a[pair.a].record), a[pair.a].index);
+            m_diff.Lists(jobx::FeatureProperties()(*a[pair.a].record), viewA,
+                         jobx::FeatureProperties()(*b[pair.b].record), viewB);
+        }
+        if (layer.added.count + layer.removed.count + layer.moved.count > 0)
+            changes.layers.push_back(std::move(layer));
+        return match;
+    }
+
+    // Of the features without a partner.
+    static FeatureSum SumOf(FeatureAreas& areas, const std::vector<Listed<CJOBXlayObj>>& features,
+                            const CJOBXlayer& layer, const std::vector<std::int64_t>& numbers)
+    {
+        FeatureSum sum;
+        for (std::size_t i = 0; i < features.size(); ++i)
+            if (numbers[i] < 0)
+                areas.Add(sum, *features[i].record, layer);
+        return sum;
+    }
+
+    void Moved(FeatureMoves& moves, const CJOBXlayObj& feature, std::int64_t index, const MovedPair& moved)
+    {
+        const std::pair<double, double> way{Micron(moved.to.x - moved.from.x), Micron(moved.to.y - moved.from.y)};
+        moves.areAlike = moves.areAlike && (moves.count == 0 || moves.way == way);
+        moves.way = way;
+        moves.farthest = std::max(moves.farthest, std::hypot(way.first, way.second));
+        ++moves.count;
+        const RecordPlace place = PlaceOf(feature);
+        const DiffScope scope(m_collector, place, index);
+        m_collector.Add(place.kind, DiffChange::Changed, "place", InNanometres(moved.from), InNanometres(moved.to));
+    }
+
+    static CPointD InNanometres(const CPointD& point) { return {Micron(point.x), Micron(point.y)}; }
 
     // Whether the records that both have are in another order.
     static bool HaveOtherOrder(const MeaningMatch& match)
@@ -530,6 +586,8 @@ private:
     const CJOBX& m_b;
     UserSymbolNames m_symbolsA;
     UserSymbolNames m_symbolsB;
+    FeatureAreas m_areasA;
+    FeatureAreas m_areasB;
     JobChanges m_changes;
 };
 } // namespace

@@ -8,20 +8,6 @@ namespace
 {
 constexpr double kSteps = 1e6; // nanometres
 
-// The words and the rounded numbers of a record, as bytes.
-std::string KeyOf(const Meaning& meaning)
-{
-    std::string key = meaning.words;
-    for (const double number : meaning.numbers)
-    {
-        const double rounded = std::round(number * kSteps) + 0.0; // no negative zero
-        char bytes[sizeof rounded];
-        std::memcpy(bytes, &rounded, sizeof rounded);
-        key.append(bytes, sizeof rounded);
-    }
-    return key;
-}
-
 bool AreNear(const Meaning& a, const Meaning& b, double tolerance)
 {
     return a.words == b.words && a.numbers.size() == b.numbers.size() &&
@@ -106,6 +92,19 @@ private:
 };
 } // namespace
 
+std::string KeyOf(const Meaning& meaning)
+{
+    std::string key = meaning.words;
+    for (const double number : meaning.numbers)
+    {
+        const double rounded = std::round(number * kSteps) + 0.0; // no negative zero
+        char bytes[sizeof rounded];
+        std::memcpy(bytes, &rounded, sizeof rounded);
+        key.append(bytes, sizeof rounded);
+    }
+    return key;
+}
+
 bool AreNear(double a, double b, double tolerance)
 {
     return std::abs(a - b) <= tolerance || a == b || (std::isnan(a) && std::isnan(b));
@@ -117,5 +116,13 @@ MeaningMatch MatchMeanings(const std::vector<Meaning>& a, const std::vector<Mean
     matcher.PairEqual(true);
     matcher.PairEqual(false);
     matcher.PairNear(tolerance);
+    return matcher.Take();
+}
+
+MeaningMatch MatchEqualMeanings(const std::vector<Meaning>& a, const std::vector<Meaning>& b)
+{
+    Matcher matcher(a, b);
+    matcher.PairEqual(true);
+    matcher.PairEqual(false);
     return matcher.Take();
 }

@@ -3,6 +3,7 @@
 #include "diff/Meaning.h"
 
 #include <cstdint>
+#include <string>
 #include <vector>
 
 // Which records of two lists say the same. Equal ones share a number from 0; the others have -1.
@@ -16,6 +17,12 @@ struct MeaningMatch
 // first, and among them equal unique numbers. The order of the lists does not matter, except among equal records.
 // Time:      n log n, as long as few records have the same words and nearly the same first number.
 MeaningMatch MatchMeanings(const std::vector<Meaning>& a, const std::vector<Meaning>& b, double tolerance);
+
+// Likewise, only of equal numbers. Time: n.
+MeaningMatch MatchEqualMeanings(const std::vector<Meaning>& a, const std::vector<Meaning>& b);
+
+// The words and the rounded numbers of a record, as bytes: those of equal records are equal.
+std::string KeyOf(const Meaning& meaning);
 
 // Whether two numbers are equal within a tolerance; every nan equals every other.
 bool AreNear(double a, double b, double tolerance);

@@ -105,10 +105,18 @@ public:
         const auto listedA = ListedOf(a);
         const auto listedB = ListedOf(b);
         MeaningMatch match = MatchMeanings(MeaningsOf(listedA, viewA), MeaningsOf(listedB, viewB), m_tolerance);
-        Only(listedA, match.a, DiffChange::OnlyInA);
-        Only(listedB, match.b, DiffChange::OnlyInB);
-        OtherIDs(listedA, match.a, listedB, match.b);
+        Unmatched(listedA, listedB, match);
         return match;
+    }
+
+    // The records without a partner, and pairs whose unique numbers differ.
+    template <class Record>
+    void Unmatched(const std::vector<Listed<Record>>& a, const std::vector<Listed<Record>>& b,
+                   const MeaningMatch& match)
+    {
+        Only(a, match.a, DiffChange::OnlyInA);
+        Only(b, match.b, DiffChange::OnlyInB);
+        OtherIDs(a, match.a, b, match.b);
     }
 
     template <class Record>

@@ -11,8 +11,8 @@ namespace
 {
 using ShapePath = std::vector<ShapePoint>;
 
-constexpr double kFullTurn = 2.0 * std::numbers::pi;
-constexpr double kCorner = kFullTurn / 72.0; // between the corners of an arc
+constexpr double kTurnOfArc = 2.0 * std::numbers::pi;
+constexpr double kCorner = kTurnOfArc / 72.0; // between the corners of an arc
 
 ShapePoint InMM(const CPointD& point, double factor)
 {
@@ -32,9 +32,9 @@ void AppendArc(ShapePath& path, const ShapePoint& start, const ShapePoint& end, 
     const double radius = DistanceOf(start, centre);
     double turn = std::atan2(end.y - centre.y, end.x - centre.x) - from;
     if (isClockwise && turn >= 0.0)
-        turn -= kFullTurn;
+        turn -= kTurnOfArc;
     if (!isClockwise && turn <= 0.0)
-        turn += kFullTurn;
+        turn += kTurnOfArc;
     if (!std::isfinite(turn))
         return path.push_back(end);
     const int corners = static_cast<int>(std::ceil(std::abs(turn) / kCorner));

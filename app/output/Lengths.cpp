@@ -47,3 +47,8 @@ std::string SmallLength(double millimetres)
 {
     return fmt::format("{} mm ({} mil)", Millimetres(millimetres), Rounded(millimetres / kInch * 1000.0, kMilDecimals));
 }
+
+std::string AreaText(double area)
+{
+    return fmt::format("{} sq mm", Rounded(area, kMillimetreDecimals));
+}

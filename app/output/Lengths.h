@@ -13,3 +13,5 @@ std::string BoardLength(double millimetres);
 std::string BoardArea(double width, double height);
 // "0.254 mm (10 mil)".
 std::string SmallLength(double millimetres);
+// "0.785 sq mm", of square millimetres.
+std::string AreaText(double area);

@@ -1,4 +1,5 @@
 #include "output/Text.h"
+#include "output/Wrapping.h"
 
 #include <gtest/gtest.h>
 
@@ -84,4 +85,18 @@ TEST(JobxText, NumbersAreShortAndReadBackEqual)
         {std::numeric_limits<double>::denorm_min(), "5e-324"}};
     for (const auto& [number, text] : table)
         EXPECT_EQ(NumberText(number).View(), text);
+}
+
+TEST(JobxText, LongLinesAreBrokenAtBlanksAndFurtherLinesIndented)
+{
+    EXPECT_EQ(Wrapped("one two three", 13, 2), "one two three");
+    EXPECT_EQ(Wrapped("one two three", 12, 2), "one two\n  three");
+    EXPECT_EQ(Wrapped("one two three", 7, 2), "one two\n  three");
+    EXPECT_EQ(Wrapped("one two three", 6, 1), "one\n two\n three");
+    EXPECT_EQ(Wrapped("    onetwothree", 8, 5), "    onet\n     wot\n     hre\n     e");
+    EXPECT_EQ(Wrapped("one two three", 0, 2), "one two three");
+    EXPECT_EQ(Wrapped("\xC3\xA9\xC3\xA9 \xC3\xA9\xC3\xA9", 5, 1), "\xC3\xA9\xC3\xA9 \xC3\xA9\xC3\xA9");
+    EXPECT_EQ(Wrapped("\xC3\xA9\xC3\xA9\xC3\xA9\xC3\xA9", 3, 1), "\xC3\xA9\xC3\xA9\xC3\xA9\n \xC3\xA9");
+    EXPECT_EQ(Wrapped("\x1B[31mone two\x1B[0m", 7, 2), "\x1B[31mone two\x1B[0m");
+    EXPECT_EQ(Wrapped("\x1B[31mone two\x1B[0m", 6, 2), "\x1B[31mone\n  two\x1B[0m");
 }
