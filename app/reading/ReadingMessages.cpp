@@ -41,7 +41,7 @@ std::string Counts(const std::vector<const CJOBXmessage*>& messages, std::size_t
 {
     std::array<std::size_t, 3> counts{};
     for (std::size_t i = from; i < messages.size(); ++i)
-        ++counts[static_cast<std::size_t>(messages[i]->kind->severity)];
+        counts[static_cast<std::size_t>(messages[i]->kind->severity)] += static_cast<std::size_t>(messages[i]->count);
     std::string text;
     for (const JOBXseverity severity : {JOBXseverity::Error, JOBXseverity::Warning, JOBXseverity::Note})
         if (const std::size_t count = counts[static_cast<std::size_t>(severity)]; count > 0)
@@ -51,17 +51,23 @@ std::string Counts(const std::vector<const CJOBXmessage*>& messages, std::size_t
 }
 } // namespace
 
+std::int64_t ReadingMessages::CountOf(JOBXseverity severity) const
+{
+    std::int64_t count = 0;
+    for (const CJOBXmessage& message : m_messages)
+        if (message.kind->severity == severity)
+            count += message.count;
+    return count;
+}
+
 std::int64_t ReadingMessages::ErrorCount() const
 {
-    return m_leftOut + std::count_if(m_messages.begin(), m_messages.end(),
-                                     [](const CJOBXmessage& message)
-                                     { return message.kind->severity == JOBXseverity::Error; });
+    return m_leftOut + CountOf(JOBXseverity::Error);
 }
 
 std::int64_t ReadingMessages::WarningCount() const
 {
-    return std::count_if(m_messages.begin(), m_messages.end(),
-                         [](const CJOBXmessage& message) { return message.kind->severity == JOBXseverity::Warning; });
+    return CountOf(JOBXseverity::Warning);
 }
 
 std::string ReadingMessages::First() const

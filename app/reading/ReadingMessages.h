@@ -23,10 +23,11 @@ public:
     void OnMessage(const CJOBXmessage& message) override { m_messages.push_back(message); }
 
     const std::vector<CJOBXmessage>& List() const { return m_messages; } // in the order of the job
+    // How many there are, with those that the limit of each code left out.
     std::int64_t ErrorCount() const;
+    std::int64_t WarningCount() const;
     // The first error about the file as a whole, as the end of a sentence: "the file is not text". "" if there is none.
     std::string ReasonFor(std::string_view file) const;
-    std::int64_t WarningCount() const;
     // The first of the most serious messages, for people; "" if there is none above a note.
     std::string First() const;
     // Reports each fact once: leaves messages about directories of steps and layers to `failed` if that has the reason,
@@ -37,6 +38,8 @@ public:
     void Print(const std::string& jobPath, ShownMessages shown, bool withNotes) const;
 
 private:
+    std::int64_t CountOf(JOBXseverity severity) const;
+
     std::vector<CJOBXmessage> m_messages;
     std::int64_t m_leftOut = 0;
 };

@@ -29,9 +29,9 @@ bool CFileMessages::IsWanted(const CJOBXmessageKind& kind, int line)
     return isWanted;
 }
 
-void CFileMessages::Add(const CJOBXmessageKind& kind, int line, std::string text)
+void CFileMessages::Add(const CJOBXmessageKind& kind, int line, std::string text, int count)
 {
-    m_entries.push_back({&kind, line, m_entries.size(), std::move(text)});
+    m_entries.push_back({&kind, line, m_entries.size(), std::move(text), count});
 }
 
 void CFileMessages::SayUnknown(const CJOBXmessageKind& kind, int line, const char* what, std::string_view name)
@@ -70,7 +70,8 @@ void CFileMessages::AddLeftOut()
 {
     for (const Count& count : m_counts)
         if (const int left = count.said - m_reading->nMessagesPerCode; m_reading->nMessagesPerCode > 0 && left > 0)
-            Add(*count.kind, count.last, std::to_string(left) + " more like this in the file, the last one here.");
+            Add(*count.kind, count.last, std::to_string(left) + " more like this in the file, the last one here.",
+                left);
 }
 
 void CFileMessages::Deliver()
@@ -92,6 +93,7 @@ void CFileMessages::Deliver()
         message.kind = entry.kind;
         message.line = entry.line;
         message.text = std::string_view(entry.text);
+        message.count = entry.count;
         m_reading->pSink->OnMessage(message);
     }
 }

@@ -30,6 +30,7 @@ struct JOBX_API CJOBXmessage
     CString file;                           // below the job directory with "/" between the parts; "" for the job itself
     int line = 0;                           // in that file, from 1; 0 for the whole file
     CString text;                           // one English sentence
+    int count = 1; // how often it happened; above 1 in the message about those that the limit left out
 
     // All of it in one line without a line end: "steps/pcb/profile:3: warning FEA012 The ...". Control characters in
     // names from files become "?".

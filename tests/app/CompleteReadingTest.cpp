@@ -116,6 +116,18 @@ TEST(CompleteReading, MessagesAllPrintsThemAllAndNoneNone)
     EXPECT_EQ(RunJobx({"json", job, "--messages=none", "--strict"}).exitCode, 5);
 }
 
+TEST(CompleteReading, ErrorsAreCountedAlikeHoweverManyMessagesArePrinted)
+{
+    const TempDir directory;
+    const std::string job = FaultyJob(directory, 25, 0, 0);
+    for (const std::vector<std::string>& messages :
+         {std::vector<std::string>{}, {"--messages", "all"}, {"--messages", "none"}})
+        EXPECT_EQ(LinesOf(RunJobx(With({"json", job, "--strict"}, messages)).err).back(),
+                  "jobx: \"" + job + "\" has 25 errors (--strict)");
+    EXPECT_EQ(LinesOf(RunJobx({"json", job}).err).back(),
+              "jobx: further messages: 15 errors (--messages all prints them)");
+}
+
 TEST(CompleteReading, QuietLeavesOutNotesAndTheirCount)
 {
     const TempDir directory;

@@ -40,6 +40,24 @@ TEST(FileMessages, OfOneCodeStopAtTheLimitAndSayHowManyMoreThereAre)
                             "f:5: warning TST001 3 more like this in the file, the last one here."));
 }
 
+TEST(FileMessages, CountAsManyFaultsWithALimitAsWithoutOne)
+{
+    struct Counting : CJOBXmessageSink
+    {
+        void OnMessage(const CJOBXmessage& message) override { counts.push_back(message.count); }
+        std::vector<int> counts;
+    };
+    Counting sink;
+    CJOBXreading reading;
+    reading.pSink = &sink;
+    reading.nMessagesPerCode = 2;
+    CFileMessages messages(reading, "f");
+    for (int line = 1; line <= 5; ++line)
+        messages.Say(kOdd, line, "Odd.");
+    messages.Deliver();
+    EXPECT_THAT(sink.counts, ElementsAre(1, 1, 3));
+}
+
 TEST(FileMessages, AreAllSaidWithoutALimit)
 {
     RecordedMessages sink;
