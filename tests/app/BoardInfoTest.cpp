@@ -61,7 +61,7 @@ TEST(BoardInfo, PrintsTheScreenOfTheSample)
     const std::string golden = TestDataDir() + "/app/board_blinker.txt";
     if (std::getenv("JOBX_REWRITE_GOLDEN") != nullptr)
         std::ofstream(golden, std::ios::binary) << result.out;
-    EXPECT_EQ(result.out, ReadWhole(golden));
+    EXPECT_EQ(result.out, FileBytes(golden));
 }
 
 TEST(BoardInfo, LegacyPrintsTheTablesAsBefore)

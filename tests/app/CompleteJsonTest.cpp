@@ -115,7 +115,7 @@ std::int64_t MetricFiles(const std::string& step, const std::string& fileName)
     std::int64_t count = 0;
     for (const fs::directory_entry& entry : fs::recursive_directory_iterator(step))
         if (entry.path().filename() == fileName)
-            count += ReadWhole(entry.path().string()).find("UNITS=MM") != std::string::npos ? 1 : 0;
+            count += FileBytes(entry.path().string()).find("UNITS=MM") != std::string::npos ? 1 : 0;
     return count;
 }
 
@@ -124,7 +124,7 @@ void AppendTo(const std::string& path, const std::vector<std::string>& keywords,
               const std::function<std::string()>& tail)
 {
     std::string text;
-    for (std::string line : LinesOf(ReadWhole(path)))
+    for (std::string line : LinesOf(FileBytes(path)))
     {
         for (const std::string& keyword : keywords)
             if (line.starts_with(keyword + " "))

@@ -25,7 +25,7 @@ void Append(const std::string& path, const std::string& text)
 
 void Replace(const std::string& path, const std::string& from, const std::string& to)
 {
-    std::string text = ReadWhole(path);
+    std::string text = FileBytes(path);
     const std::size_t at = text.find(from);
     ASSERT_NE(at, std::string::npos) << path << " has no " << from;
     std::ofstream(path, std::ios::binary) << text.replace(at, from.size(), to);

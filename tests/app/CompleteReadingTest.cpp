@@ -22,7 +22,7 @@ std::map<std::string, std::string> ContentsBelow(const std::string& directory)
     std::map<std::string, std::string> tree;
     for (const fs::directory_entry& entry : fs::recursive_directory_iterator(directory))
         if (entry.is_regular_file())
-            tree[entry.path().string()] = ReadWhole(entry.path().string());
+            tree[entry.path().string()] = FileBytes(entry.path().string());
     return tree;
 }
 

@@ -69,7 +69,7 @@ std::map<std::string, std::set<std::string>> FeaturesByNet(const std::string& ed
     std::map<std::string, std::set<std::string>> found;
     std::vector<std::string> layers;
     std::string net;
-    for (const std::string& line : LinesOf(ReadWhole(edaFile)))
+    for (const std::string& line : LinesOf(FileBytes(edaFile)))
     {
         const std::vector<std::string> words = WordsOf(line.substr(0, line.find(';')));
         if (words.empty())
@@ -237,7 +237,7 @@ TEST(JobxFeatures, LinesOfRealJobsAreThoseOfTheRecords)
     for (const std::string layer :
          {"beagleboneblack/steps/stp/layers/top", "flat_hierarchy/steps/pcb/layers/bottom_copper"})
     {
-        const std::vector<std::string> file = LinesOf(ReadWhole(jobs + "/" + layer + "/features"));
+        const std::vector<std::string> file = LinesOf(FileBytes(jobs + "/" + layer + "/features"));
         const std::vector<std::string> rows =
             LinesOf(RunJobx({"features", jobs + "/" + layer.substr(0, layer.find('/')), "--messages", "none", "--layer",
                              layer.substr(layer.rfind('/') + 1), "--csv", "--columns", "kind,x,line"})

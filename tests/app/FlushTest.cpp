@@ -28,7 +28,7 @@ TEST(JobxWriteFlushes, EveryFileAndDirectoryBeforeTheExchangeAndTheOutputDirecto
     const TempDir directory;
     const ProgramResult result = Write(directory, "/none");
     ASSERT_EQ(result.exitCode, 0) << result.err;
-    const std::vector<std::string> lines = LinesOf(ReadWhole(directory.Path("flushes")));
+    const std::vector<std::string> lines = LinesOf(FileBytes(directory.Path("flushes")));
     const auto exchange = std::find(lines.begin(), lines.end(), "exchange " + directory.Path("out/blinker"));
     ASSERT_NE(exchange, lines.end());
     std::vector<std::string> flushed;

@@ -88,7 +88,7 @@ TEST(JobxInfo, PrintsTheSampleAsItAlwaysDid)
     const std::string golden = TestDataDir() + "/app/info_blinker.txt";
     if (std::getenv("JOBX_REWRITE_GOLDEN") != nullptr)
         std::ofstream(golden, std::ios::binary) << result.out;
-    EXPECT_EQ(result.out, ReadWhole(golden));
+    EXPECT_EQ(result.out, FileBytes(golden));
 }
 
 TEST(JobxInfo, FeaturesOfTheSampleByKindAreTheLinesOfItsFiles)
@@ -175,7 +175,7 @@ TEST(JobxInfo, PrintsTheCompactModelsOfTheSampleAsItAlwaysDid)
     const ProgramResult result = RunJobx({"info", job, "--compact", "--sysattr", job + "/misc/sysattr"});
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_EQ(result.err, "");
-    EXPECT_EQ(result.out, ReadWhole(TestDataDir() + "/app/info_compact_blinker.txt"));
+    EXPECT_EQ(result.out, FileBytes(TestDataDir() + "/app/info_compact_blinker.txt"));
 }
 
 TEST(JobxInfo, CompactModelShowsLengthsBeforeAndAfterTheUnitChange)

@@ -264,7 +264,7 @@ std::string RowsBelow(const std::string& head)
 {
     std::string rows;
     bool isInTable = false;
-    for (const std::string& line : LinesOf(ReadWhole(JOBX_MALFORMED_JOBS)))
+    for (const std::string& line : LinesOf(FileBytes(JOBX_MALFORMED_JOBS)))
     {
         isInTable = line.starts_with("| " + head + " |") || (isInTable && line.starts_with("|"));
         if (isInTable && line.starts_with("| ") && !line.starts_with("| " + head + " |"))

@@ -91,7 +91,7 @@ TEST(JobxMessages, OfTheSessionInTheGuideAreWhatItShows)
 {
     const TempDir directory;
     const std::string job = CopySample(directory);
-    const std::string guide = ReadWhole(std::string(JOBX_DOCS_DIR) + "/messages.md");
+    const std::string guide = FileBytes(std::string(JOBX_DOCS_DIR) + "/messages.md");
     const std::size_t begin = guide.find("$ sed -i");
     const std::size_t end = guide.find("```", begin);
     ASSERT_NE(end, std::string::npos);

@@ -21,7 +21,7 @@ struct Shown
 
 std::string Document(const std::string& name)
 {
-    return ReadWhole(std::string(JOBX_SOURCES) + "/" + name);
+    return FileBytes(std::string(JOBX_SOURCES) + "/" + name);
 }
 
 // The commands of a document's console blocks, in order.

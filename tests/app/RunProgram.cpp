@@ -4,10 +4,7 @@
 
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <sstream>
-#include <stdexcept>
 
 #if !defined(_WIN32)
 #include <sys/wait.h>
@@ -44,8 +41,8 @@ ProgramResult RunShell(const std::string& commandLine)
     const std::string command = "sh " + ShellWord(script) + " </dev/null >" + ShellWord(out) + " 2>" + ShellWord(err);
     ProgramResult result;
     result.exitCode = ExitCodeOf(std::system(command.c_str()));
-    result.out = ReadWhole(out);
-    result.err = ReadWhole(err);
+    result.out = FileBytes(out);
+    result.err = FileBytes(err);
     return result;
 }
 
@@ -95,12 +92,4 @@ std::vector<std::string> WordsOf(std::string_view line)
 {
     std::istringstream stream{std::string(line)};
     return {std::istream_iterator<std::string>(stream), std::istream_iterator<std::string>()};
-}
-
-std::string ReadWhole(const std::string& path)
-{
-    std::ifstream file(path, std::ios::binary);
-    if (!file)
-        throw std::runtime_error("cannot read " + path);
-    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }

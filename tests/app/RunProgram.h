@@ -34,4 +34,3 @@ std::string MakeJob(const TempDir& directory, std::string_view features);
 
 std::vector<std::string> LinesOf(std::string_view text);
 std::vector<std::string> WordsOf(std::string_view line);
-std::string ReadWhole(const std::string& path);

@@ -20,7 +20,7 @@ void ExpectSchema(const std::string& name, JOBXway way)
     const std::string schema = JobSchema(way);
     if (std::getenv("JOBX_WRITE_GOLDEN") != nullptr)
         std::ofstream(path, std::ios::binary) << schema;
-    EXPECT_EQ(schema, ReadWhole(path)) << "JOBX_WRITE_GOLDEN=1 app_tests --gtest_filter=Schema.* rewrites it";
+    EXPECT_EQ(schema, FileBytes(path)) << "JOBX_WRITE_GOLDEN=1 app_tests --gtest_filter=Schema.* rewrites it";
 }
 
 template <class Record>

@@ -179,7 +179,7 @@ TEST(JobxTableView, StepIsShownOnlyWhereStepsDiffer)
     const TempDir directory;
     const std::string job = JobOfTwoUnits(directory);
     EXPECT_THAT(RunJobx({"nets", job, "--messages", "none"}).out, StartsWith("Name"));
-    directory.Write("job/matrix/matrix", ReadWhole(job + "/matrix/matrix") + "STEP {\nCOL=2\nNAME=TWIN\n}\n");
+    directory.Write("job/matrix/matrix", FileBytes(job + "/matrix/matrix") + "STEP {\nCOL=2\nNAME=TWIN\n}\n");
     fs::copy(job + "/steps/pcb", job + "/steps/twin", fs::copy_options::recursive);
     const std::string nets = RunJobx({"nets", job, "--messages", "none"}).out;
     EXPECT_THAT(nets, StartsWith("Step  Name"));
@@ -274,7 +274,7 @@ TEST(JobxTableView, PinsAreTheToeprintsOfTheFilesWithTheirNets)
     for (const auto& [step, count] : cases)
     {
         std::vector<std::string> nets;
-        for (const std::string& line : LinesOf(ReadWhole(jobs + "/" + step + "/eda/data")))
+        for (const std::string& line : LinesOf(FileBytes(jobs + "/" + step + "/eda/data")))
             if (line.starts_with("NET "))
                 nets.push_back(WordsOf(line.substr(0, line.find(';'))).at(1));
         std::vector<std::string> expected;

@@ -39,7 +39,7 @@ std::map<std::string, std::string> TreeOf(const std::string& directory)
         if (entry.is_symlink())
             text = "-> " + fs::read_symlink(entry.path()).string();
         else
-            text = entry.is_directory() ? "/" : ReadWhole(entry.path().string());
+            text = entry.is_directory() ? "/" : FileBytes(entry.path().string());
     }
     return tree;
 }
