@@ -9,12 +9,12 @@ import re
 import shlex
 
 ROOT = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
-LINES = 1600  # of a file, when its sources allow
+LINES = 4000  # of a file, when its sources allow
 
 INCLUDE = re.compile(r'\s*#\s*include\s*(["<][^">]+[">])')
-USING_NAMESPACE = re.compile(r"using namespace ([\w:]+)")
-# The declared name in a line that begins at the left margin, as everything outside of classes and functions does.
-DECLARED = re.compile(r"(?:(?:struct|class|enum class|enum|using)\s+(\w+)|[A-Za-z_][\w:<>,*&\s\[\]()]*?[\s*&](operator\W+|\w+)\s*(?:[({\[=;]))")
+# The declared name in a line that begins at the left margin, as everything outside of classes and functions does. Several
+# sources may have an abbreviation for the same namespace.
+DECLARED = re.compile(r"(?!namespace|template)(?:(?:struct|class|enum class|enum|using)\s+(\w+)|[A-Za-z_][\w:<>,*&\s\[\]()]*?[\s*&](operator\W+|\w+)\s*([({\[=;]))")
 
 
 class Source:
@@ -24,12 +24,13 @@ class Source:
         with open(path, encoding="latin-1") as file:
             self.lines = file.read().split("\n")
         self.names = set()
-        self.namespaces = set()
+        is_internal = False
         for line in self.lines:
-            if found := USING_NAMESPACE.match(line):
-                self.namespaces.add(found[1])
+            if line in ("namespace", "} // namespace"):
+                is_internal = line == "namespace"
             elif found := DECLARED.match(line):
-                self.names.add(found[1] or found[2])
+                # Functions that other sources may call differ in their parameters.
+                self.names.add(line if found[3] == "(" and not is_internal else found[1] or found[2])
 
 
 class Batch:
@@ -38,7 +39,6 @@ class Batch:
     def __init__(self, source):
         self.sources = [source]
         self.names = set(source.names)
-        self.namespaces = set(source.namespaces)
         self.size = len(source.lines)
 
     def takes(self, source):
@@ -46,7 +46,6 @@ class Batch:
             source.command == self.sources[0].command
             and self.size + len(source.lines) <= LINES
             and not self.names & source.names
-            and self.namespaces == source.namespaces
         )
 
     def add(self, source):
