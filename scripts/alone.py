@@ -1,9 +1,11 @@
 #!/usr/bin/env python3
-"""Compiles every source of the tests by itself: scripts/alone.py [SOURCE...]
+"""Compiles every source and every public header by itself: scripts/alone.py [SOURCE...]
 
 The builds that run the tests compile many sources as one, where a source that forgets an include, or uses a name of
-another source, goes unnoticed. This only looks for errors and warnings, and makes no objects. The preset "clang" says how;
-its precompiled headers are made first. The optimised build compiles the sources of the library and the program by themselves.
+another source, goes unnoticed. This only looks for errors and warnings, and makes no objects. The preset "clang" says how.
+The sources of the tests and of the program use its precompiled headers, which are made first; those of the library do not.
+What a file includes before anything else has thereby been compiled alone, too. Only the public headers that are first
+nowhere are compiled as the preset checks them.
 """
 
 import json
@@ -15,24 +17,57 @@ from concurrent.futures import ThreadPoolExecutor
 
 ROOT = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
 BUILD = os.path.join(ROOT, "build", "clang")
+HEADERS = "src/JOBXCLSDLL_verify_interface_header_sets/"  # in the build: a source for each public header
+
+
+def first_included(path):
+    """The header of the library that a source or header includes before anything else, if it does."""
+    with open(os.path.join(ROOT, path), encoding="latin-1") as file:
+        for line in file:
+            if line.startswith('#include "'):
+                return "src/" + line.split('"')[1]
+            if line.strip() and not line.startswith(("//", "#pragma once")):
+                break
+    return None
+
+
+def without_precompiled_headers(words):
+    """The command without the options that load or name a precompiled header."""
+    kept = []
+    for word in words:
+        if "cmake_pch" in word or word in ("-include-pch", "-include"):
+            kept.pop()  # its -Xclang
+        else:
+            kept.append(word)
+    return kept
 
 
 def commands(wanted):
-    """How the sources are compiled, by their paths."""
+    """How the sources are compiled, by their paths or those of the headers."""
     with open(os.path.join(BUILD, "compile_commands.json"), encoding="utf-8") as file:
         entries = json.load(file)
-    found = {}
+    sources, headers = {}, {}
     for entry in entries:
+        words = shlex.split(entry["command"])
+        built = os.path.relpath(entry["file"], BUILD)
         path = os.path.relpath(entry["file"], ROOT)
-        if path.endswith(".cpp") and not path.startswith(("app/", "src/", "build/")) and (not wanted or path in wanted):
-            found[path] = shlex.split(entry["command"])
-    return found
+        if built.startswith(HEADERS):
+            headers["src/" + built.removeprefix(HEADERS).removesuffix(".cxx")] = words
+        elif path.endswith(".cpp") and not path.startswith("build/"):
+            sources[path] = without_precompiled_headers(words) if path.startswith("src/") else words
+    if not headers:
+        sys.exit("the preset checks no headers")
+    proven = {first_included(path) for path in sources if path.startswith("src/")}
+    proven |= {first_included(path) for path in headers}
+    found = sources | {path: words for path, words in headers.items() if path not in proven}
+    return {path: words for path, words in found.items() if not wanted or path in wanted}
 
 
 def make_precompiled_headers(compilations):
     headers = sorted({word for words in compilations for word in words if word.endswith(".pch")})
-    targets = [os.path.relpath(header, BUILD) for header in headers]
-    subprocess.run(["cmake", "--build", BUILD, "--target", *targets], check=True, stdout=subprocess.DEVNULL)
+    if headers:
+        targets = [os.path.relpath(header, BUILD) for header in headers]
+        subprocess.run(["cmake", "--build", BUILD, "--target", *targets], check=True, stdout=subprocess.DEVNULL)
 
 
 def compile_alone(words):
@@ -55,7 +90,7 @@ def main():
     for _, said in answers:
         sys.stdout.write(said)
     failed = sum(1 for status, _ in answers if status)
-    print(f"{len(answers)} sources compiled alone: {failed} failed" if failed else f"{len(answers)} sources compiled alone")
+    print(f"{len(answers)} files compiled alone: {failed} failed" if failed else f"{len(answers)} files compiled alone")
     sys.exit(1 if failed else 0)
 
 
