@@ -12,10 +12,10 @@
 namespace
 {
 // The step-and-repeat tables of a job by step name.
-class StepTables
+class RepeatTables
 {
 public:
-    explicit StepTables(const CJOBX& job)
+    explicit RepeatTables(const CJOBX& job)
     {
         for (const CJOBXstepObj& step : job.m_pSteps->m_arrSteps.Records())
             m_steps.try_emplace(MakeLower(step.m_sName), &step);
@@ -49,7 +49,7 @@ const CJOBXstepRepeatArray& TableOf(const CJOBXstepObj& step)
 class PlacementCounter
 {
 public:
-    explicit PlacementCounter(const StepTables& tables) : m_tables(tables) {}
+    explicit PlacementCounter(const RepeatTables& tables) : m_tables(tables) {}
 
     // A step that repeats itself raises ExitError.
     std::int64_t Count(const CJOBXstepObj& root)
@@ -106,7 +106,7 @@ private:
         m_open.pop_back();
     }
 
-    const StepTables& m_tables;
+    const RepeatTables& m_tables;
     std::vector<OpenStep> m_open;
     std::unordered_set<const CJOBXstepObj*> m_isOpen;
     std::unordered_map<const CJOBXstepObj*, std::int64_t> m_totals;
@@ -140,7 +140,7 @@ std::unique_ptr<CODBstepRepeatArray> SinglePlaces(const CJOBXstepObj& step, cons
 class Placer
 {
 public:
-    Placer(const StepTables& tables, const ShownUnit& unit) : m_tables(tables), m_unit(unit) {}
+    Placer(const RepeatTables& tables, const ShownUnit& unit) : m_tables(tables), m_unit(unit) {}
 
     Placements Place(const CJOBXstepObj& root)
     {
@@ -189,7 +189,7 @@ private:
         return *places;
     }
 
-    const StepTables& m_tables;
+    const RepeatTables& m_tables;
     ShownUnit m_unit;
     std::unordered_map<const CJOBXstepObj*, std::unique_ptr<CODBstepRepeatArray>> m_places;
     std::vector<OpenTable> m_open;
@@ -201,7 +201,7 @@ struct PlacementFinder::Parts
 {
     Parts(const CJOBX& job, const ShownUnit& unit) : tables(job), counter(tables), placer(tables, unit) {}
 
-    StepTables tables;
+    RepeatTables tables;
     PlacementCounter counter;
     Placer placer;
 };
