@@ -1,11 +1,10 @@
 #!/usr/bin/env python3
-"""Compiles every source and every public header by itself: scripts/alone.py [SOURCE...]
+"""Compiles every source of the program and the tests, and the public headers, by itself: scripts/alone.py [FILE...]
 
 The builds that run the tests compile many sources as one, where a source that forgets an include, or uses a name of
-another source, goes unnoticed. This only looks for errors and warnings, and makes no objects. The preset "clang" says how.
-The sources of the tests and of the program use its precompiled headers, which are made first; those of the library do not.
-What a file includes before anything else has thereby been compiled alone, too. Only the public headers that are first
-nowhere are compiled as the preset checks them.
+another source, goes unnoticed. This only looks for errors and warnings, and makes no objects. The preset "clang" says how;
+its precompiled headers are made first. The optimised build compiles the sources of the library by themselves.
+A header that another one includes before anything else has been compiled alone when that one was, so it is left out.
 """
 
 import json
@@ -21,7 +20,7 @@ HEADERS = "src/JOBXCLSDLL_verify_interface_header_sets/"  # in the build: a sour
 
 
 def first_included(path):
-    """The header of the library that a source or header includes before anything else, if it does."""
+    """The header of the library that a header includes before anything else, if it does."""
     with open(os.path.join(ROOT, path), encoding="latin-1") as file:
         for line in file:
             if line.startswith('#include "'):
@@ -29,17 +28,6 @@ def first_included(path):
             if line.strip() and not line.startswith(("//", "#pragma once")):
                 break
     return None
-
-
-def without_precompiled_headers(words):
-    """The command without the options that load or name a precompiled header."""
-    kept = []
-    for word in words:
-        if "cmake_pch" in word or word in ("-include-pch", "-include"):
-            kept.pop()  # its -Xclang
-        else:
-            kept.append(word)
-    return kept
 
 
 def commands(wanted):
@@ -53,12 +41,11 @@ def commands(wanted):
         path = os.path.relpath(entry["file"], ROOT)
         if built.startswith(HEADERS):
             headers["src/" + built.removeprefix(HEADERS).removesuffix(".cxx")] = words
-        elif path.endswith(".cpp") and not path.startswith("build/"):
-            sources[path] = without_precompiled_headers(words) if path.startswith("src/") else words
+        elif path.endswith(".cpp") and not path.startswith(("src/", "build/")):
+            sources[path] = words
     if not headers:
         sys.exit("the preset checks no headers")
-    proven = {first_included(path) for path in sources if path.startswith("src/")}
-    proven |= {first_included(path) for path in headers}
+    proven = {first_included(path) for path in headers}
     found = sources | {path: words for path, words in headers.items() if path not in proven}
     return {path: words for path, words in found.items() if not wanted or path in wanted}
 
