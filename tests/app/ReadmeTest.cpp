@@ -100,6 +100,27 @@ TEST(Tour, ItsSessionsPrintWhatTheyShow)
     ExpectShownOutput("docs/tour.md");
 }
 
+TEST(Tour, EachOfSevenQuestionsIsAnsweredByOneCommand)
+{
+    const std::string tour = Document("docs/tour.md");
+    const std::size_t begin = tour.find("\n## Seven questions\n");
+    ASSERT_NE(begin, std::string::npos);
+    std::vector<std::string> questions;
+    std::vector<std::int64_t> commands;
+    for (const std::string& line : LinesOf(tour.substr(begin + 1, tour.find("\n## ", begin + 1) - begin)))
+        if (line.ends_with('?'))
+        {
+            questions.push_back(line);
+            commands.push_back(0);
+        }
+        else if (line.starts_with("$ jobx ") && !commands.empty())
+            ++commands.back();
+    EXPECT_THAT(questions, testing::ElementsAre(HasSubstr("How big"), HasSubstr("layers"), HasSubstr("smallest drill"),
+                                                HasSubstr("Where is U1"), HasSubstr("pin 3"),
+                                                HasSubstr("on the bottom"), HasSubstr("changed since last week")));
+    EXPECT_EQ(commands, std::vector<std::int64_t>(7, 1));
+}
+
 TEST(WritingGuide, ItsSessionPrintsWhatItShows)
 {
     ExpectShownOutput("docs/writing.md");
