@@ -271,6 +271,8 @@ TEST(JobxTableView, PinsAreTheToeprintsOfTheFilesWithTheirNets)
     JOBX_REQUIRE_REAL_JOBS(jobs);
     const std::pair<std::string, std::size_t> cases[] = {{"beagleboneblack/steps/stp", 1769},
                                                          {"flat_hierarchy/steps/pcb", 247}};
+    const auto placeOf = [](const std::vector<std::string>& words, std::size_t at)
+    { return std::to_string(std::stod(words.at(at))) + "," + std::to_string(std::stod(words.at(at + 1))); };
     for (const auto& [step, count] : cases)
     {
         std::vector<std::string> nets;
@@ -289,7 +291,7 @@ TEST(JobxTableView, PinsAreTheToeprintsOfTheFilesWithTheirNets)
                 {
                     const std::vector<std::string> words = WordsOf(line);
                     expected.push_back(nets.at(std::stoul(words.at(6))) + "," + component + "," + words.at(8) + "," +
-                                       (layer == "comp_+_bot" ? "bottom" : "top"));
+                                       (layer == "comp_+_bot" ? "bottom" : "top") + "," + placeOf(words, 2));
                 }
         }
         std::vector<std::string> found;
@@ -298,7 +300,8 @@ TEST(JobxTableView, PinsAreTheToeprintsOfTheFilesWithTheirNets)
         for (std::size_t i = 1; i < lines.size(); ++i)
         {
             const std::vector<std::string> fields = FieldsOf(lines[i]);
-            found.push_back(fields.at(1) + "," + fields.at(2) + "," + fields.at(3) + "," + fields.at(4));
+            found.push_back(fields.at(1) + "," + fields.at(2) + "," + fields.at(3) + "," + fields.at(4) + "," +
+                            placeOf(fields, 5));
         }
         std::sort(expected.begin(), expected.end());
         std::sort(found.begin(), found.end());
