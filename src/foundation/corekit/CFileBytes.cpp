@@ -139,7 +139,8 @@ int CInputFile::Open(const CString& path)
 
 int CInputFile::Read(char* to, std::size_t size, std::size_t& got)
 {
-    got = std::fread(to, 1, size, m_file);
+    got = 0;
+    Count(got, std::fread(to, 1, size, m_file));
     return std::ferror(m_file) != 0 ? EIO : 0;
 }
 
@@ -176,7 +177,7 @@ int CInputFile::Read(char* to, std::size_t size, std::size_t& got)
         if (read == 0)
             break;
         if (read > 0)
-            got += static_cast<std::size_t>(read);
+            Count(got, static_cast<std::size_t>(read));
         else if (errno != EINTR)
             return errno;
     }
@@ -184,3 +185,10 @@ int CInputFile::Read(char* to, std::size_t size, std::size_t& got)
 }
 
 #endif
+
+// In the total of the process, too.
+void CInputFile::Count(std::size_t& got, std::size_t more)
+{
+    got += more;
+    CKUtility::GetInstance()->m_nBytesRead.fetch_add(more, std::memory_order_relaxed);
+}

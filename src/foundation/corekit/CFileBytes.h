@@ -27,6 +27,8 @@ public:
     int Read(char* to, std::size_t size, std::size_t& got);
 
 private:
+    static void Count(std::size_t& got, std::size_t more);
+
 #if defined(_WIN32)
     std::FILE* m_file = nullptr;
 #else

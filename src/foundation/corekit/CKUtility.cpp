@@ -428,6 +428,11 @@ CString CKUtility::GetLinkBoundary() const
     return m_sLinkBoundary;
 }
 
+ULONGLONG CKUtility::GetBytesRead() const
+{
+    return m_nBytesRead;
+}
+
 CKDiagnosticSink* CKUtility::SetDiagnosticSink(CKDiagnosticSink* sink)
 {
     const std::lock_guard lock(m_sinkLock);

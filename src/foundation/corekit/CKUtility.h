@@ -82,6 +82,10 @@ public:
     // The full path of the boundary without links; "" if there is none.
     CString GetLinkBoundary() const;
 
+    // How many bytes of files all readers have read since the process started. A host can compare it with the size of a
+    // job's files to show how far reading is.
+    ULONGLONG GetBytesRead() const;
+
     // Sends diagnostics to `sink` from now on, null for nowhere; borrowed. Returns the previous sink, which is no
     // longer in use. The initial one prints each diagnostic as a line on standard error. It is never deleted, so it can
     // be set again.
@@ -90,6 +94,8 @@ public:
     void Report(const char* sourceFile, int line, const char* operation, const CString& path, int systemError) const;
 
 private:
+    friend class CInputFile; // counts what it reads
+
     CKUtility();
     ~CKUtility() = default;
 
@@ -97,6 +103,7 @@ private:
 
     std::atomic<ULONGLONG> m_nDecompressionLimit{kDefaultDecompressionLimit};
     std::atomic<ULONGLONG> m_nListingLimit{~0ULL};
+    std::atomic<ULONGLONG> m_nBytesRead{0};
     std::atomic<bool> m_hasLinkBoundary{false};
     mutable std::mutex m_boundaryLock;
     CString m_sLinkBoundary;

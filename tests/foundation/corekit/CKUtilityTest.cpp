@@ -1,5 +1,6 @@
 #include "foundation/corekit/CKUtility.h"
 #include "foundation/corekit/RecordingSink.h"
+#include "JOBXCLSDLL.h"
 #include "support/TempDir.h"
 
 #include <gtest/gtest.h>
@@ -725,5 +726,20 @@ TEST(CKUtilityBoundary, ADirectoryOfALongerNameIsOutsideAndOneThatDoesNotExistHo
     EXPECT_FALSE(Utility().IsDir(Text(dir.Path("job"))));
     Utility().SetLinkBoundary("/");
     EXPECT_TRUE(Utility().IsDir(Text(dir.Path("job"))));
+}
+
+TEST(CKUtilityBytesRead, CountsWhatReadersReadAndNothingElse)
+{
+    const TempDir dir;
+    const std::string matrix(5000, '#');
+    dir.Write("job/matrix/matrix", matrix);
+    dir.MakeDir("job/steps");
+    const ULONGLONG before = Utility().GetBytesRead();
+    EXPECT_TRUE(Utility().IsFile(Text(dir.Path("job/matrix/matrix"))));
+    EXPECT_EQ(Utility().GetBytesRead(), before);
+    CJOBX job;
+    CStringArray steps;
+    job.ParseMatrixInODBOfMFC(Text(dir.Path("job")), steps);
+    EXPECT_EQ(Utility().GetBytesRead(), before + matrix.size());
 }
 } // namespace k_utility_test
