@@ -4,6 +4,7 @@
 #include "features/FeaturesCommand.h"
 #include "info/InfoCommand.h"
 #include "options/CommonOptions.h"
+#include "options/HelpText.h"
 #include "output/ExitError.h"
 #include "output/NearestName.h"
 #include "output/Output.h"
@@ -25,27 +26,31 @@
 namespace
 {
 constexpr const char* kAbout = "Shows, compares, exports and writes ODB++ jobs. A job is the directory tree that "
-                               "takes a circuit board from its\n"
-                               "design tool to its manufacturer.";
+                               "takes a circuit board from its design tool to its manufacturer.";
 
 constexpr const char* kFooter = R"(
 Examples:
-  jobx info board                      the facts about the board in the directory "board"
-  jobx info board --layers             its layers and what they hold
-  jobx components board --csv > c.csv  the components as a spreadsheet
-  jobx nets board --net GND --pins     which pins are on a net
-  jobx panel board --step panel        where the boards lie on a panel
-  jobx json board > board.json         everything, for another program
-  jobx diff board newer                what differs between two jobs
-  jobx write board -o out              the job as the library writes it, in out/board
+  jobx info board                    the facts about the board in "board"
+  jobx info board --layers           its layers and what they hold
+  jobx components board --csv > c.csv
+                                     the components as a spreadsheet
+  jobx nets board --net GND --pins   which pins are on a net
+  jobx panel board --step panel      where the boards lie on a panel
+  jobx json board > board.json       everything, for another program
+  jobx diff board newer              what differs between two jobs
+  jobx write board -o out            the job as the library writes it, in
+                                     out/board
 
-A job is a directory; unpack an archive (.tgz, .zip) first. Reading changes nothing in it, except with --legacy and for
-write: they unpack compressed user symbols in place, so a file "features" appears beside symbols/NAME/features.Z, or is
-replaced there.
+A job is a directory; unpack an archive (.tgz, .zip) first. Reading changes
+nothing in it, except with --legacy and for write: they unpack compressed user
+symbols in place, so a file "features" appears beside symbols/NAME/features.Z,
+or is replaced there.
 
 "jobx help COMMAND" explains a command and its columns.
 
-Data goes to standard output; messages and the progress line go to standard error.
+Data goes to standard output; messages and the progress line go to standard
+error. On a terminal, messages and differences have colours, unless the
+environment variable NO_COLOR is set or --color says otherwise.
 
 Exit codes:
   0  done
@@ -57,8 +62,9 @@ Exit codes:
   70 an internal error
   71 out of memory
 
-If the reader of the output closes the pipe, as in "jobx json board | head", jobx ends by the signal SIGPIPE without a
-message; shells show this as 141.)";
+If the reader of the output closes the pipe, as in "jobx json board | head",
+jobx ends by the signal SIGPIPE without a message; shells show this as 141.
+Ctrl-C ends it by SIGINT, which shells show as 130.)";
 
 // In the order of the help. `answer` is the exit code unless something fails.
 void AddCommands(CLI::App& app, ExitCode& answer)
@@ -247,6 +253,7 @@ std::string Hint(const CLI::App& app)
 ExitCode RunCommandLine(int argc, const char* const* argv)
 {
     CLI::App app(kAbout, "jobx");
+    app.formatter(HelpFormatter("", ""));
     app.footer(kFooter);
     app.set_version_flag("--version", "jobx " JOBX_VERSION, "Print the version and exit");
     app.require_subcommand(1);

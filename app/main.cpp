@@ -1,5 +1,6 @@
 #include "CommandLine.h"
 #include "JOBXCLSDLL.h"
+#include "output/CleanEnd.h"
 #include "output/ExitError.h"
 #include "output/Messages.h"
 #include "output/Text.h"
@@ -61,6 +62,7 @@ int main(int argc, char** argv)
 #if defined(SIGXFSZ)
     std::signal(SIGXFSZ, SIG_IGN); // so does writing beyond the allowed size of a file
 #endif
+    EndCleanlyBySignals();
     if (!IsStackLargeEnough())
         return End(ExitCode::OutOfMemory, "the stack is limited to less than 256 KB (ulimit -s)");
     CKUtility::GetInstance()->SetDiagnosticSink(nullptr); // each command sets its own and reports failures itself

@@ -1,5 +1,6 @@
 #include "diff/ChangesText.h"
 
+#include "output/Colours.h"
 #include "output/Lengths.h"
 #include "output/Text.h"
 #include "output/Wrapping.h"
@@ -26,6 +27,16 @@ std::string Named(const std::vector<std::string>& names, std::string_view change
                        names.size() > kNames ? ", ..." : "");
 }
 
+std::string Added(const std::vector<std::string>& names)
+{
+    return names.empty() ? std::string() : Paint(stdout)(Colour::Added, Named(names, "added"));
+}
+
+std::string Removed(const std::vector<std::string>& names)
+{
+    return names.empty() ? std::string() : Paint(stdout)(Colour::Removed, Named(names, "removed"));
+}
+
 // One line for each text, the first behind the label.
 void PrintLines(Output& output, std::string_view label, const std::vector<std::string>& texts)
 {
@@ -45,9 +56,9 @@ void PrintComponents(Output& output, const ComponentChanges& changes)
     if (!moved.empty())
         moved += fmt::format(", by up to {}", SmallLength(changes.farthest));
     PrintLines(output, "Components",
-               {Named(changes.added, "added"), Named(changes.removed, "removed"), moved,
-                Named(changes.rotated, "rotated"), Named(changes.otherPart, "with another part"),
-                Named(changes.otherPackage, "with another package"), Named(changes.otherSide, "on the other side")});
+               {Added(changes.added), Removed(changes.removed), moved, Named(changes.rotated, "rotated"),
+                Named(changes.otherPart, "with another part"), Named(changes.otherPackage, "with another package"),
+                Named(changes.otherSide, "on the other side")});
 }
 
 // "2 added (1.5 sq mm, 1 negative of 0.2 sq mm, 1 without area)".
@@ -75,21 +86,32 @@ std::string MovesText(const FeatureMoves& moves)
 void AddLayerLines(std::vector<std::string>& lines, const LayerChanges& layer)
 {
     constexpr std::size_t kRoom = kScreen - kLabel;
-    std::vector<std::string> changes;
-    if (layer.added.count > 0)
-        changes.push_back(FeaturesText(layer.added, "added"));
-    if (layer.removed.count > 0)
-        changes.push_back(FeaturesText(layer.removed, "removed"));
+    const Paint paint(stdout);
+    std::vector<std::pair<std::string, std::string>> changes; // plain, and as shown
+    const auto add = [&](const FeatureSum& sum, std::string_view change, Colour colour)
+    {
+        if (sum.count == 0)
+            return;
+        const std::string text = FeaturesText(sum, change);
+        changes.emplace_back(text, paint(colour, text));
+    };
+    add(layer.added, "added", Colour::Added);
+    add(layer.removed, "removed", Colour::Removed);
     if (layer.moved.count > 0)
-        changes.push_back(MovesText(layer.moved));
+        changes.emplace_back(MovesText(layer.moved), MovesText(layer.moved));
     lines.push_back(layer.name + ":");
+    std::size_t used = lines.back().size();
     for (std::size_t i = 0; i < changes.size(); ++i)
     {
-        const std::string text = changes[i] + (i + 1 < changes.size() ? "," : "");
-        if (lines.back().size() + 1 + text.size() <= kRoom)
-            lines.back().append(" ").append(text);
+        const auto& [plain, shown] = changes[i];
+        const std::string_view comma = i + 1 < changes.size() ? "," : "";
+        const std::size_t size = plain.size() + comma.size();
+        const bool isNext = used + 1 + size > kRoom;
+        if (isNext)
+            lines.emplace_back("  ").append(shown).append(comma);
         else
-            lines.push_back("  " + text);
+            lines.back().append(" ").append(shown).append(comma);
+        used = isNext ? 2 + size : used + 1 + size;
     }
 }
 
@@ -112,8 +134,7 @@ void PrintStep(Output& output, const StepChanges& step)
             {fmt::format("B lies {}, {} mm from A", Rounded(step.shift->first, 6), Rounded(step.shift->second, 6))});
     PrintComponents(output, step.components);
     PrintLines(output, "Nets",
-               {Named(step.nets.added, "added"), Named(step.nets.removed, "removed"),
-                Named(step.nets.movedPins, "pins on another net")});
+               {Added(step.nets.added), Removed(step.nets.removed), Named(step.nets.movedPins, "pins on another net")});
     PrintLayers(output, step.layers);
     std::vector<std::string> drills;
     for (const auto& [size, counts] : step.drills)

@@ -4,6 +4,7 @@
 #include "diff/JobDiff.h"
 #include "diff/MeaningDiff.h"
 #include "options/CommonOptions.h"
+#include "output/Colours.h"
 #include "output/JsonOutput.h"
 #include "output/NearestName.h"
 #include "output/Terminal.h"
@@ -44,14 +45,15 @@ std::string ShownValue(const DiffValue& value)
     return {};
 }
 
-const char* ShownChange(DiffChange change)
+std::string ShownChange(DiffChange change)
 {
+    const Paint paint(stdout);
     switch (change)
     {
     case DiffChange::OnlyInA:
-        return "only in A";
+        return paint(Colour::Removed, "only in A");
     case DiffChange::OnlyInB:
-        return "only in B";
+        return paint(Colour::Added, "only in B");
     default:
         return "changed";
     }
@@ -198,6 +200,20 @@ void PrintJson(const DiffOptions& options, const DiffCollector& collector, const
     json.Finish();
 }
 
+constexpr const char* kDiffFooter = R"(The summary comes first, then the differences in detail. Lengths are in mm:
+  Components, Nets  how many were added, removed, moved or changed, and the
+                    first of them
+  Features          how many each layer has that the other job has not
+  Drills            each diameter, and how many holes A and B have of it
+  Aligned           with --align: the shift that was found
+  Other             everything else, by its place, and how many differences
+The details name a place, a kind of record and its field, how many differ, and
+the first of them with both values.
+
+The exit code is 1 if the jobs differ.
+
+Exit codes and more examples: jobx --help)";
+
 double ToleranceIn(const std::string& text)
 {
     const std::optional<double> tolerance = NumberIn(text);
@@ -237,6 +253,7 @@ ExitCode PrintDiff(const DiffOptions& options)
     if (options.read.way == JOBXway::Complete)
     {
         MeaningRules rules = options.meaning;
+        rules.isQuiet = options.read.quiet;
         rules.tolerance = options.tolerance.value_or(rules.tolerance);
         changes = CompareMeanings(collector, a, b, options.jobA, options.jobB, rules);
     }
@@ -282,5 +299,7 @@ void AddDiffCommand(CLI::App& app, ExitCode& answer)
         ->type_name("PARTS")
         ->excludes(legacy);
     command.add_flag("--json", options->json, "As a JSON document");
+    SetExample(command, "what changed in a newer copy of the job", "jobx diff samples/blinker newer");
+    command.footer(kDiffFooter);
     command.callback([options, &answer] { answer = PrintDiff(*options); });
 }

@@ -5,7 +5,9 @@
 #include "diff/SameFiles.h"
 #include "info/Extents.h"
 #include "model/LayerRoles.h"
+#include "model/RecordCounts.h"
 #include "model/SymbolSize.h"
+#include "output/ProgressLine.h"
 #include "output/Text.h"
 
 #include <algorithm>
@@ -76,7 +78,8 @@ public:
           m_symbolsA(*a.m_pSpecialSymbols),
           m_symbolsB(*b.m_pSpecialSymbols),
           m_areasA(*a.m_pSpecialSymbols),
-          m_areasB(*b.m_pSpecialSymbols)
+          m_areasB(*b.m_pSpecialSymbols),
+          m_progress("comparing", rules.isQuiet, CountFeatures(a) + CountNetFeatures(a))
     {
     }
 
@@ -271,6 +274,7 @@ private:
     {
         const FileView viewA = a.Of(layerA.dGetFactorToMM(), &layerA, true);
         const FileView viewB = b.Of(layerB.dGetFactorToMM(), &layerB, true);
+        m_progress.Did(layerA.GetFeatures()->GetSize());
         if (!Wants(DiffPart::Layers))
         {
             if (Wants(DiffPart::Nets))
@@ -510,6 +514,7 @@ private:
             [](const CJOBXdataNet& net) { return std::string(net.m_sName.View()); },
             [&](const CJOBXdataNet& netA, const CJOBXdataNet& netB)
             {
+                m_progress.Did(CountNetFeatures(netA));
                 m_diff.Fields(netA, viewA, netB, viewB);
                 NetFeatures(netA, viewA, netB, viewB);
             });
@@ -589,6 +594,7 @@ private:
     FeatureAreas m_areasA;
     FeatureAreas m_areasB;
     JobChanges m_changes;
+    CountedProgress m_progress;
 };
 } // namespace
 

@@ -33,6 +33,7 @@ struct MeaningRules
     double tolerance = 1e-6;   // of lengths and places in millimetres
     bool align = false;        // finds a common shift of the second job first
     std::set<DiffPart> only{}; // all if empty
+    bool isQuiet = false;      // no progress line
 };
 
 // Compares what two completely read jobs say, whatever the numbering of their tables, the order of their records and

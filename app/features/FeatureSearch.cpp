@@ -63,7 +63,8 @@ bool Fits(const CJOBXlayObj& feature, const CJOBXlayer& layer, const FeatureQuer
 }
 } // namespace
 
-void FindFeatures(const CJOBX& job, const FeatureQuery& query, const std::function<void(const FoundFeature&)>& take)
+void FindFeatures(const CJOBX& job, const FeatureQuery& query, CountedProgress& progress,
+                  const std::function<void(const FoundFeature&)>& take)
 {
     const NameFilter layers = LayersNamed(job, query.layer);
     const NameFilter netNames = FilterOfNets(job, query.net);
@@ -77,6 +78,7 @@ void FindFeatures(const CJOBX& job, const FeatureQuery& query, const std::functi
             const std::span<const CJOBXdataNet* const> netsOfLayer = nets.Find(layer->m_sName);
             for (const CJOBXlayObj& feature : layer->GetFeatures()->Records())
             {
+                progress.Did(1);
                 const auto index = static_cast<std::size_t>(feature.GetFeatureIndex());
                 const CJOBXdataNet* const net = index < netsOfLayer.size() ? netsOfLayer[index] : nullptr;
                 if (netNames.IsSet() && (net == nullptr || !netNames.Passes(net->m_sName.View())))

@@ -3,6 +3,7 @@
 
 #include "JOBXCLSDLL.h"
 #include "features/FeatureShape.h"
+#include "output/ProgressLine.h"
 
 #include <functional>
 #include <optional>
@@ -41,4 +42,6 @@ struct FoundFeature
 
 // Calls `take` for the features found: step by step, layers in the order of the matrix, features in that of the file.
 // Results: raises ExitError if no layer, or no net, has such a name.
-void FindFeatures(const CJOBX& job, const FeatureQuery& query, const std::function<void(const FoundFeature&)>& take);
+// Counts the features that it has looked at as progress.
+void FindFeatures(const CJOBX& job, const FeatureQuery& query, CountedProgress& progress,
+                  const std::function<void(const FoundFeature&)>& take);

@@ -1,7 +1,9 @@
 #include "features/FeaturesCommand.h"
 
 #include "features/FeatureRow.h"
+#include "model/RecordCounts.h"
 #include "options/CommonOptions.h"
+#include "output/Terminal.h"
 #include "output/Text.h"
 
 #include <CLI/CLI.hpp>
@@ -12,34 +14,43 @@
 
 namespace
 {
-constexpr const char* kFeaturesFooter = R"(Columns:
+constexpr const char* kFeaturesFooter = R"(Columns; lengths are in the unit of the title:
   Step, Layer  the step and the layer; only if there are several
   Kind         line, pad, arc, text, barcode or surface
   X, Y, X2, Y2
-               the place of a pad or text, the ends of a line or arc, the box around a surface
+               the place of a pad or text, the ends of a line or arc, the box
+               around a surface
   Symbol       that draws a line, arc or pad
   Polarity     positive or negative; only if both are there
   Net          the net that the EDA data gives it
   Text         of a text or barcode
   Line         the line in the features file; empty if the file is compressed
   Attributes   names with values; a flag has none
-  Index, Angle, Mirror, File, Unit
-               with --wide: the number of the feature in its file, from 0, which records of the EDA data use; how a pad is
-               turned, in degrees clockwise, and whether it is mirrored after that; the file, and the unit of the lengths
+With --wide:
+  Index        the number of the feature in its file, from 0, which records of
+               the EDA data use
+  Angle        how a pad is turned, clockwise, in degrees
+  Mirror       1 if it is mirrored after that, else 0
+  File         the features file
+  Unit         of the lengths: mm or inch
 
---near finds what has a part within R of the point. Standard symbols count with the box around them, a pad with another
-symbol and a text only with their place, and a surface with all its area. X, Y and R are in the unit that is shown.
+--near finds what has a part within R of the point. Standard symbols count with
+the box around them, a pad with another symbol and a text only with their place,
+and a surface with all its area. X, Y and R are in the unit that is shown.
 
---ndjson prints one JSON object in a line, always in mm: "at" of a pad or text, "start", "end" and "centre" of lines and
-arcs, "box" of a surface (left, bottom, right, top).
+--ndjson prints one JSON object in a line, always in mm: "at" of a pad or text,
+"start", "end" and "centre" of lines and arcs, "box" of a surface (left, bottom,
+right, top).
 
-Names have the wildcards * and ?. Case counts only in names of nets, and only if a net of that case matches.
+Names have the wildcards * and ?. Case counts only in names of nets, and only if
+a net of that case matches.
 
-On a terminal, texts are shortened, and columns left out from the right, until the lines fit; --wide and --columns
-prevent that. Lengths in the aligned table are rounded to 4 decimals of mm or 5 of inch. With --legacy, the job is read
+On a terminal, texts are shortened, and columns left out from the right, until
+the lines fit; --wide and --columns prevent that. Lengths in the aligned table
+are rounded to 4 decimals of mm or 5 of inch. With --legacy, the job is read
 like the library does by default.
 
-Examples and exit codes: jobx --help)";
+Exit codes and more examples: jobx --help)";
 
 struct FeaturesOptions
 {
@@ -100,8 +111,9 @@ void PrintFeatures(const FeaturesOptions& options)
     LineFinder lines(options.read.jobPath);
     if (options.ndjson)
     {
+        CountedProgress progress("searching", options.read.quiet || IsTerminal(stdout), CountFeatures(*read.job));
         Output output;
-        FindFeatures(*read.job, query,
+        FindFeatures(*read.job, query, progress,
                      [&](const FoundFeature& found)
                      {
                          JsonOutput json(output, TextBytes::Utf8OrLatin1);
@@ -113,7 +125,11 @@ void PrintFeatures(const FeaturesOptions& options)
     else
     {
         Table table = EmptyFeatureTable(unit);
-        FindFeatures(*read.job, query, [&](const FoundFeature& found) { table.Add(FeatureCells(found, unit, lines)); });
+        {
+            CountedProgress progress("searching", options.read.quiet, CountFeatures(*read.job));
+            FindFeatures(*read.job, query, progress,
+                         [&](const FoundFeature& found) { table.Add(FeatureCells(found, unit, lines)); });
+        }
         PrintView(std::move(table), kFeatureTable, options.view, options.read.quiet);
     }
     CheckStrictly(options.read, read);
@@ -165,7 +181,7 @@ void AddFeaturesCommand(CLI::App& app)
     CLI::Option* const ndjson =
         command.add_flag("--ndjson", options->ndjson, "As JSON, one object in a line, lengths in mm");
     RefuseTogether(command, ndjson, {"--csv", "--json", "--wide", "--columns", "--sort", "--units"});
-    SetExample(command, "jobx features board --layer top --near 12.5,8,0.5    what is at this place");
+    SetExample(command, "what is at this place", "jobx features samples/blinker --step pcb --near 0.44,0.45,0");
     command.footer(kFeaturesFooter);
     command.callback([options] { PrintFeatures(*options); });
 }

@@ -5,14 +5,14 @@
 
 namespace
 {
-constexpr double kFullTurn = 6.283185307179586476925;
+constexpr double kFullCircle = 6.283185307179586476925;
 constexpr double kRounding = 1e-9;
 
 // The angle from one direction counter-clockwise to another, from 0 to a full turn.
 double TurnBetween(double from, double to)
 {
-    const double turn = std::fmod(to - from, kFullTurn);
-    return turn < 0.0 ? turn + kFullTurn : turn;
+    const double turn = std::fmod(to - from, kFullCircle);
+    return turn < 0.0 ? turn + kFullCircle : turn;
 }
 
 // One element of a contour, of either model.
@@ -63,7 +63,7 @@ void Extents::AddArc(const CPointD& start, const CPointD& end, const CPointD& ce
     const CPointD& last = isClockwise ? start : end;
     const double from = DirectionOf(first, centre);
     const bool isCircle = start.x == end.x && start.y == end.y;
-    const double turn = isCircle ? kFullTurn : TurnBetween(from, DirectionOf(last, centre));
+    const double turn = isCircle ? kFullCircle : TurnBetween(from, DirectionOf(last, centre));
     const std::array<CPointD, 4> tips = {CPointD(centre.x + radius, centre.y), CPointD(centre.x, centre.y + radius),
                                          CPointD(centre.x - radius, centre.y), CPointD(centre.x, centre.y - radius)};
     // If a tip equals an end except for rounding, it would replace the exact value.
@@ -74,7 +74,7 @@ void Extents::AddArc(const CPointD& start, const CPointD& end, const CPointD& ce
         return nearest < radius * kRounding;
     };
     for (std::size_t i = 0; i < tips.size(); ++i)
-        if (TurnBetween(from, static_cast<double>(i) * kFullTurn / 4.0) < turn && !isEnd(tips[i]))
+        if (TurnBetween(from, static_cast<double>(i) * kFullCircle / 4.0) < turn && !isEnd(tips[i]))
             Add(tips[i]);
 }
 

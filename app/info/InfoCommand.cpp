@@ -47,22 +47,53 @@ void PrintInfo(const InfoOptions& options)
 
 namespace
 {
-constexpr const char* kInfoFooter = R"(Example:
-  jobx info board
+constexpr const char* kInfoFooter = R"(Lines of the screen; lengths are in mm, and in brackets in inch or mil:
+  Board        the step that repeats no other; if there are several, the one
+               with the most components
+  Thickness    from the attribute .board_thickness, else from the drill tools
+  Copper       the copper layers from the top, with their attribute
+               .copper_weight in ounces per square foot (oz) or microns
+  Line width   the smallest of the lines and arcs on the copper layers
+  Top, Bottom  the pins are counted by the pin types of the packages
+  Nets         without $NONE$, which collects the pins that have no net
+  Drilled      pads of the drill layers are holes, lines and arcs are slots; the
+               attribute .drill, else the list of tools, says which are vias,
+               other plated or non-plated holes
+  Drill sizes  each diameter in mm, and how many holes have it
+  Drill spans  the copper layers between which the holes go
+  Panel        a step that repeats others, and how often
+  Reading      what reading the job found wrong; First is the most serious
+               message
+What the job does not say is left out.
 
-Board        the step that repeats no other; if there are several, the one with the most components
-Thickness    from the attribute .board_thickness, else from the drill tools
-Copper       the copper layers from the top, with their attribute .copper_weight
-Line width   the smallest of the lines and arcs on the copper layers
-Top, Bottom  the pins are counted by the pin types of the packages
-Nets         without $NONE$, which collects the pins that have no net
-Drilled      pads of the drill layers are holes, lines and arcs are slots; the attribute .drill, else the list of
-             tools, says which are vias, other plated or non-plated holes
-Drill spans  the copper layers between which the holes go
-Panel        a step that repeats others, and how often
-Reading      what reading the job found wrong; First is the most serious message
+Columns of the tables; a count has no unit, a length has that of its file:
+  Column, Step           the steps of the matrix and their columns there
+  Row, Layer, Context, Type, Polarity, Span
+                         the layers of the matrix; Span: of a drill or rout
+  Layer, Symbol          a layer of the step, or a user symbol
+  Units                  of the lengths in its file
+  Symbols, Features      how many it has
+  Lines, Pads, Arcs, Texts, Barcodes, Surfaces
+                         how many features of each kind
+  Contours               how many its surfaces have
+  Attr. names, Attr. texts
+                         how many names and texts of attributes it declares
+  Component layer, Components, Toeprints, Properties, Attributes
+                         a component layer, and how many components, pins,
+                         properties and attributes it has
+  Repeated step, X, Y, Pitch x, Pitch y, Columns, Rows
+                         a repeated step, its place, the distances between its
+                         copies, and how many there are in x and y
+  Angle, Mirror, Flip    how the copies lie; the angle clockwise, in degrees
+  Attribute, Options     a system attribute and its values
+Columns of --compact:
+  Part, Name, Units      a part of the model, its name, and its unit
+  Factor                 by which its lengths were multiplied
+  Records, Pieces        how many it has, and how many parts these have
+  Left, Bottom, Right, Top
+                         the box around it, in that unit
 
-What the job does not say is left out. Exit codes: jobx --help)";
+Exit codes and more examples: jobx --help)";
 
 void AddParts(CLI::App& command, std::optional<InfoPart>& part)
 {
@@ -92,6 +123,7 @@ void AddInfoCommand(CLI::App& app)
     AddSystemAttributes(command, options->read);
     AddParts(command, options->tables);
     command.add_flag("--json", options->json, "Facts and tables as one JSON document");
+    SetExample(command, "the facts about the board", "jobx info samples/blinker");
     command.footer(kInfoFooter);
     command
         .add_flag("--compact", options->compact,

@@ -1,8 +1,11 @@
 #include "json/JsonCommand.h"
 
 #include "model/LayerNames.h"
+#include "model/RecordCounts.h"
 #include "options/CommonOptions.h"
 #include "output/ExitError.h"
+#include "output/ProgressLine.h"
+#include "output/Terminal.h"
 #include "json/RecordJson.h"
 #include "json/SchemaVersion.h"
 
@@ -36,6 +39,9 @@ void PrintJob(const JsonOptions& options)
     const LayerChoice choice = ChoiceOf(options, read);
     Output output;
     JsonOutput json(output, options.latin1 ? TextBytes::Latin1 : TextBytes::Utf8OrLatin1);
+    CountedProgress progress("printing", options.read.quiet || IsTerminal(stdout),
+                             CountFeatures(*read.job) + CountNetFeatures(*read.job));
+    json.CountRecords(progress);
     json.Object(
         [&]
         {
@@ -85,5 +91,6 @@ void AddJsonCommand(CLI::App& app)
     AddSystemAttributes(command, options->read);
     command.add_flag("--latin1", options->latin1,
                      "Map every byte of a text to the character of that number, even in UTF-8");
+    SetExample(command, "one step for another program", "jobx json samples/blinker --step pcb > pcb.json");
     command.callback([options] { PrintJob(*options); });
 }

@@ -143,6 +143,8 @@ void WriteFields(JsonOutput& json, const Record& record, const LayerChoice& choi
 template <JOBXway kWay, class Record>
 void WriteRecord(JsonOutput& json, const Record& record, const LayerChoice& choice)
 {
+    if constexpr (std::is_same_v<Record, CJOBXlayObj> || std::is_same_v<Record, CJOBXdataNetObj>)
+        json.DidRecord();
     if constexpr (requires { jobx::Fields<Record>::kIsItsList; })
         WriteFields<kWay>(json, record, choice);
     else

@@ -1,5 +1,7 @@
 #include "options/CommonOptions.h"
 
+#include "options/HelpText.h"
+#include "output/Colours.h"
 #include "output/Text.h"
 
 #include <CLI/CLI.hpp>
@@ -7,7 +9,6 @@
 
 #include <charconv>
 #include <cmath>
-#include <memory>
 #include <sstream>
 
 namespace
@@ -28,32 +29,23 @@ ShownMessages MessagesIn(const std::string& text)
     return text == "all" ? ShownMessages::All : ShownMessages::None;
 }
 
+ColourUse ColourUseIn(const std::string& text)
+{
+    if (text == "auto")
+        return ColourUse::Auto;
+    if (text == "always")
+        return ColourUse::Always;
+    if (text != "never")
+        RaiseWrongUsage(fmt::format("--color needs \"auto\", \"always\" or \"never\", not \"{}\"", Printable(text)));
+    return ColourUse::Never;
+}
+
 JOBXunit UnitIn(const std::string& text)
 {
     if (text != "mm" && text != "inch")
         RaiseWrongUsage(fmt::format("--units needs \"mm\" or \"inch\", not \"{}\"", Printable(text)));
     return text == "mm" ? JOBXunit::Millimetre : JOBXunit::Inch;
 }
-
-// Begins with an example, and leaves it to the program to say which options cannot be combined.
-class ExampleFirst : public CLI::Formatter
-{
-public:
-    explicit ExampleFirst(const char* example) : m_example(example) {}
-
-    std::string make_usage(const CLI::App* app, std::string name) const override
-    {
-        return fmt::format("Example:\n  {}\n\n{}", m_example, Formatter::make_usage(app, std::move(name)));
-    }
-    std::string make_option_opts(const CLI::Option* option) const override
-    {
-        const std::string type = option->get_items_expected_max() == 0 ? "" : option->get_type_name();
-        return type.empty() ? type : " " + type;
-    }
-
-private:
-    std::string m_example;
-};
 } // namespace
 
 void RaiseWrongUsage(const std::string& message)
@@ -88,13 +80,19 @@ std::optional<double> NumberIn(const std::string& text)
 CLI::App& AddCommand(CLI::App& app, const char* name, const char* about)
 {
     CLI::App* const command = app.add_subcommand(name, about);
-    command->footer("Examples and exit codes: jobx --help");
+    command->footer("Exit codes and more examples: jobx --help");
+    command
+        ->add_option_function<std::string>(
+            "--color", [](const std::string& text) { SetColourUse(ColourUseIn(text)); },
+            "Colour messages and what differs: auto (on terminals), always or never")
+        ->trigger_on_parse()
+        ->type_name("WHEN");
     return *command;
 }
 
-void SetExample(CLI::App& command, const char* example)
+void SetExample(CLI::App& command, const char* purpose, const char* example)
 {
-    command.formatter(std::make_shared<ExampleFirst>(example));
+    command.formatter(HelpFormatter(purpose, example));
 }
 
 CLI::App& AddJobCommand(CLI::App& app, const char* name, const char* about, ReadOptions& read)

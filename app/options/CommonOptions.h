@@ -30,11 +30,11 @@ std::optional<double> NumberIn(const std::string& text);
 // The words between commas, without blanks around them. An empty word raises wrong usage with that problem.
 std::vector<std::string> SplitAtCommas(const std::string& text, const char* problem);
 
-// A command without options; its help refers to that of the program.
+// A command with the options of all commands; its help refers to that of the program.
 CLI::App& AddCommand(CLI::App& app, const char* name, const char* about);
 
-// Puts an example in front of the command's help.
-void SetExample(CLI::App& command, const char* example);
+// Puts an example in front of the command's help. It works on the sample, from the directory that has "samples".
+void SetExample(CLI::App& command, const char* purpose, const char* example);
 
 // A command that reads one job, with JOB and the options of reading.
 CLI::App& AddJobCommand(CLI::App& app, const char* name, const char* about, ReadOptions& read);

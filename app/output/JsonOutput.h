@@ -2,6 +2,7 @@
 
 #include "JOBXCLSDLL.h"
 #include "output/Output.h"
+#include "output/ProgressLine.h"
 
 #include <rapidjson/writer.h>
 
@@ -87,6 +88,14 @@ public:
         m_writer.EndArray();
     }
 
+    // From now on, counts the records of which a job has most; borrows the progress.
+    void CountRecords(CountedProgress& progress) { m_progress = &progress; }
+    void DidRecord()
+    {
+        if (m_progress != nullptr)
+            m_progress->Did(1);
+    }
+
     // Ends the document with a line end and flushes it.
     void Finish();
 
@@ -94,4 +103,5 @@ private:
     Output& m_output;
     rapidjson::Writer<Output> m_writer;
     TextBytes m_textBytes;
+    CountedProgress* m_progress = nullptr;
 };

@@ -103,7 +103,7 @@ void PrintLeftOut(const std::vector<std::string>& titles)
         list += (i == 0 ? "" : ", ") + titles[i];
     if (titles.size() > kShown)
         list += fmt::format(" and {} more", titles.size() - kShown);
-    PrintError(fmt::format("not shown for lack of room: {} (--wide)", list));
+    PrintMessage(fmt::format("not shown for lack of room: {} (--wide)", list));
 }
 } // namespace
 

@@ -18,28 +18,36 @@
 namespace
 {
 constexpr const char* kPanelFooter = R"(Columns, with one placement in a row; a placement comes before those inside it:
-  Step         the step in which the placement lies; only if several steps are shown
+  Step         the step in which the placement lies; only if several are shown
   Number       counts the placements in that step from 1
-  Level        1 for what the step itself repeats, one more for each step between; only if there are several levels
+  Level        1 for what the step itself repeats, one more for each step
+               between; only if there are several levels
   Parent       the number of the placement around it
-  Placed step  the step that is placed
-  X, Y         the position of the placed step's datum in the step of the first column
+  Placed step (name)
+               the step that is placed
+  X, Y         the position of the placed step's datum in the step of the first
+               column, in the unit of the title
   Angle        clockwise, in degrees, the sum of all rotations
   Mirror       YES if the placement, or one around it, is mirrored
   Flip         from the outermost placement
-  Unit         with --wide: the unit of the lengths
+With --wide:
+  Unit         of X and Y: mm or inch
 
-A step that repeats itself, directly or through others, is an error (exit code 3); so are more than 100000 placements.
-docs/panel.schema.json describes the JSON document.
+A step that repeats itself, directly or through others, is an error (exit code
+3); so are more than 100000 placements. docs/panel.schema.json describes the
+JSON document.
 
-Columns that are empty in every row are left out. On a terminal, texts are shortened, and columns left out from the
-right, until the lines fit; --wide and --columns prevent that. Lengths in the aligned table are rounded to 4 decimals of
-mm or 5 of inch; --csv and --json have all digits, all columns, and a column "unit". --columns and --sort take a title,
-or a key from the first line of --csv.
+Columns that are empty in every row are left out. On a terminal, texts are
+shortened, and columns left out from the right, until the lines fit; --wide and
+--columns prevent that. Lengths in the aligned table are rounded to 4 decimals
+of mm or 5 of inch; --csv and --json have all digits, all columns, and a column
+"unit". --columns and --sort take a title, or a key from the first line of
+--csv.
 
---legacy prints the columns of earlier versions. It can be combined with --csv, --json and --step only.
+--legacy prints the columns of earlier versions. It can be combined with --csv,
+--json and --step only.
 
-Examples and exit codes: jobx --help)";
+Exit codes and more examples: jobx --help)";
 
 constexpr TableKind kPlacements{"placements", "step?,number,level?,parent,name,x,y,angle,mirror,flip"};
 
@@ -132,7 +140,7 @@ void AddPanelCommand(CLI::App& app)
     AddTableView(command, options->view);
     AddUnits(command, options->unit);
     RefuseTogether(command, legacy, {"--wide", "--columns", "--sort", "--units"});
-    SetExample(command, "jobx panel board --step panel --units mm    where the boards lie on a panel");
+    SetExample(command, "where the boards lie on a panel", "jobx panel samples/blinker --step panel --units mm");
     command.footer(kPanelFooter);
     command.callback([options] { PrintPanel(*options); });
 }

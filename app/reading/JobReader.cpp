@@ -141,12 +141,10 @@ void ReadFromInside(ReadJob& read, const ReadOptions& options, const std::string
     CJOBXreading reading{options.way, &messages, &expander};
     if (options.messages == ShownMessages::All)
         reading.nMessagesPerCode = 0;
-    {
-        const ProgressReport progress(*read.job, options.quiet);
-        read.job->SetReading(reading);
-        read.result = Read(*read.job, options.steps, names);
-        read.job->SetReading({});
-    }
+    const ProgressLine progress("reading " + Printable(path), options.quiet, ReadingMeasure(".", options.steps));
+    read.job->SetReading(reading);
+    read.result = Read(*read.job, options.steps, names);
+    read.job->SetReading({});
     if (read.result != 0)
         read.missing = FindMissingParts(*read.job, names, path, failed, reading.IsComplete() ? &messages : nullptr);
 }

@@ -1,128 +1,87 @@
 #include "reading/Progress.h"
 
-#include "output/Terminal.h"
-#include "output/Text.h"
-
-#include <fmt/core.h>
+#include "JOBXCLSDLL.h"
 
 #include <algorithm>
-#include <cstdio>
+#include <array>
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <system_error>
+
+namespace fs = std::filesystem;
 
 namespace
 {
-constexpr UINT kSetPosition = 0x402;
-constexpr int kBarWidth = 20;
-constexpr std::size_t kLineWidth = 78; // a wrapped line could not be overwritten
+// The directories of a job from which files are read.
+constexpr std::array<const char*, 5> kReadDirectories = {"matrix", "misc", "steps", "symbols", "fonts"};
 
-// The start of a printable text, cut to at most `width` characters.
-std::string_view Cut(std::string_view text, std::size_t width)
+bool AreSameName(const fs::path& name, const std::string& other)
 {
-    while (CharacterCount(text) > width)
-        text.remove_suffix(1);
-    while (!IsUtf8(text))
-        text.remove_suffix(1);
-    return text;
+    return CString(name.string().c_str()).CompareNoCase(other.c_str()) == 0;
 }
 
-void WriteToStandardError(std::string_view text)
+template <class Names>
+bool IsOneOf(const fs::path& name, const Names& names)
 {
-    std::fwrite(text.data(), 1, text.size(), stderr);
-    std::fflush(stderr);
+    return std::any_of(names.begin(), names.end(), [&](const std::string& other) { return AreSameName(name, other); });
 }
+
+// The size of the files below the directory; of the job's own directories and of these steps if `steps` is not null.
+double SizeBelow(const std::string& directory, const std::vector<std::string>* steps, const std::stop_token& stop)
+{
+    double size = 0.0;
+    std::error_code error;
+    fs::recursive_directory_iterator entry(directory, fs::directory_options::skip_permission_denied, error);
+    const fs::recursive_directory_iterator end;
+    for (; !error && entry != end && !stop.stop_requested(); entry.increment(error))
+    {
+        std::error_code ignored;
+        const fs::path name = entry->path().filename();
+        const bool isForeign = steps != nullptr && ((entry.depth() == 0 && !IsOneOf(name, kReadDirectories)) ||
+                                                    (entry.depth() == 1 && !steps->empty() &&
+                                                     AreSameName(entry->path().parent_path().filename(), "steps") &&
+                                                     !IsOneOf(name, *steps)));
+        if (isForeign)
+            entry.disable_recursion_pending();
+        else if (entry->is_regular_file(ignored))
+            size += static_cast<double>(entry->file_size(ignored));
+    }
+    return size;
+}
+
+// Finds the size of the job when it is needed first.
+class JobSize
+{
+public:
+    JobSize(std::string directory, std::vector<std::string> steps)
+        : m_directory(std::move(directory)), m_steps(std::move(steps))
+    {
+    }
+    // The part of it that so many bytes are.
+    double PartOf(double bytes, const std::stop_token& stop)
+    {
+        if (!m_size)
+            m_size = std::max(SizeBelow(m_directory, &m_steps, stop), 1.0);
+        return std::min(bytes / *m_size, 1.0);
+    }
+
+private:
+    std::string m_directory;
+    std::vector<std::string> m_steps;
+    std::optional<double> m_size;
+};
 } // namespace
 
-void ProgressLine::SetPercent(int percent)
+ProgressMeasure ReadingMeasure(const std::string& directory, const std::vector<std::string>& steps)
 {
-    m_nPercent = std::clamp(percent, 0, 100);
+    const ULONGLONG before = CKUtility::GetInstance()->GetBytesRead();
+    return [size = JobSize(directory, steps), before](const std::stop_token& stop) mutable
+    { return size.PartOf(static_cast<double>(CKUtility::GetInstance()->GetBytesRead() - before), stop); };
 }
 
-void ProgressLine::SetText(std::string_view text)
+ProgressMeasure WritingMeasure(const std::string& from, const std::string& to, const std::vector<std::string>& steps)
 {
-    m_sText = Printable(text);
-}
-
-void ProgressLine::Draw()
-{
-    const auto filled = static_cast<std::size_t>(m_nPercent * kBarWidth / 100);
-    const std::string line =
-        fmt::format("[{:-<{}}] {:3}% {}", std::string(filled, '#'), kBarWidth, m_nPercent, m_sText);
-    const std::string_view shown = Cut(line, kLineWidth);
-    WriteToStandardError(fmt::format("\r{}{}", shown, std::string(kLineWidth - CharacterCount(shown), ' ')));
-    m_isDrawn = true;
-}
-
-void ProgressLine::Clear()
-{
-    if (!m_isDrawn)
-        return;
-    WriteToStandardError(fmt::format("\r{}\r", std::string(kLineWidth, ' ')));
-    m_isDrawn = false;
-}
-
-BOOL ProgressBarWindow::UpdateData(BOOL)
-{
-    m_line.Draw();
-    return TRUE;
-}
-
-CWnd* ProgressBarWindow::SetFocus()
-{
-    return nullptr;
-}
-
-void ProgressBarWindow::SetWindowTextA(LPCSTR) {}
-
-LRESULT ProgressBarWindow::SendMessageA(UINT message, WPARAM wParam, LPARAM)
-{
-    if (message == kSetPosition)
-        m_line.SetPercent(static_cast<int>(wParam));
-    return 0;
-}
-
-BOOL ProgressBarWindow::RedrawWindow(const RECT*, CRgn*, UINT)
-{
-    m_line.Draw();
-    return TRUE;
-}
-
-BOOL StatusTextWindow::UpdateData(BOOL)
-{
-    return TRUE;
-}
-
-CWnd* StatusTextWindow::SetFocus()
-{
-    return nullptr;
-}
-
-void StatusTextWindow::SetWindowTextA(LPCSTR text)
-{
-    m_line.SetText(text);
-}
-
-LRESULT StatusTextWindow::SendMessageA(UINT, WPARAM, LPARAM)
-{
-    return 0;
-}
-
-BOOL StatusTextWindow::RedrawWindow(const RECT*, CRgn*, UINT)
-{
-    m_line.Draw();
-    return TRUE;
-}
-
-ProgressReport::ProgressReport(CJOBX& job, bool quiet) : m_job(job)
-{
-    if (quiet || !IsTerminal(stderr))
-        return;
-    m_job.m_pProgress = &m_bar;
-    m_job.m_pStatus = &m_status;
-    m_line.SetText("Reading the job");
-    m_line.Draw();
-}
-
-ProgressReport::~ProgressReport()
-{
-    m_job.m_pProgress = nullptr;
-    m_job.m_pStatus = nullptr;
+    return [size = JobSize(from, steps), to](const std::stop_token& stop) mutable
+    { return size.PartOf(SizeBelow(to, nullptr, stop), stop); };
 }

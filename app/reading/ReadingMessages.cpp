@@ -1,5 +1,6 @@
 #include "reading/ReadingMessages.h"
 
+#include "output/Colours.h"
 #include "output/Messages.h"
 #include "output/Text.h"
 #include "reading/Files.h"
@@ -24,6 +25,14 @@ std::string ReasonOfUnreadable(const CString& path)
     return ReasonNotToRead(path);
 }
 
+std::string ShownSeverity(JOBXseverity severity)
+{
+    const Colour colour = severity == JOBXseverity::Error     ? Colour::Error
+                          : severity == JOBXseverity::Warning ? Colour::Warning
+                                                              : Colour::Note;
+    return Paint(stderr)(colour, JOBXseverityName(severity));
+}
+
 std::string LineOf(const std::string& jobPath, const CJOBXmessage& message)
 {
     const CString path =
@@ -32,7 +41,7 @@ std::string LineOf(const std::string& jobPath, const CJOBXmessage& message)
     const std::string reason =
         std::string_view(message.kind->code) == kUnreadableCode ? ReasonOfUnreadable(path) : std::string();
     const std::string text = reason.empty() ? Printable(message.text.View()) : fmt::format("The file {}.", reason);
-    return fmt::format("{}{}: {} {} {}", Printable(path.View()), place, JOBXseverityName(message.kind->severity),
+    return fmt::format("{}{}: {} {} {}", Printable(path.View()), place, ShownSeverity(message.kind->severity),
                        message.kind->code, text);
 }
 
@@ -121,7 +130,7 @@ void ReadingMessages::Print(const std::string& jobPath, ShownMessages shown, boo
                      { return a->kind->severity > b->kind->severity; });
     const std::size_t printed = shown == ShownMessages::All ? messages.size() : std::min(messages.size(), kPrinted);
     for (std::size_t i = 0; i < printed; ++i)
-        PrintError(LineOf(jobPath, *messages[i]));
+        PrintMessage(LineOf(jobPath, *messages[i]));
     if (printed < messages.size())
-        PrintError(fmt::format("further messages: {} (--messages all prints them)", Counts(messages, printed)));
+        PrintMessage(fmt::format("further messages: {} (--messages all prints them)", Counts(messages, printed)));
 }

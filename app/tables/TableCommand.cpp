@@ -19,101 +19,137 @@ struct NameOption
     const char* about;
 };
 
+// A command line, and what it is for.
+struct Example
+{
+    const char* purpose;
+    const char* line;
+};
+
 struct TableCommand
 {
     const char* name;
     const char* about;
-    const char* example;
+    Example example;
     const char* footer;
     TableKind kind;
     MakeTable make;
     NameOption filter;
 };
 
-constexpr const char* kNetsFooter = R"(Columns:
-  Step            the step; only if nets of several steps are shown
-  Name            the net's name
-  Pins            the pins of components on the net
+constexpr const char* kNetsFooter = R"(Columns; a count has no unit:
+  Step             the step; only if nets of several steps are shown
+  Name             the net's name
+  Pins (toeprints)
+                   how many pins of components are on the net
   Vias, Traces, Planes
-                  connected pieces of these kinds
-  Features        features of layers that belong to the net
-  Netlist points  test points of that net in the netlist "cadnet"; empty if the netlist does not have the net
-  Index, Number, Subnets, Others
-                  with --wide: the place among the nets, the number in the file, all connected pieces, and those of
-                  other kinds
+                   how many connected pieces of these kinds it has
+  Features         how many features of layers belong to the net
+  Netlist points   how many test points the netlist "cadnet" has for it; empty
+                   if the netlist does not have the net
+With --wide:
+  Index            the place among the nets, from 0
+  Number           the number in the file
+  Subnets, Others  how many connected pieces it has, of all and of other kinds
 
-Columns of --pins, with one pin in a row, net by net; pins without a net come last:
-  Net, Component, Pin
-                  the net, the designator of the component, and the name of its pin
-  Side            top or bottom, from the place of the component layer in the matrix
-  X, Y            where the pin meets the board
-  Layer           with --wide: the component layer
+Columns of --pins, with one pin in a row, net by net; pins without a net come
+last:
+  Step             the step; only if pins of several steps are shown
+  Net              the net
+  Component        the designator of the component
+  Pin              the name of its pin
+  Side             top or bottom, from the place of the component layer in the
+                   matrix
+  X, Y             where the pin meets the board, in the unit of the title
+With --wide:
+  Layer            the component layer
+  Unit             of X and Y: mm or inch
 
 )";
 constexpr const char* kComponentsFooter = R"(Columns:
-  Step      the step; only if components of several steps are shown
-  Name      the reference designator
-  Part      the part name
-  Package   the package; "jobx packages" describes it
-  Value     the property VALUE
-  Mount     the attribute .comp_mount_type: smt, thmt (through hole), pressfit or other; without it smt or thmt, as the
-            pins of the package say
-  Side      top or bottom, from the place of the component layer in the matrix
-  X, Y      the place on the board
-  Angle     the rotation in degrees, clockwise
-  Height    the attribute .comp_height
-  Layer, Number, Mirror, Pins, Properties, Attributes, Unit
-            with --wide: the component layer, the place in its file, 1 for a mirrored component, counts, and the unit of
-            the lengths
+  Step        the step; only if components of several steps are shown
+  Name        the reference designator
+  Part        the part name
+  Package     the package; "jobx packages" describes it
+  Value       the property VALUE
+  Mount       the attribute .comp_mount_type: smt, thmt (through hole), pressfit
+              or other; without it smt or thmt, as the pins of the package say
+  Side        top or bottom, from the place of the component layer in the matrix
+  X, Y        the place on the board, in the unit of the title
+  Angle (rotation)
+              clockwise, in degrees
+  Height      the attribute .comp_height, in the unit of the title
+With --wide:
+  Layer       the component layer
+  Number      the place in its file, from 0
+  Mirror      1 for a mirrored component, else 0
+  Pins (toeprints), Properties, Attributes
+              how many there are
+  Unit        of X, Y and Height: mm or inch
 
 )";
-constexpr const char* kPackagesFooter = R"(Columns:
+constexpr const char* kPackagesFooter = R"(Columns; lengths are in the unit of the title:
   Step        the step; only if packages of several steps are shown
   Name        the package; "jobx components" names it, too
   Pins        how many pins it has
   Pitch       the distance of its pins
   Size x, Size y
               of the box around it
-  Used        how many components have it
-  Components  their designators; the list is shortened without --wide
-  Index, Number, Left, Bottom, Right, Top, Outline records, Unit
-              with --wide: the place among the packages, the number in the file, the box around the package, counts, and
-              the unit of the lengths
+  Used (components)
+              how many components have it
+  Components (designators)
+              their designators; the list is shortened without --wide
+With --wide:
+  Index       the place among the packages, from 0
+  Number      the number in the file
+  Left, Bottom, Right, Top
+              the box around the package
+  Outline records (outlines)
+              how many records describe its outline
+  Unit        of the lengths: mm or inch
 
 )";
 constexpr const char* kLayersFooter = R"(Columns:
   Row         the row of the matrix, from the top of the board
   Name, Context, Type, Polarity
-              as in the matrix
+              as in the matrix; Context and Polarity only if they differ
+  Features    how many, in all steps that were read
   Span        the first and the last layer of a drill or rout
-  Features    in all steps that were read
-  Thickness   of the dielectric, from the attribute .layer_dielectric
-  Cu, Cu unit
-              the attribute .copper_weight: ounces per square foot ("oz") in a file in inch, else microns ("um")
+  Thickness   of the dielectric, from the attribute .layer_dielectric, in the
+              unit of the title
+  Cu (copperWeight)
+              the attribute .copper_weight
+  Cu unit (copperUnit)
+              of Cu: "oz" (ounces per square foot) for a file in inch, else
+              "um" (microns)
   Dielectric  its material, from the matrix
-  Er          the attribute .dielectric_constant
-  Components, Unit
-              with --wide: components of a component layer, and the unit of the lengths
+  Er (dielectricConstant)
+              the attribute .dielectric_constant, without a unit
+With --wide:
+  Components  how many a component layer has
+  Unit        of Thickness: mm or inch
 
 An amount of 0 in an attribute list means that it is not known.
 
 )";
-constexpr const char* kCommonFooter =
-    R"(Columns that are empty in every row are left out. On a terminal, texts are shortened, and columns left out from the
-right, until the lines fit; --wide and --columns prevent that. Lengths in the aligned table are rounded to 4 decimals of
-mm or 5 of inch; --csv and --json have all digits, all columns, and a column "unit". --columns and --sort take a title, or
-a key from the first line of --csv.
+constexpr const char* kCommonFooter = R"(Columns that are empty in every row are left out. On a terminal, texts are
+shortened, and columns left out from the right, until the lines fit; --wide and
+--columns prevent that. Lengths in the aligned table are rounded to 4 decimals
+of mm or 5 of inch; --csv and --json have all digits, all columns, and the unit
+of lengths in a column "unit". --columns and --sort take a title, or a key from
+the first line of --csv, above in brackets where it is another word.
 
---legacy prints the columns of earlier versions. It can be combined with --csv, --json and --step only.
+--legacy prints the columns of earlier versions, some with the words in brackets
+as titles. It can be combined with --csv, --json and --step only.
 
-Examples and exit codes: jobx --help)";
+Exit codes and more examples: jobx --help)";
 
 constexpr TableKind kPins{"pins", "step?,net,component,pin,side,x,y"};
 
 constexpr TableCommand kTableCommands[] = {
     {"layers",
      "Prints the layers of the matrix as a table",
-     R"(jobx layers board --units mm    the stack-up from top to bottom)",
+     {"the stack-up from top to bottom", "jobx layers samples/blinker --units mm"},
      kLayersFooter,
      {"layers",
       "row,name,context?,type,polarity?,features,span,thickness,copperWeight,copperUnit,dielectric,dielectricConstant"},
@@ -121,21 +157,21 @@ constexpr TableCommand kTableCommands[] = {
      {"--layer", "Only layers whose names match, with * and ?; letter case is ignored"}},
     {"nets",
      "Prints the nets, or their pins, as a table",
-     R"(jobx nets board --net 'USB*' --pins    which pins the nets of the USB port have)",
+     {"which pins the nets of the crystal have", "jobx nets samples/blinker --net 'XT*' --pins"},
      kNetsFooter,
      {"nets", "step?,name,toeprints,vias,traces,planes,features,netlistPoints"},
      NetsTable,
      {"--net", "Only nets whose names match, with * and ?"}},
     {"components",
      "Prints the placed components as a table",
-     R"(jobx components board --sort name --csv > placement.csv    a placement list)",
+     {"a placement list for a spreadsheet", "jobx components samples/blinker --sort name --csv > placement.csv"},
      kComponentsFooter,
      {"components", "step?,name,part,package,value,mount,side,x,y,rotation,height"},
      ComponentsTable,
      {"--name", "Only components whose names match, with * and ?"}},
     {"packages",
      "Prints the packages as a table",
-     R"(jobx packages board --sort -pins    the packages, the largest first)",
+     {"the packages, those with the most pins first", "jobx packages samples/blinker --sort -pins"},
      kPackagesFooter,
      {"packages", "step?,name,pins,pitch,sizeX,sizeY,components,designators"},
      PackagesTable,
@@ -193,7 +229,7 @@ void AddTableCommand(CLI::App& app, const TableCommand& table)
     AddTableView(command, options->view);
     AddUnits(command, options->unit);
     RefuseTogether(command, legacy, {"--wide", "--columns", "--sort", "--units"});
-    SetExample(command, table.example);
+    SetExample(command, table.example.purpose, table.example.line);
     command.footer(std::string(table.footer) + kCommonFooter);
     command.callback([&table, options]
                      { (options->read.way == JOBXway::Classic ? PrintClassicTable : PrintTable)(table, *options); });

@@ -18,16 +18,17 @@ namespace
 {
 constexpr const char* kTreeFooter = R"(Columns:
   Name    directories with "/" behind them, and below each its files
-  Kind    what the file is, by its place and name; empty if that means nothing to jobx
+  Kind    what the file is, by its place and name; empty if that means nothing
+          to jobx
   Size    in bytes
   Status  read: its contents are in what the other commands show
           carried: a known kind of file that jobx does not read
           unknown: jobx does not know what it is
 
---json prints an array of the files: "path" below the job, "kind" or null, "size" and "status". Directories behind links
-are not searched.
+--json prints an array of the files: "path" below the job, "kind" or null,
+"size" in bytes and "status". Directories behind links are not searched.
 
-Examples and exit codes: jobx --help)";
+Exit codes and more examples: jobx --help)";
 
 struct TreeOptions
 {
@@ -130,7 +131,7 @@ void AddTreeCommand(CLI::App& app)
     options->read.way = JOBXway::Complete;
     AddMessages(command, options->read);
     command.add_flag("--json", options->json, "As a JSON array");
-    SetExample(command, "jobx tree board    which files there are, and which of them jobx reads");
+    SetExample(command, "which files there are, and which of them jobx reads", "jobx tree samples/blinker");
     command.footer(kTreeFooter);
     command.callback([options] { PrintTree(*options); });
 }

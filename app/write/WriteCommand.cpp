@@ -5,6 +5,7 @@
 #include "output/Messages.h"
 #include "output/Text.h"
 #include "reading/JobPath.h"
+#include "reading/Progress.h"
 #include "write/JobEntries.h"
 #include "write/LostParts.h"
 #include "write/SignalHold.h"
@@ -62,11 +63,6 @@ void CheckSymbolNames(const CJOBX& job)
                                                       "directory of that name",
                                                       Printable(symbol.m_sName.View())));
                   });
-}
-
-void PrintNote(const std::string& line)
-{
-    PrintError("note: " + line);
 }
 
 // Steps of the matrix that were not chosen: the written matrix names them all the same.
@@ -167,10 +163,12 @@ void Change(CJOBX& job, const WriteOptions& options, const std::string& name)
     job.SetODBProjectName(name.c_str());
 }
 
-void WriteAndMove(CJOBX& job, const WriteOptions& options, const WriteTarget& target)
+void WriteAndMove(CJOBX& job, const ReadOptions& read, const WriteOptions& options, const WriteTarget& target)
 {
     const SignalHold hold;
     StagingDirectory staging(target.directory);
+    const ProgressLine progress("writing " + Printable(target.name), read.quiet,
+                                WritingMeasure(read.jobPath, staging.Inside().string(), read.steps));
     WriteInto(staging.Inside(), job, options, (fs::path(target.directory) / target.name).string());
     if (!SignalHold::Came())
         staging.MoveIntoPlace(target.name, target.replace);
@@ -181,21 +179,25 @@ struct WriteArguments
     WriteOptions write;
 };
 
-constexpr const char* kWriteFooter =
-    R"(The job is written to DIR/NAME, where NAME is the name of the input directory. DIR is created if its parent exists.
-The job is written beside that place first and moved there when it is complete and on the disk, so a failure changes
-nothing. It is scaled first, then its steps are reordered, then it gets its name.
+constexpr const char* kWriteFooter = R"(The job is written to DIR/NAME, where NAME is the name of the input directory.
+DIR is created if its parent exists. The job is written beside that place first
+and moved there when it is complete and on the disk, so a failure changes
+nothing. It is scaled first, then its steps are reordered, then it gets its
+name.
 
---force replaces a job or an empty directory, and nothing else. A directory is a job if its matrix/matrix has rows, or if
-it has steps and nothing that is foreign to jobs.
+--force replaces a job or an empty directory, and nothing else. A directory is a
+job if its matrix/matrix has rows, or if it has steps and nothing that is
+foreign to jobs.
 
 What is not written:
-  user symbols  if the whole job is read; with --step they are written, beside "steps"
+  user symbols  if the whole job is read; with --step they are written, beside
+                "steps"
   the font      unless the current directory has a file named "standard"
   misc          neither the job information nor attributes
-  other files   attribute lists, tools and everything else that jobx does not read
+  other files   attribute lists, tools and everything else that jobx does not
+                read
 
-Examples and exit codes: jobx --help)";
+Exit codes and more examples: jobx --help)";
 
 // Units differ by less. Beyond them, written coordinates are zeros or no numbers.
 constexpr double kLeastScale = 1e-6;
@@ -247,7 +249,7 @@ void RunWrite(const ReadOptions& read, const WriteOptions& options)
     CJOBX& job = *source.job;
     CheckSymbolNames(job);
     Change(job, options, target.name);
-    WriteAndMove(job, options, target);
+    WriteAndMove(job, read, options, target);
     if (!read.quiet)
         PrintNotes(job, path, read.steps);
 }
@@ -265,6 +267,7 @@ void AddWriteCommand(CLI::App& app)
     command.add_flag("--force", options.force, "Replace an existing directory if it is a job or empty");
     command.add_flag("--allow-incomplete", options.allowIncomplete,
                      "With --force: replace the directory even if parts of the job are missing");
+    SetExample(command, "the job as the library writes it, in out/blinker", "jobx write samples/blinker -o out");
     command.footer(kWriteFooter);
     command.callback(
         [arguments]

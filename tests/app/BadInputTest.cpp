@@ -354,7 +354,7 @@ TEST(JobxUsage, HelpAndVersionAreData)
     for (const std::string command : {"layers", "nets", "components", "packages", "panel", "features", "tree"})
     {
         const std::string text = RunJobx({command, "--help"}).out;
-        EXPECT_EQ(text.find("Example:\n  jobx " + command + " board"), text.find('\n') + 1) << text;
+        EXPECT_THAT(text, testing::StartsWith("Example:\n  # ")) << text;
         EXPECT_THAT(text, HasSubstr("\nColumns"));
     }
 }
