@@ -1,5 +1,6 @@
 #include "CommandLine.h"
 
+#include "completion/Completion.h"
 #include "diff/DiffCommand.h"
 #include "features/FeaturesCommand.h"
 #include "info/InfoCommand.h"
@@ -264,7 +265,10 @@ ExitCode RunCommandLine(int argc, const char* const* argv)
         TakeNoValuesForFlags(*command);
     try
     {
-        Parse(app, argc, argv);
+        if (argc > 1 && argv[1] == kCompletionWord)
+            PrintCompletions(app, {argv + 2, argv + argc});
+        else
+            Parse(app, argc, argv);
     }
     catch (const UsageError& error)
     {

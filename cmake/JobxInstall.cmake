@@ -73,6 +73,15 @@ if(JOBX_BUILD_APP)
     DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions
     RENAME jobx
     COMPONENT jobx)
+  install(
+    FILES ${PROJECT_SOURCE_DIR}/app/jobx.zsh
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/site-functions
+    RENAME _jobx
+    COMPONENT jobx)
+  install(
+    FILES ${PROJECT_SOURCE_DIR}/app/jobx.fish
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d
+    COMPONENT jobx)
   # The installed program finds the library by a relative path.
   file(RELATIVE_PATH to_library ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_LIBDIR})
   if(APPLE)

@@ -45,6 +45,8 @@ version=${version#jobx }
 fresh_sample
 "$jobx" write "$work/run/blinker" -o "$work/run/wanted" --steps pcb,panel --scale 25.4 --quiet
 MANPATH=$prefix/share/man man jobx 2>/dev/null | grep -q 'ignore-line-numbers' || fail "man does not show the manual page"
+grep -q '^#compdef jobx$' "$prefix/share/zsh/site-functions/_jobx" || fail "no zsh completion"
+grep -q '^complete -c jobx ' "$prefix/share/fish/vendor_completions.d/jobx.fish" || fail "no fish completion"
 bash -c "source '$prefix/share/bash-completion/completions/jobx' && complete -p jobx" >/dev/null || fail "no bash completion"
 
 # run_host PROGRAM: checks that it reports progress and writes the same job as jobx.

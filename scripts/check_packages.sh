@@ -39,6 +39,8 @@ has() {
 has jobx bin/jobx
 has jobx share/man/man1/jobx.1.gz
 has jobx share/bash-completion/completions/jobx
+has jobx share/zsh/site-functions/_jobx
+has jobx share/fish/vendor_completions.d/jobx.fish
 has libjobxclsdll-dev '*/JOBXCLSDLLConfig.cmake'
 has libjobxclsdll-dev '*/JOBXCLSDLLConfigVersion.cmake'
 has libjobxclsdll-dev '*/pkgconfig/jobxclsdll.pc'

@@ -2,7 +2,7 @@
 # shellcheck shell=bash disable=SC2034
 
 JOBX_BUILD_PACKAGES=(g++ cmake ninja-build libcli11-dev libfmt-dev rapidjson-dev zlib1g-dev)
-JOBX_TEST_PACKAGES=(libgtest-dev libgmock-dev libbenchmark-dev ncompress locales python3 python3-jsonschema)
+JOBX_TEST_PACKAGES=(libgtest-dev libgmock-dev libbenchmark-dev ncompress locales python3 python3-jsonschema fish zsh)
 JOBX_BENCH_PACKAGES=(libbenchmark-dev)
 JOBX_CHECK_PACKAGES=(binutils clang-14 clang-format-14 clang-tidy-14 cppcheck doxygen libclang-rt-14-dev libomp-14-dev
     lld-14

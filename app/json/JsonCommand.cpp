@@ -40,7 +40,7 @@ void PrintJob(const JsonOptions& options)
     Output output;
     JsonOutput json(output, options.latin1 ? TextBytes::Latin1 : TextBytes::Utf8OrLatin1);
     CountedProgress progress("printing", options.read.quiet || IsTerminal(stdout),
-                             CountFeatures(*read.job) + CountNetFeatures(*read.job));
+                             (options.noFeatures ? 0 : CountFeatures(*read.job)) + CountNetFeatures(*read.job));
     json.CountRecords(progress);
     json.Object(
         [&]

@@ -1,8 +1,9 @@
 #!/usr/bin/env python3
-"""Check that the manual page and the bash completion tell what jobx --help does: check_help.py JOBX MANUAL COMPLETION
+"""Check that the manual page and the completions say what jobx --help does: check_help.py JOBX MANUAL SAMPLE BASH ZSH FISH
 
-Every command, option and exit code has to stand in the page, under its command, and nothing else; the completion has to
-offer the same commands and long options. Without bash the completion is left out.
+Every command, option and exit code has to stand in the page, under its command, and nothing else; the completion of each
+shell has to offer the same commands and long options, and values and names of the job. Exit status 77 if a shell is not
+installed and nothing else is wrong.
 """
 
 import re
@@ -74,45 +75,129 @@ def check_page(page, commands, options, own_options, version, exit_codes):
     expect("exit codes in the page", codes, exit_codes)
 
 
-def complete(script, directory, *words):
-    """What the completion offers for the last of these words."""
-    quoted = " ".join("'" + word.replace("'", "'\\''") + "'" for word in words)
-    program = f"source '{script}'; COMP_WORDS=({quoted}); COMP_CWORD={len(words) - 1}; _jobx; "
-    program += 'printf "%s\\n" "${COMPREPLY[@]}"'
-    result = subprocess.run(["bash", "-c", program], check=True, capture_output=True, text=True, cwd=directory)
-    if result.stderr:
-        failures.append(f"completion of {words}: {result.stderr}")
+class Bash:
+    """Calls the function of the script with the words as bash splits them."""
+
+    name = "bash"
+
+    def __init__(self, script, jobx):
+        self.script, self.jobx = script, jobx
+
+    def complete(self, directory, *words):
+        program = """
+            source "$1"; shift
+            COMP_LINE=$*; COMP_POINT=${#COMP_LINE}
+            COMP_WORDS=(); for word in "$@"; do
+                before=; while [[ $word == ?*=* ]]; do COMP_WORDS+=("${word%%=*}" =); word=${word#*=}; before==; done
+                [[ $before && ! $word ]] || COMP_WORDS+=("$word")
+            done
+            COMP_CWORD=$((${#COMP_WORDS[@]} - 1)); _jobx
+            [[ ${COMP_WORDS[-1]} == "=" ]] && cut=0 || cut=${#COMP_WORDS[-1]}
+            whole=${!#}; for reply in "${COMPREPLY[@]}"; do printf "%s\n" "${whole::${#whole}-cut}$reply"; done"""
+        return answer(["bash", "-c", program, "bash", self.script, self.jobx, *words], directory, self.name)
+
+    def quoted(self, word):
+        return re.sub(r"([^\w/.+-])", r"\\\1", word)
+
+
+class Zsh:
+    """Calls the function of the script; what it would pass to the editor is printed."""
+
+    name = "zsh"
+
+    def __init__(self, script, jobx):
+        self.script, self.jobx = script, jobx
+
+    def complete(self, directory, *words):
+        program = """
+            compadd() { local -a names; names=("${(@P)@[-1]}"); print -rl -- $names }
+            _files() { [[ $1 == -/ ]] && print -rl -- $PREFIX*(N/) || print -rl -- $PREFIX*(N) }
+            script=$1; shift; words=("$@"); CURRENT=$#; PREFIX=${@[-1]}
+            source $script"""
+        return answer(["zsh", "-fc", program, "zsh", self.script, self.jobx, *words], directory, self.name)
+
+    def quoted(self, word):
+        return word  # the editor quotes it
+
+
+class Fish:
+    """Asks fish, which answers with the words that it would offer."""
+
+    name = "fish"
+
+    def __init__(self, script, jobx):
+        self.script, self.jobx = script, jobx
+
+    def complete(self, directory, *words):
+        place = f"set -gx PATH '{Path(self.jobx).parent}' $PATH"
+        line = " ".join(["jobx", *words])
+        program = f"{place}; source '{self.script}'; complete -C $argv[1]"
+        found = answer(["fish", "--no-config", "-c", program, "--", line], directory, self.name)
+        return {word.split("\t")[0].rstrip("/") for word in found}
+
+    def quoted(self, word):
+        return word  # the editor quotes it
+
+
+def answer(command, directory, shell):
+    result = subprocess.run(command, capture_output=True, text=True, cwd=directory, check=False)
+    if result.stderr or result.returncode != 0:
+        failures.append(f"{shell}: {command[-3:]}: {result.stderr}")
     return {line for line in result.stdout.splitlines() if line}
 
 
-def check_completion(script, commands, options, own_options):
+def check_completion(shell, sample, commands, options, own_options):
+    def offers(what, wanted, *words):
+        expect(f"{shell.name}: {what}", shell.complete(directory, *words), wanted)
+
     with tempfile.TemporaryDirectory() as directory:
-        expect("commands completed", complete(script, directory, "jobx", ""), commands)
-        expect("commands completed from i", complete(script, directory, "jobx", "i"), {"info"})
-        expect("options completed", complete(script, directory, "jobx", "--"), long_options(own_options))
+        offers("commands", commands, "")
+        offers("commands from i", {"info"}, "i")
+        offers("commands after help", {"nets"}, "help", "n")
+        offers("options", long_options(own_options), "--")
         for command in sorted(commands):
-            offered = complete(script, directory, "jobx", command, "--")
-            expect(f"options of {command} completed", offered, long_options(options[command]))
-        check_arguments(script, Path(directory))
+            offers(f"options of {command}", long_options(options[command]), command, "--")
+        shutil.copytree(sample, Path(directory) / "board")
+        (Path(directory) / "bottle").write_text("no job")
+        check_values(offers)
+        check_names(offers, Path(directory) / "board", shell)
 
 
-def check_arguments(script, directory):
-    """Jobs are directories, steps are those of the matrix."""
-    (directory / "board" / "matrix").mkdir(parents=True)
-    (directory / "bottle").write_text("no job")
-    steps = "".join(f"STEP {{\r\n   COL=1\r\n   NAME={name}\r\n}}\r\n" for name in ("PCB", "PANEL", "$(reboot)"))
-    layer = "LAYER {\n   ROW=1\n   NAME=PASTE\n}\n"
-    (directory / "board" / "matrix" / "matrix").write_text(steps + layer)
-    expect("jobs completed", complete(script, directory, "jobx", "info", "bo"), {"board"})
-    expect("step completed", complete(script, directory, "jobx", "nets", "board", "--step", "P"), {"PCB", "PANEL"})
+def check_values(offers):
+    """What options take, and jobs, which are directories."""
+    offers("jobs", {"board"}, "info", "bo")
+    offers("files", {"bottle"}, "info", "--sysattr", "bott")
+    offers("directories", {"board"}, "write", "board", "-o", "bo")
+    offers("units", {"mm", "inch"}, "nets", "board", "--units", "")
+    offers("units in one word", {"--units=inch"}, "nets", "board", "--units=i")
+    offers("all units in one word", {"--units=inch", "--units=mm"}, "nets", "board", "--units=")
+    offers("messages", {"all", "none"}, "nets", "board", "--messages", "")
+    offers("colours", {"auto", "always"}, "nets", "board", "--color", "a")
+    offers("second part", {"nets,netlists", "nets,nets"}, "diff", "--only", "nets,net")
+    offers("no number", set(), "write", "board", "--scale", "")
+
+
+def check_names(offers, board, shell):
+    """Names come from the job in the command line, wherever it stands."""
+    offers("steps", {"PCB", "PANEL"}, "nets", "board", "--step", "P")
+    offers("steps in lower case", {"PCB"}, "nets", "--quiet", "board", "--step", "pc")
     for option in ("--step", "--steps"):
-        completed = complete(script, directory, "jobx", "info", "board", option, "PCB,PA")
-        expect(f"second step completed after {option}", completed, {"PCB,PANEL"})
-    expect("number completed", complete(script, directory, "jobx", "write", "board", "--scale", ""), set())
-    expect("file completed", complete(script, directory, "jobx", "info", "--sysattr", "bott"), {"bottle"})
+        offers(f"second step after {option}", {"PCB,PANEL"}, "info", "board", option, "PCB,PA")
+    offers("no steps without a job", set(), "nets", "--step", "P")
+    offers("layers", {"SMT", "SMB"}, "layers", "board", "--layer", "sm")
+    offers("nets", {"XT1", "XT2"}, "features", "board", "--net", "XT")
+    offers("nets in their case", set(), "features", "board", "--net", "xt")
+    netlist = board / "steps" / "pcb" / "netlists" / "cadnet" / "netlist"
+    netlist.write_text(netlist.read_text().replace(" XT1", " XT-(1)").replace(" XT2", " $(reboot)"))
+    offers("odd nets", {shell.quoted("XT-(1)")}, "nets", "board", "--net", "XT")
+    netlist.unlink()
+    offers("nets of the EDA data", {"XT1", "XT2"}, "nets", "board", "--net", "XT")
+    matrix = board / "matrix" / "matrix"
+    matrix.write_text(matrix.read_text().replace("NAME=PANEL", "NAME=$(reboot)").replace("\n", "\r\n"))
+    offers("odd steps", {shell.quoted("$(reboot)"), "PCB"}, "nets", "board", "--step", "")
 
 
-def main(jobx, page, completion):
+def main(jobx, page, sample, *scripts):
     text = run(jobx, "--help")
     commands = set(re.findall(r"^  ([a-z][\w-]*)", section(text, "Subcommands"), re.MULTILINE))
     options = {command: options_of(run(jobx, command, "--help")) for command in commands}
@@ -122,12 +207,15 @@ def main(jobx, page, completion):
         failures.append("the help does not look as this test expects")
     version = run(jobx, "--version").strip()
     check_page(plain(Path(page).read_text(encoding="ascii")), commands, options, own_options, version, exit_codes)
-    if shutil.which("bash"):
-        check_completion(completion, commands, options, own_options)
-    else:
-        print("bash is missing: the completion is not checked")
+    skipped = 0
+    for kind, script in zip((Bash, Zsh, Fish), scripts, strict=True):
+        if shutil.which(kind.name):
+            check_completion(kind(str(Path(script).resolve()), str(Path(jobx).resolve())), sample, commands, options, own_options)
+        else:
+            print(f"SKIPPED: {kind.name} is not installed")
+            skipped += 1
     print("\n".join(failures) or f"{len(commands)} commands, {sum(map(len, options.values()))} options")
-    return 1 if failures else 0
+    return 1 if failures else 77 if skipped else 0
 
 
 if __name__ == "__main__":
