@@ -226,6 +226,7 @@ void TakeHelpAsOption(const CLI::App& app, std::vector<std::string>& words)
 void Parse(CLI::App& app, int argc, const char* const* argv)
 {
     std::vector<std::string> words(argv + std::min(argc, 1), argv + argc);
+    UseColoursAsIn(words);
     TakeHelpAsOption(app, words);
     RefuseOptionsAsValues(app, words);
     try

@@ -29,15 +29,20 @@ ShownMessages MessagesIn(const std::string& text)
     return text == "all" ? ShownMessages::All : ShownMessages::None;
 }
 
+struct ColourWord
+{
+    std::string_view word;
+    ColourUse use;
+};
+constexpr ColourWord kColourWords[] = {
+    {"auto", ColourUse::Auto}, {"always", ColourUse::Always}, {"never", ColourUse::Never}};
+
 ColourUse ColourUseIn(const std::string& text)
 {
-    if (text == "auto")
-        return ColourUse::Auto;
-    if (text == "always")
-        return ColourUse::Always;
-    if (text != "never")
-        RaiseWrongUsage(fmt::format("--color needs \"auto\", \"always\" or \"never\", not \"{}\"", Printable(text)));
-    return ColourUse::Never;
+    for (const ColourWord& each : kColourWords)
+        if (each.word == text)
+            return each.use;
+    RaiseWrongUsage(fmt::format("--color needs \"auto\", \"always\" or \"never\", not \"{}\"", Printable(text)));
 }
 
 JOBXunit UnitIn(const std::string& text)
@@ -77,6 +82,16 @@ std::optional<double> NumberIn(const std::string& text)
     return number;
 }
 
+void UseColoursAsIn(const std::vector<std::string>& words)
+{
+    constexpr std::string_view kOption = "--color";
+    for (std::size_t i = 0; i < words.size(); ++i)
+        for (const ColourWord& each : kColourWords)
+            if (words[i] == fmt::format("{}={}", kOption, each.word) ||
+                (i > 0 && words[i - 1] == kOption && words[i] == each.word))
+                SetColourUse(each.use);
+}
+
 CLI::App& AddCommand(CLI::App& app, const char* name, const char* about)
 {
     CLI::App* const command = app.add_subcommand(name, about);
@@ -85,7 +100,6 @@ CLI::App& AddCommand(CLI::App& app, const char* name, const char* about)
         ->add_option_function<std::string>(
             "--color", [](const std::string& text) { SetColourUse(ColourUseIn(text)); },
             "Colour messages and what differs: auto (on terminals), always or never")
-        ->trigger_on_parse()
         ->type_name("WHEN");
     return *command;
 }

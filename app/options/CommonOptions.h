@@ -33,6 +33,9 @@ std::vector<std::string> SplitAtCommas(const std::string& text, const char* prob
 // A command with the options of all commands; its help refers to that of the program.
 CLI::App& AddCommand(CLI::App& app, const char* name, const char* about);
 
+// Obeys the option --color of a command line that may yet turn out to be wrong.
+void UseColoursAsIn(const std::vector<std::string>& words);
+
 // Puts an example in front of the command's help. It works on the sample, from the directory that has "samples".
 void SetExample(CLI::App& command, const char* purpose, const char* example);
 
