@@ -30,7 +30,8 @@ def run_on_terminal(columns, *arguments):
     """What a terminal of that width receives on standard output and standard error."""
     master, slave = pty.openpty()
     fcntl.ioctl(slave, termios.TIOCSWINSZ, struct.pack("HHHH", 24, columns, 0, 0))
-    with subprocess.Popen(arguments, stdout=slave, stderr=slave) as process:
+    environment = {**os.environ, "TERM": "xterm", "NO_COLOR": ""}
+    with subprocess.Popen(arguments, stdout=slave, stderr=slave, env=environment) as process:
         os.close(slave)
         shown = b""
         while True:
@@ -48,8 +49,9 @@ def run_on_terminal(columns, *arguments):
 
 
 def lines_of(text):
-    """The lines without the progress line, which overwrites itself."""
-    return [line.split("\r")[-1] for line in text.rstrip("\n").split("\n")]
+    """The lines without the progress line, which overwrites itself, and without colours, which take no room."""
+    plain = re.sub(r"\x1b\[[0-9;]*m", "", text)
+    return [line.split("\r")[-1] for line in plain.rstrip("\n").split("\n")]
 
 
 def is_memory_checked(program):
