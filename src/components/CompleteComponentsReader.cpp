@@ -123,8 +123,8 @@ private:
     {
         int number = 0;
         fields.Is('#');
-        if (fields.End())
-            return fields.At();
+        if (CPlainRecord empty = fields; empty.End())
+            return empty.At();
         return fields.Is(' ') && fields.Keyword(components_format::kComponent) && fields.Integer(number) &&
                        number == m_file.m_arrCmps.GetSize() && fields.End()
                    ? fields.At()

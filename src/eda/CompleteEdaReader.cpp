@@ -163,8 +163,8 @@ private:
     const char* OnPlainComment(CPlainRecord fields)
     {
         fields.Is('#');
-        if (fields.End())
-            return fields.At();
+        if (CPlainRecord empty = fields; empty.End())
+            return empty.At();
         if (!fields.Is(' '))
             return nullptr;
         const char* const net = NumberedRecord(fields, eda_format::kNet, m_data.m_arrNets.GetSize());

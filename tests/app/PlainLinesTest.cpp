@@ -112,7 +112,8 @@ TEST(PlainLines, OfEdaDataAreReadAsFieldByField)
           {"PKG P 0.1 -1 -1 1 1", "RC -1 -1 2 2", "CR 0 0 1;;ID=3", "SQ 0 0 .5", "PRP NAME 'a value'", "PRP N 'x;y' ",
            "PIN 1 S 0.5 -0.5 0 E S", "CT", "OB 0 0 I", "OS 1.5 0", "OC 1 1 0.5 .5 Y", "OS 0 0", "OE", "CE",
            "PRP OF_PIN 'p'", "PIN 2 T 1 1 0.25 U U;0;ID=11"},
-          {"# PKG 1", "PKG Q 1 0 0 1 1;", "CT", "OB 0 0 I", "OE", "OB 0 0 H", "CE", "PIN 1 S 0 0 0 E S"}}});
+          {"# PKG 1", "PKG Q 1 0 0 1 1;", "CT", "OB 0 0 I", "OE", "OB 0 0 H", "CE", "PIN 1 S 0 0 0 E S", "CT",
+           "PIN 2 S 0 0 0 E S", "CT", "OB 0 0 I", "PIN 3 S 0 0 0 E S"}}});
 }
 
 TEST(PlainLines, OfComponentsAreReadAsFieldByField)
