@@ -149,6 +149,7 @@ private:
                     if (!m_isPairedA[group.a[i]] && !m_isPairedB[group.b[k]])
                         ++votes[WayOf(m_a[group.a[i]], m_b[group.b[k]])], ++count;
         std::vector<std::pair<std::int64_t, Way>> byVotes;
+        byVotes.reserve(votes.size());
         for (const auto& [way, number] : votes)
             byVotes.emplace_back(-number, way);
         std::sort(byVotes.begin(), byVotes.end());
