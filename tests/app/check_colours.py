@@ -11,10 +11,17 @@ import sys
 import tempfile
 from pathlib import Path
 
-from terminal import run_on_terminal
+import terminal
 
 ESCAPE = re.compile(r"\x1b\[[0-9;]*m")
 PLAIN = {"TERM": "xterm"}
+
+
+def run_on_terminal(*arguments, **options):
+    """As terminal.run_on_terminal, without the progress line that a slow build may show."""
+    result = terminal.run_on_terminal(*arguments, **options)
+    result.shown = "\n".join(line.split("\r")[-1] for line in result.shown.split("\n"))
+    return result
 
 
 def has_escapes(text):
