@@ -7,19 +7,12 @@ Jobs that are not there are skipped. Exit status 77 when this system has no pseu
 import os
 import re
 import shutil
-import struct
 import subprocess
 import sys
 import tempfile
 from pathlib import Path
 
-try:
-    import fcntl
-    import pty
-    import termios
-except ImportError:
-    print("SKIPPED: no pseudo-terminals here")
-    sys.exit(77)
+import terminal
 
 TABLES = [["layers"], ["nets"], ["nets", "--pins"], ["components"], ["packages"], ["panel"], ["features", "--layer", "*top*"]]
 COMMANDS = [*TABLES, ["tree"], ["features"], ["features", "--layer", "*drill*"], ["info"]]
@@ -28,24 +21,10 @@ SCREEN = 24
 
 def run_on_terminal(columns, *arguments):
     """What a terminal of that width receives on standard output and standard error."""
-    master, slave = pty.openpty()
-    fcntl.ioctl(slave, termios.TIOCSWINSZ, struct.pack("HHHH", 24, columns, 0, 0))
     environment = {**os.environ, "TERM": "xterm", "NO_COLOR": ""}
-    with subprocess.Popen(arguments, stdout=slave, stderr=slave, env=environment) as process:
-        os.close(slave)
-        shown = b""
-        while True:
-            try:
-                piece = os.read(master, 65536)
-            except OSError:
-                break
-            if not piece:
-                break
-            shown += piece
-        status = process.wait()
-    os.close(master)
-    assert status in (0, 1 if "diff" in arguments else 0), (arguments, shown)
-    return shown.replace(b"\r\n", b"\n").decode()
+    result = terminal.run_on_terminal(arguments, streams=("out", "err"), environment=environment, columns=columns)
+    assert result.status in (0, 1 if "diff" in arguments else 0), (arguments, result.shown)
+    return result.shown
 
 
 def lines_of(text):
