@@ -203,7 +203,8 @@ void PrintJson(const DiffOptions& options, const DiffCollector& collector, const
 constexpr const char* kDiffFooter = R"(The summary comes first, then the differences in detail. Lengths are in mm:
   Components, Nets  how many were added, removed, moved or changed, and the
                     first of them
-  Features          how many each layer has that the other job has not
+  Features          how many each layer has that the other job has not, with
+                    their area, and how many were moved or changed
   Drills            each diameter, and how many holes A and B have of it
   Aligned           with --align: the shift that was found
   Other             everything else, by its place, and how many differences
