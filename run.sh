@@ -20,7 +20,7 @@ cd "$root"
 cmake --preset release -B build/run -DJOBX_BUILD_TESTS=OFF -DJOBX_WERROR=OFF >/dev/null
 cmake --build build/run
 if [[ -z $job ]]; then
-    # A copy, because reading unpacks compressed symbols in place.
+    # A copy, so that the sample itself stays as it is, whatever is tried on it.
     rm -rf build/run/sample
     mkdir -p build/run/sample
     cp -R samples/blinker build/run/sample/

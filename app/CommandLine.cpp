@@ -43,9 +43,9 @@ Examples:
                                      out/board
 
 A job is a directory; unpack an archive (.tgz, .zip) first. Reading changes
-nothing in it, except with --legacy and for write: they unpack compressed user
-symbols in place, so a file "features" appears beside symbols/NAME/features.Z,
-or is replaced there.
+nothing in it, except with --legacy, for write and for info --compact: they
+unpack compressed user symbols in place, so a file "features" appears beside
+symbols/NAME/features.Z, or is replaced there.
 
 "jobx help COMMAND" explains a command and its columns.
 

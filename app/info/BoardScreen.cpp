@@ -164,14 +164,33 @@ std::vector<std::string> Spans(const std::vector<DrillLayer>& layers)
     return texts;
 }
 
+// "34 holes: 16 vias", "18 non-plated".
+std::vector<std::string> DrilledTexts(const DrillFacts& drills)
+{
+    std::vector<std::string> texts;
+    for (const auto& [count, one] : {std::pair{drills.holes, "hole"}, std::pair{drills.slots, "slot"}})
+        if (count > 0)
+            texts.push_back(Count(count, one));
+    const std::size_t shapes = texts.size();
+    if (drills.vias > 0)
+        texts.push_back(Count(drills.vias, "via"));
+    if (drills.plated > 0)
+        texts.push_back(fmt::format("{} other plated", drills.plated));
+    if (drills.nonPlated > 0)
+        texts.push_back(fmt::format("{} non-plated", drills.nonPlated));
+    if (texts.size() > shapes)
+    {
+        texts[shapes - 1] = fmt::format("{}: {}", texts[shapes - 1], texts[shapes]);
+        texts.erase(texts.begin() + static_cast<std::ptrdiff_t>(shapes));
+    }
+    return texts;
+}
+
 void PrintDrills(Output& output, const DrillFacts& drills)
 {
     if (drills.holes + drills.slots == 0)
         return;
-    PrintFact(output, "Drilled",
-              {CountIfAny(drills.holes, "hole"), CountIfAny(drills.slots, "slot"), CountIfAny(drills.vias, "via"),
-               drills.plated == 0 ? "" : fmt::format("{} other plated", drills.plated),
-               drills.nonPlated == 0 ? "" : fmt::format("{} non-plated", drills.nonPlated)});
+    PrintFact(output, "Drilled", DrilledTexts(drills));
     std::vector<std::string> sizes;
     for (const auto& [size, count] : drills.sizes)
         sizes.push_back(fmt::format("{} x {}", Rounded(size, 3), count));

@@ -59,8 +59,8 @@ constexpr const char* kInfoFooter = R"(Lines of the screen; lengths are in mm, a
   Drilled      pads of the drill layers are holes, lines and arcs are slots; the
                attribute .drill, else the list of tools, says which are vias,
                other plated or non-plated holes
-  Drill sizes  each diameter in mm, and how many holes have it
-  Drill spans  the copper layers between which the holes go
+  Drill sizes  each diameter in mm, and how many holes and slots have it
+  Drill spans  how many holes and slots go between which copper layers
   Panel        a step that repeats others, and how often
   Reading      what reading the job found wrong; First is the most serious
                message

@@ -17,8 +17,9 @@ struct jobx::Fields<CJOBX>
 {
     static constexpr RecordName kName{"job", "Everything that was read of one job", "job", "job"};
     static constexpr auto kList = std::tuple{
-        Integer("versionMajor", "", &CJOBX::m_nVersionMajor),
-        Integer("versionMinor", "", &CJOBX::m_nVersionMinor),
+        // Not of the format that the job has: that is in its information. No reader sets these.
+        Integer("versionMajor", "", &CJOBX::m_nVersionMajor).OfClassicReading(),
+        Integer("versionMinor", "", &CJOBX::m_nVersionMinor).OfClassicReading(),
         Text("name", "Last part of the job's path", &CJOBX::m_sName),
         Part(
             "font", "", [](auto& job) -> auto& { return *job.m_pFonts; }),

@@ -138,13 +138,13 @@ TEST(BoardInfo, PlatingComesFromTheAttributeElseFromTheTools)
     directory.Write("job/steps/pcb/layers/d/features", "UNITS=MM\n$0 r600\n$1 r800\n$2 r900\n$3 rect9x9\n@0 .drill\n"
                                                        "P 0 0 0 P 0 0\nP 1 0 0 P 0 0;0=1\nP 2 0 1 P 0 0\n"
                                                        "P 3 0 2 P 0 0\nL 4 0 5 0 0 P 0;0=0\nP 6 0 3 P 0 0;0=2\n");
-    EXPECT_EQ(FactOf(job, "Drilled"), "5 holes, 1 slot, 1 via, 1 other plated, 1 non-plated");
+    EXPECT_EQ(FactOf(job, "Drilled"), "5 holes, 1 slot: 1 via, 1 other plated, 1 non-plated");
     directory.Write("job/steps/pcb/layers/d/tools",
                     "UNITS=MM\nTOOLS {\nNUM=1\nTYPE=VIA\nFINISH_SIZE=550\nDRILL_SIZE=600\n}\n"
                     "TOOLS {\nNUM=2\nTYPE=PLATED\nFINISH_SIZE=800\nDRILL_SIZE=850\n}\n"
                     "TOOLS {\nNUM=3\nTYPE=PLATED\nDRILL_SIZE=900\n}\n"
                     "TOOLS {\nNUM=4\nTYPE=NON_PLATED\nDRILL_SIZE=900\n}\n");
-    EXPECT_EQ(FactOf(job, "Drilled"), "5 holes, 1 slot, 2 vias, 2 other plated, 1 non-plated");
+    EXPECT_EQ(FactOf(job, "Drilled"), "5 holes, 1 slot: 2 vias, 2 other plated, 1 non-plated");
     EXPECT_EQ(FactOf(job, "Drill sizes"), "3 sizes, smallest 0.6 mm (23.62 mil); in mm: 0.6 x 3, 0.8 x 1, 0.9 x 1");
 }
 

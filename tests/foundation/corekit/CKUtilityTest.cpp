@@ -1,6 +1,6 @@
 #include "foundation/corekit/CKUtility.h"
-#include "foundation/corekit/RecordingSink.h"
 #include "JOBXCLSDLL.h"
+#include "foundation/corekit/RecordingSink.h"
 #include "support/TempDir.h"
 
 #include <gtest/gtest.h>
