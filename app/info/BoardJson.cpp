@@ -1,6 +1,7 @@
 #include "info/BoardJson.h"
 
 #include "model/FieldWords.h"
+#include "model/ShownUnit.h"
 
 namespace
 {
@@ -14,11 +15,16 @@ void OptionalMember(JsonOutput& json, std::string_view key, const std::optional<
         json.Null();
 }
 
+std::optional<double> RoundedIfAny(const std::optional<double>& length)
+{
+    return length ? std::optional(RoundedLength(*length)) : std::nullopt;
+}
+
 void WriteSize(JsonOutput& json, const std::optional<BoardSize>& size)
 {
     json.Key("size");
     if (size)
-        json.Value(CPointD(size->width, size->height));
+        json.Value(CPointD(RoundedLength(size->width), RoundedLength(size->height)));
     else
         json.Null();
 }
@@ -88,7 +94,7 @@ void WriteDrills(JsonOutput& json, const DrillFacts& drills)
                              json.Object(
                                  [&, size = size, count = count]
                                  {
-                                     json.Member("diameter", size);
+                                     json.Member("diameter", RoundedLength(size));
                                      json.Member("count", count);
                                  });
                      });
@@ -105,14 +111,14 @@ void WriteBoard(JsonOutput& json, const BoardFacts& facts)
     json.Member("step", facts.step->m_sName);
     json.Member("unit", WordFor(JOBXunit::Millimetre));
     WriteSize(json, facts.size);
-    OptionalMember(json, "thickness", facts.thickness);
+    OptionalMember(json, "thickness", RoundedIfAny(facts.thickness));
     WriteCopper(json, facts.copper);
     json.Key("smallestLine");
     if (facts.smallestLine)
         json.Object(
             [&]
             {
-                json.Member("width", facts.smallestLine->width);
+                json.Member("width", RoundedLength(facts.smallestLine->width));
                 json.Member("layer", facts.smallestLine->layer);
             });
     else

@@ -2,7 +2,9 @@
 
 #include "info/InfoTexts.h"
 #include "output/Lengths.h"
+#include "output/Terminal.h"
 #include "output/Text.h"
+#include "output/Wrapping.h"
 
 #include <fmt/core.h>
 
@@ -13,12 +15,12 @@
 namespace
 {
 constexpr std::size_t kFactIndent = 12;
-constexpr std::size_t kScreenWidth = 80;
-constexpr std::size_t kMostLines = 3;  // of one fact
-constexpr std::size_t kMostPanels = 3; // one line each
+constexpr std::size_t kMostInPiece = 67; // what a line of 80 has room for
+constexpr std::size_t kMostLines = 3;    // of one fact
+constexpr std::size_t kMostPanels = 3;   // one line each
 
 // Prints a fact whose pieces are separated by commas, on as many lines as they need. Pieces that would begin one line
-// too many are counted instead. A piece that is longer than a line is cut.
+// too many are counted instead. A piece that is longer than a usual line is cut; a narrow terminal breaks it.
 class FactPrinter
 {
 public:
@@ -32,9 +34,9 @@ public:
         for (std::size_t i = 0; i < pieces.size(); ++i)
         {
             const bool isLast = i + 1 == pieces.size();
-            const std::string piece = Shortened(pieces[i], kScreenWidth - kFactIndent - 1) + (isLast ? "" : ",");
+            const std::string piece = Shortened(pieces[i], kMostInPiece) + (isLast ? "" : ",");
             const std::size_t room = m_lines + 1 == kMostLines && !isLast ? kRoomForRest : 0;
-            const bool fits = CharacterCount(m_line) + CharacterCount(piece) + 1 + room <= kScreenWidth;
+            const bool fits = CharacterCount(m_line) + CharacterCount(piece) + 1 + room <= m_width;
             if (!fits && !m_isEmpty && m_lines + 1 == kMostLines)
             {
                 m_line += fmt::format(" and {} more", pieces.size() - i);
@@ -63,13 +65,14 @@ private:
 
     void EndLine()
     {
-        m_output.Write(m_line + "\n");
+        m_output.Write(Wrapped(m_line, m_width, kFactIndent + 1) + "\n");
         m_line.assign(kFactIndent, ' ');
         m_isEmpty = true;
         ++m_lines;
     }
 
     Output& m_output;
+    const std::size_t m_width = ScreenWidth(stdout);
     std::string m_line;
     std::size_t m_lines = 0;
     bool m_isEmpty = true;
@@ -237,7 +240,10 @@ void PrintFindings(Output& output, const ReadJob& read)
     PrintFact(
         output, "Reading",
         {CountOrNo(read.errors, "error"), CountOrNo(read.warnings, "warning"), CountIfAny(missing, "missing part")});
-    PrintFact(output, "First", {read.firstMessage});
+    if (IsTerminal(stdout) || read.firstMessage.empty())
+        PrintFact(output, "First", {read.firstMessage});
+    else
+        output.Write(fmt::format("{:<{}}{}\n", "First", kFactIndent, read.firstMessage));
 }
 } // namespace
 

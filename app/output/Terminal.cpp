@@ -1,5 +1,7 @@
 #include "output/Terminal.h"
 
+#include <algorithm>
+
 #if defined(_WIN32)
 #include <io.h>
 #else
@@ -10,6 +12,7 @@
 namespace
 {
 constexpr std::size_t kUsualWidth = 80;
+constexpr std::size_t kLeastWidth = 40;
 } // namespace
 
 bool IsTerminal(std::FILE* stream)
@@ -31,4 +34,10 @@ std::size_t TerminalWidth(std::FILE* stream)
         return size.ws_col;
 #endif
     return kUsualWidth;
+}
+
+std::size_t ScreenWidth(std::FILE* stream)
+{
+    const std::size_t width = TerminalWidth(stream);
+    return width == 0 ? kUsualWidth : std::clamp(width, kLeastWidth, kUsualWidth);
 }

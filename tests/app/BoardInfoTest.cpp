@@ -196,7 +196,15 @@ TEST(BoardInfo, SaysWhatReadingFoundWrong)
     const std::string job = MakeJob(directory, "$0 r1\nP 0 0 7 P 0 0\nWHAT 1\n");
     const std::string fact = FactOf(job, "Reading");
     EXPECT_EQ(fact, "1 error, no warnings");
-    EXPECT_EQ(FactOf(job, "First"), "steps/pcb/layers/top/features:2: error FEA004 No symbol has the ...");
+    EXPECT_EQ(FactOf(job, "First"), "steps/pcb/layers/top/features:2: error FEA004 No symbol has the number 7.");
     EXPECT_THAT(RunJobx({"info", job, "--json", "--messages", "none"}).out,
                 HasSubstr("\"reading\":{\"errors\":1,\"warnings\":0,\"missingParts\":0,\"first\":\"steps/pcb/"));
+}
+
+TEST(BoardInfo, JsonLengthsHaveNoDigitsThatComeFromTheChangeOfUnits)
+{
+    const TempDir directory;
+    const std::string job = MakeJob(directory, "");
+    directory.Write("job/steps/pcb/profile", "UNITS=INCH\nS P 0\nOB 0 0 I\nOS 0 2.95\nOS 5.3 2.95\nOS 5.3 0\nOE\nSE\n");
+    EXPECT_THAT(RunJobx({"info", job, "--json", "--messages", "none"}).out, HasSubstr("\"size\":[134.62,74.93],"));
 }
