@@ -2,6 +2,7 @@
 
 #include "output/Colours.h"
 #include "output/Lengths.h"
+#include "output/Terminal.h"
 #include "output/Text.h"
 #include "output/Wrapping.h"
 
@@ -14,7 +15,6 @@
 namespace
 {
 constexpr std::size_t kLabel = 12;
-constexpr std::size_t kScreen = 80;
 constexpr std::size_t kNames = 5; // of one kind of change
 
 // "2 added (R9, R10)"; "" for no name.
@@ -45,7 +45,7 @@ void PrintLines(Output& output, std::string_view label, const std::vector<std::s
     {
         if (text.empty())
             continue;
-        output.Write(Wrapped(fmt::format("{:<{}}{}", shown, kLabel, text), kScreen, kLabel + 2) + "\n");
+        output.Write(Wrapped(fmt::format("{:<{}}{}", shown, kLabel, text), ScreenWidth(stdout), kLabel + 2) + "\n");
         shown = "";
     }
 }
@@ -58,7 +58,7 @@ void PrintComponents(Output& output, const ComponentChanges& changes)
     PrintLines(output, "Components",
                {Added(changes.added), Removed(changes.removed), moved, Named(changes.rotated, "rotated"),
                 Named(changes.otherPart, "with another part"), Named(changes.otherPackage, "with another package"),
-                Named(changes.otherSide, "on the other side")});
+                Named(changes.otherProperty, "with another property"), Named(changes.otherSide, "on the other side")});
 }
 
 // "2 added (1.5 sq mm, 1 negative of 0.2 sq mm, 1 without area)".
@@ -85,7 +85,7 @@ std::string MovesText(const FeatureMoves& moves)
 // What changed on a layer; on lines of their own where one line has no room.
 void AddLayerLines(std::vector<std::string>& lines, const LayerChanges& layer)
 {
-    constexpr std::size_t kRoom = kScreen - kLabel;
+    const std::size_t room = ScreenWidth(stdout) - kLabel;
     const Paint paint(stdout);
     std::vector<std::pair<std::string, std::string>> changes; // plain, and as shown
     const auto add = [&](const FeatureSum& sum, std::string_view change, Colour colour)
@@ -106,7 +106,7 @@ void AddLayerLines(std::vector<std::string>& lines, const LayerChanges& layer)
         const auto& [plain, shown] = changes[i];
         const std::string_view comma = i + 1 < changes.size() ? "," : "";
         const std::size_t size = plain.size() + comma.size();
-        const bool isNext = used + 1 + size > kRoom;
+        const bool isNext = used + 1 + size > room;
         if (isNext)
             lines.emplace_back("  ").append(shown).append(comma);
         else
@@ -147,7 +147,8 @@ bool HasChanges(const StepChanges& step)
     const ComponentChanges& components = step.components;
     for (const std::vector<std::string>* const names :
          {&components.added, &components.removed, &components.moved, &components.rotated, &components.otherPart,
-          &components.otherPackage, &components.otherSide, &step.nets.added, &step.nets.removed, &step.nets.movedPins})
+          &components.otherPackage, &components.otherProperty, &components.otherSide, &step.nets.added,
+          &step.nets.removed, &step.nets.movedPins})
         if (!names->empty())
             return true;
     return step.shift || !step.layers.empty() || !step.drills.empty();
@@ -158,7 +159,8 @@ bool IsOther(const DiffGroup& group)
 {
     constexpr std::array<std::string_view, 2> kAbove = {"component", "toeprint"};
     if ((group.kind.starts_with("feature ") && (group.field.empty() || group.field == "place")) ||
-        (group.kind == "net" && group.field.empty()))
+        (group.kind == "net" && group.field.empty()) ||
+        (group.kind == "property" && group.place.ends_with(" / components")))
         return false;
     if (std::find(kAbove.begin(), kAbove.end(), group.kind) == kAbove.end())
         return true;
@@ -207,6 +209,7 @@ void WriteComponents(JsonOutput& json, const ComponentChanges& changes)
     WriteNames(json, "rotated", changes.rotated);
     WriteNames(json, "otherPart", changes.otherPart);
     WriteNames(json, "otherPackage", changes.otherPackage);
+    WriteNames(json, "otherProperty", changes.otherProperty);
     WriteNames(json, "otherSide", changes.otherSide);
 }
 

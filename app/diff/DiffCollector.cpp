@@ -2,20 +2,18 @@
 
 #include "output/Text.h"
 
-namespace
+std::string ShortenedText(std::string_view text)
 {
-// A text of a file may be as long as the file.
-constexpr std::size_t kShownBytes = 200;
-
-std::string Shortened(std::string_view text)
-{
+    constexpr std::size_t kShownBytes = 200;
     return text.size() <= kShownBytes ? std::string(text) : std::string(text.substr(0, kShownBytes)) + "...";
 }
 
+namespace
+{
 DiffValue Kept(const DiffValueView& value)
 {
     if (const auto* const text = std::get_if<std::string_view>(&value))
-        return Shortened(*text);
+        return ShortenedText(*text);
     if (const auto* const number = std::get_if<std::int64_t>(&value))
         return *number;
     if (const auto* const real = std::get_if<double>(&value))
@@ -51,11 +49,11 @@ std::string DiffCollector::Path() const
         path += " / ";
         path += place.word;
         path += ' ';
-        path += place.name.empty() ? std::to_string(segment.index) : Printable(Shortened(place.name));
+        path += place.name.empty() ? std::to_string(segment.index) : Printable(ShortenedText(place.name));
         if (!place.mark.empty())
         {
             path += " (";
-            path += Printable(Shortened(place.mark));
+            path += Printable(ShortenedText(place.mark));
             path += ')';
         }
     }

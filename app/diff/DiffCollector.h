@@ -24,6 +24,9 @@ using DiffValue = std::variant<std::monostate, std::string, std::int64_t, double
 // As above with borrowed texts, for immediate use.
 using DiffValueView = std::variant<std::monostate, std::string_view, std::int64_t, double, CPointD>;
 
+// The start of a text to be shown: one of a file may be as long as the file.
+std::string ShortenedText(std::string_view text);
+
 // Identifies a record in its list. Differences are counted by kind; paths are made of words.
 struct RecordPlace
 {

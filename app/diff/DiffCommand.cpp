@@ -32,6 +32,8 @@ struct DiffOptions
     bool json = false;
 };
 
+constexpr std::size_t kIndent = 8; // of further lines
+
 std::string ShownValue(const DiffValue& value)
 {
     if (const auto* const text = std::get_if<std::string>(&value))
@@ -95,13 +97,14 @@ void PrintErrors(Output& output, const ReadErrors& errors)
     const std::string b = ErrorsOf("B", errors.b);
     if (a.empty() && b.empty())
         return;
-    output.Write(fmt::format("{}{}{}: some of it could not be compared\n", a, !a.empty() && !b.empty() ? ", " : "", b));
+    const std::string line =
+        fmt::format("{}{}{}: some of it could not be compared", a, !a.empty() && !b.empty() ? ", " : "", b);
+    output.Write(Wrapped(line, TerminalWidth(stdout), kIndent) + "\n");
 }
 
 // On a terminal, lines are broken where it would break them.
 void PrintGroups(Output& output, const DiffCollector& collector)
 {
-    constexpr std::size_t kIndent = 8;
     const std::size_t width = TerminalWidth(stdout);
     const auto print = [&](const std::string& line) { output.Write(Wrapped(line, width, kIndent) + "\n"); };
     for (const DiffGroup& group : collector.Groups())
@@ -118,15 +121,33 @@ void PrintGroups(Output& output, const DiffCollector& collector)
     }
 }
 
+// The parts that are compared.
+std::vector<std::string_view> PartsOf(const MeaningRules& rules)
+{
+    std::vector<std::string_view> names;
+    for (std::size_t i = 0; i < kDiffParts.size(); ++i)
+        if (rules.only.empty() || rules.only.contains(static_cast<DiffPart>(i)))
+            names.push_back(kDiffParts[i]);
+    return names;
+}
+
+// "identical" alone says that the jobs are, not parts of them.
+std::string IdenticalText(const MeaningRules& rules)
+{
+    const std::string text = rules.only.empty() ? "" : fmt::format(" in {}", fmt::join(PartsOf(rules), ", "));
+    return Wrapped("identical" + text, TerminalWidth(stdout), kIndent) + "\n";
+}
+
 // The changes are null after classic reading.
-void PrintText(const DiffCollector& collector, const JobChanges* changes, const ReadErrors& errors)
+void PrintText(const DiffOptions& options, const DiffCollector& collector, const JobChanges* changes,
+               const ReadErrors& errors)
 {
     Output output;
     if (changes != nullptr)
         PrintChanges(output, *changes, collector);
     PrintGroups(output, collector);
     if (collector.Differences() == 0)
-        output.Write("identical\n");
+        output.Write(IdenticalText(options.meaning));
     else
         output.Write(fmt::format("{} difference{} in {} place{}\n", collector.Differences(),
                                  collector.Differences() == 1 ? "" : "s", collector.Places(),
@@ -186,6 +207,12 @@ void PrintJson(const DiffOptions& options, const DiffCollector& collector, const
             json.Member("places", collector.Places());
             if (options.read.way == JOBXway::Complete)
             {
+                json.ArrayMember("compared",
+                                 [&]
+                                 {
+                                     for (const std::string_view part : PartsOf(options.meaning))
+                                         json.Value(part);
+                                 });
                 json.Member("errorsInA", errors.a);
                 json.Member("errorsInB", errors.b);
                 WriteChanges(json, changes);
@@ -210,6 +237,9 @@ constexpr const char* kDiffFooter = R"(The summary comes first, then the differe
   Other             everything else, by its place, and how many differences
 The details name a place, a kind of record and its field, how many differ, and
 the first of them with both values.
+
+The nets of pins are compared with the nets, all else of pins with the
+components. "identical in" names the parts if --only chooses them.
 
 The exit code is 1 if the jobs differ.
 
@@ -264,7 +294,7 @@ ExitCode PrintDiff(const DiffOptions& options)
     if (options.json)
         PrintJson(options, collector, changes, errors);
     else
-        PrintText(collector, options.read.way == JOBXway::Complete ? &changes : nullptr, errors);
+        PrintText(options, collector, options.read.way == JOBXway::Complete ? &changes : nullptr, errors);
     read.jobPath = options.jobA;
     CheckStrictly(read, a);
     read.jobPath = options.jobB;

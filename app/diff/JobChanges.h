@@ -19,6 +19,7 @@ struct ComponentChanges
     std::vector<std::string> rotated;
     std::vector<std::string> otherPart;
     std::vector<std::string> otherPackage;
+    std::vector<std::string> otherProperty; // "R5 VALUE 10K -> 12K"
     std::vector<std::string> otherSide;
 };
 

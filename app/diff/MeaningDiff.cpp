@@ -72,7 +72,7 @@ public:
     MeaningComparison(DiffCollector& collector, const MeaningRules& rules, const CJOBX& a, const CJOBX& b)
         : m_collector(collector),
           m_rules(rules),
-          m_diff(collector, rules.tolerance),
+          m_diff(collector, rules.tolerance, {Wants(DiffPart::Components), Wants(DiffPart::Nets)}),
           m_a(a),
           m_b(b),
           m_symbolsA(*a.m_pSpecialSymbols),
@@ -199,7 +199,7 @@ private:
                });
         }
         Layers(changes, place, a, b); // also tells which features are the same, for the nets
-        if (Wants(DiffPart::Components))
+        if (Wants(DiffPart::Components) || Wants(DiffPart::Nets))
             At(place + " / components", [&] { Components(changes, a, b); });
         At(place + " / eda", [&] { Eda(changes, a, b); });
         if (Wants(DiffPart::Nets))
@@ -400,9 +400,9 @@ private:
         return sizes;
     }
 
+    // The nets of pins belong to the nets, all else to the components.
     void Components(StepChanges& changes, const StepView& a, const StepView& b)
     {
-        ComponentFiles(a, b);
         std::unordered_map<const CJOBXcmp*, const CJOBXcomponents*> files;
         std::vector<Listed<CJOBXcmp>> listedA;
         std::vector<Listed<CJOBXcmp>> listedB;
@@ -413,20 +413,36 @@ private:
             listedB.push_back({each.component, static_cast<std::int64_t>(files.size())}),
                 files[each.component] = each.file;
         const auto nameOf = [](const CJOBXcmp& component) { return std::string(component.m_sName.View()); };
-        OnlyNames(listedA, listedB, changes.components.removed, changes.components.added);
+        if (Wants(DiffPart::Components))
+        {
+            ComponentFiles(a, b);
+            OnlyNames(listedA, listedB, changes.components.removed, changes.components.added);
+        }
         m_diff.ScopedPairs(listedA, listedB, nameOf,
                            [&](const CJOBXcmp& componentA, const CJOBXcmp& componentB)
                            {
                                const CJOBXcomponents& fileA = *files.at(&componentA);
                                const CJOBXcomponents& fileB = *files.at(&componentB);
-                               Component(changes, componentA, a.Of(fileA.dGetFactorToMM(), nullptr, true), componentB,
-                                         b.Of(fileB.dGetFactorToMM(), nullptr, true));
-                               if (fileA.m_sLayerName.CompareNoCase(fileB.m_sLayerName) == 0)
+                               const FileView viewA = a.Of(fileA.dGetFactorToMM(), nullptr, true);
+                               const FileView viewB = b.Of(fileB.dGetFactorToMM(), nullptr, true);
+                               m_diff.Fields(componentA, viewA, componentB, viewB);
+                               if (Wants(DiffPart::Nets))
+                                   MovedPins(changes.nets, componentA, viewA, componentB, viewB);
+                               if (!Wants(DiffPart::Components))
                                    return;
-                               m_collector.Add("component", DiffChange::Changed, "layer", fileA.m_sLayerName.View(),
-                                               fileB.m_sLayerName.View());
-                               changes.components.otherSide.push_back(Printable(componentA.m_sName.View()));
+                               Component(changes.components, componentA, viewA, componentB, viewB);
+                               Side(changes.components, componentA, fileA, fileB);
                            });
+    }
+
+    void Side(ComponentChanges& components, const CJOBXcmp& component, const CJOBXcomponents& fileA,
+              const CJOBXcomponents& fileB)
+    {
+        if (fileA.m_sLayerName.CompareNoCase(fileB.m_sLayerName) == 0)
+            return;
+        m_collector.Add("component", DiffChange::Changed, "layer", fileA.m_sLayerName.View(),
+                        fileB.m_sLayerName.View());
+        components.otherSide.push_back(Printable(component.m_sName.View()));
     }
 
     // Their attribute lists; the components are compared together, because one may have changed its side.
@@ -439,16 +455,14 @@ private:
             { m_diff.AttributeLists(fileA.pGetAttributeList(), fileB.pGetAttributeList()); });
     }
 
-    void Component(StepChanges& changes, const CJOBXcmp& a, const FileView& viewA, const CJOBXcmp& b,
-                   const FileView& viewB)
+    void Component(ComponentChanges& components, const CJOBXcmp& a, const FileView& viewA, const CJOBXcmp& b,
+                   const FileView& viewB) const
     {
-        m_diff.Fields(a, viewA, b, viewB);
         const std::string name = Printable(a.m_sName.View());
         const double x =
             a.m_ptLocation.x * viewA.factor + viewA.shift.x - b.m_ptLocation.x * viewB.factor - viewB.shift.x;
         const double y =
             a.m_ptLocation.y * viewA.factor + viewA.shift.y - b.m_ptLocation.y * viewB.factor - viewB.shift.y;
-        ComponentChanges& components = changes.components;
         if (!AreNear(x, 0.0, m_rules.tolerance) || !AreNear(y, 0.0, m_rules.tolerance))
         {
             components.moved.push_back(name);
@@ -460,7 +474,33 @@ private:
             components.otherPart.push_back(name);
         if (viewA.step->Package(a.m_nPkgRef) != viewB.step->Package(b.m_nPkgRef))
             components.otherPackage.push_back(name);
-        MovedPins(changes.nets, a, viewA, b, viewB);
+        if (const std::string properties = OtherProperties(a, b); !properties.empty())
+            components.otherProperty.push_back(name + " " + properties);
+    }
+
+    // The first property that differs, and how many more: "VALUE 10K -> 12K and 2 more"; "" if there is none.
+    static std::string OtherProperties(const CJOBXcmp& a, const CJOBXcmp& b)
+    {
+        std::string first;
+        std::int64_t count = 0;
+        const auto note = [&](const CLProperty& property, const std::string& change)
+        {
+            if (count++ == 0)
+                first = Printable(property.m_sName.View()) + " " + change;
+        };
+        const auto shown = [](const CString& value)
+        { return value.IsEmpty() ? "\"\"" : Printable(ShortenedText(value.View())); };
+        NamedDiff::PairUp(
+            ListedOf(a.m_arrProperties), ListedOf(b.m_arrProperties),
+            [](const CLProperty& property) { return KeyOf(property); },
+            [&](const CLProperty& propertyA, const CLProperty& propertyB)
+            {
+                if (propertyA.m_sValue != propertyB.m_sValue)
+                    note(propertyA, shown(propertyA.m_sValue) + " -> " + shown(propertyB.m_sValue));
+            },
+            [&](const Listed<CLProperty>& each, DiffChange change)
+            { note(*each.record, change == DiffChange::OnlyInA ? "removed" : "added"); });
+        return count > 1 ? first + " and " + std::to_string(count - 1) + " more" : first;
     }
 
     void MovedPins(NetChanges& nets, const CJOBXcmp& a, const FileView& viewA, const CJOBXcmp& b,

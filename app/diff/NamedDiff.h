@@ -36,10 +36,20 @@ constexpr bool IsSequence()
            std::is_same_v<Record, CJOBXlayObjSurfaceOB> || std::is_same_v<Record, CJOBXfontsStandardObj>;
 }
 
+// What is compared of components.
+struct ComponentParts
+{
+    bool ownFields = true; // all but the nets of their pins
+    bool pinNets = true;
+};
+
 class NamedDiff
 {
 public:
-    NamedDiff(DiffCollector& collector, double tolerance) : m_collector(collector), m_tolerance(tolerance) {}
+    NamedDiff(DiffCollector& collector, double tolerance, ComponentParts parts)
+        : m_collector(collector), m_tolerance(tolerance), m_parts(parts)
+    {
+    }
 
     // The fields of two records with the same name.
     template <class Record>
@@ -58,9 +68,10 @@ public:
         jobx::ForEachShownField<Record>([&](auto field) { OneField<decltype(field)>(a, ofA, b, ofB); });
     }
 
-    // Records with the same name, in any order; `use` is called with each pair.
-    template <class Record, class Key, class Use>
-    void Pairs(const std::vector<Listed<Record>>& a, const std::vector<Listed<Record>>& b, Key key, Use use)
+    // Records with the same name, in any order; `use` is called with each pair, `alone` with each of the other records.
+    template <class Record, class Key, class Use, class Alone>
+    static void PairUp(const std::vector<Listed<Record>>& a, const std::vector<Listed<Record>>& b, Key key, Use use,
+                       Alone alone)
     {
         std::unordered_map<std::string, std::vector<std::size_t>> waiting; // the first at the end
         for (std::size_t i = b.size(); i-- > 0;)
@@ -71,7 +82,7 @@ public:
             std::vector<std::size_t>& partners = waiting[key(*each.record)];
             if (partners.empty())
             {
-                AddOnly(each, DiffChange::OnlyInA);
+                alone(each, DiffChange::OnlyInA);
                 continue;
             }
             isPaired[partners.back()] = true;
@@ -80,7 +91,14 @@ public:
         }
         for (std::size_t i = 0; i < b.size(); ++i)
             if (!isPaired[i])
-                AddOnly(b[i], DiffChange::OnlyInB);
+                alone(b[i], DiffChange::OnlyInB);
+    }
+
+    // Likewise; a record without a partner is a difference.
+    template <class Record, class Key, class Use>
+    void Pairs(const std::vector<Listed<Record>>& a, const std::vector<Listed<Record>>& b, Key key, Use use)
+    {
+        PairUp(a, b, key, use, [this](const Listed<Record>& each, DiffChange change) { AddOnly(each, change); });
     }
 
     // Likewise, each pair within its scope.
@@ -220,6 +238,9 @@ private:
     template <class Record>
     void AddOnly(const Listed<Record>& each, DiffChange change)
     {
+        if constexpr (std::is_same_v<Record, CJOBXcmp> || std::is_same_v<Record, CJOBXcmpTop>)
+            if (!m_parts.ownFields)
+                return;
         const RecordPlace place = PlaceOf(*each.record);
         const DiffScope scope(m_collector, place, each.index);
         m_collector.Add(place.kind, change);
@@ -366,9 +387,22 @@ private:
             m_collector.Add(jobx::Fields<Record>::kName.shown, DiffChange::Changed, Field::kField.shown);
     }
 
+    template <class Record>
+    bool IsLeftOut([[maybe_unused]] std::string_view key) const
+    {
+        if constexpr (std::is_same_v<Record, CJOBXcmp>)
+            return !m_parts.ownFields && key != "toeprints";
+        else if constexpr (std::is_same_v<Record, CJOBXcmpTop>)
+            return key == "net" ? !m_parts.pinNets : !m_parts.ownFields;
+        else
+            return false;
+    }
+
     template <class Field, class Record>
     void OneField(const Record& a, const FileView& viewA, const Record& b, const FileView& viewB)
     {
+        if (IsLeftOut<Record>(Field::kField.key))
+            return;
         using Kind = jobx::FieldKind;
         constexpr Kind kKind = Field::kKind;
         constexpr std::string_view kKey = Field::kField.key;
@@ -387,4 +421,5 @@ private:
 
     DiffCollector& m_collector;
     double m_tolerance;
+    ComponentParts m_parts;
 };

@@ -205,6 +205,54 @@ TEST(JobxDiff, OneMoreRecordIsOneDifference)
                           "1 difference in 1 place\n");
 }
 
+TEST(JobxDiff, PartsThatWereComparedAloneAreNamedAsIdentical)
+{
+    const TwoJobs jobs;
+    EXPECT_EQ(jobs.Diff({}).out, "identical\n");
+    EXPECT_THAT(jobs.Diff({"--json"}).out,
+                HasSubstr(R"("compared":["info","matrix","font","symbols","headers","layers","components",)"
+                          R"("packages","nets","netlists","files"],)"));
+    jobs.Change("misc/info", "SAVE_USER=sample", "SAVE_USER=other");
+    const ProgramResult result = jobs.Diff({"--only", "netlists,matrix"});
+    EXPECT_EQ(result.exitCode, 0) << result.err;
+    EXPECT_EQ(result.out, "identical in matrix, netlists\n");
+    EXPECT_THAT(jobs.Diff({"--only", "nets", "--json"}).out, HasSubstr(R"("compared":["nets"],)"));
+}
+
+TEST(JobxDiff, NetsOfPinsBelongToTheNetsAndNotToTheComponents)
+{
+    const TwoJobs jobs;
+    const std::string components = "steps/pcb/layers/comp_+_top/components";
+    jobs.Change(components, "TOP 0 0.514 0.65 0 N 2 1 1", "TOP 0 0.514 0.65 0 N 6 1 1");
+    EXPECT_EQ(jobs.Diff({"--only", "components"}).out, "identical in components\n");
+    const ProgramResult nets = jobs.Diff({"--only", "nets"});
+    EXPECT_EQ(nets.exitCode, 1) << nets.err;
+    EXPECT_THAT(nets.out, HasSubstr("\nNets        1 pins on another net (U1.1 from VCC to XT1)\n\n"));
+    EXPECT_THAT(nets.out, HasSubstr("toeprint (net): 1 changed\n"));
+    EXPECT_THAT(nets.out, EndsWith("\n1 difference in 1 place\n"));
+    EXPECT_EQ(jobs.Diff({"--only", "nets,components"}).out, nets.out);
+
+    jobs.Change(components, "TOP 1 0.514 0.6 0", "TOP 1 0.524 0.6 0"); // what else a pin has belongs to the component
+    EXPECT_EQ(jobs.Diff({"--only", "nets"}).out, nets.out);
+    EXPECT_THAT(jobs.Diff({"--only", "components"}).out, EndsWith("\n1 difference in 1 place\n"));
+    EXPECT_THAT(jobs.Diff({}).out, EndsWith("\n2 differences in 1 place\n"));
+}
+
+TEST(JobxDiff, TheSummaryNamesComponentsWithAnotherProperty)
+{
+    const TwoJobs jobs;
+    const std::string components = "steps/pcb/layers/comp_+_top/components";
+    jobs.Change(components, "'8 BIT, 14 PINS'", "'16 BIT'");
+    const ProgramResult one = jobs.Diff({});
+    EXPECT_THAT(one.out,
+                HasSubstr("\nComponents  1 with another property (U1 VALUE 8 BIT, 14 PINS -> 16 BIT)\n\nstep PCB"));
+    EXPECT_THAT(jobs.Diff({"--json"}).out,
+                HasSubstr(R"("otherProperty":["U1 VALUE 8 BIT, 14 PINS -> 16 BIT"],"otherSide":[])"));
+    jobs.Change(components, "PRP PART_NAME 'MCU14-BLK'", "PRP NEW 'MCU14-BLK'");
+    EXPECT_THAT(jobs.Diff({}).out, HasSubstr("\nComponents  1 with another property (U1 PART_NAME removed and "
+                                             "2 more)\n\nstep PCB"));
+}
+
 TEST(JobxDiff, TheSummaryHasTheAreaOfAddedAndRemovedFeatures)
 {
     const std::string head = "UNITS=MM\n$0 r1000\n$1 s2000\n$2 moire1x2x3x4x5x6\n";

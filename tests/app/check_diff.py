@@ -423,7 +423,12 @@ def drill_size(copy):
 
 def value(copy):
     copy.edit(copy.components()[-1], r"^(PRP VALUE|PRP Value) .*", r"\1 'new'")
-    return [("property", "value", 1)], None
+
+    def check(step):
+        told = step["components"]["otherProperty"]
+        assert len(told) == 1 and re.fullmatch(r"\S+ (VALUE|Value) .* -> new", told[0]), told
+
+    return [("property", "value", 1)], check
 
 
 def component(copy):

@@ -62,6 +62,11 @@ class Check:
         first = wide.stdout.decode().splitlines()[0].split()[0]
         assert lines[0].split()[0] == first, (table, "the first column is not left out")
 
+    def fits_narrow(self, *arguments):
+        """Likewise on a terminal of 60 columns, whose width is used."""
+        lines = self.fits(60, *arguments, "--messages", "none")
+        assert max(map(len, lines)) > 50, (arguments, "the width is not used")
+
     def job(self, job, is_brief):
         for command in COMMANDS:
             lines = self.fits(80, *command, job)
@@ -69,6 +74,7 @@ class Check:
                 assert len(lines) < SCREEN, lines
         if is_brief:
             return
+        self.fits_narrow("info", job)
         for table in TABLES:
             self.fits(132, *table, job, "--messages", "none")
             self.keeps_first_column(job, table)
@@ -76,6 +82,7 @@ class Check:
     def diff(self, a, b):
         lines = self.fits(80, "diff", a, b)
         assert lines[-1].endswith("places") or "could not be compared" in lines[-1], lines[-1]
+        self.fits_narrow("diff", a, b)
 
     def changed_copy(self, job):
         """Against a copy with other places and longer names."""
