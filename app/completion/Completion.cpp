@@ -39,6 +39,7 @@ const std::vector<OptionValues>& AllValues()
         {"--color", ValueKind::Words, {"auto", "always", "never"}},
         {"--messages", ValueKind::Words, {"all", "none"}},
         {"--units", ValueKind::Words, {"mm", "inch"}},
+        {"--side", ValueKind::Words, {"top", "bottom"}},
         {"--only", ValueKind::Words, {kDiffParts.begin(), kDiffParts.end()}, true},
         {"--step", ValueKind::Steps, {}, true, LetterCase::Ignored},
         {"--steps", ValueKind::Steps, {}, true, LetterCase::Ignored},

@@ -84,21 +84,22 @@ constexpr ColumnOf<ComponentRow> kComponentColumns[] = {
 };
 constexpr StepColumns<ComponentRow> kComponentsTable{kComponentColumns, 13};
 
-NameFilter ComponentFilter(const CJOBX& job, const TableRequest& request)
+} // namespace
+
+NameFilter ComponentFilter(const CJOBX& job, const std::string& pattern)
 {
-    if (request.pattern.empty())
+    if (pattern.empty())
         return {};
     std::vector<std::string> names;
     for (const CJOBXstepObj& step : job.m_pSteps->m_arrSteps.Records())
         ForEachComponent(step, [&](const CJOBXcomponents&, const CJOBXcmp& component)
                          { names.emplace_back(component.m_sName.View()); });
-    return {request.pattern, "component", names, LetterCase::Respected};
+    return {pattern, "component", names, LetterCase::Respected};
 }
-} // namespace
 
 Table ComponentsTable(const CJOBX& job, const TableRequest& request)
 {
-    const NameFilter filter = ComponentFilter(job, request);
+    const NameFilter filter = ComponentFilter(job, request.pattern);
     return TableOfSteps(
         job, request, kComponentsTable,
         [&](const CJOBXstepObj& step, auto add)
@@ -107,6 +108,8 @@ Table ComponentsTable(const CJOBX& job, const TableRequest& request)
             for (const CJOBXcomponents& file : step.m_arrComponents.Records())
             {
                 const std::optional<BoardSide> side = SideOf(file, *job.m_pMatrix);
+                if (request.side && side != request.side)
+                    continue;
                 for (const CJOBXcmp& component : file.m_arrCmps.Records())
                     if (filter.Passes(component.m_sName.View()))
                         add({step, file, component, packages.Find(component.m_nPkgRef), request.unit, side});

@@ -135,12 +135,21 @@ constexpr ColumnOf<PinRow> kPinColumns[] = {
 };
 constexpr StepColumns<PinRow> kPinsTable{kPinColumns, std::size(kPinColumns)};
 
+// The position of a pin's list: that of its net, behind them that of the net for pins without one, at the end no net.
+std::size_t ListOf(const CJOBXcmpTop& toeprint, const CJOBXdataNet* net, std::size_t nets)
+{
+    if (net == nullptr)
+        return nets + 1;
+    return net->m_sName == "$NONE$" ? nets : static_cast<std::size_t>(toeprint.m_nNet);
+}
+
 // The step's pins, net by net; those without a net last.
 std::vector<std::vector<PinRow>> PinsOf(const CJOBXstepObj& step, const CJOBXmatrix& matrix, const ShownUnit& unit)
 {
     const CJOBXdata& eda = *step.GetEda()->m_pData;
     const PackageIndex packages(eda.m_arrPkgs);
-    std::vector<std::vector<PinRow>> byNet(static_cast<std::size_t>(eda.m_arrNets.GetSize()) + 1);
+    const std::size_t nets = static_cast<std::size_t>(eda.m_arrNets.GetSize());
+    std::vector<std::vector<PinRow>> byNet(nets + 2);
     for (const CJOBXcomponents& file : step.m_arrComponents.Records())
     {
         const std::optional<BoardSide> side = SideOf(file, matrix);
@@ -150,8 +159,8 @@ std::vector<std::vector<PinRow>> PinsOf(const CJOBXstepObj& step, const CJOBXmat
             for (const CJOBXcmpTop& toeprint : component.m_arrTops.Records())
             {
                 const CJOBXdataNet* const net = eda.m_arrNets.GetAt(toeprint.m_nNet);
-                auto& rows = net == nullptr ? byNet.back() : byNet[static_cast<std::size_t>(toeprint.m_nNet)];
-                rows.push_back({step, file, component, toeprint, net, package, unit, side});
+                byNet[ListOf(toeprint, net, nets)].push_back(
+                    {step, file, component, toeprint, net, package, unit, side});
             }
         }
     }
@@ -177,13 +186,15 @@ Table NetsTable(const CJOBX& job, const TableRequest& request)
 Table NetPinsTable(const CJOBX& job, const TableRequest& request)
 {
     const NameFilter filter = NetFilter(job, request);
-    return TableOfSteps(job, request, kPinsTable,
-                        [&](const CJOBXstepObj& step, auto add)
-                        {
-                            for (const std::vector<PinRow>& net : PinsOf(step, *job.m_pMatrix, request.unit))
-                                for (const PinRow& pin : net)
-                                    if (!filter.IsSet() ||
-                                        (pin.net != nullptr && filter.Passes(pin.net->m_sName.View())))
-                                        add(pin);
-                        });
+    const NameFilter components = ComponentFilter(job, request.component);
+    return TableOfSteps(
+        job, request, kPinsTable,
+        [&](const CJOBXstepObj& step, auto add)
+        {
+            for (const std::vector<PinRow>& net : PinsOf(step, *job.m_pMatrix, request.unit))
+                for (const PinRow& pin : net)
+                    if (components.Passes(pin.component.m_sName.View()) &&
+                        (!filter.IsSet() || (pin.net != nullptr && filter.Passes(pin.net->m_sName.View()))))
+                        add(pin);
+        });
 }

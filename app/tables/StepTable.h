@@ -1,6 +1,7 @@
 #pragma once
 
 #include "JOBXCLSDLL.h"
+#include "model/Glob.h"
 #include "output/Table.h"
 #include "tables/Tables.h"
 
@@ -25,6 +26,9 @@ Table EmptyTable(const StepColumns<Row>& columns, const TableRequest& request)
 {
     return Table(HeadsOf(columns.For(request), request.isClassic ? std::nullopt : std::optional(request.unit.Unit())));
 }
+
+// Chooses components by their names; every name passes if there is no pattern.
+NameFilter ComponentFilter(const CJOBX& job, const std::string& pattern);
 
 // The table of the rows that `visit(step, add)` passes to `add`, for every step that was read.
 template <class Row, class Visit>

@@ -2,9 +2,11 @@
 
 #include "options/CommonOptions.h"
 #include "output/TableView.h"
+#include "output/Text.h"
 #include "tables/Tables.h"
 
 #include <CLI/CLI.hpp>
+#include <fmt/format.h>
 
 #include <memory>
 
@@ -52,8 +54,8 @@ With --wide:
   Number           the number in the file
   Subnets, Others  how many connected pieces it has, of all and of other kinds
 
-Columns of --pins, with one pin in a row, net by net; pins without a net come
-last:
+Columns of --pins, with one pin in a row, net by net; pins without a net, and
+those of the net $NONE$, come last:
   Step             the step; only if pins of several steps are shown
   Net              the net
   Component        the designator of the component
@@ -90,9 +92,9 @@ With --wide:
 )";
 constexpr const char* kPackagesFooter = R"(Columns; lengths are in the unit of the title:
   Step        the step; only if packages of several steps are shown
-  Name        the package; "jobx components" names it, too
+  Name        the package; "jobx components" also shows it
   Pins        how many pins it has
-  Pitch       the distance of its pins
+  Pitch       the distance between its pins
   Size x, Size y
               of the box around it
   Used (components)
@@ -184,25 +186,66 @@ struct TableOptions
     TableView view;
     std::optional<JOBXunit> unit;
     std::string pattern;
+    std::string component;
+    std::optional<BoardSide> side;
     bool pins = false;
 };
+
+BoardSide SideIn(const std::string& text)
+{
+    for (const BoardSide side : {BoardSide::Top, BoardSide::Bottom})
+        if (WordFor(side) == text)
+            return side;
+    RaiseWrongUsage(fmt::format("--side needs \"top\" or \"bottom\", not \"{}\"", Printable(text)));
+}
 
 void PrintClassicTable(const TableCommand& table, const TableOptions& options)
 {
     const ReadJob read = ReadGoodJobDirectory(options.read);
     Output output;
-    table.make(*read.job, {ShownUnit(JOBXunit::Inch), true, ""}).Print(output, options.view.form);
+    table.make(*read.job, {.unit = ShownUnit(JOBXunit::Inch), .isClassic = true}).Print(output, options.view.form);
 }
 
 void PrintTable(const TableCommand& table, const TableOptions& options)
 {
+    if (!options.component.empty() && !options.pins)
+        RaiseWrongUsage("--component needs --pins");
     const MakeTable make = options.pins ? NetPinsTable : table.make;
     const TableKind& kind = options.pins ? kPins : table.kind;
-    CheckView(make(CJOBX(), {ShownUnit(JOBXunit::Inch), false, ""}).Columns(), kind, options.view);
+    CheckView(make(CJOBX(), {.unit = ShownUnit(JOBXunit::Inch)}).Columns(), kind, options.view);
     const ReadJob read = ReadGoodJobDirectory(options.read);
-    const TableRequest request{ShownUnit(*read.job, options.unit), false, options.pattern};
+    const TableRequest request{.unit = ShownUnit(*read.job, options.unit),
+                               .pattern = options.pattern,
+                               .component = options.component,
+                               .side = options.side};
     PrintView(make(*read.job, request), kind, options.view, options.read.quiet);
     CheckStrictly(options.read, read);
+}
+
+void AddGlob(CLI::App& command, const NameOption& option, std::string& pattern, CLI::Option* legacy)
+{
+    command
+        .add_option_function<std::string>(
+            option.name,
+            [name = option.name, &pattern](const std::string& text)
+            {
+                if (text.empty())
+                    RaiseWrongUsage(std::string(name) + " needs a name");
+                pattern = text;
+            },
+            option.about)
+        ->type_name("GLOB")
+        ->excludes(legacy);
+}
+
+void AddSide(CLI::App& command, std::optional<BoardSide>& side, CLI::Option* legacy)
+{
+    command
+        .add_option_function<std::string>(
+            "--side", [&side](const std::string& text) { side = SideIn(text); },
+            "Only components on this side of the board: top or bottom")
+        ->type_name("SIDE")
+        ->excludes(legacy);
 }
 
 void AddTableCommand(CLI::App& app, const TableCommand& table)
@@ -212,20 +255,15 @@ void AddTableCommand(CLI::App& app, const TableCommand& table)
     CLI::Option* const legacy = AddWay(command, options->read);
     AddSteps(command, options->read.steps);
     if (table.filter.name != nullptr)
-        command
-            .add_option_function<std::string>(
-                table.filter.name,
-                [&table, options](const std::string& pattern)
-                {
-                    if (pattern.empty())
-                        RaiseWrongUsage(std::string(table.filter.name) + " needs a name");
-                    options->pattern = pattern;
-                },
-                table.filter.about)
-            ->type_name("GLOB")
-            ->excludes(legacy);
+        AddGlob(command, table.filter, options->pattern, legacy);
     if (table.make == NetsTable)
+    {
         command.add_flag("--pins", options->pins, "The pins of the nets, one in a row")->excludes(legacy);
+        AddGlob(command, {"--component", "With --pins, only pins of components whose names match, with * and ?"},
+                options->component, legacy);
+    }
+    if (table.make == ComponentsTable)
+        AddSide(command, options->side, legacy);
     AddTableView(command, options->view);
     AddUnits(command, options->unit);
     RefuseTogether(command, legacy, {"--wide", "--columns", "--sort", "--units"});

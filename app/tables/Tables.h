@@ -2,16 +2,20 @@
 #pragma once
 
 #include "JOBXCLSDLL.h"
+#include "model/LayerRoles.h"
 #include "model/ShownUnit.h"
 #include "output/Table.h"
 
+#include <optional>
 #include <string>
 
 struct TableRequest
 {
-    ShownUnit unit;         // of the lengths
-    bool isClassic = false; // with the columns of --legacy
-    std::string pattern;    // of the names to show; "" for all
+    ShownUnit unit;                     // of the lengths
+    bool isClassic = false;             // with the columns of --legacy
+    std::string pattern{};              // of the names to show; "" for all
+    std::string component{};            // likewise, of the components whose pins to show
+    std::optional<BoardSide> side = {}; // of the components to show; nothing for both
 };
 
 // Each raises ExitError if no name matches the pattern. A job without steps and layers gives an empty table.

@@ -149,8 +149,13 @@ TEST(JobxTableView, OptionsOfTheNewTablesCannotBeCombinedWithLegacy)
 {
     const TempDir directory;
     const std::string job = MakeJob(directory, "");
-    for (const std::vector<std::string>& words : std::vector<std::vector<std::string>>{
-             {"--units", "mm"}, {"--wide"}, {"--columns", "name"}, {"--sort", "name"}, {"--net", "A"}, {"--pins"}})
+    for (const std::vector<std::string>& words : std::vector<std::vector<std::string>>{{"--units", "mm"},
+                                                                                       {"--wide"},
+                                                                                       {"--columns", "name"},
+                                                                                       {"--sort", "name"},
+                                                                                       {"--net", "A"},
+                                                                                       {"--pins"},
+                                                                                       {"--component", "A"}})
     {
         std::vector<std::string> arguments = {"nets", job};
         arguments.insert(arguments.end(), words.begin(), words.end());
@@ -212,6 +217,51 @@ TEST(JobxTableView, PinsOfNetsNameComponentPinSideAndPlace)
               "GND  C1         7    bottom  5.08   0.3\nVcc  R10        1    top     25.4  50.8\n");
     EXPECT_THAT(RowsOf(RunJobx({"nets", job, "--messages", "none", "--pins", "--net", "GND"}).out),
                 ElementsAre(ElementsAre("GND", "C1", "7", "bottom", "5.08", "0.3")));
+}
+
+TEST(JobxTableView, ComponentsOfOneSideCanBeChosen)
+{
+    const TempDir directory;
+    const std::string job = JobOfTwoUnits(directory);
+    const auto namesOn = [&](const std::string& side) {
+        return FirstWords(RunJobx({"components", job, "--messages", "none", "--side", side, "--columns", "name"}).out);
+    };
+    EXPECT_THAT(namesOn("top"), ElementsAre("R10", "R2"));
+    EXPECT_THAT(namesOn("bottom"), ElementsAre("C1"));
+    EXPECT_EQ(RunJobx({"components", job, "--messages", "none", "--side", "bottom", "--name", "R*"}).out,
+              "no components\n");
+    EXPECT_THAT(RunLegacy({"components", job, "--side", "top"}).err, HasSubstr(" cannot be combined"));
+}
+
+TEST(JobxTableView, PinsOfComponentsCanBeChosen)
+{
+    const TempDir directory;
+    const std::string job = JobOfTwoUnits(directory);
+    const auto pins = [&](const std::vector<std::string>& words)
+    {
+        std::vector<std::string> arguments = {"nets", job, "--messages", "none"};
+        arguments.insert(arguments.end(), words.begin(), words.end());
+        return RunJobx(arguments);
+    };
+    EXPECT_THAT(RowsOf(pins({"--pins", "--component", "r*"}).out),
+                ElementsAre(ElementsAre("Vcc", "R10", "1", "top", "25.4", "50.8")));
+    EXPECT_EQ(pins({"--pins", "--component", "R10", "--net", "GND"}).out, "no pins\n");
+    EXPECT_EQ(pins({"--pins", "--component", "R11"}).err,
+              "jobx: the job has no component \"R11\"; did you mean \"R10\"?\n");
+    const ProgramResult alone = pins({"--component", "R10"});
+    EXPECT_EQ(alone.exitCode, 2);
+    EXPECT_EQ(alone.err, "jobx: --component needs --pins (try: jobx nets --help)\n");
+}
+
+TEST(JobxTableView, PinsOfTheNetForPinsWithoutANetComeLast)
+{
+    const TempDir directory;
+    const std::vector<std::string> nets =
+        FirstWords(RunJobx({"nets", CopySample(directory), "--pins", "--columns", "net"}).out);
+    const auto first = std::find(nets.begin(), nets.end(), "$NONE$");
+    EXPECT_EQ(nets.front(), "GND");
+    EXPECT_GT(nets.end() - first, 0);
+    EXPECT_EQ(std::count(first, nets.end(), "$NONE$"), nets.end() - first);
 }
 
 TEST(JobxTableView, LayersHaveTheirRowsAndWhatTheirAttributesSay)
