@@ -26,9 +26,19 @@ _jobx() {
         for answer in "${answers[@]:1}"; do
             answer=${answer%%$'\t'*}
             answer=${answer:${#kept}}
-            if [[ $quote != [\"\'] && $answer == *[!A-Za-z0-9_.,/@%+=:-]* ]]; then
-                printf -v answer %q "$answer"
-            fi
+            # Names come from a job, so none of their signs may mean anything to the shell.
+            case $quote in
+            \")
+                [[ $answer == *!* ]] && continue
+                answer=${answer//\\/\\\\} answer=${answer//\"/\\\"} answer=${answer//\$/\\\$} answer=${answer//\`/\\\`}
+                ;;
+            \')
+                [[ $answer == *\'* ]] && continue
+                ;;
+            *)
+                [[ $answer == *[!A-Za-z0-9_.,/@%+=:-]* ]] && printf -v answer %q "$answer"
+                ;;
+            esac
             COMPREPLY+=("$answer")
         done
         ;;

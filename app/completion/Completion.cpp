@@ -120,8 +120,9 @@ void OfferValues(const OptionValues& values, const std::string& lead, const std:
     else if (values.kind == ValueKind::Nets)
         names = NetNames(jobPath, start);
     Offer offer("words");
+    const std::string prefix = lead + before;
     for (const std::string& name : names)
-        offer.Add(lead + before + name);
+        offer.Add(prefix + name);
     offer.Finish();
 }
 

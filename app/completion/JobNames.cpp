@@ -13,11 +13,14 @@ namespace
 {
 constexpr std::size_t kMostNets = 1000;
 constexpr std::chrono::seconds kLongest{1};
+constexpr std::size_t kLongestLine = 0x10000;
+constexpr std::size_t kLongestName = 250;
 
 // Whether it stays one word that looks the same everywhere.
 bool IsPlain(const std::string& name)
 {
-    return !name.empty() && name.find(' ') == std::string::npos && Printable(name) == name;
+    return !name.empty() && name.size() <= kLongestName && name.find(' ') == std::string::npos &&
+           Printable(name) == name;
 }
 
 class Names
@@ -69,12 +72,16 @@ public:
     // False if there is no such file.
     bool Scan(const CString& path, std::string_view (*nameIn)(std::string_view line), NamesAre where)
     {
+        if (!Files().IsFile(path))
+            return false;
         std::ifstream file(std::string(path.View()), std::ios::binary);
         bool hasNames = false;
-        for (std::string line; std::getline(file, line) && !IsOver();)
+        // A longer line fails, which ends the loop; it is of no netlist.
+        for (std::vector<char> buffer(kLongestLine); file.getline(buffer.data(), kLongestLine) && !IsOver();)
         {
+            std::string_view line = buffer.data();
             while (!line.empty() && static_cast<unsigned char>(line.back()) <= ' ')
-                line.pop_back();
+                line.remove_suffix(1);
             const std::string_view name = nameIn(line);
             if (hasNames && name.empty() && where == NamesAre::Together)
                 break;
@@ -116,6 +123,8 @@ bool NameStart::IsOf(std::string_view name) const
 
 bool IsJob(const std::string& path)
 {
+    // No link may lead to files outside.
+    CKUtility::GetInstance()->SetLinkBoundary(path.c_str());
     return !path.empty() && Files().IsDir(path.c_str()) &&
            Files().IsFile(Files().FindPath(path.c_str(), "matrix/matrix"));
 }

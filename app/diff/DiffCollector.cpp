@@ -24,8 +24,8 @@ DiffValue Kept(const DiffValueView& value)
 }
 } // namespace
 
-void DiffCollector::Add(std::string_view kind, DiffChange change, std::string_view field, DiffValueView a,
-                        DiffValueView b)
+void DiffCollector::Add(std::string_view kind, DiffChange change, std::string_view field, const DiffValueView& a,
+                        const DiffValueView& b)
 {
     ++m_nDifferences;
     const auto [position, isNew] = m_positions.try_emplace(GroupKey(m_place, kind, change, field), m_groups.size());

@@ -60,8 +60,8 @@ class DiffCollector
 public:
     static constexpr std::size_t kExamples = 3; // in each group
 
-    void Add(std::string_view kind, DiffChange change, std::string_view field = {}, DiffValueView a = {},
-             DiffValueView b = {});
+    void Add(std::string_view kind, DiffChange change, std::string_view field = {}, const DiffValueView& a = {},
+             const DiffValueView& b = {});
 
     const std::vector<DiffGroup>& Groups() const noexcept { return m_groups; } // in the order they were found
     std::int64_t Differences() const noexcept { return m_nDifferences; }

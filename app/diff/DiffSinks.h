@@ -201,7 +201,7 @@ public:
     }
 
 private:
-    void Changed(std::string_view field, DiffValueView a, DiffValueView b)
+    void Changed(std::string_view field, const DiffValueView& a, const DiffValueView& b)
     {
         m_collector.Add(m_kind, DiffChange::Changed, field, a, b);
     }

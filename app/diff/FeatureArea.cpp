@@ -78,6 +78,8 @@ std::optional<double> AreaOfArc(const CJOBXlayObjArc& arc, const CJOBXlayer& lay
         const double inside = std::max(radius - half, 0.0);
         return kHalfTurn * ((radius + half) * (radius + half) - inside * inside);
     }
+    if (half > radius)
+        return std::nullopt; // the pen draws over a part of its own way
     const double turn = TurnOf(arc.GetStartPoint(), arc.GetEndPoint(), arc.GetCenterPoint(), arc.GetClockwise());
     return std::abs(turn) * radius * pen->width + kHalfTurn * half * half;
 }
@@ -122,7 +124,7 @@ double AreaOfSurface(const CJOBXlayObjSurface& surface, const CJOBXlayer& layer)
         const bool isHole = elements.GetSize() > 0 && elements.GetAt(0)->GetPolygonType().CompareNoCase("H") == 0;
         area += isHole ? -AreaInside(contour) : AreaInside(contour);
     }
-    return area * layer.dGetFactorToMM() * layer.dGetFactorToMM();
+    return std::max(area, 0.0) * layer.dGetFactorToMM() * layer.dGetFactorToMM();
 }
 } // namespace
 

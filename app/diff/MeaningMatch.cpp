@@ -1,5 +1,6 @@
 #include "diff/MeaningMatch.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstring>
 #include <unordered_map>
@@ -15,10 +16,56 @@ bool AreNear(const Meaning& a, const Meaning& b, double tolerance)
                       [&](double x, double y) { return ::AreNear(x, y, tolerance); });
 }
 
-double FirstNumber(const Meaning& meaning)
+// Space in the first numbers of records, in cells: a record near another is in its cell or in one beside it.
+class Cells
 {
-    return meaning.numbers.empty() || std::isnan(meaning.numbers.front()) ? 0.0 : meaning.numbers.front();
-}
+public:
+    explicit Cells(double tolerance) : m_tolerance(tolerance), m_size(std::max(4.0 * tolerance, 1.0 / kSteps)) {}
+
+    std::string CellOf(const Meaning& meaning) const
+    {
+        std::string key = meaning.words;
+        for (std::size_t i = 0; i < CountOf(meaning); ++i)
+            Append(key, CellOf(meaning.numbers[i]));
+        return key;
+    }
+
+    // All cells in which a record near this one can be.
+    std::vector<std::string> CellsNear(const Meaning& meaning) const
+    {
+        std::vector<std::string> keys{meaning.words};
+        for (std::size_t i = 0; i < CountOf(meaning); ++i)
+        {
+            const double number = meaning.numbers[i];
+            const double low = CellOf(number - 1.5 * m_tolerance); // more than needed, because numbers are rounded
+            const double high = CellOf(number + 1.5 * m_tolerance);
+            const std::size_t count = keys.size();
+            if (low != high)
+                for (std::size_t k = 0; k < count; ++k)
+                    keys.push_back(keys[k]);
+            for (std::size_t k = 0; k < keys.size(); ++k)
+                Append(keys[k], k < count ? low : high);
+        }
+        return keys;
+    }
+
+private:
+    static constexpr std::size_t kMostNumbers = 4;
+
+    static std::size_t CountOf(const Meaning& meaning) { return std::min(meaning.numbers.size(), kMostNumbers); }
+
+    double CellOf(double number) const { return std::isnan(number) ? 0.0 : std::floor(number / m_size) + 0.0; }
+
+    static void Append(std::string& key, double cell)
+    {
+        char bytes[sizeof cell];
+        std::memcpy(bytes, &cell, sizeof cell);
+        key.append(bytes, sizeof cell);
+    }
+
+    double m_tolerance;
+    double m_size;
+};
 
 class Matcher
 {
@@ -51,16 +98,17 @@ public:
     // Among the records that are left.
     void PairNear(double tolerance)
     {
-        std::unordered_map<std::string, std::vector<std::size_t>> waiting; // by words, sorted by the first number
-        for (std::size_t i = 0; i < m_b.size(); ++i)
+        const Cells cells(tolerance);
+        std::unordered_map<std::string, std::vector<std::size_t>> waiting; // by cell, the first at the end
+        for (std::size_t i = m_b.size(); i-- > 0;)
             if (m_match.b[i] < 0)
-                waiting[m_b[i].words].push_back(i);
-        const auto isBefore = [&](std::size_t i, std::size_t k) { return FirstNumber(m_b[i]) < FirstNumber(m_b[k]); };
-        for (auto& [words, records] : waiting)
-            std::stable_sort(records.begin(), records.end(), isBefore);
+                waiting[cells.CellOf(m_b[i])].push_back(i);
         for (std::size_t i = 0; i < m_a.size(); ++i)
-            if (const auto found = waiting.find(m_a[i].words); m_match.a[i] < 0 && found != waiting.end())
-                PairWithNear(i, found->second, tolerance);
+            if (m_match.a[i] < 0)
+                for (const std::string& cell : cells.CellsNear(m_a[i]))
+                    if (const auto found = waiting.find(cell);
+                        found != waiting.end() && PairWithNear(i, found->second, tolerance))
+                        break;
     }
 
     MeaningMatch Take() { return std::move(m_match); }
@@ -72,17 +120,16 @@ private:
         m_match.b[b] = m_next++;
     }
 
-    void PairWithNear(std::size_t a, const std::vector<std::size_t>& records, double tolerance)
+    // Whether one of these records is near.
+    bool PairWithNear(std::size_t a, std::vector<std::size_t>& records, double tolerance)
     {
-        const double first = FirstNumber(m_a[a]);
-        auto at = std::lower_bound(records.begin(), records.end(), first - tolerance,
-                                   [&](std::size_t i, double number) { return FirstNumber(m_b[i]) < number; });
-        for (; at != records.end() && FirstNumber(m_b[*at]) <= first + tolerance; ++at)
-            if (m_match.b[*at] < 0 && AreNear(m_a[a], m_b[*at], tolerance))
-            {
-                Pair(a, *at);
-                return;
-            }
+        const auto near = std::find_if(records.rbegin(), records.rend(),
+                                       [&](std::size_t b) { return AreNear(m_a[a], m_b[b], tolerance); });
+        if (near == records.rend())
+            return false;
+        Pair(a, *near);
+        records.erase(std::next(near).base());
+        return true;
     }
 
     const std::vector<Meaning>& m_a;

@@ -57,10 +57,7 @@ private:
     {
         if (CharacterCount(text) <= width)
             return text;
-        std::string_view start = text;
-        while (CharacterCount(start) > width - 3 || !IsUtf8(start))
-            start.remove_suffix(1);
-        return std::string(start) + "...";
+        return std::string(FirstCharacters(text, width - 3)) + "...";
     }
 
     void EndLine()

@@ -22,16 +22,6 @@ constexpr std::chrono::milliseconds kBetween{100};
 constexpr std::size_t kBarWidth = 20;
 constexpr double kLeastDone = 0.01; // before, the time left is a guess
 
-// The start of a printable text, cut to at most `width` characters.
-std::string_view Cut(std::string_view text, std::size_t width)
-{
-    while (CharacterCount(text) > width)
-        text.remove_suffix(1);
-    while (!IsUtf8(text))
-        text.remove_suffix(1);
-    return text;
-}
-
 std::string TimeLeft(double done, double seconds)
 {
     constexpr std::int64_t kMinute = 60;
@@ -86,7 +76,7 @@ std::string ProgressText(std::string_view title, double done, double seconds, st
     const auto filled = static_cast<std::size_t>(part * static_cast<double>(kBarWidth));
     const std::string line = fmt::format("[{:-<{}}] {:3}%{}: {}", std::string(filled, '#'), kBarWidth,
                                          static_cast<int>(part * 100), TimeLeft(part, seconds), title);
-    return std::string(Cut(line, width));
+    return std::string(FirstCharacters(line, width));
 }
 
 ProgressLine::ProgressLine(std::string title, bool isQuiet, ProgressMeasure measure)

@@ -70,10 +70,7 @@ std::string Shortened(const std::string& text, std::size_t width)
     if (CharacterCount(text) <= width)
         return text;
     const std::size_t dots = std::min(kEllipsis.size(), width);
-    std::size_t bytes = 0;
-    for (std::size_t left = width - dots; CharacterCount({text.data(), bytes}) < left || !IsUtf8({text.data(), bytes});)
-        ++bytes;
-    return text.substr(0, bytes).append(kEllipsis.substr(0, dots));
+    return std::string(FirstCharacters(text, width - dots)).append(kEllipsis.substr(0, dots));
 }
 
 std::size_t TotalWidth(const std::vector<std::size_t>& widths)

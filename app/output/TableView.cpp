@@ -58,7 +58,12 @@ std::vector<std::size_t> FindColumns(const Columns& columns, const TableKind& ki
     std::vector<std::size_t> found;
     found.reserve(names.size());
     for (const std::string& name : names)
-        found.push_back(FindColumn(columns, kind, name));
+    {
+        const std::size_t column = FindColumn(columns, kind, name);
+        if (std::find(found.begin(), found.end(), column) != found.end())
+            throw ExitError(ExitCode::WrongUsage, fmt::format("the column \"{}\" is given twice", Printable(name)));
+        found.push_back(column);
+    }
     return found;
 }
 

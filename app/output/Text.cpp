@@ -138,6 +138,15 @@ std::size_t CharacterCount(std::string_view utf8) noexcept
         std::count_if(utf8.begin(), utf8.end(), [](char byte) { return !IsContinuation(byte); }));
 }
 
+std::string_view FirstCharacters(std::string_view utf8, std::size_t count) noexcept
+{
+    std::size_t size = 0;
+    for (; size < utf8.size(); ++size)
+        if (!IsContinuation(utf8[size]) && count-- == 0)
+            break;
+    return utf8.substr(0, size);
+}
+
 NumberText::NumberText(double number) noexcept
 {
     std::string_view fixed;

@@ -7,6 +7,9 @@
 #include <string_view>
 
 // Whether the bytes are well-formed UTF-8: no overlong forms, no surrogates, nothing above U+10FFFF.
+// The start of a text in UTF-8: at most that many characters.
+std::string_view FirstCharacters(std::string_view utf8, std::size_t count) noexcept;
+
 bool IsUtf8(std::string_view bytes) noexcept;
 
 // Converts every byte to the character of that number, U+0000 to U+00FF, in UTF-8.

@@ -45,7 +45,8 @@ double SizeBelow(const std::string& directory, const std::vector<std::string>* s
         if (isForeign)
             entry.disable_recursion_pending();
         else if (entry->is_regular_file(ignored))
-            size += static_cast<double>(entry->file_size(ignored));
+            if (const std::uintmax_t bytes = entry->file_size(ignored); !ignored)
+                size += static_cast<double>(bytes);
     }
     return size;
 }

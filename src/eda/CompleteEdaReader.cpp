@@ -275,8 +275,9 @@ private:
         CPlainTail tail;
         if (m_outlines == nullptr || !fields.Keyword(keyword))
             return nullptr;
-        for (std::size_t i = 0; i < texts.size(); ++i)
-            if (i < Numbers ? !fields.NumberText(texts[i]) : !fields.Text(texts[i]))
+        std::size_t taken = 0;
+        for (std::string_view& text : texts)
+            if (taken++ < Numbers ? !fields.NumberText(text) : !fields.Text(text))
                 return nullptr;
         if (!fields.End(tail))
             return nullptr;

@@ -131,6 +131,17 @@ TEST(BoardInfo, HolesAreThroughBlindOrBuriedByTheLayersAtTheirEnds)
     EXPECT_EQ(FactOf(job, "Drilled"), "50 holes");
 }
 
+TEST(BoardInfo, ANameOfEndlessLengthIsCut)
+{
+    // Shortening it sign by sign would not end in time.
+    std::string name;
+    for (int i = 0; i < 500'000; ++i)
+        name += "\u00e4";
+    const TempDir directory;
+    const std::string job = MakeFourLayers(directory, LayerRow(5, "SIGNAL", name));
+    EXPECT_THAT(FactOf(job, "Copper"), testing::EndsWith("\u00e4..."));
+}
+
 TEST(BoardInfo, PlatingComesFromTheAttributeElseFromTheTools)
 {
     const TempDir directory;

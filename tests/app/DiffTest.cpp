@@ -388,6 +388,42 @@ TEST(JobxDiff, ManyMovedFeaturesTakeNoMoreThanTheirShare)
                 HasSubstr("Features    top: " + std::to_string(kCount) + " moved by up to "));
 }
 
+TEST(JobxDiff, ManyFeaturesOfOnePlaceMovedToAnotherTakeNoMoreThanTheirShare)
+{
+    // They differ in y only; comparing each with each would not end in time.
+    constexpr int kCount = kIsSlowBuild ? 10'000 : 100'000;
+    std::string before = "UNITS=MM\n$0 r1000\n";
+    std::string after = before;
+    for (int i = 0; i < kCount; ++i)
+    {
+        before += PadAt(1, 0);
+        after += PadAt(1, 5.5);
+    }
+    const TempDir directoryA;
+    const TempDir directoryB;
+    EXPECT_THAT(RunJobx({"diff", MakeJob(directoryA, before), MakeJob(directoryB, after), "--messages", "none"}).out,
+                HasSubstr("Features    top: " + std::to_string(kCount) + " moved by 0, 5.5 mm"));
+}
+
+TEST(JobxDiff, NumbersWithinTheToleranceAreEqualWhereverTheyLie)
+{
+    // On both sides of multiples of the tolerance.
+    constexpr int kCount = 1000;
+    std::string before = "UNITS=MM\n$0 r1000\n";
+    std::string after = before;
+    for (int i = 0; i < kCount; ++i)
+    {
+        before += PadAt(i * 0.0137, -i * 0.0071);
+        after += PadAt(i * 0.0137 + 0.0099, -i * 0.0071 - 0.0099);
+    }
+    const TempDir directoryA;
+    const TempDir directoryB;
+    const std::string a = MakeJob(directoryA, before);
+    const std::string b = MakeJob(directoryB, after);
+    EXPECT_EQ(RunJobx({"diff", a, b, "--messages", "none", "--tolerance", "0.01"}).exitCode, 0);
+    EXPECT_EQ(RunJobx({"diff", a, b, "--messages", "none", "--tolerance", "0.0098"}).exitCode, 1);
+}
+
 TEST(JobxDiff, RecordsOfOneKindMakePairsWhateverStandsBetween)
 {
     const TempDir directoryA;

@@ -119,6 +119,7 @@ TEST(JobxTableView, ColumnsAreChosenByKeyOrTitleAndAWrongOneGetsTheNearestName)
               "name, part, package, x, y, rotation, mirror, toeprints, properties, attributes, value, mount, "
               "side, height, unit; did you mean \"package\"?\n");
     EXPECT_EQ(RunJobx({"components", job, "--sort", "nam"}).exitCode, 2);
+    EXPECT_EQ(run("name,x,Name").err, "jobx: the column \"Name\" is given twice\n");
 }
 
 TEST(JobxTableView, WideShowsEveryColumn)

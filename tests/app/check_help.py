@@ -6,6 +6,7 @@ shell has to offer the same commands and long options, and values and names of t
 installed and nothing else is wrong.
 """
 
+import os
 import re
 import shutil
 import subprocess
@@ -177,6 +178,23 @@ def check_values(offers):
     offers("no number", set(), "write", "board", "--scale", "")
 
 
+def check_quoted_names(offers, netlist):
+    """Inside quotation marks, too, a name is only a name."""
+    text = netlist.read_text()
+    for name, double, single in (
+        ("HOT$(reboot)", r"HOT\$(reboot)", "HOT$(reboot)"),
+        ("HOT`reboot`", r"HOT\`reboot\`", "HOT`reboot`"),
+        ('HOT";reboot', r"HOT\";reboot", 'HOT";reboot'),
+        ("HOT';reboot", "HOT';reboot", None),
+        ("HOT\\", r"HOT\\", "HOT\\"),
+        ("HOT!reboot", None, "HOT!reboot"),
+    ):
+        netlist.write_text(text.replace("XT-(1)", name))
+        for mark, wanted in (('"', double), ("'", single)):
+            offers(f"{name} behind {mark}", {wanted} - {None}, "nets", "board", "--net", mark + "HO")
+    netlist.write_text(text)
+
+
 def check_names(offers, board, shell):
     """Names come from the job in the command line, wherever it stands."""
     offers("steps", {"PCB", "PANEL"}, "nets", "board", "--step", "P")
@@ -190,6 +208,17 @@ def check_names(offers, board, shell):
     netlist = board / "steps" / "pcb" / "netlists" / "cadnet" / "netlist"
     netlist.write_text(netlist.read_text().replace(" XT1", " XT-(1)").replace(" XT2", " $(reboot)"))
     offers("odd nets", {shell.quoted("XT-(1)")}, "nets", "board", "--net", "XT")
+    if shell.name == "bash":
+        check_quoted_names(offers, netlist)
+    netlist.unlink()
+    os.mkfifo(netlist)
+    offers("no nets of a pipe, but those of the EDA data", {"XT1", "XT2"}, "nets", "board", "--net", "XT")
+    netlist.unlink()
+    netlist.symlink_to("/dev/zero")
+    offers("no nets of a device, but those of the EDA data", {"XT1", "XT2"}, "nets", "board", "--net", "XT")
+    netlist.unlink()
+    netlist.write_text("$1 XT1\n$2 XT" + "x" * 300 + "\n$3 XT2" + " " * 100000 + "\n$4 XT3\n")
+    offers("nets before a line of endless length", {"XT1"}, "nets", "board", "--net", "XT")
     netlist.unlink()
     offers("nets of the EDA data", {"XT1", "XT2"}, "nets", "board", "--net", "XT")
     matrix = board / "matrix" / "matrix"
