@@ -199,7 +199,7 @@ private:
     std::vector<Unpaired> m_b;
     std::vector<bool> m_isPairedA;
     std::vector<bool> m_isPairedB;
-    std::map<std::string, Group> m_groups; // by what the features say
+    std::map<std::string, Group> m_groups; // by everything but the position
     std::vector<MovedPair> m_pairs;
 };
 
