@@ -1,6 +1,7 @@
 // The whole public interface of the library: include this one header.
 #pragma once
 
+#include "change/CJOBXresult.h"
 #include "compact/CCopyableArray.h"
 #include "compact/CCopyablePtr.h"
 #include "compact/CODB.h"
