@@ -44,6 +44,7 @@
 #include "foundation/CJOBXattributeList.h"
 #include "foundation/CJOBXidentified.h"
 #include "foundation/CJOBXkeyed.h"
+#include "foundation/CJOBXsourced.h"
 #include "foundation/CJOBXtailed.h"
 #include "foundation/CJOBXunit.h"
 #include "foundation/CLogFile.h"

@@ -2,6 +2,7 @@
 
 #include "components/CJOBXcmpTop.h"
 #include "foundation/CJOBXProperty.h"
+#include "foundation/CJOBXsourced.h"
 #include "foundation/CJOBXtailed.h"
 #include "foundation/base/CExPtrArray.h"
 #include "foundation/base/CJOBXrecord.h"
@@ -15,7 +16,7 @@
 // One placed component: its package, place, names, properties, attributes and toeprints.
 // Units:     lengths in the unit of its file; the rotation in degrees as in the file.
 // Ownership: owned by its array; owns its toeprints, properties and attributes; not copyable.
-class JOBX_API CJOBXcmp : public CJOBXrecord, public CJOBXtailed
+class JOBX_API CJOBXcmp : public CJOBXrecord, public CJOBXtailed, public CJOBXsourced
 {
 public:
     CJOBXcmp();
@@ -33,25 +34,20 @@ public:
     CJOBXcmpTop* pGetODBcmpToeFromID(int pin) const;
 
     // The line of its file on which it stands, counted from 1; 0 after classic reading.
-    int GetLine() const { return m_nLine; }
-    void SetLine(int line) { m_nLine = line; }
+    int GetLine() const { return GetSourceLine(); }
+    void SetLine(int line) { SetSourceLine(line); }
     // Multiplies its location and those of its toeprints by `factor`.
     void UnitConvert(const double& factor);
 
     int m_nNumber = -1; // from the comment line above the component
     int m_nSide = -1;   // 0 for a bottom component; only the host sets it
     int m_nMirror = 0;  // 1 if mirrored
+    int m_nPkgRef = -1; // index into the EDA data's packages
     CJOBXcmpTopArray m_arrTops;
     CString m_sPartName;
     CString m_sName; // the reference designator
     double m_dRotation = 0.0;
     CPointD m_ptLocation;
-    int m_nPkgRef = -1; // index into the EDA data's packages
-
-private:
-    int m_nLine = 0; // here it takes no room
-
-public:
     CLPropertyArray m_arrProperties; // from PRP lines
     CJOBXPropertyArray
         m_arrAttributes; // from the text after ";" on its line; in classic reading also on those of its toeprints

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/CJOBXsourced.h"
 #include "foundation/CJOBXtailed.h"
 #include "foundation/base/CExPtrArray.h"
 #include "foundation/base/CJOBXrecord.h"
@@ -10,7 +11,7 @@
 // A toeprint: the place where a pin of a placed component meets the board, and its net.
 // Units:     lengths in the unit of its file; the rotation in degrees as in the file.
 // Ownership: owned by its component's list; not copyable.
-class JOBX_API CJOBXcmpTop : public CJOBXrecord, public CJOBXtailed
+class JOBX_API CJOBXcmpTop : public CJOBXrecord, public CJOBXtailed, public CJOBXsourced
 {
 public:
     CJOBXcmpTop();

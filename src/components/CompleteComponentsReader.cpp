@@ -200,7 +200,7 @@ private:
     {
         auto component = record_pool::New<CJOBXcmp>();
         component->m_nNumber = static_cast<int>(m_file.m_arrCmps.GetSize());
-        component->SetLine(Line());
+        component->SetSourceLine(Line());
         component->m_nPkgRef = fields.package;
         component->m_ptLocation = fields.location;
         component->m_dRotation = fields.rotation;
@@ -230,6 +230,7 @@ private:
     void AddToeprint(const ToeprintFields& fields, const Tail& tail)
     {
         auto top = record_pool::New<CJOBXcmpTop>();
+        top->SetSourceLine(Line());
         top->m_nPin = fields.pin;
         top->m_ptLocation = fields.location;
         top->m_dRotation = fields.rotation;

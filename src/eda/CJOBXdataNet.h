@@ -2,11 +2,12 @@
 
 #include "eda/CJOBXSnt.h"
 #include "foundation/CJOBXProperty.h"
+#include "foundation/CJOBXsourced.h"
 #include "foundation/CJOBXtailed.h"
 
 // A net: its name and its subnets.
 // Ownership: owned by its array, owns its subnets and properties; not copyable.
-class JOBX_API CJOBXdataNet : public CJOBXrecord, public CJOBXtailed
+class JOBX_API CJOBXdataNet : public CJOBXrecord, public CJOBXtailed, public CJOBXsourced
 {
 public:
     CJOBXdataNet() = default;

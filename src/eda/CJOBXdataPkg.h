@@ -2,13 +2,14 @@
 
 #include "eda/CJOBXdataPkgPin.h"
 #include "foundation/CJOBXProperty.h"
+#include "foundation/CJOBXsourced.h"
 #include "foundation/CJOBXtailed.h"
 #include "foundation/corekit/CLProperty.h"
 
 // A package: a footprint shared by components, with outlines and pins.
 // Units:     lengths in the unit of the file.
 // Ownership: owned by its array, owns its outlines, pins, properties and attributes; copies are deep.
-class JOBX_API CJOBXdataPkg : public CJOBXrecord, public CJOBXtailed
+class JOBX_API CJOBXdataPkg : public CJOBXrecord, public CJOBXtailed, public CJOBXsourced
 {
 public:
     CJOBXdataPkg() = default;

@@ -1,13 +1,14 @@
 #pragma once
 
 #include "eda/CJOBXdataPkgObj.h"
+#include "foundation/CJOBXsourced.h"
 #include "foundation/CJOBXtailed.h"
 
 // A pin of a package.
 // Units:     lengths in the unit of the file. A unit change does not change the hole size; this is intended.
 // Ownership: owned by its array, owns its outlines; copies are deep.
 // Complete reading appends the properties of a pin (PRP records) to its attributes; they have no number.
-class JOBX_API CJOBXdataPkgPin : public CJOBXrecord, public CJOBXtailed
+class JOBX_API CJOBXdataPkgPin : public CJOBXrecord, public CJOBXtailed, public CJOBXsourced
 {
 public:
     CJOBXdataPkgPin() = default;

@@ -352,6 +352,7 @@ private:
         BeginRecord();
         auto net = record_pool::New<CJOBXdataNet>();
         net->m_nNumber = static_cast<int>(m_data.m_arrNets.GetSize());
+        net->SetSourceLine(Line());
         net->m_sName = name;
         m_attributes.Take(tail, Line(), *net);
         CheckName(name);
@@ -426,6 +427,7 @@ private:
         BeginRecord();
         auto package = record_pool::New<CJOBXdataPkg>();
         package->m_nNumber = static_cast<int>(m_data.m_arrPkgs.GetSize());
+        package->SetSourceLine(Line());
         fields.Text(package->m_sName);
         fields.Real(package->m_dPitch);
         fields.Point(package->m_ptLowerLeft);
@@ -453,6 +455,7 @@ private:
     void AddPin(const PinFields& fields, const Tail& tail)
     {
         auto pin = record_pool::New<CJOBXdataPkgPin>();
+        pin->SetSourceLine(Line());
         pin->m_sName = fields.name;
         pin->m_sType = fields.type;
         pin->m_ptCenter = fields.center;

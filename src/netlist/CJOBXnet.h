@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/CJOBXsourced.h"
 #include "foundation/CJOBXtailed.h"
 #include "foundation/base/CExPtrArray.h"
 #include "foundation/base/CJOBXrecord.h"
@@ -10,7 +11,7 @@
 // A net of the netlist: its number, its name and its test points.
 // Units:     lengths in the unit of its file.
 // Ownership: owned by its array; owns its points; not copyable.
-class JOBX_API CJOBXnet : public CJOBXrecord, public CJOBXtailed
+class JOBX_API CJOBXnet : public CJOBXrecord, public CJOBXtailed, public CJOBXsourced
 {
 public:
     CJOBXnet();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/CJOBXsourced.h"
 #include "foundation/CJOBXtailed.h"
 #include "foundation/base/CExPtrArray.h"
 #include "foundation/base/CJOBXrecord.h"
@@ -13,7 +14,7 @@
 // One test point of a net.
 // Units:     lengths in the unit of its file.
 // Ownership: owned by its array; not copyable.
-class JOBX_API CJOBXnetPt : public CJOBXrecord, public CJOBXtailed
+class JOBX_API CJOBXnetPt : public CJOBXrecord, public CJOBXtailed, public CJOBXsourced
 {
 public:
     CJOBXnetPt();

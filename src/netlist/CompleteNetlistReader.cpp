@@ -214,6 +214,7 @@ private:
     void AddNet(int number, std::string_view name, const Tail& tail)
     {
         auto net = record_pool::New<CJOBXnet>();
+        net->SetSourceLine(Line());
         net->m_nNumber = number;
         net->m_sName = name;
         m_attributes.Take(tail, Line(), *net);
@@ -248,6 +249,7 @@ private:
     void AddPoint(const PointFields& fields, const StaggeredFields& staggered, std::string_view flags, const Tail& tail)
     {
         auto point = record_pool::New<CJOBXnetPt>();
+        point->SetSourceLine(Line());
         point->m_dRadius = fields.radius;
         point->m_ptPosition = fields.position;
         point->m_sSide = fields.side;

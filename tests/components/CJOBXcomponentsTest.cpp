@@ -118,6 +118,8 @@ TEST(Components, RecordsOfWhichABoardHasManyStaySmall)
 {
     EXPECT_LE(sizeof(CJOBXcmp), 152U);
     EXPECT_LE(sizeof(CJOBXcmpTop), 72U);
+    EXPECT_LE(sizeof(CJOBXnet), 56U);
+    EXPECT_LE(sizeof(CJOBXnetPt), 144U);
 }
 
 TEST(Components, Reader_MissingFileGivesOneAndChangesNothing)

@@ -123,7 +123,26 @@ TEST(EdaModel, RecordsOfWhichABoardHasManyStaySmall)
     EXPECT_LE(sizeof(CJOBXdataNetObj), 40U) << "a board has millions of them";
     EXPECT_LE(sizeof(CJOBXSnt), 128U);
     EXPECT_LE(sizeof(CJOBXdataPkgObj), 48U);
-    EXPECT_LE(sizeof(CJOBXdataPkgPin), 104U);
+    EXPECT_LE(sizeof(CJOBXdataPkgPin), 112U);
+    EXPECT_LE(sizeof(CJOBXdataPkg), 184U);
+    EXPECT_LE(sizeof(CJOBXdataNet), 80U);
+}
+
+TEST(EdaModel, CopiesComeFromNoLine)
+{
+    CJOBXdataPkg package;
+    package.SetSourceLine(7);
+    package.m_arrPins.Add(new CJOBXdataPkgPin);
+    package.m_arrPins.GetAt(0)->SetSourceLine(8);
+    const std::unique_ptr<CJOBXdataPkg> copy(package.clone());
+    EXPECT_EQ(copy->GetSourceLine(), 0);
+    EXPECT_EQ(copy->m_arrPins.GetAt(0)->GetSourceLine(), 0);
+    EXPECT_TRUE(*copy == package) << "the line is no content";
+    CJOBXdataPkg other;
+    other.SetSourceLine(3);
+    other = package;
+    EXPECT_EQ(other.GetSourceLine(), 3);
+    EXPECT_EQ(package.GetSourceLine(), 7);
 }
 
 TEST(EdaModel, RecordsWithoutACopyOperationCannotBeCopied)

@@ -68,6 +68,19 @@ TEST(CompleteComponents, NeedNoCommentAboveThem)
     EXPECT_EQ(result.Component(1).m_nNumber, 1);
 }
 
+TEST(CompleteComponents, RecordsKnowTheirLines)
+{
+    const Result result = Read("\nCMP 0 1 2 0 N A p\nTOP 0 3 4 0 N 0 0 1\n\ntop  1 3 4 0 N 0 0 2\n"
+                               "cmp  0 1 2 0 N B p\n");
+    EXPECT_EQ(result.codes, Strings{});
+    EXPECT_EQ(result.Component(0).GetSourceLine(), 2);
+    EXPECT_EQ(result.Component(0).GetLine(), 2);
+    ASSERT_EQ(result.Component(0).m_arrTops.GetSize(), 2);
+    EXPECT_EQ(result.Component(0).m_arrTops.GetAt(0)->GetSourceLine(), 3);
+    EXPECT_EQ(result.Component(0).m_arrTops.GetAt(1)->GetSourceLine(), 5);
+    EXPECT_EQ(result.Component(1).GetSourceLine(), 6);
+}
+
 TEST(CompleteComponents, WhatIsWrongIsReportedWithItsLine)
 {
     const struct

@@ -91,6 +91,27 @@ TEST(CompleteEda, PropertiesBehindAPinBelongToThePin)
     EXPECT_EQ(result.Package(1).m_arrProperties.GetSize(), 1);
 }
 
+TEST(CompleteEda, RecordsKnowTheirLines)
+{
+    const Result result = Read("LYR top\n\nNET A\nSNT VIA\nFID C 0 0\n# unusual lines now\nnet  B\nsnt  VIA\n"
+                               "fid  C 0 0\n\nPKG P 0 0 0 0 0\nPIN 1 S 0 0 0 E S\nCR 0 0 1\npin  2 S 0 0 0 E S\n"
+                               "cr  0 0 1\npkg  Q 0 0 0 0 0\n");
+    EXPECT_EQ(Codes(result), Strings{});
+    EXPECT_EQ(result.Net(0).GetSourceLine(), 3);
+    EXPECT_EQ(result.Net(0).m_arrSnts.GetAt(0)->m_nLineNumber, 4);
+    EXPECT_EQ(result.Net(0).m_arrSnts.GetAt(0)->m_arrNetObjs.GetAt(0)->m_nLineNumber, 5);
+    EXPECT_EQ(result.Net(1).GetSourceLine(), 7);
+    EXPECT_EQ(result.Net(1).m_arrSnts.GetAt(0)->m_nLineNumber, 8);
+    EXPECT_EQ(result.Net(1).m_arrSnts.GetAt(0)->m_arrNetObjs.GetAt(0)->m_nLineNumber, 9);
+    EXPECT_EQ(result.Package(0).GetSourceLine(), 11);
+    ASSERT_EQ(result.Package(0).m_arrPins.GetSize(), 2);
+    EXPECT_EQ(result.Package(0).m_arrPins.GetAt(0)->GetSourceLine(), 12);
+    EXPECT_EQ(result.Package(0).m_arrPins.GetAt(0)->m_arrOutlines.GetAt(0)->m_nLineNumber, 13);
+    EXPECT_EQ(result.Package(0).m_arrPins.GetAt(1)->GetSourceLine(), 14);
+    EXPECT_EQ(result.Package(0).m_arrPins.GetAt(1)->m_arrOutlines.GetAt(0)->m_nLineNumber, 15);
+    EXPECT_EQ(result.Package(1).GetSourceLine(), 16);
+}
+
 TEST(CompleteEda, UnitsOfTheFileWinOverThoseOfTheJob)
 {
     EXPECT_EQ(Read("HDR x\n").Data().GetUnit(), JOBXunit::Millimetre) << "misc/info";

@@ -48,6 +48,17 @@ TEST(CompleteNetlist, ReadsHeaderUnitsTailsAndFlags)
     EXPECT_EQ(TextOf(point.GetFlags()[0]), "v");
 }
 
+TEST(CompleteNetlist, RecordsKnowTheirLines)
+{
+    const Result result = Read("H optimize n staggered n\n$0 GND\n$1  VCC\n0 0.5 1 2 T e e\n\n1 0.5 1  2 T e e\n");
+    EXPECT_EQ(result.codes, Strings{});
+    ASSERT_EQ(result.File().m_arrNets.GetSize(), 2);
+    EXPECT_EQ(result.File().m_arrNets.GetAt(0)->GetSourceLine(), 2);
+    EXPECT_EQ(result.File().m_arrNets.GetAt(1)->GetSourceLine(), 3);
+    EXPECT_EQ(result.File().m_arrNets.GetAt(0)->m_arrPts.GetAt(0)->GetSourceLine(), 4);
+    EXPECT_EQ(result.File().m_arrNets.GetAt(1)->m_arrPts.GetAt(0)->GetSourceLine(), 6);
+}
+
 TEST(CompleteNetlist, PointsOfNoNetAreKept)
 {
     const Result result = Read("$0 GND\n7 0.5 1 2 T e e\n0 0.5 1 2 T e e\n");

@@ -82,6 +82,7 @@ const std::set<std::string> kWithoutOperations = {
     "CKDiagnosticSink",                                         // the host's own
     "CJOBXmessageSink", "CJOBXblockTaker", "CJOBXgzipExpander", // likewise
     "CJOBXreading",     "CJOBXidentified", "CJOBXmeasured",     // no texts
+    "CJOBXsourced",                                             // likewise
 };
 } // namespace
 
