@@ -2,6 +2,7 @@
 
 #include "foundation/CJOBXidentified.h"
 #include "foundation/CJOBXkeyed.h"
+#include "foundation/CJOBXsourced.h"
 #include "foundation/base/CExPtrArray.h"
 #include "foundation/framework/CRaisingNew.h"
 #include "foundation/framework/CString.h"
@@ -10,7 +11,7 @@
 
 // One row of a job's matrix: a layer. Texts are as in the file, trimmed. Not copyable. The library itself tests only
 // for "BOARD" (context), "SIGNAL", "POWER_GROUND" and "DRILL" (type).
-class JOBX_API CJOBXmatrixLayer : public CRaisingNew, public CJOBXkeyed, public CJOBXidentified
+class JOBX_API CJOBXmatrixLayer : public CRaisingNew, public CJOBXkeyed, public CJOBXidentified, public CJOBXsourced
 {
 public:
     CJOBXmatrixLayer();

@@ -2,6 +2,7 @@
 
 #include "foundation/CJOBXidentified.h"
 #include "foundation/CJOBXkeyed.h"
+#include "foundation/CJOBXsourced.h"
 #include "foundation/base/CExPtrArray.h"
 #include "foundation/framework/CRaisingNew.h"
 #include "foundation/framework/CString.h"
@@ -9,7 +10,7 @@
 #include <cstdio>
 
 // One column of a job's matrix: a step. Not copyable.
-class JOBX_API CJOBXmatrixStep : public CRaisingNew, public CJOBXkeyed, public CJOBXidentified
+class JOBX_API CJOBXmatrixStep : public CRaisingNew, public CJOBXkeyed, public CJOBXidentified, public CJOBXsourced
 {
 public:
     CJOBXmatrixStep();

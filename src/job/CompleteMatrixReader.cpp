@@ -80,11 +80,13 @@ private:
         if (m_lines.Begins(matrix_format::kLayer))
         {
             m_layer = m_matrix.m_arrLayers.Own(std::make_unique<CJOBXmatrixLayer>());
+            m_layer->SetSourceLine(m_lines.Line());
             m_layers.push_back({m_layer, m_lines.Line()});
         }
         else if (m_lines.Begins(matrix_format::kStep))
         {
             m_step = m_matrix.m_arrSteps.Own(std::make_unique<CJOBXmatrixStep>());
+            m_step->SetSourceLine(m_lines.Line());
             m_steps.push_back({m_step, m_lines.Line()});
         }
         return m_layer != nullptr || m_step != nullptr;

@@ -2,6 +2,7 @@
 
 #include "foundation/CJOBXProperty.h"
 #include "foundation/CJOBXidentified.h"
+#include "foundation/CJOBXsourced.h"
 #include "foundation/base/CExPtrArray.h"
 #include "foundation/base/CJOBXrecord.h"
 #include "foundation/corekit/CPointD.h"
@@ -19,7 +20,7 @@
 // geometry does not change.
 // Units:     lengths in the unit of their file, angles in degrees.
 // Ownership: owned by its layer's array; not copyable.
-class JOBX_API CJOBXlayObj : public CJOBXrecord, public CJOBXidentified
+class JOBX_API CJOBXlayObj : public CJOBXrecord, public CJOBXidentified, public CJOBXsourced
 {
 public:
     CJOBXlayObj() = default;
@@ -125,12 +126,12 @@ private:
     const CJOBXPropertyArray* FindProperties() const noexcept;
     Extras& MakeExtras();
 
-    int m_nDcode = 0; // beside the unique number, so that no room is lost
     // 0, or the address of the property list that the record borrows from its file, or, with the lowest bit set, the
     // address of the record's own extras.
     std::uintptr_t m_nLink = 0;
     int m_nSymbol = -1;
     int m_nIndex = 0;
+    int m_nDcode = 0;
     char m_cPolarity = 'P';
     char m_cType = kEmptyText;
     bool m_bIsAmongPlain = false; // among records that own nothing

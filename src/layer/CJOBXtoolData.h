@@ -2,6 +2,7 @@
 
 #include "foundation/CJOBXidentified.h"
 #include "foundation/CJOBXkeyed.h"
+#include "foundation/CJOBXsourced.h"
 #include "foundation/base/CExPtrArray.h"
 #include "foundation/framework/CRaisingNew.h"
 #include "foundation/framework/CString.h"
@@ -11,7 +12,7 @@
 // One drill tool of a drill layer.
 // Units:     tolerances and sizes in the unit of its tool list.
 // Ownership: a plain value; copies have every member.
-class JOBX_API CJOBXtoolData : public CRaisingNew, public CJOBXkeyed, public CJOBXidentified
+class JOBX_API CJOBXtoolData : public CRaisingNew, public CJOBXkeyed, public CJOBXidentified, public CJOBXsourced
 {
 public:
     CJOBXtoolData();

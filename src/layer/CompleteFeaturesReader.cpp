@@ -114,6 +114,8 @@ public:
 private:
     friend CPlainFeatureLines;
 
+    static constexpr bool kKeepsLines = true;
+
     struct Tail
     {
         const CJOBXPropertyArray* properties = nullptr;
@@ -394,8 +396,14 @@ private:
         EndSurface();
         Record record;
         const Tail tail = TakeLine(line, record);
-        m_builder.AddFeature(record, tail.properties).SetID(tail.id);
+        Finish(m_builder.AddFeature(record, tail.properties), tail);
         return true;
+    }
+
+    void Finish(CJOBXlayObj& feature, const Tail& tail)
+    {
+        feature.SetID(tail.id);
+        feature.SetSourceLine(Line());
     }
 
     bool OnSurface(std::string_view line)
@@ -403,7 +411,7 @@ private:
         EndSurface();
         SurfaceFields record;
         const Tail tail = TakeLine(line, record);
-        m_builder.OpenSurface(record, tail.properties).SetID(tail.id);
+        Finish(m_builder.OpenSurface(record, tail.properties), tail);
         m_surfaceLine = Line();
         return true;
     }

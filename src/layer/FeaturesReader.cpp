@@ -46,6 +46,7 @@ public:
 private:
     friend CPlainFeatureLines;
 
+    static constexpr bool kKeepsLines = false;
     static bool Accepts(const FeatureFields& /*record*/, const char* /*end*/) noexcept { return true; }
     bool TakesSegments() const noexcept { return m_builder.HasContour(); }
     bool TakesCurves() const noexcept { return m_builder.HasContour() && m_builder.HasSurface(); }

@@ -15,6 +15,7 @@
 //     bool FindProperties(std::string_view list, const CJOBXPropertyArray*& properties)
 //                                                           of an attribute list without blanks; false to leave the line
 //     bool TakeTail(CPlainFields& fields, __int64& id)      what follows the ";" behind the list; false likewise
+//     bool kKeepsLines                                      whether features know their lines
 template <class Reading>
 class CPlainFeatureLines
 {
@@ -41,11 +42,11 @@ private:
         switch (at[0])
         {
         case features_format::kLine:
-            return at[1] == ' ' ? OnPlainFeature<LineFields>({at + 2, end}) : nullptr;
+            return at[1] == ' ' ? OnPlainFeature<LineFields>({at + 2, end}, lineNumber) : nullptr;
         case features_format::kPad:
-            return at[1] == ' ' ? OnPlainFeature<PadFields>({at + 2, end}) : nullptr;
+            return at[1] == ' ' ? OnPlainFeature<PadFields>({at + 2, end}, lineNumber) : nullptr;
         case features_format::kArc:
-            return at[1] == ' ' ? OnPlainFeature<ArcFields>({at + 2, end}) : nullptr;
+            return at[1] == ' ' ? OnPlainFeature<ArcFields>({at + 2, end}, lineNumber) : nullptr;
         case features_format::kContour:
             return OnPlainContourLine(at, end, lineNumber);
         default:
@@ -62,7 +63,7 @@ private:
     }
 
     template <class Record>
-    const char* OnPlainFeature(CPlainFields fields)
+    const char* OnPlainFeature(CPlainFields fields, [[maybe_unused]] int lineNumber)
     {
         Record record;
         if (!Take(fields, record) || !Reader().Accepts(record, fields.At()))
@@ -77,6 +78,8 @@ private:
         CJOBXlayObj& feature = m_builder.AddFeature(record, properties);
         if (id != CJOBXidentified::kNoID)
             feature.SetID(id);
+        if constexpr (Reading::kKeepsLines)
+            feature.SetSourceLine(lineNumber);
         return fields.At();
     }
     template <class Record>

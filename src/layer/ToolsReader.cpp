@@ -62,9 +62,11 @@ private:
     bool Open()
     {
         m_toolLine = m_lines.Line();
-        if (m_lines.Begins(tools_format::kTool))
-            m_tool = m_tools.GetToolDataArray()->Own(std::make_unique<CJOBXtoolData>());
-        return m_tool != nullptr;
+        if (!m_lines.Begins(tools_format::kTool))
+            return false;
+        m_tool = m_tools.GetToolDataArray()->Own(std::make_unique<CJOBXtoolData>());
+        m_tool->SetSourceLine(m_toolLine);
+        return true;
     }
 
     void Close()

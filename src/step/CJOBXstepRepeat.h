@@ -2,6 +2,7 @@
 
 #include "foundation/CJOBXidentified.h"
 #include "foundation/CJOBXkeyed.h"
+#include "foundation/CJOBXsourced.h"
 #include "foundation/base/CExPtrArray.h"
 #include "foundation/corekit/CPointD.h"
 #include "foundation/corekit/CPointN.h"
@@ -14,7 +15,7 @@
 // One step-and-repeat entry: which step is placed where, and how often.
 // Units:     lengths in the unit of its file; the angle in degrees.
 // Ownership: owned by its array; not copyable.
-class JOBX_API CJOBXstepRepeat : public CRaisingNew, public CJOBXkeyed, public CJOBXidentified
+class JOBX_API CJOBXstepRepeat : public CRaisingNew, public CJOBXkeyed, public CJOBXidentified, public CJOBXsourced
 {
 public:
     CJOBXstepRepeat();

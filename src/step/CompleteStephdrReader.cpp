@@ -80,9 +80,11 @@ private:
     bool Open()
     {
         m_entryLine = m_lines.Line();
-        if (m_lines.Begins(stephdr_format::kEntry))
-            m_entry = m_header.m_arrStepRepeats.Own(std::make_unique<CJOBXstepRepeat>());
-        return m_entry != nullptr;
+        if (!m_lines.Begins(stephdr_format::kEntry))
+            return false;
+        m_entry = m_header.m_arrStepRepeats.Own(std::make_unique<CJOBXstepRepeat>());
+        m_entry->SetSourceLine(m_entryLine);
+        return true;
     }
 
     void Close()

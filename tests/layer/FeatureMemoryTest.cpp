@@ -78,6 +78,18 @@ void Burden(CJOBXlayObj& feature)
 }
 } // namespace
 
+TEST(FeatureMemory, FeaturesAreSmallBecauseABoardHasAMillionOfThem)
+{
+    EXPECT_LE(sizeof(CJOBXlayObj), 40U);
+    EXPECT_LE(sizeof(CJOBXlayObjLine), 72U);
+    EXPECT_LE(sizeof(CJOBXlayObjPad), 80U);
+    EXPECT_LE(sizeof(CJOBXlayObjArc), 88U);
+    EXPECT_LE(sizeof(CJOBXlayObjText), 112U);
+    EXPECT_LE(sizeof(CJOBXlayObjSurface), 64U);
+    EXPECT_LE(sizeof(CJOBXlayObjBarcode), 168U);
+    EXPECT_LE(sizeof(CJOBXlayObjOX), 56U);
+}
+
 TEST(FeatureMemory, FeatureTakenOutOutlivesItsLayer)
 {
     auto layer = ReadMany();

@@ -180,6 +180,23 @@ TEST_F(CompleteFeatures, HaveTextsAsTheyStandBetweenTheirQuotes)
     EXPECT_THAT(sink.lines, IsEmpty());
 }
 
+TEST_F(CompleteFeatures, KnowTheirLinesWhetherTheyArePlainOrNot)
+{
+    const std::string text = "$0 r1\nL 1 2 3 4 0 P 0\n\nP 1 2 0 P 0 0\n L 1 2 3 4 0 P 0\nA 1 2 3 4 5 6 0 P 0 Y\n"
+                             "T 1 2 standard P 0 0.1 0.1 1 'x' 1\r\nB 1 2 UPC39 s P 0 E 1 2 N N N Y B 'y'\n"
+                             "S P 0\nOB 0 0 I\nOS 1 0\nOE\nSE\nP 1 2 0 P 0 8 45\n";
+    const auto layer = Read(text);
+    std::vector<int> lines;
+    for (const CJOBXlayObj& feature : layer->GetFeatures()->Records())
+        lines.push_back(feature.GetSourceLine());
+    EXPECT_THAT(lines, ElementsAre(2, 4, 5, 6, 7, 8, 9, 14)) << "a surface has the one where it begins";
+    CLineScanner scanner(text);
+    CJOBXlayer classic;
+    ReadFeatures(scanner, classic);
+    EXPECT_EQ(classic.GetFeatures()->GetAt(0)->GetSourceLine(), 0) << "classic reading keeps none";
+    EXPECT_EQ(classic.GetFeatures()->GetAt(6)->GetSourceLine(), 0);
+}
+
 TEST_F(CompleteFeatures, HaveEveryFieldOfABarcode)
 {
     const auto layer = Read("B 1 2 UPC39 font N 8 45 E 0.1 0.2 Y N F S T 'it's' ;;ID=9\n");

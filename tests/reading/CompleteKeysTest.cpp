@@ -34,6 +34,7 @@ TEST(CompleteMatrix, KeepsEveryKey)
     const CJOBXmatrixStep& step = *matrix.m_arrSteps.GetAt(0);
     EXPECT_EQ(step.m_nColumn, 2) << "not the 5 of COLOR";
     EXPECT_EQ(step.GetID(), 7);
+    EXPECT_EQ(step.GetSourceLine(), 2) << "where its block begins";
     EXPECT_EQ(TextOf(step.pGetFurtherKeys()), "COLOR/0/5 WIDTH/0/9 ");
     ASSERT_EQ(matrix.m_arrLayers.GetSize(), 1);
     const CJOBXmatrixLayer& layer = *matrix.m_arrLayers.GetAt(0);
@@ -48,6 +49,7 @@ TEST(CompleteMatrix, KeepsEveryKey)
     EXPECT_EQ(layer.m_sAddType, "y");
     EXPECT_EQ(layer.m_sColor, "1");
     EXPECT_EQ(layer.GetID(), 8);
+    EXPECT_EQ(layer.GetSourceLine(), 9);
     EXPECT_EQ(TextOf(layer.pGetFurtherKeys()), "CU_TOP/0/18 NEW/0/a=b ");
     EXPECT_EQ(layer.sGetFurtherValue("cu_top"), "18");
     EXPECT_EQ(layer.sGetFurtherValue("CU_BOTTOM"), "");
@@ -143,6 +145,7 @@ TEST(CompleteStephdr, KeepsEveryKey)
     EXPECT_EQ(entry.m_sMirror, "yes");
     EXPECT_EQ(entry.m_sFlip, "NO");
     EXPECT_EQ(entry.GetID(), 9);
+    EXPECT_EQ(entry.GetSourceLine(), 12) << "where its block begins";
     EXPECT_EQ(TextOf(entry.pGetFurtherKeys()), "SPIN/0/1 ");
 }
 

@@ -120,8 +120,14 @@ TEST(CompleteTools, KeepEveryKey)
     EXPECT_EQ(tool.m_dDrillSize, 13.5);
     EXPECT_EQ(tool.GetID(), 9);
     EXPECT_EQ(TextOf(tool.pGetFurtherKeys()), "SHAPE/0/round ");
-    const CJOBXtoolData copy(tool);
+    EXPECT_EQ(tool.GetSourceLine(), 5) << "where its block begins";
+    EXPECT_EQ(tools.GetToolDataArray()->GetAt(1)->GetSourceLine(), 17);
+    CJOBXtoolData copy(tool);
     EXPECT_EQ(copy.sGetFurtherValue("shape"), "round");
+    EXPECT_EQ(copy.GetSourceLine(), 0) << "it comes from no file";
+    copy.SetSourceLine(7);
+    copy = tool;
+    EXPECT_EQ(copy.GetSourceLine(), 7) << "it is still the same record";
 }
 
 TEST(CompleteTools, AreWrittenAgain)
