@@ -4,15 +4,12 @@
 #include <array>
 #include <charconv>
 
-namespace
-{
 void AppendInteger(std::string& text, __int64 number)
 {
     std::array<char, 24> digits{};
     const auto printed = std::to_chars(digits.data(), digits.data() + digits.size(), number);
     text.append(digits.data(), printed.ptr);
 }
-} // namespace
 
 void AppendReal(std::string& text, double number)
 {

@@ -67,5 +67,7 @@ private:
     std::vector<Line> m_lines;
 };
 
-// Prints a number with the fewest digits that read back equal, without exponent and whatever the locale; -0 as 0.
+// Append a number: a real one with the fewest digits that read back equal, without exponent and whatever the locale; -0
+// as 0.
 void AppendReal(std::string& text, double number);
+void AppendInteger(std::string& text, __int64 number);
