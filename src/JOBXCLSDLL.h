@@ -2,6 +2,10 @@
 #pragma once
 
 #include "change/CJOBXresult.h"
+#include "change/JobAnonymity.h"
+#include "change/JobNames.h"
+#include "change/JobSelection.h"
+#include "change/RecordDeletion.h"
 #include "compact/CCopyableArray.h"
 #include "compact/CCopyablePtr.h"
 #include "compact/CODB.h"

@@ -29,3 +29,8 @@ CJOBXattributeList* CJOBXattributed::pMakeAttributeList()
             return m_pAttributeList.get();
         });
 }
+
+void CJOBXattributed::RemoveAttributeList() noexcept
+{
+    m_pAttributeList.reset();
+}

@@ -43,6 +43,8 @@ public:
     const CJOBXattributeList* pGetAttributeList() const noexcept { return m_pAttributeList.get(); }
     // The list for changes, borrowed; made if there is none.
     CJOBXattributeList* pMakeAttributeList();
+    // Deletes the list, if there is one.
+    void RemoveAttributeList() noexcept;
 
 protected:
     CJOBXattributed();

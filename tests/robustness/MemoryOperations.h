@@ -97,6 +97,7 @@ MemoryOperations CompactOperations();
 MemoryOperations EdaOperations();
 MemoryOperations LayerOperations();
 MemoryOperations JobOperations();
+MemoryOperations ChangeOperations();
 
 // Makes one with `new`.
 template <class T>

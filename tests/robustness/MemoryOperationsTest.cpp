@@ -118,12 +118,13 @@ JOBX_TRY_ALL(TheCompactModel, CompactOperations)
 JOBX_TRY_ALL(EdaDataAndComponents, EdaOperations)
 JOBX_TRY_ALL(ALayer, LayerOperations)
 JOBX_TRY_ALL(AJob, JobOperations)
+JOBX_TRY_ALL(AChange, ChangeOperations)
 
 TEST(MemoryOperations, EveryPublicClassHasOne)
 {
     std::set<std::string> tried = kWithoutOperations;
     for (const auto& operations : {FrameworkOperations, FoundationOperations, PointerArrayOperations, CompactOperations,
-                                   EdaOperations, LayerOperations, JobOperations})
+                                   EdaOperations, LayerOperations, JobOperations, ChangeOperations})
         for (const MemoryOperation& operation : operations())
             tried.insert(operation.type);
     std::ifstream exported(TestDataDir() + "/exported_symbols.txt");
