@@ -5,6 +5,7 @@
 #include "change/JobAnonymity.h"
 #include "change/JobNames.h"
 #include "change/JobSelection.h"
+#include "change/JobUnits.h"
 #include "change/RecordDeletion.h"
 #include "compact/CCopyableArray.h"
 #include "compact/CCopyablePtr.h"

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/CJOBXProperty.h"
 #include "foundation/CJOBXattributeList.h"
 #include "foundation/CJOBXkeyed.h"
 #include "foundation/CJOBXunit.h"
@@ -27,6 +28,10 @@ public:
     // The files of the whole job that no reader took; borrowed. Filled by complete reading only.
     CJOBXcarriedFileArray* GetCarriedFiles() { return &m_arrCarriedFiles; }
     const CJOBXcarriedFileArray* GetCarriedFiles() const { return &m_arrCarriedFiles; }
+    // What the numbers of attributes measure, as far as their definitions in the job say so: the name of the attribute
+    // and the key UNITS of its definition, such as INCH_MM; borrowed. Filled by complete reading only.
+    CJOBXPropertyArray* GetAttributeUnits() { return &m_arrAttributeUnits; }
+    const CJOBXPropertyArray* GetAttributeUnits() const { return &m_arrAttributeUnits; }
 
     int m_nODBVersionMajor = 6;
     int m_nODBVersionMinor = 0;
@@ -39,4 +44,5 @@ public:
 
 private:
     CJOBXcarriedFileArray m_arrCarriedFiles;
+    CJOBXPropertyArray m_arrAttributeUnits;
 };

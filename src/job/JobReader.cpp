@@ -86,10 +86,25 @@ void CJobReading::ReadInfoAndSymbols()
     ReadCompletely(m_context, info, *m_target.m_pMisc);
     m_job.unit = m_target.m_pMisc->GetUnit();
     ReadAttributeTypes(m_context, misc, m_job.types);
+    KeepAttributeUnits();
     AddSystemAttributes(m_job.types);
     ReadAttributeList(m_context, misc, *m_target.m_pMisc);
     ReadSymbols();
     m_messages.Deliver();
+}
+
+void CJobReading::KeepAttributeUnits()
+{
+    m_job.types.ForEach(
+        [&](const std::string& name, const CAttributeTypes::Type& type)
+        {
+            if (type.units.empty())
+                return;
+            auto unit = std::make_unique<CJOBXProperty>();
+            unit->m_sName = std::string_view(name);
+            unit->m_sValue = std::string_view(type.units);
+            m_target.m_pMisc->GetAttributeUnits()->Own(std::move(unit));
+        });
 }
 
 void CJobReading::SaySameNames(const CString& place, const CStringArray& directories)

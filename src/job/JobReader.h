@@ -23,6 +23,7 @@ public:
 private:
     void SaySameNames(const CString& place, const CStringArray& directories);
     void CompareSteps(const CString& stepsDirectory, const CStringArray& stepNames);
+    void KeepAttributeUnits();
     void ReadSymbols();
     void SayOtherSpelling(const std::string& file);
     void ListCarriedFiles();

@@ -69,6 +69,8 @@ private:
             m_name = KeyValue(line);
         else if (key.size() < line.size() && AsciiEqualNoCase(key, "OPTIONS"))
             m_type.options = SplitOptions(KeyValue(line));
+        else if (key.size() < line.size() && AsciiEqualNoCase(key, "UNITS"))
+            m_type.units = KeyValue(line);
     }
 
     void Begin(std::string_view type)

@@ -19,6 +19,7 @@ public:
     {
         JOBXattributeKind kind = JOBXattributeKind::Unknown;
         std::vector<std::string> options; // by number, for an option attribute
+        std::string units{}; // what its numbers measure, such as INCH_MM; "" if the definition does not say
     };
 
     // The first definition of a name wins.
@@ -28,6 +29,13 @@ public:
     {
         const auto found = m_types.find(name);
         return found != m_types.end() ? &found->second : nullptr;
+    }
+    // Calls `use` with the name and the type of each.
+    template <class Use>
+    void ForEach(Use use) const
+    {
+        for (const auto& [name, type] : m_types)
+            use(name, type);
     }
 
 private:
