@@ -3,6 +3,7 @@
 #include "eda/CJOBXdataPkgObjContour.h"
 #include "eda/CJOBXdataPkgObjFields.h"
 #include "eda/EdaFormat.h"
+#include "foundation/CJOBXProperty.h"
 #include "foundation/ScaleLengths.h"
 #include "foundation/base/NumberText.h"
 #include "foundation/framework/Guarded.h"
@@ -55,6 +56,9 @@ std::unique_ptr<Shape> MakeLike(const CJOBXdataPkgObj& record)
     auto shape = std::make_unique<Shape>();
     shape->m_nLineNumber = record.m_nLineNumber;
     shape->m_arrParameters = record.m_arrParameters;
+    shape->SetID(record.GetID());
+    if (const CJOBXPropertyArray* const attributes = record.pGetTailAttributes())
+        *shape->pMakeTailAttributes() = *attributes;
     return shape;
 }
 

@@ -22,7 +22,13 @@ void AppendReal(std::string& text, double number)
 void CRecordLines::Begin(int depth, int sourceLine)
 {
     const std::size_t at = m_text.size();
-    m_lines.push_back({at, at, at, depth, sourceLine, false});
+    m_lines.push_back({at, at, at, depth, sourceLine, false, false});
+}
+
+void CRecordLines::BeginAbove(int depth)
+{
+    Begin(depth, kUnknownLine);
+    m_lines.back().isAbove = true;
 }
 
 void CRecordLines::Separate()

@@ -26,10 +26,14 @@ public:
         int depth = 0;
         int sourceLine = 0; // 0 for a new record
         bool isKeyValue = false;
+        bool isAbove = false; // a comment that belongs to the next line, the one of its record
     };
 
     // Begins a line; `depth` is 0 for one that is below no other.
     void Begin(int depth, int sourceLine);
+    // Begins a comment above the record whose line comes next, such as "# NET 3". It has no line of its own: in the file
+    // it is directly above that record.
+    void BeginAbove(int depth);
     // Print a field, with a blank before all but the first.
     CRecordLines& Word(std::string_view text);
     CRecordLines& Word(char letter) { return Word(std::string_view(&letter, 1)); }
