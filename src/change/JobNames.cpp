@@ -76,13 +76,15 @@ bool HasSmall(const CString& text)
     return std::any_of(view.begin(), view.end(), [](char c) { return c >= 'a' && c <= 'z'; });
 }
 
-// Replaces a name in the letter case that the old one had; any other name stays.
+// Replaces a name in the letter case that the old one had; any other name stays. It has copies of both names, because the
+// given ones may be among those that change.
 class CRenaming
 {
 public:
     CRenaming(const CString& oldName, const CString& newName) : m_old(oldName), m_new(newName) {}
 
     bool IsOld(const CString& name) const { return AsciiEqualNoCase(name.View(), m_old.View()); }
+    const CString& Old() const { return m_old; }
     CString Folder() const { return MakeLower(m_new); }
     void Apply(CString& name) const
     {
@@ -163,7 +165,7 @@ bool HasNet(const CJOBXstepObj& step, const CString& name)
     return std::any_of(nets.begin(), nets.end(), isIt) || std::any_of(points.begin(), points.end(), isIt);
 }
 
-void RenameNetEverywhere(CJOBXstepObj& step, const CString& oldName, const CString& newName)
+void RenameNetEverywhere(CJOBXstepObj& step, CString oldName, CString newName)
 {
     for (CJOBXdataNet& net : step.GetEda()->m_pData->m_arrNets.Records())
         if (net.m_sName == oldName)
@@ -260,9 +262,10 @@ CJOBXresult RenameStep(CJOBX& job, const CString& oldName, const CString& newNam
             CJOBXresult result = CheckRenaming("step", StepsOf(job), oldName, newName);
             if (!result.IsDone())
                 return result;
-            RenameStepEverywhere(job, CRenaming(oldName, newName));
-            RenameInCarriedFiles(job, kStepInPath, MakeLower(newName),
-                                 [&](const PathParts& parts) { return IsInStep(parts, oldName); });
+            const CRenaming renaming(oldName, newName);
+            RenameStepEverywhere(job, renaming);
+            RenameInCarriedFiles(job, kStepInPath, renaming.Folder(),
+                                 [&](const PathParts& parts) { return IsInStep(parts, renaming.Old()); });
             return result;
         });
 }
@@ -275,9 +278,10 @@ CJOBXresult RenameLayer(CJOBX& job, const CString& oldName, const CString& newNa
             CJOBXresult result = CheckRenaming("layer", LayersOf(job), oldName, newName);
             if (!result.IsDone())
                 return result;
-            RenameLayerEverywhere(job, CRenaming(oldName, newName));
-            RenameInCarriedFiles(job, kLayerInPath, MakeLower(newName),
-                                 [&](const PathParts& parts) { return IsInLayer(parts, oldName); });
+            const CRenaming renaming(oldName, newName);
+            RenameLayerEverywhere(job, renaming);
+            RenameInCarriedFiles(job, kLayerInPath, renaming.Folder(),
+                                 [&](const PathParts& parts) { return IsInLayer(parts, renaming.Old()); });
             return result;
         });
 }

@@ -97,6 +97,22 @@ TEST(JobNames, OrdersStepsByTheirColumnsAndInTheMatrix)
     EXPECT_EQ(OrderSteps(*job, Texts({"pcbs"})).GetReason(), "the job has no step \"pcbs\"");
 }
 
+TEST(JobNames, MayBeGivenAsTheMembersThatChange)
+{
+    const TempDir dir;
+    std::filesystem::copy(SamplesDir() + "/blinker", dir.Path("job"), std::filesystem::copy_options::recursive);
+    dir.Write("job/steps/pcb/layers/top/notes", "a note\n");
+    const auto job = ReadJob(dir.Path("job"));
+    CJOBXstepObj& step = StepOf(*job, "PCB");
+    EXPECT_TRUE(RenameNet(step, DataOf(step).m_arrNets.GetAt(1)->m_sName, "0V").IsDone());
+    EXPECT_EQ(step.GetNetlist()->m_arrNets.GetAt(1)->m_sName, "0V");
+    EXPECT_TRUE(RenameLayer(*job, job->m_pMatrix->m_arrLayers.GetAt(4)->m_sName, "l01").IsDone());
+    EXPECT_NE(step.ScanLayerObjDataInLayer("l01"), nullptr);
+    EXPECT_TRUE(RenameStep(*job, job->m_pMatrix->m_arrSteps.GetAt(0)->m_sName, "board").IsDone());
+    EXPECT_EQ(step.m_sName, "BOARD");
+    EXPECT_EQ(job->m_pMisc->GetCarriedFiles()->GetAt(0)->GetPath(), "steps/board/layers/l01/notes");
+}
+
 TEST(JobNames, RenamesANetInEdaDataAndNetlists)
 {
     const auto job = ReadSample();
