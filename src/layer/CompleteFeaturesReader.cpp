@@ -109,6 +109,7 @@ public:
             m_messages.Say(kCount, m_announcedLine, "The file announces ", m_announced, " features and has ",
                            m_builder.Count(), ".");
         m_builder.Finish();
+        m_layer.m_sUnits = m_layer.GetUnit() == JOBXunit::Millimetre ? "MM" : "INCH";
     }
 
 private:
@@ -281,10 +282,7 @@ private:
     bool OnKey(std::string_view line)
     {
         if (m_unit.Take(line, Line()))
-        {
-            m_layer.m_sUnits = m_layer.GetUnit() == JOBXunit::Millimetre ? "MM" : "INCH";
             return true;
-        }
         if (!BeginsWith(line, features_format::kFileID))
             return false;
         CTailText tail;

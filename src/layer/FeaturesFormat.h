@@ -20,6 +20,7 @@ inline constexpr char kAttributeText = '&';
 
 inline constexpr char kCount = 'F';      // of the features
 inline constexpr char kFileID[] = "ID="; // of the file itself
+inline constexpr char kFileIDKey[] = "ID";
 
 // A line beginning with "O" belongs to a contour; one of these letters follows. "SE" ends a surface.
 inline constexpr char kContour = 'O';

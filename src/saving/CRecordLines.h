@@ -57,7 +57,8 @@ public:
     }
     std::string_view KeyOf(const Line& line) const noexcept
     {
-        return std::string_view(m_text).substr(line.begin, line.keyEnd - line.begin);
+        const std::size_t end = line.keyEnd != line.begin ? line.keyEnd : line.end; // there is only one field
+        return std::string_view(m_text).substr(line.begin, end - line.begin);
     }
     // The whole file, each line ended by LF.
     std::string WholeText() const;

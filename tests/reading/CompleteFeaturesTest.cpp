@@ -223,6 +223,7 @@ TEST_F(CompleteFeatures, AreInTheUnitOfTheirFileAndSymbolsInTheirOwn)
 {
     job.unit = JOBXunit::Millimetre;
     EXPECT_EQ(Read("")->GetUnit(), JOBXunit::Millimetre);
+    EXPECT_EQ(Read("")->m_sUnits, "MM") << "also without a units line";
     EXPECT_EQ(Read("U INCH\n")->GetUnit(), JOBXunit::Inch);
     const auto layer = Read("UNITS=INCH\n$0 r1\n$1 oval1x2 M\n$2 oval1x2 I\n$3 r1 m\n");
     EXPECT_EQ(layer->m_sUnits, "INCH");

@@ -4,6 +4,7 @@
 #include "foundation/base/RecordFields.h"
 #include "foundation/corekit/CArrayN.h"
 #include "foundation/corekit/CPointD.h"
+#include "foundation/corekit/CPointN.h"
 #include "foundation/framework/CStringArray.h"
 #include "reading/CSourceFile.h"
 #include "reading/RecordedMessages.h"
@@ -18,6 +19,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <type_traits>
 #include <typeinfo>
 #include <vector>
 
@@ -116,9 +118,11 @@ void AppendField(const Record& record, std::string& text)
         text += Field::Get(record).View();
     else if constexpr (kKind == Kind::Coordinate)
         text += NumberText(Field::Get(record).GetX()) + ',' + NumberText(Field::Get(record).GetY());
+    else if constexpr (kKind == Kind::Count)
+        text += std::to_string(Field::Get(record).x) + ',' + std::to_string(Field::Get(record).y);
     else if constexpr (kKind == Kind::Unit || kKind == Kind::AttributeKind)
         text += std::to_string(static_cast<int>(Field::Get(record)));
-    else if constexpr (kKind != Kind::Table && kKind != Kind::OptionalPart)
+    else if constexpr (kKind != Kind::Table && kKind != Kind::OptionalPart && kKind != Kind::Part)
         text += NumberText(static_cast<double>(Field::Get(record)));
 }
 
@@ -194,7 +198,7 @@ private:
     template <class Field, class Record>
     void WalkList(Record& record)
     {
-        if constexpr (requires { Field::Ref(record); })
+        if constexpr (requires { requires std::is_lvalue_reference_v<decltype(Field::Ref(record))>; })
             jobx::ForEachRecord(Field::Ref(record), [this](auto& below) { this->Walk(below); });
     }
     template <class Field, class Record>
@@ -228,6 +232,12 @@ private:
             Try<Field>(record, name, CPointD(point.x + 0.5, point.y));
             Try<Field>(record, name, CPointD(point.x, point.y + 0.5));
         }
+        else if constexpr (kKind == Kind::Count)
+        {
+            const CPointN count = Field::Get(record);
+            Try<Field>(record, name, CPointN(count.x + 1, count.y));
+            Try<Field>(record, name, CPointN(count.x, count.y + 1));
+        }
         else if constexpr (kKind == Kind::Unit)
             Try<Field>(record, name, Field::Get(record) == JOBXunit::Inch ? JOBXunit::Millimetre : JOBXunit::Inch);
         else if constexpr (kKind == Kind::Real || kKind == Kind::Angle || kKind == Kind::Length)
@@ -236,7 +246,7 @@ private:
             Try<Field>(record, name, Field::Get(record) == 1 ? 0 : Field::Get(record) + 1);
         else
             static_assert(kKind == Kind::LineNumber || kKind == Kind::Table || kKind == Kind::OptionalPart ||
-                          kKind == Kind::AttributeKind);
+                          kKind == Kind::Part || kKind == Kind::AttributeKind);
     }
     template <class Field, class Record, class Value>
     void Try(Record& record, const std::string& name, const Value& value)
