@@ -72,7 +72,7 @@ constexpr char kEveryRecord[] = "UNITS=MM\nID=77\nF 14\n$0 r100.5\n$1 rect20x60 
                                 "P 1 2 7 P 0 9 0;;ID=5\n"
                                 "P 1 2 0 P 0 3 45\n"
                                 "P 1 2 -1 7 0.25 N 3 5;4=0.50\n"
-                                "A 1 2 3 4 5 6 0 P 0 Y;0;ID=1\n"
+                                "A 1 2 3 4 5 6 0 P 7 Y;0;ID=1\n"
                                 "A 1 2 3 4 5 6 0 P 0 N\n"
                                 "T 1 2 standard P 4 0.05 0.06 0.583333 'it's ;0=1 a  \"text\"' 1;0\n"
                                 "T 1 2 other N 8 12.5 0.05 0.06 1 '' 2;;ID=9\n"
@@ -124,6 +124,37 @@ TEST_F(LayerLines, ChangeWithEveryFieldOfTheFile)
                             "property.textNumber", // the value decides
                             "feature.userValue", "line.padName", "pad.padName", "arc.padName", "layer.featureLineNo",
                             "layer.copperWeightOrDielectric", "layer.firstLineNo", "layer.lastLineNo"));
+}
+
+// The fields of the only feature of a file that change nothing, without those that no feature has in its file.
+TEST_F(LayerLines, ChangeWithEveryFieldThatAFeatureOfTheKindHas)
+{
+    struct Case
+    {
+        const char* feature;
+        std::vector<std::string> unlisted;
+    };
+    const std::vector<std::string> onlyOfHosts = {"feature.type",        "feature.index",     "feature.surfaceIndex",
+                                                  "property.number",     "feature.userValue", "line.padName",
+                                                  "property.textNumber", "pad.padName",       "arc.padName"};
+    for (const Case& one : {
+             Case{"L 1 2 3 4 0 P 5;0=0;ID=1\n", {}},
+             Case{"P 1 2 0 P 5 8 30;0=0;ID=1\n", {"pad.resizeFactor"}},
+             Case{"P 1 2 -1 0 0.5 P 5 8 30;0=0;ID=1\n", {}},
+             Case{"A 1 2 3 4 5 6 0 P 5 Y;0=0;ID=1\n", {}},
+             Case{"T 1 2 standard P 8 30 1 2 0.5 'text' 1;0=0;ID=1\n", {"feature.dcode", "feature.symbol"}},
+             Case{"B 1 2 UPC39 standard P 8 30 E 1 2 Y N N Y B 'text';0=0;ID=1\n", {"feature.dcode", "feature.symbol"}},
+             Case{"S P 5;0=0;ID=1\nOB 0 0 I\nOC 1 1 2 2 Y\nOE\nSE\n", {"feature.symbol"}},
+         })
+    {
+        const auto layer = Read(std::string("$0 r1\n@0 .geometry\n&0 a\n") + one.feature);
+        const auto text = [&](const CJOBXlayObj& /*feature*/) { return Text(*layer); };
+        std::vector<std::string> unlisted;
+        for (const std::string& field : listed_file::UnlistedFields(*layer->GetFeatures()->GetAt(0), text))
+            if (std::find(onlyOfHosts.begin(), onlyOfHosts.end(), field) == onlyOfHosts.end())
+                unlisted.push_back(field);
+        EXPECT_EQ(unlisted, one.unlisted) << one.feature;
+    }
 }
 
 TEST_F(LayerLines, OfFeaturesThatAHostMadeAreComplete)
