@@ -10,7 +10,7 @@
 
 namespace
 {
-constexpr int kNoNumber = -1;
+constexpr int kNoEntry = -1;
 
 // The whole text as a number that a table may have; -1 if it is none.
 int TableNumberOf(std::string_view text)
@@ -18,11 +18,11 @@ int TableNumberOf(std::string_view text)
     int number = 0;
     const char* const end = text.data() + text.size();
     const auto [at, error] = std::from_chars(text.data(), end, number);
-    return error == std::errc() && at == end && number >= 0 && text.front() != '-' ? number : kNoNumber;
+    return error == std::errc() && at == end && number >= 0 && text.front() != '-' ? number : kNoEntry;
 }
 
 // Whether the value can be an item's value without a table.
-bool IsPlain(std::string_view value)
+bool IsPlainValue(std::string_view value)
 {
     return !value.empty() && value.find_first_of(",;\r\n") == std::string_view::npos && Trimmed(value) == value;
 }
@@ -43,17 +43,17 @@ bool CSavedTable::Is(int number, std::string_view text) const
 
 void CSavedTable::Need(std::string_view text)
 {
-    if (m_byText.try_emplace(std::string(text), kNoNumber).second)
+    if (m_byText.try_emplace(std::string(text), kNoEntry).second)
         m_needed.emplace_back(text);
 }
 
 void CSavedTable::NumberNew()
 {
-    int last = m_byNumber.empty() ? kNoNumber : std::max(m_byNumber.rbegin()->first, kNoNumber);
+    int last = m_byNumber.empty() ? kNoEntry : std::max(m_byNumber.rbegin()->first, kNoEntry);
     for (const std::string& needed : m_needed)
     {
         auto& [text, number] = *m_byText.find(needed);
-        if (number == kNoNumber)
+        if (number == kNoEntry)
             number = last = NextNumber(last == std::numeric_limits<int>::max() ? 0 : last + 1);
         m_byNumber.try_emplace(number, text);
     }
@@ -69,7 +69,7 @@ int CSavedTable::NextNumber(int from) const
 int CSavedTable::NumberOf(std::string_view text) const
 {
     const auto found = m_byText.find(text);
-    return found != m_byText.end() ? found->second : kNoNumber;
+    return found != m_byText.end() ? found->second : kNoEntry;
 }
 
 void CSavedTable::ListLines(std::string_view mark, CRecordLines& lines) const
@@ -106,7 +106,7 @@ void CAttributeTables::Collect(const CJOBXProperty& attribute)
         m_names.Need(name);
     const std::string_view value = attribute.m_sValue.View();
     if (FormOf(attribute) == Form::Plain)
-        m_texts.Avoid(value.empty() ? kNoNumber : TableNumberOf(value));
+        m_texts.Avoid(value.empty() ? kNoEntry : TableNumberOf(value));
     else if (FormOf(attribute) == Form::Text && !m_texts.Is(attribute.m_nTextNumber, value))
         m_texts.Need(value);
 }
@@ -134,8 +134,8 @@ CAttributeTables::Form CAttributeTables::FormOf(const CJOBXProperty& attribute) 
         const bool isNumber =
             type != nullptr && (type->kind == JOBXattributeKind::Integer || type->kind == JOBXattributeKind::Real);
         const bool isUnresolved = attribute.m_nTextNumber >= 0 && !m_texts.Has(attribute.m_nTextNumber) &&
-                                  IsPlain(value) && TableNumberOf(value) == attribute.m_nTextNumber;
-        return (isNumber && IsPlain(value)) || isUnresolved ? Form::Plain : Form::Text;
+                                  IsPlainValue(value) && TableNumberOf(value) == attribute.m_nTextNumber;
+        return (isNumber && IsPlainValue(value)) || isUnresolved ? Form::Plain : Form::Text;
     }
     case JOBXattributeKind::Unknown:
         return FormOfUnknown(attribute);
@@ -152,8 +152,8 @@ CAttributeTables::Form CAttributeTables::FormOfUnknown(const CJOBXProperty& attr
     const std::string_view value = attribute.m_sValue.View();
     if (value.empty())
         return attribute.m_nNumber < 0 ? Form::Flag : Form::Plain;
-    const bool wouldBeText = IsPlain(value) && m_texts.Has(TableNumberOf(value));
-    return IsPlain(value) && !wouldBeText ? Form::Plain : Form::Text;
+    const bool wouldBeText = IsPlainValue(value) && m_texts.Has(TableNumberOf(value));
+    return IsPlainValue(value) && !wouldBeText ? Form::Plain : Form::Text;
 }
 
 int CAttributeTables::NameNumber(const CJOBXProperty& attribute) const
