@@ -10,7 +10,7 @@
 
 namespace
 {
-constexpr const char* kBlanks = " \t";
+constexpr const char* kBetweenWords = " \t";
 
 std::string WithoutBlanksAround(const std::string& text)
 {
@@ -21,7 +21,7 @@ std::string WithoutBlanksAround(const std::string& text)
 // Takes the first word off the text.
 std::string TakeWord(std::string& text)
 {
-    const std::size_t end = std::min(text.find_first_of(kBlanks), text.size());
+    const std::size_t end = std::min(text.find_first_of(kBetweenWords), text.size());
     std::string word = text.substr(0, end);
     text = WithoutBlanksAround(text.substr(end));
     return word;
