@@ -7,6 +7,7 @@
 #include "change/JobSelection.h"
 #include "change/JobUnits.h"
 #include "change/RecordDeletion.h"
+#include "change/StepFlattening.h"
 #include "compact/CCopyableArray.h"
 #include "compact/CCopyablePtr.h"
 #include "compact/CODB.h"

@@ -2,6 +2,7 @@
 
 #include "change/LengthAttributes.h"
 #include "change/LengthConversion.h"
+#include "change/PackageUnits.h"
 #include "change/SymbolNames.h"
 #include "foundation/framework/Guarded.h"
 #include "job/CJOBXFields.h"
@@ -190,4 +191,9 @@ CJOBXresult ConvertJobUnits(CJOBX& job, JOBXunit unit)
         return CJOBXresult("the job was not read completely");
     Guarded([&] { CUnitChange(job, unit).Convert(job, false); });
     return {};
+}
+
+void ConvertPackage(const CJOBX& job, CJOBXdataPkg& package, JOBXunit to)
+{
+    CUnitChange(job, to).Convert(package, true);
 }

@@ -11,27 +11,26 @@ namespace
 constexpr double kMillimetresPerInch = 25.4;
 
 // Digits that binary arithmetic keeps. Inches get one more, so that millimetres with 14 digits come back from them.
-constexpr int kMetricDigits = 14;
-constexpr int kInchDigits = 15;
+constexpr std::size_t kMetricDigits = 14;
+constexpr std::size_t kInchDigits = 15;
 
 // All are exact.
 constexpr std::array<double, 23> kPowersOfTen = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,  1e10, 1e11,
                                                  1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
 
 // Rounded to so many digits; to 22 decimals where that is less.
-double Rounded(double number, int digits) noexcept
+double Rounded(double number, std::size_t digits) noexcept
 {
     const double size = std::abs(number);
-    int decimals = digits;
-    while (decimals > 0 && size >= kPowersOfTen.at(static_cast<std::size_t>(digits - decimals)))
+    std::size_t decimals = digits;
+    while (decimals > 0 && size >= kPowersOfTen.at(digits - decimals))
         --decimals;
     if (decimals == 0 || !std::isfinite(number))
         return number;
     if (decimals == digits)
-        while (decimals + 1 < static_cast<int>(kPowersOfTen.size()) &&
-               size * kPowersOfTen.at(static_cast<std::size_t>(decimals - digits + 1)) < 1.0)
+        while (decimals + 1 < kPowersOfTen.size() && size * kPowersOfTen.at(decimals + 1 - digits) < 1.0)
             ++decimals;
-    const double power = kPowersOfTen.at(static_cast<std::size_t>(decimals));
+    const double power = kPowersOfTen.at(decimals);
     return std::nearbyint(number * power) / power; // both exact: the result is the double nearest to that decimal
 }
 
@@ -43,7 +42,7 @@ double InInches(double millimetres) noexcept
 double InMillimetres(double inches) noexcept
 {
     const double exact = inches * kMillimetresPerInch;
-    for (const int digits : {kMetricDigits, kInchDigits})
+    for (const std::size_t digits : {kMetricDigits, kInchDigits})
         if (const double rounded = Rounded(exact, digits); InInches(rounded) == inches)
             return rounded;
     return exact;
@@ -146,10 +145,11 @@ Decimal Times254Tenths(const Decimal& number)
     constexpr unsigned kFactor = 254;
     Decimal product = number;
     unsigned carry = 0;
-    for (auto digit = product.digits.rbegin(); digit != product.digits.rend(); ++digit)
+    for (std::size_t at = product.digits.size(); at-- > 0;)
     {
-        const unsigned sum = static_cast<unsigned>(*digit - '0') * kFactor + carry;
-        *digit = static_cast<char>('0' + sum % 10);
+        char& digit = product.digits[at];
+        const unsigned sum = static_cast<unsigned>(digit - '0') * kFactor + carry;
+        digit = static_cast<char>('0' + sum % 10);
         carry = sum / 10;
     }
     for (; carry > 0; carry /= 10)

@@ -81,7 +81,7 @@ void ForgetSpellings(ModelValues& values)
     }
 }
 
-struct Texts
+struct InBothUnits
 {
     std::string inch;
     std::string metric;
@@ -182,7 +182,7 @@ TEST(JobUnits, ConvertWhatTextsSayByTheUnitOfTheirFile)
     WriteJob(dir);
     const auto job = ReadCompletely(dir.Path());
     const ModelValues before = ValuesOf(*job);
-    const std::map<std::string, Texts> expected = {
+    const std::map<std::string, InBothUnits> expected = {
         {"misc.attributeList.attributes[0].value", {"0.062", "1.5748"}},
         {"misc.attributeList.attributes[1].value", {"0.5", "0.5"}}, // its definition says that it is no length
         {"misc.attributeList.attributes[2].value", {"10", "254"}},

@@ -76,6 +76,27 @@ void AddDeletion(MemoryOperations& all)
               { DeleteComponents(FirstStep(job), *FirstStep(job).m_arrComponents.GetAt(0), first()); });
     AddChange(all, "RecordDeletion", "DeleteNets", [first](CJOBX& job) { DeleteNets(FirstStep(job), first()); });
 }
+
+void ReadWithPanel(CJOBX& job)
+{
+    ReadCompletely(job);
+    auto panel = std::make_unique<CJOBXstepObj>();
+    panel->m_sName = "PANEL";
+    auto boards = std::make_unique<CJOBXstepRepeat>();
+    boards->m_sName = "PCB";
+    boards->m_ptCount.SetData(2, 1);
+    boards->m_dAngle = 30.0;
+    panel->GetHeader()->m_arrStepRepeats.Own(std::move(boards));
+    job.m_pSteps->m_arrSteps.Own(std::move(panel));
+}
+
+void AddGeometry(MemoryOperations& all)
+{
+    AddChange(all, "JobUnits", "ConvertJobUnits", [](CJOBX& job) { ConvertJobUnits(job, JOBXunit::Millimetre); });
+    AddUse<CJOBX>(all, "StepFlattening", "FlattenStep", ReadWithPanel,
+                  [](CJOBX& job) { FlattenStep(job, CString("PANEL")); });
+    AddChange(all, "StepFlattening", "FlattenStep, refused", [](CJOBX& job) { FlattenStep(job, kLong); });
+}
 } // namespace
 
 MemoryOperations ChangeOperations()
@@ -86,5 +107,6 @@ MemoryOperations ChangeOperations()
     AddSelection(all);
     AddNames(all);
     AddDeletion(all);
+    AddGeometry(all);
     return all;
 }

@@ -155,15 +155,6 @@ void AddRoot(MemoryOperations& all)
         all, "CJOBX", "RebuildStepObj", read, [](auto& job) { job.RebuildStepObj(); }, Memory::Sometimes);
     AddUse<CJOBX>(
         all, "CJOBX", "UnitConvert", read, [](auto& job) { job.UnitConvert(2.0); }, Memory::Sometimes);
-    const auto readCompletely = [](CJOBX& job)
-    {
-        CJOBXreading reading;
-        reading.way = JOBXway::Complete;
-        job.SetReading(reading);
-        job.ParseODBOfMFC(SmallJob());
-    };
-    AddUse<CJOBX>(all, "CJOBX", "ConvertJobUnits", readCompletely,
-                  [](auto& job) { ConvertJobUnits(job, JOBXunit::Millimetre); });
     AddUse<CJOBX>(
         all, "CJOBX", "GetNthColumn", [](auto&) {},
         [](auto& job)
