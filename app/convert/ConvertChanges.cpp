@@ -139,6 +139,17 @@ void CheckIsOneOf(const std::string& name, const char* kind, const std::vector<s
                     fmt::format("the job has no {} {}{}", kind, Quoted(name), DidYouMean(name, names)));
 }
 
+// What a step repeats may be wrong in the job.
+void FlattenSteps(CJOBX& job, const ConvertChanges& changes)
+{
+    for (const std::string& name : changes.flattened)
+    {
+        CheckIsOneOf(name, "step", AllStepNames(job));
+        if (const CJOBXresult result = FlattenStep(job, name.c_str()); !result.IsDone())
+            throw ExitError(ExitCode::UnreadableInput, Printable(result.GetReason().View()));
+    }
+}
+
 void SelectParts(CJOBX& job, const ConvertChanges& changes)
 {
     if (!changes.steps.empty())
@@ -183,6 +194,8 @@ void PutInOrder(CJOBX& job, const ConvertChanges& changes)
 
 void AddConvertChanges(CLI::App& command, ConvertChanges& changes)
 {
+    AddNames(command, "--flatten", changes.flattened, "--flatten needs step names, separated by commas",
+             "Replace the step-repeats of these steps by what they place");
     AddSteps(command, changes.steps);
     AddNames(command, "--layers", changes.layers, "--layers needs layer names, separated by commas",
              "Only these layers; wildcards * and ? are known here, and for steps");
@@ -215,13 +228,17 @@ void AddConvertChanges(CLI::App& command, ConvertChanges& changes)
         ->type_name("NAME");
     AddNames(command, "--step-order", changes.stepOrder, "--step-order needs step names, separated by commas",
              "Put these steps first in the matrix, in this order");
+    AddUnits(command, changes.unit, "Convert the whole job to mm or inch");
 }
 
 void MakeConvertChanges(CJOBX& job, const ConvertChanges& changes)
 {
+    FlattenSteps(job, changes);
     SelectParts(job, changes);
     if (changes.anonymise)
         AnonymiseJob(job);
     RenameParts(job, changes);
     PutInOrder(job, changes);
+    if (changes.unit)
+        CheckMade(ConvertJobUnits(job, *changes.unit));
 }

@@ -1,8 +1,9 @@
-// The changes of jobx convert that select, rename and anonymise.
+// The changes of jobx convert: flattened steps, parts that are chosen, other names and another unit.
 #pragma once
 
 #include "JOBXCLSDLL.h"
 
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -14,6 +15,7 @@ class App;
 
 struct ConvertChanges
 {
+    std::vector<std::string> flattened;  // steps, first, so that what they repeat may be left out
     std::vector<std::string> steps;      // patterns of those to keep; empty for all
     std::vector<std::string> layers;     // likewise
     std::vector<std::string> dropLayers; // patterns
@@ -23,6 +25,7 @@ struct ConvertChanges
     std::vector<std::pair<std::string, std::string>> renamedLayers;
     std::string jobName;                // "" for the same
     std::vector<std::string> stepOrder; // the first steps; empty for the same order
+    std::optional<JOBXunit> unit;       // of the whole job; nothing for that of each file
 };
 
 // The options. `changes` has to live until the command line was parsed.

@@ -205,12 +205,11 @@ void AddTableView(CLI::App& command, TableView& view)
         ->type_name("COLUMN");
 }
 
-void AddUnits(CLI::App& command, std::optional<JOBXunit>& unit)
+void AddUnits(CLI::App& command, std::optional<JOBXunit>& unit, const char* about)
 {
     command
         .add_option_function<std::string>(
-            "--units", [&unit](const std::string& text) { unit = UnitIn(text); },
-            "Show lengths in mm or inch, instead of the job's unit")
+            "--units", [&unit](const std::string& text) { unit = UnitIn(text); }, about)
         ->type_name("UNIT");
 }
 

@@ -61,7 +61,8 @@ void AddSystemAttributes(CLI::App& command, ReadOptions& read);
 void AddTableView(CLI::App& command, TableView& view);
 
 // The unit of shown lengths: --units.
-void AddUnits(CLI::App& command, std::optional<JOBXunit>& unit);
+void AddUnits(CLI::App& command, std::optional<JOBXunit>& unit,
+              const char* about = "Show lengths in mm or inch, instead of the job's unit");
 
 // Makes it wrong usage to give the option and one of the others.
 void RefuseTogether(CLI::App& command, CLI::Option* option, std::initializer_list<const char*> others);

@@ -144,7 +144,9 @@ void ReadFromInside(ReadJob& read, const ReadOptions& options, const std::string
     const ProgressLine progress("reading " + Printable(path), options.quiet, ReadingMeasure(".", options.steps));
     read.job->SetReading(reading);
     read.result = Read(*read.job, options.steps, names);
-    read.job->SetReading({});
+    CJOBXreading afterwards; // without the sink, which does not live as long as the job
+    afterwards.way = reading.way;
+    read.job->SetReading(afterwards);
     if (read.result != 0)
         read.missing = FindMissingParts(*read.job, names, path, failed, reading.IsComplete() ? &messages : nullptr);
 }
