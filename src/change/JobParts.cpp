@@ -222,6 +222,7 @@ void DropFont(CJOBXfonts& font)
 {
     font.m_arrCharacters.DeleteAll();
     font.m_dXSize = font.m_dYSize = font.m_dOffset = 0.0;
+    font.SetUnit(JOBXunit::Inch);
 }
 
 bool IsNotes(const PathParts& parts)

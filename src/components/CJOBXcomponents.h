@@ -2,6 +2,7 @@
 
 #include "components/CJOBXcmp.h"
 #include "foundation/CJOBXattributeList.h"
+#include "foundation/CJOBXfoldered.h"
 #include "foundation/CJOBXunit.h"
 #include "foundation/base/CExPtrArray.h"
 #include "foundation/corekit/CArrayN.h"
@@ -16,7 +17,7 @@
 // Results:   a malformed number reads as 0 and is kept; exhausted memory raises CMemoryException and keeps the
 //            components before the last one complete.
 // It has the attribute list of its folder only if the folder has no features; else the layer has the list.
-class JOBX_API CJOBXcomponents : public CRaisingNew, public CJOBXmeasured, public CJOBXattributed
+class JOBX_API CJOBXcomponents : public CRaisingNew, public CJOBXmeasured, public CJOBXattributed, public CJOBXfoldered
 {
 public:
     CJOBXcomponents();

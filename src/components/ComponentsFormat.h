@@ -17,6 +17,9 @@ inline constexpr std::string_view kToeprint = "TOP";
 inline constexpr std::string_view kProperty = "PRP";
 inline constexpr std::string_view kMirrored = "M";
 inline constexpr std::string_view kNotMirrored = "N";
+// The layers of the sides.
+inline constexpr std::string_view kTopLayer = "comp_+_top";
+inline constexpr std::string_view kBottomLayer = "comp_+_bot";
 } // namespace components_format
 
 // The component's lines, from the comment above it to its last toeprint.

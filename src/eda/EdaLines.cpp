@@ -174,11 +174,16 @@ private:
         if (!m_data.m_sHeader.IsEmpty())
             Begin(0, kUnknown, eda_format::kHeader).Word(m_data.m_sHeader.View());
         m_lines.KeyValue(0, "UNITS", m_data.GetUnit() == JOBXunit::Millimetre ? "MM" : "INCH");
-        if (m_data.m_arrLayerNames.IsEmpty())
+        std::vector<std::string> names;
+        for (INT_PTR i = 0; i < m_data.m_arrLayerNames.GetSize(); ++i)
+            names.emplace_back(m_data.m_arrLayerNames[i].View());
+        if (const std::vector<std::string>* const mended = m_references.FindLayerNames(&m_data))
+            names = *mended;
+        if (names.empty())
             return;
         Begin(0, kUnknown, eda_format::kLayers);
-        for (INT_PTR i = 0; i < m_data.m_arrLayerNames.GetSize(); ++i)
-            m_lines.Word(m_data.m_arrLayerNames[i].View());
+        for (const std::string& name : names)
+            m_lines.Word(name);
     }
 
     // The attributes of all tails, so that the tables have what they need.

@@ -149,9 +149,12 @@ public:
     struct InPieces
     {
     };
-    CLineScanner(InPieces /*way*/, const CString& path, const char* sourceFile, int line)
+    // All that is read is added to the hash, borrowed, if there is one.
+    CLineScanner(InPieces /*way*/, const CString& path, const char* sourceFile, int line, CByteHash* hash = nullptr)
         : m_pieces(std::make_unique<CFilePieces>()), m_wasRead(m_pieces->Open(path, sourceFile, line))
     {
+        if (hash != nullptr)
+            m_pieces->HashInto(*hash);
         Start({});
     }
     // Gets the number of each line that loses text behind a NUL byte.

@@ -5,6 +5,7 @@
 #include "foundation/corekit/CKUtility.h"
 #include "foundation/corekit/EntryLookup.h"
 #include "foundation/corekit/FreshDirectory.h"
+#include "foundation/corekit/SystemEntries.h"
 #include "foundation/corekit/TextTools.h"
 #include "foundation/framework/Guarded.h"
 #include "job/CJOBXmatrix.h"
@@ -12,6 +13,7 @@
 #include "job/CJOBXsteps.h"
 #include "job/CJOBXsysAttrData.h"
 #include "job/JobReader.h"
+#include "job/JobSaver.h"
 #include "layer/CJOBXSpecialSymbol.h"
 #include "layer/CJOBXfonts.h"
 #include "step/CJOBXstephdr.h"
@@ -187,21 +189,50 @@ int CJOBX::ReadMatrix(const CString& jobPath)
 {
     m_sName = CKUtility::GetInstance()->GetSegmntFromFilePath(jobPath, kLastComponent);
     if (m_reading.IsComplete())
-        return CJobReading(*this, jobPath).ReadMatrix() ? 1 : 0;
+        return CJobReading(*this, StartCompleteReading(jobPath, true), jobPath).ReadMatrix() ? 1 : 0;
+    NoteClassicReading();
     const CString matrix = FindEntry(jobPath, "matrix");
     return IsEntryThere(FindEntry(jobPath, "steps")) && IsEntryThere(matrix) ? m_pMatrix->ParseODBOfMFC(matrix) : 0;
+}
+
+// The same job is read in one or two stages: its matrix, and everything else.
+CJobSource& CJOBX::StartCompleteReading(const CString& jobPath, bool ofMatrix)
+{
+    std::string real;
+    const CString directory = ResolveLinks(jobPath, real) == 0 ? CString(std::string_view(real)) : jobPath;
+    const auto hasStage = [this, ofMatrix] { return ofMatrix ? m_pSource->hasMatrix : m_pSource->hasParts; };
+    const bool isMixed = m_pSource != nullptr && (hasStage() || m_pSource->directory != directory);
+    if (m_pSource == nullptr || isMixed)
+    {
+        m_pSource = std::make_shared<CJobSource>();
+        m_pSource->directory = directory;
+        m_pSource->isMixed = isMixed;
+    }
+    (ofMatrix ? m_pSource->hasMatrix : m_pSource->hasParts) = true;
+    return *m_pSource;
+}
+
+// Such a job cannot be saved.
+void CJOBX::NoteClassicReading()
+{
+    m_pSource = std::make_shared<CJobSource>();
+    m_pSource->isMixed = true;
 }
 
 void CJOBX::ReadParts(const CString& jobPath, const CStringArray& stepNames, bool wholeJob)
 {
     if (m_reading.IsComplete())
     {
-        CJobReading reading(*this, jobPath);
+        CJobSource& source = StartCompleteReading(jobPath, false);
+        for (INT_PTR i = 0; i < stepNames.GetSize(); ++i)
+            source.steps.push_back(stepNames[i]);
+        CJobReading reading(*this, source, jobPath);
         reading.ReadInfoAndSymbols();
         ShowSymbolsRead();
         reading.ReadStepsAndFont(stepNames);
         return;
     }
+    NoteClassicReading();
     ReadSymbols(jobPath, wholeJob);
     ShowSymbolsRead();
     ReadStepsFontAndInfo(jobPath, stepNames);
@@ -292,6 +323,32 @@ void CJOBX::WriteODBData(CString outputDirectory, int withEda)
             tasks.Run();
             AddSymbolWrites(tasks, *m_pSpecialSymbols, job);
             tasks.Run();
+        });
+}
+
+int CJOBX::SaveODBData(const CString& outputDirectory, CJOBXmessageSink* pSink) const
+{
+    return Guarded(
+        [&]
+        {
+            CJOBXreading reading = m_reading;
+            reading.way = JOBXway::Complete;
+            reading.pSink = nullptr;
+            reading.bKeepText = false;
+            const auto readAgain = [&](const CString& directory, CJOBX& before) -> const CJobSource&
+            {
+                before.SetReading(reading);
+                if (m_pSource->hasMatrix)
+                    before.ReadMatrix(directory);
+                CStringArray steps;
+                for (const CString& step : m_pSource->steps)
+                    steps.Add(step);
+                before.ReadParts(directory, steps, m_pSource->hasMatrix);
+                return *before.m_pSource;
+            };
+            CJOBXreading telling = reading;
+            telling.pSink = pSink;
+            return SaveJob({*this, m_pSource.get(), readAgain}, outputDirectory, telling) ? 1 : 0;
         });
 }
 

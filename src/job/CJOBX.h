@@ -6,6 +6,8 @@
 #include "foundation/framework/JobxExport.h"
 #include "reading/CJOBXreading.h"
 
+#include <memory>
+
 class CJOBXSpecialSymbolArray;
 class CJOBXfonts;
 class CJOBXmatrix;
@@ -13,6 +15,7 @@ class CJOBXmisc;
 class CJOBXsteps;
 class CJOBXsysAttrDataArray;
 class CWnd;
+struct CJobSource;
 
 // One ODB++ job: font, matrix, job information, steps, user symbols and system attributes. It is read from a job
 // directory, changed by the host, and written as a new directory tree.
@@ -57,6 +60,17 @@ public:
     // name, "." or "..", or a name with a separator writes nothing. Only the diagnostics report failures.
     void WriteODBData(CString outputDirectory, int withEda);
 
+    // Saves the job, which was read completely or made by the host, as the directory `outputDirectory`, which must not
+    // exist or be empty; its parent must exist. Nothing is lost: what did not change since the job was read is saved to
+    // the byte, with the files that the library does not read. Where something changed, only its lines differ. The
+    // host may change public members freely. It need not change references to records by their numbers, such as those
+    // of EDA data to features: one that has not changed since the job was read means what it meant then, one that has
+    // changed means what is there now. The source of the job is read once more; it must not have changed since then,
+    // unless its text was kept (CJOBXreading::bKeepText).
+    // Returns 1, or 0 if the job was not saved; then there is nothing new on the disk, and the messages say why. They
+    // have the codes SAV001 and following. `pSink` is borrowed and may be null.
+    int SaveODBData(const CString& outputDirectory, CJOBXmessageSink* pSink = nullptr) const;
+
     // Moves steps that repeat other steps before the others. No step is copied or deleted.
     void RebuildStepObj();
     // The index of the first user symbol whose name in upper case equals `upperName`, -1 if there is none. A name with
@@ -90,7 +104,11 @@ private:
     void TakeWindowsBack();
     void ReadStepsFontAndInfo(const CString& jobPath, const CStringArray& stepNames);
 
+    void NoteClassicReading();
+    CJobSource& StartCompleteReading(const CString& jobPath, bool ofMatrix);
+
     CJOBXreading m_reading;
-    CWnd* m_pLentProgress = nullptr; // the windows that this object gave to the steps
+    std::shared_ptr<CJobSource> m_pSource; // of a complete reading; of a classic one it has nothing
+    CWnd* m_pLentProgress = nullptr;       // the windows that this object gave to the steps
     CWnd* m_pLentStatus = nullptr;
 };

@@ -2,6 +2,7 @@
 
 #include "foundation/ParallelLoop.h"
 #include "foundation/corekit/CDiagnosticCapture.h"
+#include "foundation/corekit/CFileBytes.h"
 #include "foundation/corekit/CKUtility.h"
 #include "foundation/corekit/EntryLookup.h"
 #include "foundation/corekit/SystemEntries.h"
@@ -13,6 +14,7 @@
 #include "job/InfoReader.h"
 #include "job/MatrixFormat.h"
 #include "job/MatrixReader.h"
+#include "job/SourceTree.h"
 #include "job/StepsReader.h"
 #include "layer/CJOBXSpecialSymbol.h"
 #include "layer/CJOBXfonts.h"
@@ -54,10 +56,10 @@ CStringArray DirectoriesIn(const CString& place)
 }
 } // namespace
 
-CJobReading::CJobReading(CJOBX& job, const CString& jobPath)
-    : m_target(job), m_job{job.GetReading(), jobPath}, m_messages(job.GetReading())
+CJobReading::CJobReading(CJOBX& job, CJobSource& source, const CString& jobPath)
+    : m_target(job), m_source(source), m_job{job.GetReading(), jobPath}, m_messages(job.GetReading())
 {
-    m_job.taken = &m_taken;
+    m_job.taken = &m_source.taken;
 }
 
 bool CJobReading::ReadMatrix()
@@ -132,6 +134,7 @@ void CJobReading::ReadSymbols()
                      auto symbol = std::make_unique<CJOBXSpecialSymbol>();
                      symbol->m_sPath = directories[i];
                      symbol->m_sName = NameOf(directories[i]);
+                     symbol->GetLayer()->SetSourceFolder(CString(std::string_view(m_job.BelowJob(directories[i]))));
                      ReadCompletely(context, file, *symbol->GetLayer());
                      ReadAttributeList(context, folder, *symbol->GetLayer());
                      finished.Append(i, std::move(symbol));
@@ -148,21 +151,23 @@ void CJobReading::ReadStepsAndFont(const CStringArray& stepNames)
     CSourceFile font(m_context, FindEntry(m_job.directory, "fonts"), font_format::kFile, Presence::Optional);
     ReadCompletely(m_context, font, *m_target.m_pFonts);
     ListCarriedFiles();
+    if (m_job.reading.bKeepText)
+        KeepTexts();
     m_messages.Deliver();
 }
 
 // A file that would have been read but for one of the same name.
 void CJobReading::SayOtherSpelling(const std::string& file)
 {
-    if (const std::string taken = m_taken.FindInAnyCase(file); !taken.empty() && taken != file)
+    if (const std::string taken = m_source.taken.FindInAnyCase(file); !taken.empty() && taken != file)
         m_messages.Of(file).Say(file_message::kSameName, 0, "The file ", Quoted{taken}, " is read instead.");
 }
 
 // Directories behind links are not searched: they may lead in circles.
 void CJobReading::ListCarriedFiles()
 {
-    // It was read before, by another object of this class.
-    m_taken.Add(m_job.BelowJob(CSourceFile::Find(FindEntry(m_job.directory, "matrix"), matrix_format::kMatrix)));
+    // The matrix counts as read even if this reading has gone without it.
+    m_source.taken.Add(m_job.BelowJob(CSourceFile::Find(FindEntry(m_job.directory, "matrix"), matrix_format::kMatrix)));
     std::vector<CKDiagnostic> said; // what cannot be listed was reported where it was needed
     const CDiagnosticCapture capture(said);
     CStringArray files;
@@ -171,14 +176,31 @@ void CJobReading::ListCarriedFiles()
     {
         const std::string below = m_job.BelowJob(files[i]);
         ULONGLONG size = 0;
-        if (m_taken.Has(below) || SizeOfFile(files[i], size) != 0)
+        if (m_source.taken.Has(below) || SizeOfFile(files[i], size) != 0)
             continue;
         SayOtherSpelling(below);
         auto carried = std::make_unique<CJOBXcarriedFile>();
         carried->SetPath(CString(std::string_view(below)));
         carried->SetSize(size);
+        m_source.carried[below] = size;
         m_target.m_pMisc->GetCarriedFiles()->Own(std::move(carried));
     }
+}
+
+// A file that cannot be read was reported, and is missing when the job is saved.
+void CJobReading::KeepTexts()
+{
+    std::vector<CKDiagnostic> said;
+    const CDiagnosticCapture capture(said);
+    CSourceTree tree;
+    std::string failed;
+    tree.List(m_job.directory, failed);
+    m_source.folders = std::move(tree.folders);
+    for (const std::string& file : tree.files)
+        if (CFileBytes bytes;
+            bytes.Load(CKUtility::GetInstance()->CKPathCombine(m_job.directory, CString(std::string_view(file))),
+                       __FILE__, __LINE__))
+            m_source.texts[file] = bytes.View();
 }
 
 void CJobReading::CompareSteps(const CString& stepsDirectory, const CStringArray& stepNames)

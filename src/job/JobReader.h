@@ -1,6 +1,7 @@
 // Complete reading of a job.
 #pragma once
 
+#include "reading/CJobSource.h"
 #include "reading/CReadingContext.h"
 
 class CJOBX;
@@ -8,11 +9,11 @@ class CStringArray;
 
 // One complete reading of a job. Call its stages in the order of their declarations. Each stage delivers its messages
 // at its end, and after each step.
-// Ownership: borrows the job and the sink and expander of its setting.
+// Ownership: borrows the job, what is remembered of its files, and the sink and expander of its setting.
 class CJobReading
 {
 public:
-    CJobReading(CJOBX& job, const CString& jobPath);
+    CJobReading(CJOBX& job, CJobSource& source, const CString& jobPath);
 
     // False if the folder "steps" or a readable matrix is missing.
     bool ReadMatrix();
@@ -27,9 +28,10 @@ private:
     void ReadSymbols();
     void SayOtherSpelling(const std::string& file);
     void ListCarriedFiles();
+    void KeepTexts();
 
     CJOBX& m_target;
-    CTakenFiles m_taken;
+    CJobSource& m_source;
     CReadingJob m_job;
     CMessageList m_messages;
     const CReadingContext m_context{m_job, m_messages};

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "foundation/CJOBXattributeList.h"
+#include "foundation/CJOBXfoldered.h"
 #include "foundation/CJOBXidentified.h"
 #include "foundation/CJOBXunit.h"
 #include "foundation/base/CExPtrArray.h"
@@ -19,7 +20,11 @@ class CJOBXtool;
 // table is a pair of parallel arrays, numbers and texts.
 // Units:     lengths in the unit of the file; a unit change multiplies them but keeps the units text.
 // Ownership: owns its features, components and drill tools; not copyable.
-class JOBX_API CJOBXlayer : public CRaisingNew, public CJOBXmeasured, public CJOBXidentified, public CJOBXattributed
+class JOBX_API CJOBXlayer : public CRaisingNew,
+                            public CJOBXmeasured,
+                            public CJOBXidentified,
+                            public CJOBXattributed,
+                            public CJOBXfoldered
 {
 public:
     CJOBXlayer();

@@ -187,7 +187,7 @@ private:
         if (m_layer.GetID() != CJOBXidentified::kNoID)
             m_lines.KeyInteger(0, features_format::kFileIDKey, m_layer.GetID());
         m_lines.Begin(0, CRecordLines::kUnknownLine);
-        m_lines.Word(features_format::kCount).Integer(CountFeatures());
+        m_lines.Word(features_format::kCount).Integer(CountFeatures()).Optional();
         for (INT_PTR i = 0; i < m_layer.m_arrSymbolNumbers.GetSize(); ++i)
             ListSymbol(i);
         m_tables.ListLines(m_lines);

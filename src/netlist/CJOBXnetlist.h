@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/CJOBXfoldered.h"
 #include "foundation/CJOBXunit.h"
 #include "foundation/base/CExPtrArray.h"
 #include "foundation/framework/CRaisingNew.h"
@@ -13,7 +14,7 @@
 // Ownership: owned by its step; owns its nets and points; not copyable.
 // Results:   a malformed number reads as 0 and is kept; exhausted memory raises CMemoryException and keeps the nets and
 //            all points read before the last run of points of one net.
-class JOBX_API CJOBXnetlist : public CRaisingNew, public CJOBXmeasured
+class JOBX_API CJOBXnetlist : public CRaisingNew, public CJOBXmeasured, public CJOBXfoldered
 {
 public:
     CJOBXnetlist();

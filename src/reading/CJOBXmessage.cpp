@@ -13,6 +13,7 @@
 #include "reading/InfoMessageKinds.h"
 #include "reading/MatrixMessageKinds.h"
 #include "reading/NetlistMessageKinds.h"
+#include "reading/SavingMessageKinds.h"
 #include "reading/StephdrMessageKinds.h"
 #include "reading/ToolsMessageKinds.h"
 #include "reading/UnitMessageKinds.h"
@@ -28,7 +29,7 @@ constexpr std::span<const CJOBXmessageKind* const> kAreas[] = {
     definition_message::kAll,     eda_message::kAll,       feature_message::kAll,
     file_message::kAll,           font_message::kAll,      stephdr_message::kAll,
     info_message::kAll,           matrix_message::kAll,    netlist_message::kAll,
-    tools_message::kAll,          unit_message::kAll};
+    saving_message::kAll,         tools_message::kAll,     unit_message::kAll};
 
 CString WithoutControls(const CString& text)
 {

@@ -51,6 +51,8 @@ struct JOBX_API CJOBXreading
     CJOBXgzipExpander* pGzipExpander = nullptr; // null: gzip files are reported and not read
     int nMessagesPerCode = 10;                  // of one code in one file; the rest are counted. 0: all
     ULONGLONG nExpansionLimit = 1ULL << 30U;    // the most bytes that one compressed file may expand to
+    // Keeps the bytes of all files in memory, so that CJOBX::SaveODBData works even if they change or go.
+    bool bKeepText = false;
     // Whether `way` is Complete.
     bool IsComplete() const noexcept { return way == JOBXway::Complete; }
 };

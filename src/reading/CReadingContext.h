@@ -39,6 +39,7 @@ struct CReadingContext
 {
     const CReadingJob& job;
     CMessageList& messages;
+    const std::string* bytes = nullptr; // of the file, instead of what is on the disk
 };
 
 // Gives each iteration of a parallel loop a context with its own messages.

@@ -32,10 +32,10 @@ constexpr std::array<std::string_view, 3> kForms = {"", ".Z", ".gz"};
 // The names in the folder that are the file in one of its forms: the exact spelling, else of those that differ only in
 // letter case the first in byte order.
 using Forms = std::array<std::string_view, kForms.size()>;
-Forms FormsIn(const CSourceFolder& folder, std::string_view name)
+Forms FormsIn(const std::vector<std::string>& names, std::string_view name)
 {
     Forms found;
-    for (const std::string_view entry : folder.Names())
+    for (const std::string_view entry : names)
     {
         if (!AsciiEqualNoCase(entry.substr(0, name.size()), name))
             continue;
@@ -85,6 +85,13 @@ LzwResult ExpandLzw(std::string_view data, ULONGLONG limit, CLimitedText& text)
 
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
+CByteHash HashOf(std::string_view bytes)
+{
+    CByteHash hash;
+    hash.Add(bytes);
+    return hash;
+}
+
 // Whether all lines of a text that begins like this end with CR alone. A text of one line does not tell.
 bool HasOnlyCR(std::string_view begin)
 {
@@ -108,7 +115,11 @@ private:
     CFileMessages& m_messages;
 };
 
-CSourceFile::~CSourceFile() = default;
+CSourceFile::~CSourceFile()
+{
+    if (WasRead() && m_taken != nullptr)
+        m_taken->SetHash(m_below, m_hash.Value());
+}
 
 CSourceFolder::CSourceFolder(const CString& path) : m_path(path)
 {
@@ -120,23 +131,38 @@ CSourceFolder::CSourceFolder(const CString& path) : m_path(path)
 
 CString CSourceFile::Find(const CSourceFolder& folder, const char* name)
 {
-    for (const std::string_view form : FormsIn(folder, name))
+    const std::string file = FindName(folder.Names(), name);
+    return file.empty() ? CString()
+                        : CKUtility::GetInstance()->CKPathCombine(folder.Path(), CString(std::string_view(file)));
+}
+
+std::string CSourceFile::FindName(const std::vector<std::string>& names, const char* name)
+{
+    for (const std::string_view form : FormsIn(names, name))
         if (!form.empty())
-            return CKUtility::GetInstance()->CKPathCombine(folder.Path(), CString(form));
+            return std::string(form);
     return {};
 }
 
 CSourceFile::CSourceFile(const CReadingContext& context, const CSourceFolder& folder, const char* name,
                          Presence presence)
+    : m_taken(context.job.taken)
 {
+    if (context.bytes != nullptr)
+    {
+        m_isThere = true;
+        SetPath(context, CKUtility::GetInstance()->CKPathCombine(folder.Path(), name));
+        OpenUnusual(*context.bytes);
+        return;
+    }
     std::vector<CKDiagnostic> said; // reported by messages instead
     const CDiagnosticCapture capture(said);
-    const Forms forms = FormsIn(folder, name);
+    const Forms forms = FormsIn(folder.Names(), name);
     const auto isThere = [](std::string_view form) { return !form.empty(); };
     const auto first = std::find_if(forms.begin(), forms.end(), isThere);
     m_isThere = first != forms.end();
-    m_path = CKUtility::GetInstance()->CKPathCombine(folder.Path(), m_isThere ? CString(*first) : CString(name));
-    m_messages = &context.messages.Of(context.job.BelowJob(m_path));
+    SetPath(context,
+            CKUtility::GetInstance()->CKPathCombine(folder.Path(), m_isThere ? CString(*first) : CString(name)));
     if (!m_isThere)
     {
         if (presence == Presence::Needed)
@@ -149,13 +175,21 @@ CSourceFile::CSourceFile(const CReadingContext& context, const CSourceFolder& fo
         !IsSameAs(context.job.reading, CKUtility::GetInstance()->CKPathCombine(folder.Path(), CString(*second))))
         m_messages->Say(file_message::kTwoForms, 0, "The file is also there as ", Quoted{*second},
                         ", which is not read and has other contents.");
-    if (WasRead() && context.job.taken != nullptr)
-        context.job.taken->Add(context.job.BelowJob(m_path));
+    if (WasRead() && m_taken != nullptr)
+        m_taken->Add(m_below);
+}
+
+void CSourceFile::SetPath(const CReadingContext& context, const CString& path)
+{
+    m_path = path;
+    m_below = context.job.BelowJob(m_path);
+    m_messages = &context.messages.Of(m_below);
 }
 
 void CSourceFile::Open(const CJOBXreading& reading)
 {
-    auto text = std::make_unique<CLineScanner>(CLineScanner::InPieces{}, m_path, __FILE__, __LINE__);
+    auto text = std::make_unique<CLineScanner>(CLineScanner::InPieces{}, m_path, __FILE__, __LINE__,
+                                               m_taken != nullptr ? &m_hash : nullptr);
     if (!text->WasRead())
         return SayUnreadable();
     const std::string_view beginning = text->Beginning();
@@ -163,23 +197,21 @@ void CSourceFile::Open(const CJOBXreading& reading)
         return SayUnreadable();
     const bool isGzip = beginning.starts_with(kGzipMark);
     const bool isPacked = isGzip || beginning.starts_with(kLzwMark);
-    if (!isPacked && (beginning.starts_with(kByteOrderMark) || HasOnlyCR(beginning.substr(0, kLooked))))
-        return OpenUnusual();
-    if (!isPacked)
+    const bool isUnusual = isPacked || beginning.starts_with(kByteOrderMark) || HasOnlyCR(beginning.substr(0, kLooked));
+    if (!isUnusual)
         return TakeText(std::move(text), beginning);
     CFileBytes bytes;
     if (!bytes.Load(m_path, __FILE__, __LINE__))
         return SayUnreadable();
-    if (Expand(reading, bytes.View(), isGzip))
+    m_hash = HashOf(bytes.View());
+    if (!isPacked)
+        OpenUnusual(bytes.View());
+    else if (Expand(reading, bytes.View(), isGzip))
         TakeText(std::make_unique<CLineScanner>(std::string_view(m_expanded)), m_expanded);
 }
 
-void CSourceFile::OpenUnusual()
+void CSourceFile::OpenUnusual(std::string_view text)
 {
-    CFileBytes bytes;
-    if (!bytes.Load(m_path, __FILE__, __LINE__))
-        return SayUnreadable();
-    std::string_view text = bytes.View();
     const bool hasOnlyCR = HasOnlyCR(text.substr(0, kLooked));
     if (text.starts_with(kByteOrderMark))
         text.remove_prefix(kByteOrderMark.size());
@@ -204,6 +236,23 @@ bool CSourceFile::IsSameAs(const CJOBXreading& reading, const CString& other) co
     else if (packed.View().starts_with(kGzipMark) && reading.pGzipExpander != nullptr)
         result = ExpandGzip(*reading.pGzipExpander, packed.View(), text);
     return result == LzwResult::Done && expanded == own.View();
+}
+
+bool CSourceFile::ExpandBytes(const CJOBXreading& reading, std::string_view bytes, std::string& text)
+{
+    const bool isGzip = bytes.starts_with(kGzipMark);
+    text.clear();
+    if (!isGzip && !bytes.starts_with(kLzwMark))
+        text = bytes;
+    else if (isGzip && reading.pGzipExpander == nullptr)
+        return false;
+    else
+    {
+        CLimitedText expanded(text, reading.nExpansionLimit);
+        return (isGzip ? ExpandGzip(*reading.pGzipExpander, bytes, expanded)
+                       : ExpandLzw(bytes, reading.nExpansionLimit, expanded)) == LzwResult::Done;
+    }
+    return true;
 }
 
 void CSourceFile::SayUnreadable()

@@ -26,7 +26,8 @@ public:
         int depth = 0;
         int sourceLine = 0; // 0 for a new record
         bool isKeyValue = false;
-        bool isAbove = false; // a comment that belongs to the next line, the one of its record
+        bool isAbove = false;    // a comment that belongs to the next line, the one of its record
+        bool isOptional = false; // it is not added to a file that does not have it
     };
 
     // Begins a line; `depth` is 0 for one that is below no other.
@@ -45,6 +46,13 @@ public:
     // What was printed of this line identifies it among its siblings. Without it, the first field does. Siblings may
     // have the same key; the first belongs to the first then.
     CRecordLines& EndKey();
+    // The line is not added to a file that does not have it. For one that a file need not have, and whose value depends
+    // on other lines.
+    CRecordLines& Optional()
+    {
+        m_lines.back().isOptional = true;
+        return *this;
+    }
     // A whole line "KEY=VALUE", which has no line of its own.
     void KeyValue(int depth, std::string_view key, std::string_view value);
     void KeyInteger(int depth, std::string_view key, __int64 value);

@@ -2,6 +2,7 @@
 
 #include "components/CJOBXcomponents.h"
 #include "foundation/CJOBXattributeList.h"
+#include "foundation/CJOBXfoldered.h"
 #include "foundation/base/CExPtrArray.h"
 #include "foundation/framework/CRaisingNew.h"
 #include "foundation/framework/CString.h"
@@ -24,7 +25,7 @@ class CWnd;
 //            return. A scan moves records into them, out of the step.
 // Results:   a missing part of a step is not an error. Exhausted memory raises CMemoryException.
 // Threads:   one thread calls; layers are read and files are written on a team of worker threads.
-class JOBX_API CJOBXstepObj : public CRaisingNew, public CJOBXattributed
+class JOBX_API CJOBXstepObj : public CRaisingNew, public CJOBXattributed, public CJOBXfoldered
 {
 public:
     CJOBXstepObj();

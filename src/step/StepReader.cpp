@@ -47,6 +47,9 @@ public:
     void Read()
     {
         m_step.m_pProfile->m_sName = "profile";
+        const CString below(std::string_view(m_context.job.BelowJob(m_directory)));
+        m_step.SetSourceFolder(below);
+        m_step.m_pProfile->SetSourceFolder(below);
         const CSourceFolder folder(m_directory);
         ReadFile(m_context, folder, "profile", Presence::Needed, *m_step.m_pProfile);
         ReadFile(m_context, folder, "stephdr", Presence::Optional, *m_step.m_pHeader);
@@ -110,6 +113,8 @@ private:
                            CJOBXcomponents& components) const
     {
         layer.m_sName = LastPartOf(directory);
+        layer.SetSourceFolder(CString(std::string_view(context.job.BelowJob(directory))));
+        components.SetSourceFolder(layer.GetSourceFolder());
         components.m_sLayerName = layer.m_sName;
         components.m_sRelativePath = CKUtility::GetInstance()->CKPathCombine(layer.m_sName, "components");
         const CSourceFolder folder(directory);
@@ -136,6 +141,7 @@ private:
             if (!ReadFile(m_context, directories[i], "netlist", Presence::Optional, netlist))
                 continue;
             netlist.SetName(LastPartOf(directories[i]));
+            netlist.SetSourceFolder(CString(std::string_view(m_context.job.BelowJob(directories[i]))));
             if (!isMain)
                 m_step.pMakeFurtherNetlists()->Own(std::move(further));
         }

@@ -1,5 +1,6 @@
 #include "step/StepReferences.h"
 
+#include "components/ComponentsFormat.h"
 #include "eda/CJOBXdata.h"
 #include "eda/CJOBXeda.h"
 #include "eda/EdaFormat.h"
@@ -16,9 +17,6 @@
 
 namespace
 {
-constexpr std::string_view kTopComponents = "comp_+_top";
-constexpr std::string_view kBottomComponents = "comp_+_bot";
-
 template <class Array>
 bool Holds(const Array& array, int index)
 {
@@ -52,8 +50,8 @@ public:
           m_directory(context.job.BelowJob(directory)),
           m_step(step),
           m_data(*step.GetEda()->m_pData),
-          m_top(FindComponents(kTopComponents)),
-          m_bottom(FindComponents(kBottomComponents))
+          m_top(FindComponents(components_format::kTopLayer)),
+          m_bottom(FindComponents(components_format::kBottomLayer))
     {
         for (INT_PTR i = 0; i < m_data.m_arrLayerNames.GetSize(); ++i)
         {

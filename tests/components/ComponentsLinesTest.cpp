@@ -132,10 +132,10 @@ TEST(ComponentsLines, PrintMendedReferences)
 {
     const auto file = Read("CMP 1 0 0 0 N A p\nTOP 0 0 0 0 N 1 2 x\nTOP 1 0 0 0 N 3 4 y\nCMP 2 0 0 0 N B p\n");
     CMendedReferences references;
-    references.Set(file->m_arrCmps.GetAt(0), {{5, 0, 0}, false});
-    references.Set(file->m_arrCmps.GetAt(0)->m_arrTops.GetAt(0), {{6, 7, 8}, false});
-    references.Set(file->m_arrCmps.GetAt(0)->m_arrTops.GetAt(1), {{6, 7, 8}, true});
-    references.Set(file->m_arrCmps.GetAt(1), {{5, 0, 0}, true});
+    references.Set(file.get(), file->m_arrCmps.GetAt(0), {{5, 0, 0}, false});
+    references.Set(file.get(), file->m_arrCmps.GetAt(0)->m_arrTops.GetAt(0), {{6, 7, 8}, false});
+    references.Set(file.get(), file->m_arrCmps.GetAt(0)->m_arrTops.GetAt(1), {{6, 7, 8}, true});
+    references.Set(file.get(), file->m_arrCmps.GetAt(1), {{5, 0, 0}, true});
     EXPECT_THAT(LinesOf(List(*file, references)),
                 ElementsAre("UNITS=INCH", "# CMP 0", "CMP 5 0 0 0 N A p", "TOP 6 0 0 0 N 7 8 x",
                             "TOP 1 0 0 0 N -1 -1 y", "# CMP 1", "CMP -1 0 0 0 N B p"));

@@ -187,10 +187,10 @@ TEST(EdaLines, PrintMendedReferences)
 {
     const auto data = Read("LYR a b\nNET A\nSNT TOP T 3 4\nFID C 0 5;;ID=6\nFID C 1 7\nSNT TOP B 5 6\n");
     CMendedReferences references;
-    references.Set(&Subnet(*data, 0, 0), {{8, 9, 0}, false});
-    references.Set(&Subnet(*data, 0, 1), {{8, 9, 0}, true});
-    references.Set(Subnet(*data, 0, 0).m_arrNetObjs.GetAt(0), {{1, 17, 0}, false});
-    references.Set(Subnet(*data, 0, 0).m_arrNetObjs.GetAt(1), {{1, 18, 0}, true});
+    references.Set(data.get(), &Subnet(*data, 0, 0), {{8, 9, 0}, false});
+    references.Set(data.get(), &Subnet(*data, 0, 1), {{8, 9, 0}, true});
+    references.Set(data.get(), Subnet(*data, 0, 0).m_arrNetObjs.GetAt(0), {{1, 17, 0}, false});
+    references.Set(data.get(), Subnet(*data, 0, 0).m_arrNetObjs.GetAt(1), {{1, 18, 0}, true});
     EXPECT_THAT(LinesOf(List(*data, references)), ElementsAre("UNITS=INCH", "LYR a b", "# NET 0", "NET A",
                                                               "SNT TOP T 8 9", "FID C 1 17;;ID=6", "SNT TOP B -1 -1"));
 }
@@ -255,6 +255,21 @@ TEST(EdaLines, OfNewRecordsAreInProperSyntax)
     std::vector<std::string> messages;
     EXPECT_EQ(TextOf(*Read(listed, &messages)), listed);
     EXPECT_THAT(messages, IsEmpty());
+}
+
+TEST(EdaLines, AMissingTextBeforeOtherFieldsLeavesItsPlaceEmpty)
+{
+    const auto data = Read("PKG P 0 0 0 0 0\nPIN 1 S 1 2 0 E S\nNET A\nSNT TOP T 1 2\n");
+    data->m_arrPkgs.GetAt(0)->m_arrPins.GetAt(0)->m_sType.Empty();
+    Subnet(*data, 0, 0).m_sSide.Empty();
+    const std::string listed = TextOf(*data);
+    EXPECT_NE(listed.find("PIN 1  1 2 0 E S\n"), std::string::npos) << listed;
+    EXPECT_NE(listed.find("SNT TOP  1 2\n"), std::string::npos) << listed;
+    EXPECT_NE(TextOf(*Read(listed)), listed) << "so that it is seen";
+    data->m_arrPkgs.GetAt(0)->m_arrPins.GetAt(0)->m_ptCenter.SetData(0, 0);
+    data->m_arrPkgs.GetAt(0)->m_arrPins.GetAt(0)->m_sElectricalType = "U";
+    data->m_arrPkgs.GetAt(0)->m_arrPins.GetAt(0)->m_sMountType.Empty();
+    EXPECT_NE(TextOf(*data).find("PIN 1\n"), std::string::npos) << TextOf(*data);
 }
 
 TEST(EdaLines, NullEntriesAreLeftOut)

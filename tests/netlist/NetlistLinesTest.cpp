@@ -162,7 +162,7 @@ TEST(NetlistLines, PrintMendedReferences)
 {
     const auto netlist = Read("$0 A\n0 1 1 0 T e e\n0 1 2 0 T e e\n");
     CMendedReferences references;
-    references.Set(netlist->m_arrNets.GetAt(0)->m_arrPts.GetAt(1), {{5, 0, 0}, false});
+    references.Set(netlist.get(), netlist->m_arrNets.GetAt(0)->m_arrPts.GetAt(1), {{5, 0, 0}, false});
     EXPECT_THAT(LinesOf(List(*netlist, references)),
                 ElementsAre("UNITS=INCH", "$0 A", "0 1 1 0 T e e", "5 1 2 0 T e e"));
 }

@@ -250,6 +250,8 @@ TEST(MessageList, HasNothingThatNoJobBringsAbout)
     EXPECT_EQ(Codes(SmallJob()), std::set<std::string>());
     for (int i = 0; const CJOBXmessageKind* const kind = pGetJOBXmessageKind(i); ++i)
     {
+        if (std::string_view(kind->code).starts_with("SAV"))
+            continue; // no reading brings it about; the tests of saving do
         ASSERT_TRUE(Triggers().contains(kind->code)) << kind->code;
         const SmallJob job;
         Triggers().at(kind->code)(job);

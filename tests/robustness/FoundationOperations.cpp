@@ -267,6 +267,9 @@ struct Tailed : CRaisingNew, CJOBXtailed
 struct Keyed : CRaisingNew, CJOBXkeyed
 {
 };
+struct Foldered : CRaisingNew, CJOBXfoldered
+{
+};
 struct Attributed : CRaisingNew, CJOBXattributed
 {
 };
@@ -281,6 +284,8 @@ void AddKeys(MemoryOperations& all)
         record.pMakeFurtherKeys()->Own(std::move(key));
     };
     const auto same = [](const Keyed& a, const Keyed& b) { return *a.pGetFurtherKeys() == *b.pGetFurtherKeys(); };
+    AddUse<Foldered>(
+        all, "CJOBXfoldered", "SetSourceFolder", [](auto&) {}, [](auto& part) { part.SetSourceFolder(kLong); });
     AddMaking<Keyed>(all, "CJOBXkeyed");
     AddCopying<Keyed>(all, "CJOBXkeyed", fill, same);
     AddUse<Keyed>(

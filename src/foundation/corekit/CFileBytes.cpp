@@ -93,6 +93,8 @@ bool CFilePieces::Next(std::size_t used)
     const std::size_t wanted = std::min(m_nCapacity - rest, m_nLeft);
     std::size_t got = 0;
     const int error = m_file.Read(m_buffer.get() + rest, wanted, got);
+    if (m_hash != nullptr)
+        m_hash->Add({m_buffer.get() + rest, got});
     m_nSize += got;
     m_nLeft = got == wanted ? m_nLeft - got : 0;
     m_hasFailed = m_hasFailed || error != 0;

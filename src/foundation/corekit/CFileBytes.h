@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/corekit/CByteHash.h"
 #include "foundation/framework/CString.h"
 
 #include <cstddef>
@@ -57,6 +58,8 @@ public:
     // cannot be read, which is reported to the diagnostics. Exhausted memory raises CMemoryException.
     bool Next(std::size_t used);
     std::string_view View() const noexcept { return {m_buffer.get(), m_nSize}; }
+    // From now on, adds what is read to the hash, borrowed.
+    void HashInto(CByteHash& hash) noexcept { m_hash = &hash; }
     // Whether the system could not read a part of the file.
     bool HasFailed() const noexcept { return m_hasFailed; }
 
@@ -72,6 +75,7 @@ private:
     std::size_t m_nSize = 0;
     std::size_t m_nLeft = 0; // in the file
     bool m_hasFailed = false;
+    CByteHash* m_hash = nullptr;
 };
 
 // The bytes of a whole file in one buffer.

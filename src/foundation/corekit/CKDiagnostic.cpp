@@ -1,5 +1,6 @@
 #include "foundation/corekit/CKDiagnostic.h"
 
+#include "foundation/corekit/SystemEntries.h"
 #include "foundation/framework/Guarded.h"
 
 #include <algorithm>
@@ -7,7 +8,6 @@
 #include <cstring>
 #include <string>
 #include <string_view>
-#include <system_error>
 
 namespace
 {
@@ -19,14 +19,7 @@ CString Reason(const CString& operation, int systemError)
         return "it has more entries than allowed";
     if (systemError == EBADMSG)
         return "the data is damaged";
-#if defined(__GLIBC__) && defined(__GLIBC_PREREQ)
-#if __GLIBC_PREREQ(2, 32)
-    // The text in the C locale, whatever the locale of the process.
-    if (const char* const text = strerrordesc_np(systemError))
-        return text;
-#endif
-#endif
-    return CString(std::string_view(std::generic_category().message(systemError)));
+    return CString(std::string_view(SystemReason(systemError)));
 }
 
 // The characters of UTF-8 that a line must not contain: controls above U+007F, and characters that are invisible, break

@@ -1,12 +1,14 @@
 #include "foundation/corekit/SystemEntries.h"
 
 #include <cerrno>
+#include <cstring>
 #include <string_view>
+#include <system_error>
 
 #if defined(_WIN32)
 
+#include <cstdio>
 #include <filesystem>
-#include <system_error>
 
 namespace fs = std::filesystem;
 
@@ -107,8 +109,20 @@ int RenameEntry(const CString& from, const CString& to)
     return Answer(error);
 }
 
+int WriteNewFile(const CString& path, std::string_view bytes)
+{
+    std::FILE* const file = std::fopen(path, "wbx");
+    if (file == nullptr)
+        return errno;
+    const bool isWritten = std::fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size();
+    const int error = isWritten ? 0 : errno;
+    return std::fclose(file) != 0 && error == 0 ? errno : error;
+}
+
 #else
 
+#include <array>
+#include <climits>
 #include <cstdio>
 #include <cstdlib>
 #include <dirent.h>
@@ -131,11 +145,6 @@ EntryType TypeOf(mode_t mode)
         return EntryType::Directory;
     return S_ISLNK(mode) ? EntryType::Link : EntryType::Other;
 }
-
-struct FreeText
-{
-    void operator()(char* text) const noexcept { std::free(text); }
-};
 
 // The result of fstatat for `name` in the open directory; AT_FDCWD for a path.
 int Examine(int directory, const char* name, int flags, EntryType& type)
@@ -190,10 +199,10 @@ int SizeOfFile(const CString& path, ULONGLONG& size)
 
 int ResolveLinks(const CString& path, std::string& real)
 {
-    const std::unique_ptr<char, FreeText> full(::realpath(path, nullptr));
-    if (!full)
+    std::array<char, PATH_MAX> full{};
+    if (::realpath(path, full.data()) == nullptr)
         return errno;
-    real = full.get();
+    real = full.data();
     return 0;
 }
 
@@ -233,4 +242,36 @@ int RenameEntry(const CString& from, const CString& to)
     return std::rename(from, to) == 0 ? 0 : errno;
 }
 
+int WriteNewFile(const CString& path, std::string_view bytes)
+{
+    const int file = ::open(path, O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOCTTY,
+                            S_IRUSR | S_IWUSR | S_IRGRP | S_IWGRP | S_IROTH | S_IWOTH);
+    if (file < 0)
+        return errno;
+    int error = 0;
+    while (!bytes.empty() && error == 0)
+    {
+        const ssize_t written = ::write(file, bytes.data(), bytes.size());
+        if (written >= 0)
+            bytes.remove_prefix(static_cast<std::size_t>(written));
+        else if (errno != EINTR)
+            error = errno;
+    }
+    if (::close(file) != 0 && error == 0)
+        error = errno;
+    return error;
+}
+
 #endif
+
+std::string SystemReason(int error)
+{
+#if defined(__GLIBC__) && defined(__GLIBC_PREREQ)
+#if __GLIBC_PREREQ(2, 32)
+    // The text in the C locale, whatever the locale of the process.
+    if (const char* const text = strerrordesc_np(error))
+        return text;
+#endif
+#endif
+    return std::generic_category().message(error);
+}

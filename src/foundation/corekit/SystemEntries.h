@@ -6,6 +6,7 @@
 
 #include <functional>
 #include <string>
+#include <string_view>
 
 enum class EntryType
 {
@@ -48,3 +49,9 @@ int MakeNewDirectory(const CString& path);
 
 // Renames the entry at `from` to `to`; an existing file or link is replaced.
 int RenameEntry(const CString& from, const CString& to);
+
+// Makes a file that must not exist yet, with these bytes. What was written of one that could not be finished stays.
+int WriteNewFile(const CString& path, std::string_view bytes);
+
+// The reason that an error number stands for, in the C locale if the system has its texts.
+std::string SystemReason(int error);
