@@ -1,7 +1,9 @@
 #include "CommandLine.h"
 
 #include "completion/Completion.h"
+#include "convert/ConvertCommand.h"
 #include "diff/DiffCommand.h"
+#include "edit/EditCommand.h"
 #include "features/FeaturesCommand.h"
 #include "info/InfoCommand.h"
 #include "options/CommonOptions.h"
@@ -39,8 +41,7 @@ Examples:
   jobx panel board --step panel      where the boards lie on a panel
   jobx json board > board.json       everything, for another program
   jobx diff board newer              what differs between two jobs
-  jobx write board -o out            the job as the library writes it, in
-                                     out/board
+  jobx convert board -o copy         the job with nothing lost, in copy
 
 A job is a directory; unpack an archive (.tgz, .zip) first. Reading changes
 nothing in it, except with --legacy, for write and for info --compact: they
@@ -77,6 +78,8 @@ void AddCommands(CLI::App& app, ExitCode& answer)
     AddTreeCommand(app);
     AddJsonCommand(app);
     AddDiffCommand(app, answer);
+    AddConvertCommand(app);
+    AddEditCommand(app);
     AddWriteCommand(app);
 }
 

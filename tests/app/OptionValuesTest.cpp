@@ -8,8 +8,8 @@
 
 namespace
 {
-const std::vector<std::string> kCommands = {"info",     "layers", "nets", "components", "packages", "panel",
-                                            "features", "tree",   "json", "diff",       "write"};
+const std::vector<std::string> kCommands = {"info", "layers", "nets", "components", "packages", "panel", "features",
+                                            "tree", "json",   "diff", "convert",    "edit",     "write"};
 
 struct BadValue
 {
@@ -49,6 +49,22 @@ const std::map<std::string, std::vector<BadValue>>& BadValues()
         {"--side",
          {{"left", "--side needs \"top\" or \"bottom\", not \"left\""},
           {"", "--side needs \"top\" or \"bottom\", not \"\""}}},
+        {"convert --layers", // a flag of info
+         {{"", "--layers needs layer names, separated by commas"},
+          {"a,,b", "--layers needs layer names, separated by commas"}}},
+        {"--flatten", {{"", "--flatten needs step names, separated by commas"}}},
+        {"--drop-layers", {{"", "--drop-layers needs layer names, separated by commas"}}},
+        {"--drop",
+         {{"", "--drop needs names of parts, separated by commas"},
+          {"nest", "--drop knows no part \"nest\"; the parts are: attributes, components, eda, fonts, netlists, nets, "
+                   "notes, others, properties; did you mean \"nets\"?"}}},
+        {"--rename-step", {{"a", "--rename-step needs OLD=NEW, not \"a\""}}},
+        {"--rename-layer",
+         {{"=a", "--rename-layer needs OLD=NEW, not \"=a\""}, {"a=", "--rename-layer needs OLD=NEW, not \"a=\""}}},
+        {"--rename-job", {{"", "--rename-job needs a name"}}},
+        {"--step-order", {{"", "--step-order needs step names, separated by commas"}}},
+        {"--set", {{"x", "the change \"x\" is not possible: it is neither KIND NAME.MEMBER=VALUE nor a deletion"}}},
+        {"--script", {{"", "--script needs the name of a file"}}},
         {"--component", {{"", "--component needs a name"}}},
         {"--layer", {{"", "--layer needs a name"}}},
         {"--net", {{"", "--net needs a name"}}},
@@ -73,7 +89,7 @@ const std::map<std::string, std::vector<BadValue>>& BadValues()
 std::map<std::string, bool> OptionsOf(const std::string& command)
 {
     std::map<std::string, bool> options;
-    const std::regex form("  (-[a-z0-9-]+)(?:,(-[a-z0-9-]+))?( [A-Z][A-Z,]*)?(?: .*)?");
+    const std::regex form("  (-[a-z0-9-]+)(?:,(-[a-z0-9-]+))?( [A-Z][A-Z,=]*)?(?: .*)?");
     for (const std::string& line : LinesOf(RunJobx({command, "--help"}).out))
         if (std::smatch match; std::regex_match(line, match, form))
             for (const std::string& name : {match[1].str(), match[2].str()})
@@ -88,8 +104,11 @@ std::string ErrorOf(const TempDir& directory, const std::string& command, const 
     std::vector<std::string> line = {command, directory.Path("job")};
     if (command == "diff")
         line.push_back(directory.Path("job"));
-    if (command == "write" && words[0] != "-o" && words[0] != "--output")
+    const bool writes = command == "write" || command == "convert" || command == "edit";
+    if (writes && words[0] != "-o" && words[0] != "--output")
         line.insert(line.end(), {"-o", directory.Path("out")});
+    if (command == "edit")
+        line.insert(line.end(), {"--set", "job.name=x"});
     line.insert(line.end(), words.begin(), words.end());
     const ProgramResult result = RunJobx(line);
     EXPECT_EQ(result.exitCode, 2);
@@ -100,6 +119,12 @@ std::string ErrorOf(const TempDir& directory, const std::string& command, const 
 std::string Line(const std::string& command, const std::string& problem)
 {
     return "jobx: " + problem + " (try: jobx " + command + " --help)\n";
+}
+
+bool MayBeRepeated(const std::string& command, const std::string& option)
+{
+    return command + option == "json--layer" || option == "--set" || option.starts_with("--rename-step") ||
+           option.starts_with("--rename-layer");
 }
 
 // The name that messages use for an option with several.
@@ -121,10 +146,12 @@ TEST(JobxOptionValues, EachWrongOneIsRefusedInOneLine)
         for (const auto& [option, hasValue] : OptionsOf(command))
         {
             SCOPED_TRACE(command + " " + option);
-            ASSERT_EQ(hasValue, BadValues().contains(option)) << "the table has a row for each option with a value";
+            const std::string own = command + ' ' + option;
+            const std::string& row = BadValues().contains(own) ? own : option;
+            ASSERT_EQ(hasValue, BadValues().contains(row)) << "the table has a row for each option with a value";
             if (!hasValue)
                 continue;
-            for (const BadValue& bad : BadValues().at(option))
+            for (const BadValue& bad : BadValues().at(row))
                 if (!bad.problem.empty())
                 {
                     EXPECT_EQ(ErrorOf(directory, command, {option, bad.value}), Line(command, bad.problem));
@@ -150,7 +177,7 @@ TEST(JobxOptionValues, AMissingValueASecondOneAndOneOfAFlagAreNamed)
             {
                 EXPECT_EQ(ErrorOf(directory, command, {option}), Line(command, name + " needs a value"));
             }
-            if (hasValue && command + option != "json--layer") // which may be repeated
+            if (hasValue && !MayBeRepeated(command, option))
             {
                 EXPECT_EQ(ErrorOf(directory, command, {option, "1", option, "1"}),
                           Line(command, name + " may be given only once"));

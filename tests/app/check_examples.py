@@ -24,7 +24,7 @@ TABLES = {
     "tree": [[]],
     "info": [["--layers"], ["--symbols"], ["--all"], ["--compact"]],
 }
-WITHOUT_TABLE = {"json", "diff", "write"}
+WITHOUT_TABLE = {"json", "diff", "convert", "edit", "write"}
 LEAST_TABLES = {"info": 9}  # tables of "info" on the sample that have different columns
 
 

@@ -1,0 +1,9 @@
+#pragma once
+
+namespace CLI
+{
+class App;
+}
+
+// jobx edit.
+void AddEditCommand(CLI::App& app);
