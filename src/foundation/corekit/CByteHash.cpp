@@ -57,8 +57,8 @@ std::uint64_t CByteHash::Value() const noexcept
     std::uint64_t hash = kPrime5;
     if (m_size >= kStripe)
     {
-        hash = std::rotl(m_lanes[0], 1) + std::rotl(m_lanes[1], 7) + std::rotl(m_lanes[2], 12) +
-               std::rotl(m_lanes[3], 18);
+        hash =
+            std::rotl(m_lanes[0], 1) + std::rotl(m_lanes[1], 7) + std::rotl(m_lanes[2], 12) + std::rotl(m_lanes[3], 18);
         for (const std::uint64_t lane : m_lanes)
             hash = (hash ^ Round(0, lane)) * kPrime1 + kPrime4;
     }
