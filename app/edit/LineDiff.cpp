@@ -73,7 +73,8 @@ private:
     // `reach` has the diagonals from -changes - 1 on.
     static int At(const std::vector<int>& reach, int changes, int diagonal)
     {
-        return reach[static_cast<std::size_t>(diagonal + changes + 1)];
+        const int at = diagonal + changes + 1;
+        return reach[static_cast<std::size_t>(at)];
     }
 
     // The number of changes; -1 if there are too many.
@@ -82,7 +83,8 @@ private:
         std::vector<int> last = {0, 0, 0};
         for (int changes = 0; changes <= kMostLineChanges; ++changes)
         {
-            std::vector<int> reach(static_cast<std::size_t>(2 * changes + 5), 0);
+            const int diagonals = 2 * changes + 5;
+            std::vector<int> reach(static_cast<std::size_t>(diagonals), 0);
             m_reached.push_back(last);
             for (int diagonal = -changes; diagonal <= changes; diagonal += 2)
             {

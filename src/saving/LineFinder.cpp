@@ -204,14 +204,15 @@ private:
         const auto isInOrder = [this](std::size_t a, std::size_t b) { return m_found[a] < m_found[b]; };
         if (!std::is_sorted(known.begin(), known.end(), isInOrder))
             std::sort(known.begin(), known.end(), isInOrder);
+        std::reverse(known.begin(), known.end());
         std::vector<std::size_t> behind; // records with ever smaller depth, the nearest last
-        for (auto at = known.rbegin(); at != known.rend(); ++at)
+        for (const std::size_t at : known)
         {
-            while (!behind.empty() && m_lines.Lines()[behind.back()].depth > m_lines.Lines()[*at].depth)
+            while (!behind.empty() && m_lines.Lines()[behind.back()].depth > m_lines.Lines()[at].depth)
                 behind.pop_back();
             if (!behind.empty())
-                m_ends[*at] = static_cast<std::size_t>(m_found[behind.back()]);
-            behind.push_back(*at);
+                m_ends[at] = static_cast<std::size_t>(m_found[behind.back()]);
+            behind.push_back(at);
         }
     }
 
