@@ -92,7 +92,8 @@ private:
                                                               : At(last, changes, diagonal - 1) + 1;
                 while (x < m_sizeBefore && x - diagonal < m_sizeAfter && IsSame(x, x - diagonal))
                     ++x;
-                reach[static_cast<std::size_t>(diagonal + changes + 2)] = x;
+                const int at = diagonal + changes + 2;
+                reach[static_cast<std::size_t>(at)] = x;
                 if (x >= m_sizeBefore && x - diagonal >= m_sizeAfter)
                     return changes;
             }

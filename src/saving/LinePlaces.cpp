@@ -184,7 +184,9 @@ public:
     int Behind(int depth) const
     {
         const auto at = static_cast<std::size_t>(depth);
-        return at < m_ends.size() ? m_ends[at] : (m_ends.empty() ? 0 : m_ends.back());
+        if (m_ends.empty())
+            return 0;
+        return at < m_ends.size() ? m_ends[at] : m_ends.back();
     }
     // The line at `depth` is at that position.
     void Put(int depth, int position)
