@@ -69,11 +69,11 @@ private:
     {
         const CJOBXstepObj* const child = FindStep(m_job, entry.m_sName.View());
         if (child == nullptr)
-            return Refuse("step \"" + Text(entry.m_sName) + "\" is repeated but not in the job");
+            return Refuse("step \"", Text(entry.m_sName), "\" is repeated but not in the job");
         if (std::any_of(m_open.begin(), m_open.end(), [&](const OpenStep& each) { return each.step == child; }))
-            return Refuse("step \"" + Text(child->m_sName) + "\" repeats itself");
+            return Refuse("step \"", Text(child->m_sName), "\" repeats itself");
         if (++m_count > kMostPlacements)
-            return Refuse("it has more than " + std::to_string(kMostPlacements) + " placements");
+            return Refuse("it has more than ", std::to_string(kMostPlacements), " placements");
         const CPlacement placement = PlacementOf(entry, column, row, *child).In(m_open.back().placement);
         m_found.all.push_back({child, placement, m_count});
         m_open.push_back({child, placement});
@@ -99,7 +99,11 @@ private:
     }
 
     static std::string Text(const CString& name) { return std::string(name.View()); }
-    void Refuse(std::string reason) { m_found.refusal = std::move(reason); }
+    void Refuse(std::string_view begin, std::string_view name, std::string_view end)
+    {
+        m_found.refusal = begin;
+        m_found.refusal.append(name).append(end);
+    }
 
     const CJOBX& m_job;
     JOBXunit m_unit; // of the root's header

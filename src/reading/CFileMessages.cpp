@@ -29,7 +29,7 @@ bool CFileMessages::IsWanted(const CJOBXmessageKind& kind, int line)
     return isWanted;
 }
 
-void CFileMessages::Add(const CJOBXmessageKind& kind, int line, std::string text, int count)
+void CFileMessages::Add(const CJOBXmessageKind& kind, int line, std::string&& text, int count)
 {
     m_entries.push_back({&kind, line, m_entries.size(), std::move(text), count});
 }

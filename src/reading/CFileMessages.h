@@ -95,7 +95,7 @@ private:
     static constexpr std::size_t kMostUnknown = 1000; // names that are counted separately
 
     bool IsWanted(const CJOBXmessageKind& kind, int line);
-    void Add(const CJOBXmessageKind& kind, int line, std::string text, int count = 1);
+    void Add(const CJOBXmessageKind& kind, int line, std::string&& text, int count = 1);
     void AddUnknown();
     void AddLeftOut();
 
