@@ -195,7 +195,7 @@ void PutInOrder(CJOBX& job, const ConvertChanges& changes)
 void AddConvertChanges(CLI::App& command, ConvertChanges& changes)
 {
     AddNames(command, "--flatten", changes.flattened, "--flatten needs step names, separated by commas",
-             "Replace the step-repeats of these steps by what they place");
+             "Turn the step-repeats of these steps into features");
     AddSteps(command, changes.steps);
     AddNames(command, "--layers", changes.layers, "--layers needs layer names, separated by commas",
              "Only these layers; wildcards * and ? are known here, and for steps");

@@ -56,7 +56,7 @@ struct CPlacement
 class CPlacedFile
 {
 public:
-    // `unit` is that of the shift.
+    // `unit` is the unit of the shift.
     CPlacedFile(const CPlacement& placement, JOBXunit unit, JOBXunit from, JOBXunit to)
         : m_pose(placement.pose),
           m_shift(unit == to ? placement.shift : ConvertedPoint(placement.shift, to)),

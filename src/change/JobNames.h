@@ -24,5 +24,5 @@ JOBX_API CJOBXresult RenameLayer(CJOBX& job, const CString& oldName, const CStri
 // or is there twice.
 JOBX_API CJOBXresult OrderSteps(CJOBX& job, const CStringArray& names);
 // The name of a net of the step, in the EDA data and in all netlists. Letter case counts. Refused if the new name is
-// empty, contains a blank or a ";", or is that of another net.
+// empty, contains a blank or a ";", or belongs to another net.
 JOBX_API CJOBXresult RenameNet(CJOBXstepObj& step, const CString& oldName, const CString& newName);

@@ -5,7 +5,7 @@
 
 class CJOBX;
 
-// Replaces the step-repeats of a step by what they place, nested ones too: afterwards it has their features, nets,
+// Turns the step-repeats of a step, nested ones too, into copies of their contents: it then has their features, nets,
 // components, packages and netlist points, and no step-repeat. The profile and the other steps do not change. Only for
 // jobs that were read completely.
 //

@@ -79,7 +79,7 @@ private:
         m_open.push_back({child, placement});
     }
 
-    // In the step that has the entry. The place is that of the child's datum.
+    // In the step that has the entry. The place is where the child's datum goes.
     CPlacement PlacementOf(const CJOBXstepRepeat& entry, int column, int row, const CJOBXstepObj& child) const
     {
         CPlacement placement;
